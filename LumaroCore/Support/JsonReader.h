@@ -1,0 +1,338 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "LumaroCore/Support/EnumNames.h"
+#include "LumaroCore/Support/Fields.h"
+#include "LumaroCore/Support/Instant.h"
+#include "LumaroCore/Support/JsonError.h"
+#include "LumaroCore/Support/Plane.h"
+#include "LumaroCore/Support/UUID.h"
+#include "LumaroCore/Support/Wire.h"
+
+#include <simdjson.h>
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <cstring>
+#include <expected>
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <tuple>
+#include <utility>
+#include <vector>
+
+namespace lumaro {
+
+using JsonValue = simdjson::ondemand::value;
+using JsonObject = simdjson::ondemand::object;
+using JsonKey = simdjson::ondemand::raw_json_string;
+
+/// Reads one JSON text in a single pass, keeping the first error with its path.
+///
+/// A type is read by an overload of `bool readJson(JsonReader&, JsonValue, T&)`, found by its argument, which answers
+/// false once something failed; types with `fields()` need none. Unknown keys are passed over, though what they hold
+/// must be JSON. A key of ours that stands twice in one object is an error: two readers could disagree on which one
+/// counts.
+///
+/// Only files that hold such overloads include this header.
+class JsonReader {
+public:
+    explicit JsonReader(simdjson::ondemand::parser& parser) : parser_(parser) {}
+
+    /// Records the first error at the current place; always false.
+    bool fail(DecodeFault fault, std::string message);
+    /// The same at `key` of the object that is about to be read.
+    bool failUnder(std::string_view key, DecodeFault fault, std::string message);
+    /// The same for what the JSON library found where `expected` ("a string") was wanted.
+    bool fail(simdjson::error_code code, std::string_view expected);
+
+    const std::optional<DecodeError>& error() const { return error_; }
+
+    /// Calls `each(JsonValue)` for the elements until one answers false.
+    template <class Each>
+    bool readArray(JsonValue value, Each each);
+
+    /// Calls `each(std::string key, JsonValue)` for the entries of an object with free keys.
+    template <class Each>
+    bool readEntries(JsonValue value, Each each);
+
+    /// Reads an object into bound fields (`bindFields`, `bindField`).
+    template <class... Bound>
+    bool readObject(JsonValue value, std::tuple<Bound...> fields);
+    template <class... Bound>
+    bool readObject(JsonObject& object, std::tuple<Bound...> fields);
+
+    /// Reads the string under `key`, ahead of everything else in the object, which is left at its start.
+    bool peekString(JsonObject& object, std::string_view key, std::string& out);
+
+    /// Opens an object; it must then be read with `readObject` or `skipObject`.
+    bool open(JsonValue value, JsonObject& out);
+
+    /// Passes over a value; it must be JSON all the same.
+    /// The value may stay where it is: whoever iterates around it goes on behind it.
+    bool skip(JsonValue value);
+    bool skipObject(JsonObject& object);
+
+    /// A view of a string's characters, good until the next call on this reader.
+    bool text(JsonValue value, std::string_view& out);
+    bool integer(JsonValue value, std::int64_t& out);
+    /// The number, when it is whole and 64 bits hold it, however it is written; fails nothing.
+    static std::optional<std::int64_t> wholeNumber(JsonValue value);
+    bool number(JsonValue value, double& out);
+
+private:
+    // A step of the path: a key, or the index of an element where the key is empty and `isIndex` is set.
+    struct Step {
+        std::string_view key;
+        std::size_t index = 0;
+        bool isIndex = false;
+    };
+
+    // Steps into an array or object for as long as it lives.
+    class Inside {
+    public:
+        Inside(JsonReader& reader, bool isIndex) : reader_(reader) { reader.path_.push_back({{}, 0, isIndex}); }
+        ~Inside() { reader_.path_.pop_back(); }
+        Inside(const Inside&) = delete;
+        Inside& operator=(const Inside&) = delete;
+
+    private:
+        JsonReader& reader_;
+    };
+
+    bool checkDepth() {
+        return path_.size() < static_cast<std::size_t>(maxJsonDepth) || fail(DecodeFault::tooDeep, "nested too deeply");
+    }
+    Step& here() { return path_.back(); }
+    std::string pathText() const;
+    bool keyText(JsonKey key, std::string_view& out);
+    bool unescape(JsonKey raw, std::size_t size, std::string_view& out);
+    // Whether the key is written so, with no escapes. Reads within the text and its padding.
+    static bool isWritten(JsonKey key, std::string_view name) {
+        return std::memcmp(key.raw(), name.data(), name.size()) == 0 && key.raw()[name.size()] == '"';
+    }
+
+    template <std::size_t... I, class Fields>
+    bool readKnown(std::index_sequence<I...> indices, JsonKey key, JsonValue value, Fields& fields,
+                   std::array<bool, sizeof...(I)>& seen, std::size_t& expected);
+    template <class Bound>
+    bool readField(const Bound& bound, JsonValue value, bool& seen);
+    template <class Bound>
+    bool finishField(const Bound& bound, bool seen);
+
+    simdjson::ondemand::parser& parser_;
+    std::vector<Step> path_;
+    std::vector<std::uint8_t> unescaped_;
+    std::vector<double> numbers_;
+    std::optional<DecodeError> error_;
+
+    friend bool readJson(JsonReader& reader, JsonValue value, std::vector<Point>& out);
+};
+
+/// A key of its own, for a value that no single member holds.
+struct LooseKey {
+    std::string_view name;
+    constexpr std::string_view key() const { return name; }
+};
+
+/// A field of `fields()`, or a `LooseKey`, and the place its value goes to.
+template <class FieldType, class T>
+struct BoundField {
+    const FieldType& field;
+    T& target;
+};
+
+/// Every field of a value, bound to it.
+template <HasFields T>
+auto bindFields(T& value) {
+    static constexpr auto fields = T::fields();
+    return std::apply(
+        [&](const auto&... field) {
+            return std::tuple{
+                BoundField<std::remove_cvref_t<decltype(field)>,
+                           std::remove_reference_t<decltype(value.*field.member)>>{field, value.*field.member}...};
+        },
+        fields);
+}
+
+inline bool readJson(JsonReader& reader, JsonValue value, double& out) {
+    return reader.number(value, out);
+}
+inline bool readJson(JsonReader& reader, JsonValue value, std::int64_t& out) {
+    return reader.integer(value, out);
+}
+bool readJson(JsonReader& reader, JsonValue value, std::string& out);
+bool readJson(JsonReader& reader, JsonValue value, UUID& out);
+bool readJson(JsonReader& reader, JsonValue value, Instant& out);
+bool readJson(JsonReader& reader, JsonValue value, std::vector<Point>& out);
+
+template <NamedEnum E>
+bool readJson(JsonReader& reader, JsonValue value, E& out) {
+    std::string_view name;
+    if (!reader.text(value, name)) return false;
+    const auto found = fromName<E>(name);
+    if (!found) return reader.fail(DecodeFault::invalidValue, "unknown value \"" + std::string{name} + "\"");
+    out = *found;
+    return true;
+}
+
+template <class T>
+bool readJson(JsonReader& reader, JsonValue value, std::optional<T>& out) {
+    bool isNull = false;
+    if (const auto code = value.is_null().get(isNull)) return reader.fail(code, "a value");
+    if (isNull) {
+        out.reset();
+        return true;
+    }
+    return readJson(reader, value, out.emplace());
+}
+
+template <class T>
+bool readJson(JsonReader& reader, JsonValue value, std::vector<T>& out) {
+    return reader.readArray(value, [&](JsonValue element) { return readJson(reader, element, out.emplace_back()); });
+}
+
+template <class T>
+bool readJson(JsonReader& reader, JsonValue value, std::map<std::string, T>& out) {
+    return reader.readEntries(value, [&](std::string_view key, JsonValue entry) {
+        const auto [place, isNew] = out.try_emplace(std::string{key});
+        if (!isNew) return reader.fail(DecodeFault::duplicateKey, "the key stands twice");
+        return readJson(reader, entry, place->second);
+    });
+}
+
+template <class T>
+bool readJson(JsonReader& reader, JsonValue value, std::map<UUID, T>& out) {
+    return reader.readEntries(value, [&](std::string_view key, JsonValue entry) {
+        const auto id = UUID::parse(key);
+        if (!id) return reader.fail(DecodeFault::invalidValue, "Not a UUID: " + std::string{key});
+        const auto [place, isNew] = out.try_emplace(*id);
+        if (!isNew) return reader.fail(DecodeFault::duplicateKey, "the key stands twice");
+        return readJson(reader, entry, place->second);
+    });
+}
+
+template <HasFields T>
+bool readJson(JsonReader& reader, JsonValue value, T& out) {
+    return reader.readObject(value, bindFields(out));
+}
+
+template <class Each>
+bool JsonReader::readArray(JsonValue value, Each each) {
+    simdjson::ondemand::array array;
+    if (const auto code = value.get_array().get(array)) return fail(code, "an array");
+    if (!checkDepth()) return false;
+    const Inside inside{*this, true};
+    for (auto element : array) {
+        JsonValue item;
+        if (const auto code = element.get(item)) return fail(code, "a value");
+        if (!each(item)) return false;
+        ++here().index;
+    }
+    return true;
+}
+
+template <class Each>
+bool JsonReader::readEntries(JsonValue value, Each each) {
+    JsonObject object;
+    if (!open(value, object)) return false;
+    const Inside inside{*this, false};
+    for (auto entry : object) {
+        JsonKey raw;
+        JsonValue content;
+        std::string_view key;
+        if (const auto code = entry.key().get(raw)) return fail(code, "a key");
+        if (!keyText(raw, key)) return false;
+        if (const auto code = entry.value().get(content)) return fail(code, "a value");
+        const std::string held{key};
+        here().key = held;
+        if (!each(std::string_view{held}, content)) return false;
+    }
+    return true;
+}
+
+template <class... Bound>
+bool JsonReader::readObject(JsonValue value, std::tuple<Bound...> fields) {
+    JsonObject object;
+    return open(value, object) && readObject(object, fields);
+}
+
+template <class... Bound>
+bool JsonReader::readObject(JsonObject& object, std::tuple<Bound...> fields) {
+    constexpr auto indices = std::index_sequence_for<Bound...>{};
+    const Inside inside{*this, false};
+    std::array<bool, sizeof...(Bound)> seen{};
+    std::size_t expected = 0;
+    for (auto entry : object) {
+        JsonKey key;
+        JsonValue value;
+        if (const auto code = entry.key().get(key)) return fail(code, "a key");
+        if (const auto code = entry.value().get(value)) return fail(code, "a value");
+        if (!readKnown(indices, key, value, fields, seen, expected)) return false;
+    }
+    return [&]<std::size_t... I>(std::index_sequence<I...>) {
+        return (finishField(std::get<I>(fields), seen[I]) && ...);
+    }(indices);
+}
+
+// Texts keep the order of the fields, mostly: the field after the last one is tried first.
+template <std::size_t... I, class Fields>
+bool JsonReader::readKnown(std::index_sequence<I...> /*indices*/, JsonKey key, JsonValue value, Fields& fields,
+                           std::array<bool, sizeof...(I)>& seen, std::size_t& expected) {
+    bool read = false;
+    const auto take = [&]<std::size_t J>(bool isThis) {
+        if (!isThis) return false;
+        expected = J + 1;
+        read = readField(std::get<J>(fields), value, seen[J]);
+        return true;
+    };
+    const auto written = [&]<std::size_t J>() { return isWritten(key, std::get<J>(fields).field.key()); };
+    const std::size_t from = expected;
+    if ((take.template operator()<I>(I >= from && written.template operator()<I>()) || ...)) return read;
+    if ((take.template operator()<I>(I < from && written.template operator()<I>()) || ...)) return read;
+
+    std::string_view name;
+    if (!keyText(key, name)) return false;
+    const std::string held{name};
+    const bool isEscaped = name.data() != key.raw();
+    if (isEscaped && (take.template operator()<I>(held == std::get<I>(fields).field.key()) || ...)) return read;
+    here().key = held;
+    return skip(value);
+}
+
+template <class Bound>
+bool JsonReader::readField(const Bound& bound, JsonValue value, bool& seen) {
+    here().key = bound.field.key();
+    if (std::exchange(seen, true)) return fail(DecodeFault::duplicateKey, "the key stands twice");
+    if constexpr (requires { bound.field.fallback; }) {
+        bool isNull = false;
+        if (const auto code = value.is_null().get(isNull)) return fail(code, "a value");
+        if (isNull) {
+            seen = false;
+            return true;
+        }
+    }
+    return readJson(*this, value, bound.target);
+}
+
+template <class Bound>
+bool JsonReader::finishField(const Bound& bound, bool seen) {
+    if (seen) return true;
+    if constexpr (requires { bound.field.fallback; }) {
+        bound.target = bound.field.fallback;
+        return true;
+    } else if constexpr (requires { bound.target.has_value(); }) {
+        return true;
+    } else {
+        here().key = bound.field.key();
+        return fail(DecodeFault::missingKey, "the key is missing");
+    }
+}
+
+/// The work behind `Wire::decode`: parses `text` and hands its root to `read`; the error, if any.
+std::optional<DecodeError> decodeWith(std::string text, bool (*read)(JsonReader&, JsonValue, void*), void* target);
+
+} // namespace lumaro
