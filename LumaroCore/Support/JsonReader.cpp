@@ -50,7 +50,7 @@ std::string JsonReader::pathText() const {
     for (const auto& step : path_) {
         if (step.isIndex) {
             path.append("[").append(std::to_string(step.index)).append("]");
-        } else {
+        } else if (step.key.data() != nullptr) {
             path.append(".").append(step.key);
         }
     }
@@ -95,7 +95,7 @@ bool JsonReader::peekString(JsonObject& object, std::string_view key, std::strin
     for (auto entry : object) {
         JsonKey raw;
         JsonValue value;
-        if (const auto code = entry.key().get(raw)) return fail(code, "a key");
+        if (const auto code = entry.key().get(raw)) return failKey(code);
         std::string_view name;
         if (!isWritten(raw, key) && (!keyText(raw, name) || name != key)) continue;
         if (const auto code = entry.value().get(value)) return fail(code, "a value");

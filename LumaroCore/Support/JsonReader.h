@@ -84,7 +84,7 @@ public:
     bool number(JsonValue value, double& out);
 
 private:
-    // A step of the path: a key, or the index of an element where the key is empty and `isIndex` is set.
+    // A step of the path: the index of an element, or a key, which has no data until one was read.
     struct Step {
         std::string_view key;
         std::size_t index = 0;
@@ -108,6 +108,10 @@ private:
     }
     Step& here() { return path_.back(); }
     std::string pathText() const;
+    bool failKey(simdjson::error_code code) {
+        here().key = {};
+        return fail(code, "a key");
+    }
     bool keyText(JsonKey key, std::string_view& out);
     bool unescape(JsonKey raw, std::size_t size, std::string_view& out);
     // Whether the key is written so, with no escapes. Reads within the text and its padding.
@@ -244,7 +248,7 @@ bool JsonReader::readEntries(JsonValue value, Each each) {
         JsonKey raw;
         JsonValue content;
         std::string_view key;
-        if (const auto code = entry.key().get(raw)) return fail(code, "a key");
+        if (const auto code = entry.key().get(raw)) return failKey(code);
         if (!keyText(raw, key)) return false;
         if (const auto code = entry.value().get(content)) return fail(code, "a value");
         const std::string held{key};
@@ -269,7 +273,7 @@ bool JsonReader::readObject(JsonObject& object, std::tuple<Bound...> fields) {
     for (auto entry : object) {
         JsonKey key;
         JsonValue value;
-        if (const auto code = entry.key().get(key)) return fail(code, "a key");
+        if (const auto code = entry.key().get(key)) return failKey(code);
         if (const auto code = entry.value().get(value)) return fail(code, "a value");
         if (!readKnown(indices, key, value, fields, seen, expected)) return false;
     }

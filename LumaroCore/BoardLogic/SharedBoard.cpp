@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "LumaroCore/BoardLogic/SharedBoard.h"
+
+#include <algorithm>
+#include <iterator>
+#include <utility>
+
+namespace lumaro {
+
+SharedBoard::SharedBoard(Board confirmed, std::vector<PendingBatch> pending, Instant now)
+    : confirmed_(std::move(confirmed)),
+      pending_(std::move_iterator{pending.begin()}, std::move_iterator{pending.end()}) {
+    project(now);
+}
+
+void SharedBoard::welcome(Board board, Instant now) {
+    confirmed_ = std::move(board);
+    project(now);
+}
+
+void SharedBoard::tieThread(Instant tiedAt) {
+    confirmed_.threadTiedAt = tiedAt;
+    shown_.threadTiedAt = tiedAt;
+}
+
+std::vector<RejectedOp> SharedBoard::enqueue(PendingBatch batch, Instant now) {
+    auto result = BoardLogic::apply(batch.ops, std::move(shown_), now);
+    shown_ = std::move(result.board);
+    pending_.push_back(std::move(batch));
+    return std::move(result.rejected);
+}
+
+void SharedBoard::acked(const UUID& batchId, Instant now) {
+    const auto batch = std::ranges::find(pending_, batchId, &PendingBatch::batchId);
+    if (batch == pending_.end()) return;
+    confirmed_ = BoardLogic::apply(batch->ops, std::move(confirmed_), now).board;
+    // Acks mostly come in the order of sending. The oldest batch was the first over `confirmed`, and is now its last:
+    // the board shown is the same, and a long queue drains without showing every batch anew for every ack.
+    const bool isOldest = batch == pending_.begin();
+    pending_.erase(batch);
+    if (!isOldest) project(now);
+}
+
+void SharedBoard::applyRemote(std::span<const Op> ops, Instant now) {
+    confirmed_ = BoardLogic::apply(ops, std::move(confirmed_), now).board;
+    project(now);
+}
+
+void SharedBoard::project(Instant now) {
+    shown_ = confirmed_;
+    for (const auto& batch : pending_)
+        shown_ = BoardLogic::apply(batch.ops, std::move(shown_), now).board;
+}
+
+} // namespace lumaro
