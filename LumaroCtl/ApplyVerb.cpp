@@ -67,8 +67,8 @@ std::string written(const T& value) {
 
 } // namespace
 
-std::expected<std::string, DecodeError> applyRequest(std::string request, Instant now) {
-    auto read = Wire::decode<ApplyRequest>(std::move(request));
+std::expected<std::string, DecodeError> applyRequest(std::string_view request, Instant now) {
+    auto read = Wire::decode<ApplyRequest>(request);
     if (!read) return std::unexpected(std::move(read.error()));
     if (read->tombstones) read->board.tombstones = std::move(*read->tombstones);
     auto result = BoardLogic::apply(understood(std::move(read->ops)), std::move(read->board), now);
@@ -76,8 +76,7 @@ std::expected<std::string, DecodeError> applyRequest(std::string request, Instan
     answer.tombstones = std::exchange(result.board.tombstones, {});
     answer.board = std::move(result.board);
     answer.applied = std::move(result.applied);
-    for (const auto& rejected : result.rejected)
-        answer.rejected.push_back({rejected.index, rejected.reason});
+    for (const auto& rejected : result.rejected) answer.rejected.push_back({rejected.index, rejected.reason});
     return written(answer);
 }
 

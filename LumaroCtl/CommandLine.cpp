@@ -51,7 +51,7 @@ ExitStatus answer(Streams streams, std::string_view name, Verb verb) {
         input.append(chunk.data(), static_cast<std::size_t>(streams.in.gcount()));
     }
     if (streams.in.bad()) return fail(streams, ExitStatus::inOut, name, "standard input cannot be read");
-    const VerbResult result = verb(std::move(input));
+    const VerbResult result = verb(input);
     if (!result) return fail(streams, ExitStatus::data, name, result.error().path + ": " + result.error().message);
     streams.out << *result << '\n';
     return ExitStatus::ok;
@@ -94,7 +94,7 @@ void addApply(CLI::App& app, Options& options, Run& run) {
         run = [&options](Streams streams) {
             const auto now = instantOf(options.now);
             if (!options.lines) {
-                return answer(streams, "apply", [&](std::string input) { return applyRequest(std::move(input), now); });
+                return answer(streams, "apply", [&](std::string_view input) { return applyRequest(input, now); });
             }
             const bool allRead = applyLines(streams.in, streams.out, now);
             if (streams.in.bad()) return fail(streams, ExitStatus::inOut, "apply", "standard input cannot be read");
@@ -119,8 +119,7 @@ void addPomodoro(CLI::App& app, Options& options, Run& run) {
     verb->callback([&] {
         run = [&options](Streams streams) {
             const auto at = instantOf(options.at);
-            return answer(streams, "pomodoro",
-                          [&](std::string input) { return pomodoroReading(std::move(input), at); });
+            return answer(streams, "pomodoro", [&](std::string_view input) { return pomodoroReading(input, at); });
         };
     });
 }
@@ -136,7 +135,7 @@ void addSpot(CLI::App& app, Options& options, Run& run) {
     verb->callback([&] {
         run = [&options](Streams streams) {
             const auto size = parseSize(options.size).value_or(Size{});
-            return answer(streams, "spot", [&](std::string input) { return landingSpot(std::move(input), size); });
+            return answer(streams, "spot", [&](std::string_view input) { return landingSpot(input, size); });
         };
     });
 }

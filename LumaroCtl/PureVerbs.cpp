@@ -28,22 +28,22 @@ std::string objectText(WriteBody writeBody) {
 
 } // namespace
 
-VerbResult canonicalBoard(std::string board) {
-    const auto read = Wire::decode<Board>(std::move(board));
+VerbResult canonicalBoard(std::string_view board) {
+    const auto read = Wire::decode<Board>(board);
     if (!read) return std::unexpected(read.error());
     auto text = Wire::encode(*read);
     if (!text) fatal("a board that was read cannot be written");
     return std::move(*text);
 }
 
-VerbResult plainNote(std::string document) {
-    const auto read = Wire::decode<PMNode>(std::move(document));
+VerbResult plainNote(std::string_view document) {
+    const auto read = Wire::decode<PMNode>(document);
     if (!read) return std::unexpected(read.error());
     return read->plainText();
 }
 
-VerbResult pomodoroReading(std::string payload, Instant at) {
-    const auto timer = Wire::decode<PomodoroPayload>(std::move(payload));
+VerbResult pomodoroReading(std::string_view payload, Instant at) {
+    const auto timer = Wire::decode<PomodoroPayload>(payload);
     if (!timer) return std::unexpected(timer.error());
     const double remaining = Pomodoro::remaining(*timer, at);
     const auto endsAt = Pomodoro::endsAt(*timer);
@@ -63,8 +63,8 @@ VerbResult pomodoroReading(std::string payload, Instant at) {
     });
 }
 
-VerbResult landingSpot(std::string board, Size size) {
-    const auto read = Wire::decode<Board>(std::move(board));
+VerbResult landingSpot(std::string_view board, Size size) {
+    const auto read = Wire::decode<Board>(board);
     if (!read) return std::unexpected(read.error());
     return objectText([&](JsonWriter& writer) { writeFields(writer, BoardLogic::openSpot(size, *read)); });
 }

@@ -8,6 +8,7 @@
 
 #include <expected>
 #include <string>
+#include <string_view>
 
 namespace lumaro {
 
@@ -16,13 +17,13 @@ namespace lumaro {
 using VerbResult = std::expected<std::string, DecodeError>;
 
 /// A board in canonical form.
-VerbResult canonicalBoard(std::string board);
+VerbResult canonicalBoard(std::string_view board);
 /// The plain text of a note document.
-VerbResult plainNote(std::string document);
+VerbResult plainNote(std::string_view document);
 /// What the block card shows at an instant, of a pomodoro payload.
-VerbResult pomodoroReading(std::string payload, Instant at);
+VerbResult pomodoroReading(std::string_view payload, Instant at);
 /// Where a new item of this size lands on a board.
-VerbResult landingSpot(std::string board, Size size);
+VerbResult landingSpot(std::string_view board, Size size);
 /// The tilt of a new item in degrees, in its shortest form.
 std::string tiltText(const UUID& id);
 

@@ -98,8 +98,7 @@ ApplyResult apply(std::span<const Op> ops, Board board, Instant now) {
         result.rejected.push_back({.index = static_cast<std::int64_t>(index), .op = ops[index], .reason = reason});
     };
     if (ops.size() > BoardSpec::maxOpsPerBatch) {
-        for (std::size_t i = 0; i < ops.size(); ++i)
-            reject(i, RejectionReason::batchCapExceeded);
+        for (std::size_t i = 0; i < ops.size(); ++i) reject(i, RejectionReason::batchCapExceeded);
         return result;
     }
     result.applied.reserve(ops.size());

@@ -34,8 +34,7 @@ std::vector<std::optional<std::size_t>> matchRows(const std::vector<BoardItem>& 
         std::size_t found = next;
         if (next >= before.size() || !isMatch(next)) {
             found = 0;
-            while (found < before.size() && !isMatch(found))
-                ++found;
+            while (found < before.size() && !isMatch(found)) ++found;
         }
         if (found == before.size()) continue;
         matches[row] = found;

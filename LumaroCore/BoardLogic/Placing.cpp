@@ -35,8 +35,7 @@ double heldInside(double place, double length, double canvasLength) {
 double score(Point candidate, Size size, double area, std::span<const Rect> footprints) {
     const Rect place = Rect::centredOn(candidate, size);
     double covered = 0;
-    for (const auto& footprint : footprints)
-        covered += sharedArea(place, footprint);
+    for (const auto& footprint : footprints) covered += sharedArea(place, footprint);
     return distance(candidate, canvasCentre) + covered / area * overlapWeight;
 }
 
@@ -58,8 +57,7 @@ BoardItem bumpingZ(BoardItem item, const Board& board) {
 
 double seededTilt(const UUID& id) {
     std::uint64_t hash = 0xcbf29ce484222325ULL;
-    for (const auto byte : id.bytes)
-        hash = (hash ^ byte) * 0x100000001b3ULL;
+    for (const auto byte : id.bytes) hash = (hash ^ byte) * 0x100000001b3ULL;
     const double fraction = static_cast<double>(hash >> 11) * 0x1p-53;
     return (2 * fraction - 1) * BoardSpec::seededTiltDegrees;
 }

@@ -48,8 +48,7 @@ void SharedBoard::applyRemote(std::span<const Op> ops, Instant now) {
 
 void SharedBoard::project(Instant now) {
     shown_ = confirmed_;
-    for (const auto& batch : pending_)
-        shown_ = BoardLogic::apply(batch.ops, std::move(shown_), now).board;
+    for (const auto& batch : pending_) shown_ = BoardLogic::apply(batch.ops, std::move(shown_), now).board;
 }
 
 } // namespace lumaro

@@ -23,45 +23,38 @@ bool readJson(JsonReader& reader, JsonValue value, KindedPayload& out) {
     return readPayload(reader, value, out.kind, out.payload);
 }
 
-// An item on its way in, none where its kind is unknown.
+// An item on its way in; `isKnown` is unset where its kind is unknown to this version.
 struct KnownItem {
-    std::optional<BoardItem> item;
+    BoardItem& item;
+    bool isKnown = false;
+    std::string kind = {};
 };
 
 // The kind is read ahead of everything else: what an item of an unknown kind holds may be of any shape.
-template <class Unknown>
-bool readItem(JsonReader& reader, JsonValue value, std::optional<BoardItem>& out, Unknown unknown) {
-    JsonObject object;
-    std::string name;
-    if (!reader.open(value, object) || !reader.peekString(object, kindKey, name)) return false;
-    const auto kind = fromName<ItemKind>(name);
-    if (!kind) return unknown(object, name);
-    auto& item = out.emplace();
-    KindedPayload payload{*kind, item.payload};
-    return reader.readObject(object, std::tuple_cat(bindFields(item), std::tuple{BoundField{payloadKey, payload}}));
-}
-
 bool readJson(JsonReader& reader, JsonValue value, KnownItem& out) {
-    return readItem(reader, value, out.item,
-                    [&](JsonObject& object, const std::string&) { return reader.skipObject(object); });
+    JsonObject object;
+    if (!reader.open(value, object) || !reader.peekString(object, kindKey, out.kind)) return false;
+    const auto kind = fromName<ItemKind>(out.kind);
+    out.isKnown = kind.has_value();
+    if (!kind) return reader.skipObject(object);
+    KindedPayload payload{*kind, out.item.payload};
+    return reader.readObject(object, std::tuple_cat(bindFields(out.item), std::tuple{BoundField{payloadKey, payload}}));
 }
 
 } // namespace
 
 bool readJson(JsonReader& reader, JsonValue value, BoardItem& out) {
-    std::optional<BoardItem> item;
-    const bool read = readItem(reader, value, item, [&](JsonObject&, const std::string& name) {
-        return reader.failUnder(kindKey, DecodeFault::invalidValue, "unknown value \"" + name + "\"");
-    });
-    if (read) out = std::move(*item);
-    return read;
+    KnownItem known{out};
+    if (!readJson(reader, value, known)) return false;
+    return known.isKnown ||
+           reader.failUnder(kindKey, DecodeFault::invalidValue, "unknown value \"" + known.kind + "\"");
 }
 
 bool readJson(JsonReader& reader, JsonValue value, std::vector<BoardItem>& out) {
     return reader.readArray(value, [&](JsonValue element) {
-        KnownItem known;
+        KnownItem known{out.emplace_back()};
         if (!readJson(reader, element, known)) return false;
-        if (known.item) out.push_back(std::move(*known.item));
+        if (!known.isKnown) out.pop_back();
         return true;
     });
 }
@@ -75,9 +68,10 @@ bool readJson(JsonReader& reader, JsonValue value, ForwardCompatibleOp& out) {
     std::string tag;
     if (!reader.open(value, object) || !reader.peekString(object, opKey, tag)) return false;
     if (tag != Upsert::tag) return readAlternative(reader, object, opKey, tag, out.op.emplace().value);
-    KnownItem known;
+    Upsert upsert;
+    KnownItem known{upsert.item};
     if (!reader.readObject(object, std::tuple{BoundField{itemKey, known}})) return false;
-    if (known.item) out.op = Op{Upsert{std::move(*known.item)}};
+    if (known.isKnown) out.op = Op{std::move(upsert)};
     return true;
 }
 
@@ -111,12 +105,13 @@ void writeJson(JsonWriter& writer, const Op& op) {
     writer.closeObject();
 }
 
-template std::expected<Board, DecodeError> Wire::decode<Board>(std::string text);
-template std::expected<BoardItem, DecodeError> Wire::decode<BoardItem>(std::string text);
-template std::expected<Op, DecodeError> Wire::decode<Op>(std::string text);
+template std::expected<Board, DecodeError> Wire::decode<Board>(std::string_view text);
+template std::expected<BoardItem, DecodeError> Wire::decode<BoardItem>(std::string_view text);
+template std::expected<Op, DecodeError> Wire::decode<Op>(std::string_view text);
 template std::expected<std::string, EncodeError> Wire::encode<Board>(const Board& value);
 template std::expected<std::string, EncodeError> Wire::encode<BoardItem>(const BoardItem& value);
 template std::expected<std::string, EncodeError> Wire::encode<Op>(const Op& value);
+template std::expected<void, EncodeError> Wire::encodeTo<Board>(std::string& out, const Board& value, int depth);
 template std::expected<void, EncodeError> Wire::encodeTo<BoardItem>(std::string& out, const BoardItem& value,
                                                                     int depth);
 

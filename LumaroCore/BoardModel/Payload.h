@@ -161,10 +161,9 @@ public:
 
     /// An empty note.
     Payload() = default;
-    Payload(Value value) : value_(std::make_shared<const Value>(std::move(value))) {}
+    explicit Payload(std::shared_ptr<const Value> value) : value_(std::move(value)) {}
     template <class T>
-        requires(std::constructible_from<Value, T> && !std::same_as<std::remove_cvref_t<T>, Payload> &&
-                 !std::same_as<std::remove_cvref_t<T>, Value>)
+        requires(std::constructible_from<Value, T> && !std::same_as<std::remove_cvref_t<T>, Payload>)
     Payload(T&& alternative) : value_(std::make_shared<const Value>(std::forward<T>(alternative))) {}
 
     const Value& value() const { return value_ ? *value_ : emptyValue(); }

@@ -12,9 +12,9 @@ bool readPayload(JsonReader& reader, JsonValue value, ItemKind kind, Payload& ou
     return [&]<std::size_t... I>(std::index_sequence<I...>) {
         bool read = false;
         const auto readAlternative = [&]<std::size_t J>() {
-            Payload::Value alternative{std::in_place_index<J>};
-            read = readJson(reader, value, std::get<J>(alternative));
-            out = Payload{std::move(alternative)};
+            auto held = std::make_shared<Payload::Value>(std::in_place_index<J>);
+            read = readJson(reader, value, *std::get_if<J>(held.get()));
+            out = Payload{std::move(held)};
             return true;
         };
         static_cast<void>(((I == wanted && readAlternative.template operator()<I>()) || ...));
@@ -26,9 +26,9 @@ void writeJson(JsonWriter& writer, const Payload& payload) {
     std::visit([&](const auto& alternative) { writeJson(writer, alternative); }, payload.value());
 }
 
-template std::expected<PomodoroPayload, DecodeError> Wire::decode<PomodoroPayload>(std::string text);
+template std::expected<PomodoroPayload, DecodeError> Wire::decode<PomodoroPayload>(std::string_view text);
 template std::expected<std::string, EncodeError> Wire::encode<PomodoroPayload>(const PomodoroPayload& value);
-template std::expected<std::vector<InkStroke>, DecodeError> Wire::decode<std::vector<InkStroke>>(std::string text);
+template std::expected<std::vector<InkStroke>, DecodeError> Wire::decode<std::vector<InkStroke>>(std::string_view text);
 template std::expected<std::string, EncodeError>
 Wire::encode<std::vector<InkStroke>>(const std::vector<InkStroke>& value);
 

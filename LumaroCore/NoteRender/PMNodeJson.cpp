@@ -62,7 +62,7 @@ void writeJson(JsonWriter& writer, const PMNode& node) {
     writer.closeObject();
 }
 
-template std::expected<PMNode, DecodeError> Wire::decode<PMNode>(std::string text);
+template std::expected<PMNode, DecodeError> Wire::decode<PMNode>(std::string_view text);
 template std::expected<std::string, EncodeError> Wire::encode<PMNode>(const PMNode& value);
 
 } // namespace lumaro

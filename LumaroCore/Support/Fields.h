@@ -19,8 +19,7 @@ struct Field {
 
     consteval Field(const char (&key)[N], T Owner::* which) : member(which) {
         written[0] = '"';
-        for (std::size_t i = 0; i + 1 < N; ++i)
-            written[i + 1] = key[i];
+        for (std::size_t i = 0; i + 1 < N; ++i) written[i + 1] = key[i];
         written[N] = '"';
         written[N + 1] = ':';
     }

@@ -41,8 +41,7 @@ public:
     template <class T>
     void add(const std::vector<T>& values) {
         add(values.size());
-        for (const auto& value : values)
-            add(value);
+        for (const auto& value : values) add(value);
     }
     template <class K, class V>
     void add(const std::map<K, V>& entries) {

@@ -28,12 +28,12 @@ std::expected<std::string, EncodeError> Wire::encode(const T& value) {
 }
 
 template <class T>
-std::expected<T, DecodeError> Wire::decode(std::string text) {
+std::expected<T, DecodeError> Wire::decode(std::string_view text) {
     T value{};
     const auto read = [](JsonReader& reader, JsonValue root, void* target) {
         return readJson(reader, root, *static_cast<T*>(target));
     };
-    if (auto error = decodeWith(std::move(text), read, &value)) return std::unexpected(std::move(*error));
+    if (auto error = decodeWith(text, read, &value)) return std::unexpected(std::move(*error));
     return value;
 }
 

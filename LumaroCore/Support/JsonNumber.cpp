@@ -45,8 +45,7 @@ std::optional<std::int64_t> takeExponent(std::string_view& text) {
     const auto digits = takeDigits(text);
     if (digits.empty()) return std::nullopt;
     std::int64_t exponent = 0;
-    for (const char digit : digits)
-        exponent = std::min(exponentLimit, exponent * 10 + (digit - '0'));
+    for (const char digit : digits) exponent = std::min(exponentLimit, exponent * 10 + (digit - '0'));
     return negative ? -exponent : exponent;
 }
 
@@ -85,12 +84,10 @@ ParsedNumber parseNumber(std::string_view token) {
         return i < parts->whole.size() ? parts->whole[i] : parts->fraction[i - parts->whole.size()];
     };
     std::size_t first = 0;
-    while (first < digitCount && digit(first) == '0')
-        ++first;
+    while (first < digitCount && digit(first) == '0') ++first;
     if (first == digitCount) return {NumberForm::whole, 0};
     std::size_t last = digitCount;
-    while (digit(last - 1) == '0')
-        --last;
+    while (digit(last - 1) == '0') --last;
     const auto point = static_cast<std::int64_t>(parts->whole.size()) + parts->exponent;
     if (point < static_cast<std::int64_t>(last)) return {NumberForm::fractional};
     if (point - static_cast<std::int64_t>(first) > 19) return {NumberForm::large};

@@ -4,6 +4,8 @@
 #include "LumaroCore/Support/JsonNumber.h"
 
 #include <cstring>
+#include <memory>
+#include <ranges>
 
 namespace lumaro {
 namespace {
@@ -11,14 +13,27 @@ namespace {
 // Buffers for texts up to this size are kept by each thread for the next text; a larger text brings its own.
 constexpr std::size_t keptCapacity = 64 * 1024;
 
+// What the library needs for a text of up to `capacity` bytes: a padded copy of it, and the parser's index.
+struct Buffers {
+    explicit Buffers(std::size_t capacity) : padded(new char[capacity + simdjson::SIMDJSON_PADDING]), size(capacity) {}
+
+    simdjson::simdjson_result<simdjson::ondemand::document> open(std::string_view text) {
+        if (parser.capacity() < size) {
+            if (const auto code = parser.allocate(size)) return code;
+        }
+        std::memcpy(padded.get(), text.data(), text.size());
+        std::memset(padded.get() + text.size(), 0, simdjson::SIMDJSON_PADDING);
+        return parser.iterate(padded.get(), text.size(), text.size() + simdjson::SIMDJSON_PADDING);
+    }
+
+    std::unique_ptr<char[]> padded;
+    std::size_t size;
+    simdjson::ondemand::parser parser;
+};
+
 std::string_view withoutTrailingSpace(std::string_view token) {
     const auto last = token.find_last_not_of(" \t\r\n");
     return token.substr(0, last == std::string_view::npos ? 0 : last + 1);
-}
-
-// The library's token of a string runs from its opening quote to the next token.
-std::size_t contentSize(std::string_view stringToken) {
-    return stringToken.rfind('"') - 1;
 }
 
 } // namespace
@@ -46,20 +61,17 @@ bool JsonReader::fail(simdjson::error_code code, std::string_view expected) {
 }
 
 std::string JsonReader::pathText() const {
+    std::vector<const Inside*> steps;
+    for (const Inside* step = here_; step != nullptr; step = step->outer) steps.push_back(step);
     std::string path = "$";
-    for (const auto& step : path_) {
-        if (step.isIndex) {
-            path.append("[").append(std::to_string(step.index)).append("]");
-        } else if (step.key.data() != nullptr) {
-            path.append(".").append(step.key);
+    for (const auto* step : steps | std::views::reverse) {
+        if (step->isIndex) {
+            path.append("[").append(std::to_string(step->index)).append("]");
+        } else if (step->key.data() != nullptr) {
+            path.append(".").append(step->key);
         }
     }
     return path;
-}
-
-bool JsonReader::open(JsonValue value, JsonObject& out) {
-    if (const auto code = value.get_object().get(out)) return fail(code, "an object");
-    return checkDepth();
 }
 
 bool JsonReader::unescape(JsonKey raw, std::size_t size, std::string_view& out) {
@@ -136,28 +148,12 @@ bool JsonReader::skipObject(JsonObject& object) {
     return readObject(object, std::tuple<>{});
 }
 
-bool JsonReader::text(JsonValue value, std::string_view& out) {
-    const std::string_view token = value.raw_json_token();
-    JsonKey raw;
-    if (const auto code = value.get_raw_json_string().get(raw)) return fail(code, "a string");
-    const auto size = contentSize(token);
-    if (std::memchr(raw.raw(), '\\', size) != nullptr) return unescape(raw, size, out);
-    out = {raw.raw(), size};
-    return true;
-}
-
-std::optional<std::int64_t> JsonReader::wholeNumber(JsonValue value) {
-    std::int64_t whole = 0;
-    if (value.get_int64().get(whole) == simdjson::SUCCESS) return whole;
+std::optional<std::int64_t> JsonReader::carefulWholeNumber(JsonValue value) {
     const auto number = parseNumber(withoutTrailingSpace(value.raw_json_token()));
     return number.form == NumberForm::whole ? std::optional{number.value} : std::nullopt;
 }
 
-bool JsonReader::integer(JsonValue value, std::int64_t& out) {
-    if (const auto whole = wholeNumber(value)) {
-        out = *whole;
-        return true;
-    }
+bool JsonReader::failInteger(JsonValue value) {
     switch (parseNumber(withoutTrailingSpace(value.raw_json_token())).form) {
     case NumberForm::large: return fail(DecodeFault::outOfRange, "the number does not fit in 64 bits");
     case NumberForm::fractional: return fail(DecodeFault::wrongType, "expected a whole number");
@@ -167,14 +163,11 @@ bool JsonReader::integer(JsonValue value, std::int64_t& out) {
     return fail(value.get_double().error(), "a whole number");
 }
 
-bool JsonReader::number(JsonValue value, double& out) {
-    const auto code = value.get_double().get(out);
-    if (code == simdjson::SUCCESS) return true;
-    const auto token = withoutTrailingSpace(value.raw_json_token());
-    if (parseNumber(token).form != NumberForm::malformed) {
+bool JsonReader::failNumber(JsonValue value) {
+    if (parseNumber(withoutTrailingSpace(value.raw_json_token())).form != NumberForm::malformed) {
         return fail(DecodeFault::outOfRange, "the number is out of range");
     }
-    return fail(code, "a number");
+    return fail(value.get_double().error(), "a number");
 }
 
 bool readJson(JsonReader& reader, JsonValue value, std::string& out) {
@@ -210,25 +203,20 @@ bool readJson(JsonReader& reader, JsonValue value, std::vector<Point>& out) {
     if (!read) return false;
     if (numbers.size() % 2 != 0) return reader.fail(DecodeFault::invalidValue, "points come in pairs");
     out.resize(numbers.size() / 2);
-    for (std::size_t i = 0; i < out.size(); ++i)
-        out[i] = {numbers[2 * i], numbers[2 * i + 1]};
+    for (std::size_t i = 0; i < out.size(); ++i) out[i] = {numbers[2 * i], numbers[2 * i + 1]};
     return true;
 }
 
-std::optional<DecodeError> decodeWith(std::string text, bool (*read)(JsonReader&, JsonValue, void*), void* target) {
-    thread_local simdjson::ondemand::parser kept;
-    std::optional<simdjson::ondemand::parser> own;
-    const std::size_t size = text.size();
-    auto& parser = size <= keptCapacity ? kept : own.emplace();
-    if (size <= keptCapacity && kept.capacity() == 0 && kept.allocate(keptCapacity) != simdjson::SUCCESS) {
-        return DecodeError{DecodeFault::tooLarge, "$", "no memory to read the text"};
-    }
+std::optional<DecodeError> decodeWith(std::string_view text, bool (*read)(JsonReader&, JsonValue, void*),
+                                      void* target) {
+    thread_local Buffers kept{keptCapacity};
+    std::optional<Buffers> own;
+    auto& buffers = text.size() <= keptCapacity ? kept : own.emplace(text.size());
 
-    text.append(simdjson::SIMDJSON_PADDING, '\0');
-    JsonReader reader{parser};
+    JsonReader reader{buffers.parser};
     simdjson::ondemand::document document;
     JsonValue root;
-    if (const auto code = parser.iterate(text.data(), size, text.size()).get(document)) {
+    if (const auto code = buffers.open(text).get(document)) {
         reader.fail(code, "an object");
     } else if (const auto scalar = document.get_value().get(root)) {
         reader.fail(scalar == simdjson::SCALAR_DOCUMENT_AS_VALUE ? simdjson::INCORRECT_TYPE : scalar,

@@ -69,7 +69,10 @@ public:
     bool peekString(JsonObject& object, std::string_view key, std::string& out);
 
     /// Opens an object; it must then be read with `readObject` or `skipObject`.
-    bool open(JsonValue value, JsonObject& out);
+    bool open(JsonValue value, JsonObject& out) {
+        if (const auto code = value.get_object().get(out)) return fail(code, "an object");
+        return checkDepth();
+    }
 
     /// Passes over a value; it must be JSON all the same.
     /// The value may stay where it is: whoever iterates around it goes on behind it.
@@ -77,41 +80,67 @@ public:
     bool skipObject(JsonObject& object);
 
     /// A view of a string's characters, good until the next call on this reader.
-    bool text(JsonValue value, std::string_view& out);
-    bool integer(JsonValue value, std::int64_t& out);
+    bool text(JsonValue value, std::string_view& out) {
+        // The library's token of a string runs from its opening quote to the next token.
+        const std::string_view token = value.raw_json_token();
+        JsonKey raw;
+        if (const auto code = value.get_raw_json_string().get(raw)) return fail(code, "a string");
+        const auto size = token.rfind('"') - 1;
+        if (std::memchr(raw.raw(), '\\', size) != nullptr) return unescape(raw, size, out);
+        out = {raw.raw(), size};
+        return true;
+    }
+    bool integer(JsonValue value, std::int64_t& out) {
+        const auto whole = wholeNumber(value);
+        if (!whole) return failInteger(value);
+        out = *whole;
+        return true;
+    }
     /// The number, when it is whole and 64 bits hold it, however it is written; fails nothing.
-    static std::optional<std::int64_t> wholeNumber(JsonValue value);
-    bool number(JsonValue value, double& out);
+    static std::optional<std::int64_t> wholeNumber(JsonValue value) {
+        std::int64_t whole = 0;
+        if (value.get_int64().get(whole) == simdjson::SUCCESS) return whole;
+        return carefulWholeNumber(value);
+    }
+    [[gnu::always_inline]] bool number(JsonValue value, double& out) {
+        return value.get_double().get(out) == simdjson::SUCCESS || failNumber(value);
+    }
 
 private:
-    // A step of the path: the index of an element, or a key, which has no data until one was read.
-    struct Step {
-        std::string_view key;
-        std::size_t index = 0;
-        bool isIndex = false;
-    };
-
-    // Steps into an array or object for as long as it lives.
+    // A step into an array or object, linked to the one around it, for as long as it lives.
     class Inside {
     public:
-        Inside(JsonReader& reader, bool isIndex) : reader_(reader) { reader.path_.push_back({{}, 0, isIndex}); }
-        ~Inside() { reader_.path_.pop_back(); }
+        Inside(JsonReader& reader, bool isArray) : reader_(reader), outer(reader.here_), isIndex(isArray) {
+            reader.here_ = this;
+            ++reader.depth_;
+        }
+        ~Inside() {
+            reader_.here_ = outer;
+            --reader_.depth_;
+        }
         Inside(const Inside&) = delete;
         Inside& operator=(const Inside&) = delete;
 
     private:
         JsonReader& reader_;
+
+    public:
+        Inside* const outer;
+        std::string_view key; ///< has no data until one was read
+        std::size_t index = 0;
+        const bool isIndex;
     };
 
-    bool checkDepth() {
-        return path_.size() < static_cast<std::size_t>(maxJsonDepth) || fail(DecodeFault::tooDeep, "nested too deeply");
-    }
-    Step& here() { return path_.back(); }
+    bool checkDepth() { return depth_ < maxJsonDepth || fail(DecodeFault::tooDeep, "nested too deeply"); }
+    Inside& here() { return *here_; }
     std::string pathText() const;
     bool failKey(simdjson::error_code code) {
         here().key = {};
         return fail(code, "a key");
     }
+    bool failNumber(JsonValue value);
+    bool failInteger(JsonValue value);
+    static std::optional<std::int64_t> carefulWholeNumber(JsonValue value);
     bool keyText(JsonKey key, std::string_view& out);
     bool unescape(JsonKey raw, std::size_t size, std::string_view& out);
     // Whether the key is written so, with no escapes. Reads within the text and its padding.
@@ -128,7 +157,8 @@ private:
     bool finishField(const Bound& bound, bool seen);
 
     simdjson::ondemand::parser& parser_;
-    std::vector<Step> path_;
+    Inside* here_ = nullptr;
+    int depth_ = 0;
     std::vector<std::uint8_t> unescaped_;
     std::vector<double> numbers_;
     std::optional<DecodeError> error_;
@@ -337,6 +367,6 @@ bool JsonReader::finishField(const Bound& bound, bool seen) {
 }
 
 /// The work behind `Wire::decode`: parses `text` and hands its root to `read`; the error, if any.
-std::optional<DecodeError> decodeWith(std::string text, bool (*read)(JsonReader&, JsonValue, void*), void* target);
+std::optional<DecodeError> decodeWith(std::string_view text, bool (*read)(JsonReader&, JsonValue, void*), void* target);
 
 } // namespace lumaro

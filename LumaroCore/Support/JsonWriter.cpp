@@ -15,8 +15,7 @@ namespace {
 
 constexpr std::array<bool, 256> needsEscape = [] {
     std::array<bool, 256> table{};
-    for (std::size_t c = 0; c < 0x20; ++c)
-        table[c] = true;
+    for (std::size_t c = 0; c < 0x20; ++c) table[c] = true;
     table['"'] = true;
     table['\\'] = true;
     return table;

@@ -106,8 +106,7 @@ void writeJson(JsonWriter& writer, E value) {
 template <class T>
 void writeJson(JsonWriter& writer, const std::vector<T>& values) {
     writer.openArray();
-    for (const auto& value : values)
-        writeJson(writer, value);
+    for (const auto& value : values) writeJson(writer, value);
     writer.closeArray();
 }
 

@@ -22,8 +22,7 @@ constexpr int digitValue(char c) {
 constexpr auto digitPairs = [] {
     std::array<std::array<char, 2>, 256> pairs{};
     constexpr std::string_view digits = "0123456789abcdef";
-    for (std::size_t i = 0; i < pairs.size(); ++i)
-        pairs[i] = {digits[i >> 4], digits[i & 15]};
+    for (std::size_t i = 0; i < pairs.size(); ++i) pairs[i] = {digits[i >> 4], digits[i & 15]};
     return pairs;
 }();
 

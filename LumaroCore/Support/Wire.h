@@ -4,10 +4,13 @@
 #include "LumaroCore/Support/Instant.h"
 #include "LumaroCore/Support/JsonError.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <expected>
+#include <limits>
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace lumaro {
 
@@ -48,9 +51,9 @@ template <class T>
 template <class T>
 [[nodiscard]] std::expected<void, EncodeError> encodeTo(std::string& out, const T& value, int depth = 0);
 
-/// Reads a value from a JSON text. Thread-safe. Takes the text by value to pad it in place: move it in.
+/// Reads a value from a JSON text. Thread-safe.
 template <class T>
-[[nodiscard]] std::expected<T, DecodeError> decode(std::string text);
+[[nodiscard]] std::expected<T, DecodeError> decode(std::string_view text);
 
 } // namespace Wire
 } // namespace lumaro
