@@ -30,37 +30,41 @@ struct Streams {
 using Run = std::function<ExitStatus(Streams)>;
 
 struct Options {
-    std::int64_t now = 0;
-    std::int64_t at = 0;
+    std::string now;
+    std::string at;
     bool lines = false;
     std::string size;
     std::string id;
 };
 
-ExitStatus fail(Streams streams, ExitStatus status, std::string_view verb, std::string_view message) {
-    streams.err << "lumaroctl " << verb << ": " << message << '\n';
+// One line, whatever the input put into the message.
+ExitStatus fail(Streams streams, ExitStatus status, std::string_view message) {
+    std::string line = "lumaroctl";
+    for (const char c : message) line.push_back(static_cast<unsigned char>(c) < 0x20 || c == 0x7f ? '?' : c);
+    streams.err << line << '\n';
     return status;
 }
 
 // Reads all of standard input, answers it with `verb`, and ends the answer's line.
 template <class Verb>
-ExitStatus answer(Streams streams, std::string_view name, Verb verb) {
+ExitStatus answer(Streams streams, const std::string& name, Verb verb) {
     std::string input;
     for (std::array<char, 65536> chunk{}; streams.in;) {
         streams.in.read(chunk.data(), chunk.size());
         input.append(chunk.data(), static_cast<std::size_t>(streams.in.gcount()));
     }
-    if (streams.in.bad()) return fail(streams, ExitStatus::inOut, name, "standard input cannot be read");
+    if (streams.in.bad()) return fail(streams, ExitStatus::inOut, " " + name + ": standard input cannot be read");
     const VerbResult result = verb(input);
-    if (!result) return fail(streams, ExitStatus::data, name, result.error().path + ": " + result.error().message);
+    if (!result)
+        return fail(streams, ExitStatus::data, " " + name + ": " + result.error().path + ": " + result.error().message);
     streams.out << *result << '\n';
     return ExitStatus::ok;
 }
 
 std::optional<Size> parseSize(std::string_view text) {
     Size size;
-    const char* end = text.data() + text.size();
-    const auto width = std::from_chars(text.data(), end, size.width);
+    const char* const end = text.data() + text.size();
+    const auto width = std::from_chars(text.begin(), end, size.width);
     if (width.ec != std::errc{} || width.ptr == end || *width.ptr != 'x') return std::nullopt;
     const auto height = std::from_chars(width.ptr + 1, end, size.height);
     if (height.ec != std::errc{} || height.ptr != end) return std::nullopt;
@@ -68,15 +72,15 @@ std::optional<Size> parseSize(std::string_view text) {
     return isSize ? std::optional{size} : std::nullopt;
 }
 
-std::string checkMilliseconds(const std::string& text) {
+std::optional<Instant> parseInstant(const std::string& text) {
+    const char* const last = text.data() + text.size();
     std::int64_t count = 0;
-    const auto [end, code] = std::from_chars(text.data(), text.data() + text.size(), count);
-    const bool isInstant = code == std::errc{} && end == text.data() + text.size() && Wire::date(count);
-    return isInstant ? "" : "\"" + text + "\" is no instant in milliseconds since 1970";
+    const auto [end, code] = std::from_chars(text.data(), last, count);
+    return code == std::errc{} && end == last ? Wire::date(count) : std::nullopt;
 }
 
-Instant instantOf(std::int64_t count) {
-    return Wire::date(count).value_or(Instant{});
+std::string checkInstant(const std::string& text) {
+    return parseInstant(text) ? "" : "\"" + text + "\" is no instant in milliseconds since 1970";
 }
 
 void addApply(CLI::App& app, Options& options, Run& run) {
@@ -87,17 +91,17 @@ void addApply(CLI::App& app, Options& options, Run& run) {
                  "\"tombstones\" may be left out; \"index\" counts the ops that were understood.");
     verb->add_option("--now", options.now, "the time of the batch, in milliseconds since 1970")
         ->required()
-        ->check(checkMilliseconds)
+        ->check(checkInstant)
         ->type_name("MS");
     verb->add_flag("--lines", options.lines, "answer each line of the input with a line, to its end");
     verb->callback([&] {
         run = [&options](Streams streams) {
-            const auto now = instantOf(options.now);
+            const auto now = parseInstant(options.now).value_or(Instant{});
             if (!options.lines) {
                 return answer(streams, "apply", [&](std::string_view input) { return applyRequest(input, now); });
             }
             const bool allRead = applyLines(streams.in, streams.out, now);
-            if (streams.in.bad()) return fail(streams, ExitStatus::inOut, "apply", "standard input cannot be read");
+            if (streams.in.bad()) return fail(streams, ExitStatus::inOut, " apply: standard input cannot be read");
             return allRead ? ExitStatus::ok : ExitStatus::data;
         };
     });
@@ -114,11 +118,11 @@ void addPomodoro(CLI::App& app, Options& options, Run& run) {
     auto* verb = app.add_subcommand("pomodoro", "Read a pomodoro payload and print what the block card shows.");
     verb->add_option("--at", options.at, "the time of the reading, in milliseconds since 1970")
         ->required()
-        ->check(checkMilliseconds)
+        ->check(checkInstant)
         ->type_name("MS");
     verb->callback([&] {
         run = [&options](Streams streams) {
-            const auto at = instantOf(options.at);
+            const auto at = parseInstant(options.at).value_or(Instant{});
             return answer(streams, "pomodoro", [&](std::string_view input) { return pomodoroReading(input, at); });
         };
     });
@@ -170,8 +174,7 @@ ExitStatus parseAndRun(std::span<char* const> arguments, Streams streams) {
         app.exit(help, streams.out, streams.err);
         return ExitStatus::ok;
     } catch (const CLI::ParseError& error) {
-        streams.err << "lumaroctl: " << error.what() << " (see --help)\n";
-        return ExitStatus::usage;
+        return fail(streams, ExitStatus::usage, std::string{": "} + error.what() + " (see --help)");
     }
     return run(streams);
 }
@@ -182,8 +185,7 @@ int runCommandLine(std::span<char* const> arguments, std::istream& in, std::ostr
     const auto status = parseAndRun(arguments, {in, out, err});
     // A full disk or a closed pipe shows at the latest here.
     if (!out.flush()) {
-        err << "lumaroctl: standard output cannot be written\n";
-        return std::to_underlying(ExitStatus::inOut);
+        return std::to_underlying(fail({in, out, err}, ExitStatus::inOut, ": standard output cannot be written"));
     }
     return std::to_underlying(status);
 }

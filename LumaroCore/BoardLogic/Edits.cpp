@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <iterator>
 #include <limits>
 #include <numbers>
 #include <ranges>
@@ -153,10 +152,13 @@ Result raise(const Board& board, const UUID& id, Hand hand) {
     return edit(board, id, [&](const BoardItem& before) -> Result {
         const auto rises = [&](const BoardItem& item) { return item.id == id || isDrawnOn(item, id); };
         auto z = frontZ(board, rises);
+        // The item, then the doodles on it as they lie over one another.
         std::vector<BoardItem> risers{before};
-        std::ranges::copy_if(board.items, std::back_inserter(risers),
-                             [&](const BoardItem& item) { return isDrawnOn(item, id) && item.id != id; });
-        std::ranges::stable_sort(risers | std::views::drop(1), {}, &BoardItem::z);
+        for (const auto& item : board.items) {
+            if (item.id == id || !isDrawnOn(item, id)) continue;
+            const auto drawn = std::ranges::subrange(risers.begin() + 1, risers.end());
+            risers.insert(std::ranges::upper_bound(drawn, item.z, {}, &BoardItem::z), item);
+        }
         std::vector<Op> ops;
         for (auto& item : risers) {
             item.z = z;

@@ -10,8 +10,8 @@ namespace {
 
 constexpr LooseKey payloadKey{"payload"};
 constexpr LooseKey itemKey{"item"};
-constexpr std::string_view kindKey = "kind";
-constexpr std::string_view opKey = "op";
+constexpr LooseKey kindKey{"kind"};
+constexpr LooseKey opKey{"op"};
 
 // A payload on its way in, read by the kind that stands beside it.
 struct KindedPayload {
@@ -25,20 +25,24 @@ bool readJson(JsonReader& reader, JsonValue value, KindedPayload& out) {
 
 // An item on its way in; `isKnown` is unset where its kind is unknown to this version.
 struct KnownItem {
+    explicit KnownItem(BoardItem& into) : item(into) {}
+
     BoardItem& item;
     bool isKnown = false;
-    std::string kind = {};
+    std::string kind;
 };
 
 // The kind is read ahead of everything else: what an item of an unknown kind holds may be of any shape.
 bool readJson(JsonReader& reader, JsonValue value, KnownItem& out) {
     JsonObject object;
-    if (!reader.open(value, object) || !reader.peekString(object, kindKey, out.kind)) return false;
+    if (!reader.open(value, object) || !reader.peekString(object, kindKey.name, out.kind)) return false;
     const auto kind = fromName<ItemKind>(out.kind);
     out.isKnown = kind.has_value();
     if (!kind) return reader.skipObject(object);
+    PassedOver kindAgain;
     KindedPayload payload{*kind, out.item.payload};
-    return reader.readObject(object, std::tuple_cat(bindFields(out.item), std::tuple{BoundField{payloadKey, payload}}));
+    return reader.readObject(object, std::tuple_cat(bindFields(out.item), std::tuple{BoundField{payloadKey, payload},
+                                                                                     BoundField{kindKey, kindAgain}}));
 }
 
 } // namespace
@@ -47,7 +51,7 @@ bool readJson(JsonReader& reader, JsonValue value, BoardItem& out) {
     KnownItem known{out};
     if (!readJson(reader, value, known)) return false;
     return known.isKnown ||
-           reader.failUnder(kindKey, DecodeFault::invalidValue, "unknown value \"" + known.kind + "\"");
+           reader.failUnder(kindKey.name, DecodeFault::invalidValue, "unknown value \"" + known.kind + "\"");
 }
 
 bool readJson(JsonReader& reader, JsonValue value, std::vector<BoardItem>& out) {
@@ -60,17 +64,18 @@ bool readJson(JsonReader& reader, JsonValue value, std::vector<BoardItem>& out) 
 }
 
 bool readJson(JsonReader& reader, JsonValue value, Op& out) {
-    return readTagged(reader, value, opKey, out.value);
+    return readTagged(reader, value, opKey.name, out.value);
 }
 
 bool readJson(JsonReader& reader, JsonValue value, ForwardCompatibleOp& out) {
     JsonObject object;
     std::string tag;
-    if (!reader.open(value, object) || !reader.peekString(object, opKey, tag)) return false;
-    if (tag != Upsert::tag) return readAlternative(reader, object, opKey, tag, out.op.emplace().value);
+    if (!reader.open(value, object) || !reader.peekString(object, opKey.name, tag)) return false;
+    if (tag != Upsert::tag) return readAlternative(reader, object, opKey.name, tag, out.op.emplace().value);
     Upsert upsert;
     KnownItem known{upsert.item};
-    if (!reader.readObject(object, std::tuple{BoundField{itemKey, known}})) return false;
+    PassedOver tagAgain;
+    if (!reader.readObject(object, std::tuple{BoundField{opKey, tagAgain}, BoundField{itemKey, known}})) return false;
     if (known.isKnown) out.op = Op{std::move(upsert)};
     return true;
 }
@@ -101,7 +106,7 @@ void writeJson(JsonWriter& writer, const Board& board) {
 
 void writeJson(JsonWriter& writer, const Op& op) {
     writer.openObject();
-    writeTaggedFields(writer, opKey, op.value);
+    writeTaggedFields(writer, opKey.name, op.value);
     writer.closeObject();
 }
 

@@ -93,7 +93,7 @@ PMNode doc(std::vector<PMNode> content);
 /// One empty paragraph; a new note starts from it.
 const PMNode& emptyDoc();
 /// A document of plain text, a paragraph for each line.
-PMNode docOfLines(std::string_view text);
+PMNode docOfLines(std::string_view lines);
 
 PMMark bold();
 PMMark italic();

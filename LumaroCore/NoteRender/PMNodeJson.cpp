@@ -5,6 +5,8 @@
 #include "LumaroCore/Support/JsonNumber.h"
 #include "LumaroCore/Support/Overloaded.h"
 
+#include <cmath>
+
 namespace lumaro {
 namespace {
 
@@ -15,13 +17,18 @@ bool failUnsupported(JsonReader& reader) {
 }
 
 bool readNumber(JsonReader& reader, JsonValue value, PMValue& out) {
-    if (const auto whole = reader.wholeNumber(value)) {
+    if (const auto whole = JsonReader::wholeNumber(value)) {
         out.value = *whole;
         return true;
     }
     double number = 0;
     if (value.get_double().get(number) != simdjson::SUCCESS) return failUnsupported(reader);
-    out.value = number;
+    // A fraction too small for a double: it will be written as the whole number that it reads as.
+    if (number == std::trunc(number) && number >= -0x1p63 && number < 0x1p63) {
+        out.value = static_cast<std::int64_t>(number);
+    } else {
+        out.value = number;
+    }
     return true;
 }
 

@@ -7,8 +7,8 @@
 namespace lumaro {
 
 void fatal(std::string_view what, std::source_location where) {
-    std::fprintf(stderr, "%s:%u: %.*s\n", where.file_name(), static_cast<unsigned>(where.line()),
-                 static_cast<int>(what.size()), what.data());
+    static_cast<void>(std::fprintf(stderr, "%s:%u: %.*s\n", where.file_name(), static_cast<unsigned>(where.line()),
+                                   static_cast<int>(what.size()), what.data()));
     std::abort();
 }
 

@@ -54,7 +54,7 @@ public:
     template <class... T>
     void add(const std::variant<T...>& value) {
         add(value.index());
-        std::visit([this](const auto& alternative) { add(alternative); }, value);
+        std::visit([this](const auto& alternative) { this->add(alternative); }, value);
     }
     template <HasFields T>
         requires(!requires(const T& value, Hasher& hasher) { value.hashInto(hasher); })

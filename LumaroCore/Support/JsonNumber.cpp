@@ -19,8 +19,8 @@ struct NumberParts {
 };
 
 std::size_t countDigits(std::string_view text) {
-    const auto end = std::ranges::find_if(text, [](char c) { return c < '0' || c > '9'; });
-    return static_cast<std::size_t>(end - text.begin());
+    const auto end = text.find_first_not_of("0123456789");
+    return end == std::string_view::npos ? text.size() : end;
 }
 
 std::string_view takeDigits(std::string_view& text) {
@@ -103,18 +103,17 @@ ParsedNumber parseNumber(std::string_view token) {
 }
 
 char* writeDouble(char* out, double value) {
+    char* const end = out + maxDoubleText;
+    if (value == 0 && std::signbit(value)) return std::to_chars(out, end, value).ptr;
+    if (std::abs(value) < 1e15 && std::trunc(value) == value) {
+        return std::to_chars(out, end, static_cast<std::int64_t>(value)).ptr;
+    }
     const auto thousandths = asThousandths(value);
-    if (!thousandths || (*thousandths == 0 && std::signbit(value))) {
-        return std::to_chars(out, out + maxDoubleText, value).ptr;
-    }
-    auto magnitude = static_cast<std::uint64_t>(*thousandths);
-    if (*thousandths < 0) {
-        *out++ = '-';
-        magnitude = 0 - magnitude;
-    }
-    out = std::to_chars(out, out + maxDoubleText - 1, magnitude / 1000).ptr;
+    if (!thousandths) return std::to_chars(out, end, value).ptr;
+    if (*thousandths < 0) *out++ = '-';
+    const auto magnitude = static_cast<std::uint64_t>(std::abs(*thousandths));
+    out = std::to_chars(out, end - 1, magnitude / 1000).ptr;
     const auto fraction = static_cast<unsigned>(magnitude % 1000);
-    if (fraction == 0) return out;
     *out++ = '.';
     *out++ = static_cast<char>('0' + fraction / 100);
     if (fraction % 100 == 0) return out;

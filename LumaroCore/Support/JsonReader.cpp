@@ -11,7 +11,7 @@ namespace lumaro {
 namespace {
 
 // Buffers for texts up to this size are kept by each thread for the next text; a larger text brings its own.
-constexpr std::size_t keptCapacity = 64 * 1024;
+constexpr std::size_t keptCapacity = 65536;
 
 // What the library needs for a text of up to `capacity` bytes: a padded copy of it, and the parser's index.
 struct Buffers {
@@ -102,19 +102,21 @@ bool JsonReader::keyText(JsonKey key, std::string_view& out) {
 
 bool JsonReader::peekString(JsonObject& object, std::string_view key, std::string& out) {
     const Inside inside{*this, false};
-    here().key = key;
     bool found = false;
     for (auto entry : object) {
         JsonKey raw;
         JsonValue value;
-        if (const auto code = entry.key().get(raw)) return failKey(code);
         std::string_view name;
-        if (!isWritten(raw, key) && (!keyText(raw, name) || name != key)) continue;
+        if (const auto code = entry.key().get(raw)) return fail(code, "a key");
+        if (!isWritten(raw, key) && !keyText(raw, name)) return false;
+        if (!isWritten(raw, key) && name != key) continue;
+        here().key = key;
         if (const auto code = entry.value().get(value)) return fail(code, "a value");
         if (!readJson(*this, value, out)) return false;
         found = true;
         break;
     }
+    here().key = key;
     if (!found) return fail(DecodeFault::missingKey, "the key is missing");
     if (const auto code = object.reset().error()) return fail(code, "an object");
     return true;
@@ -153,21 +155,28 @@ std::optional<std::int64_t> JsonReader::carefulWholeNumber(JsonValue value) {
     return number.form == NumberForm::whole ? std::optional{number.value} : std::nullopt;
 }
 
+bool JsonReader::failToken(std::string_view token, std::string_view expected) {
+    const bool isOtherType = std::string_view{"\"[{tfn"}.contains(token.front());
+    return isOtherType ? fail(simdjson::INCORRECT_TYPE, expected) : fail(DecodeFault::malformed, "not JSON");
+}
+
 bool JsonReader::failInteger(JsonValue value) {
-    switch (parseNumber(withoutTrailingSpace(value.raw_json_token())).form) {
+    const auto token = withoutTrailingSpace(value.raw_json_token());
+    switch (parseNumber(token).form) {
     case NumberForm::large: return fail(DecodeFault::outOfRange, "the number does not fit in 64 bits");
     case NumberForm::fractional: return fail(DecodeFault::wrongType, "expected a whole number");
     case NumberForm::whole:
     case NumberForm::malformed: break;
     }
-    return fail(value.get_double().error(), "a whole number");
+    return failToken(token, "a whole number");
 }
 
 bool JsonReader::failNumber(JsonValue value) {
-    if (parseNumber(withoutTrailingSpace(value.raw_json_token())).form != NumberForm::malformed) {
+    const auto token = withoutTrailingSpace(value.raw_json_token());
+    if (parseNumber(token).form != NumberForm::malformed) {
         return fail(DecodeFault::outOfRange, "the number is out of range");
     }
-    return fail(value.get_double().error(), "a number");
+    return failToken(token, "a number");
 }
 
 bool readJson(JsonReader& reader, JsonValue value, std::string& out) {

@@ -79,6 +79,11 @@ public:
     bool skip(JsonValue value);
     bool skipObject(JsonObject& object);
 
+    /// Whether the value is null; what only begins like it is malformed.
+    bool readNull(JsonValue value, bool& out) {
+        return value.is_null().get(out) == simdjson::SUCCESS || fail(DecodeFault::malformed, "not JSON");
+    }
+
     /// A view of a string's characters, good until the next call on this reader.
     bool text(JsonValue value, std::string_view& out) {
         // The library's token of a string runs from its opening quote to the next token.
@@ -125,7 +130,14 @@ private:
         JsonReader& reader_;
 
     public:
+        // Keeps a key that is not one of ours for as long as the path may name it.
+        void hold(std::string_view text) {
+            held.assign(text);
+            key = held;
+        }
+
         Inside* const outer;
+        std::string held;
         std::string_view key; ///< has no data until one was read
         std::size_t index = 0;
         const bool isIndex;
@@ -134,10 +146,8 @@ private:
     bool checkDepth() { return depth_ < maxJsonDepth || fail(DecodeFault::tooDeep, "nested too deeply"); }
     Inside& here() { return *here_; }
     std::string pathText() const;
-    bool failKey(simdjson::error_code code) {
-        here().key = {};
-        return fail(code, "a key");
-    }
+    // Where a number was wanted and none stands.
+    bool failToken(std::string_view token, std::string_view expected);
     bool failNumber(JsonValue value);
     bool failInteger(JsonValue value);
     static std::optional<std::int64_t> carefulWholeNumber(JsonValue value);
@@ -179,6 +189,13 @@ struct BoundField {
     T& target;
 };
 
+/// A value that was read already, or need not be: it must be JSON all the same.
+struct PassedOver {};
+
+inline bool readJson(JsonReader& reader, JsonValue value, PassedOver& /*out*/) {
+    return reader.skip(value);
+}
+
 /// Every field of a value, bound to it.
 template <HasFields T>
 auto bindFields(T& value) {
@@ -216,7 +233,7 @@ bool readJson(JsonReader& reader, JsonValue value, E& out) {
 template <class T>
 bool readJson(JsonReader& reader, JsonValue value, std::optional<T>& out) {
     bool isNull = false;
-    if (const auto code = value.is_null().get(isNull)) return reader.fail(code, "a value");
+    if (!reader.readNull(value, isNull)) return false;
     if (isNull) {
         out.reset();
         return true;
@@ -278,12 +295,12 @@ bool JsonReader::readEntries(JsonValue value, Each each) {
         JsonKey raw;
         JsonValue content;
         std::string_view key;
-        if (const auto code = entry.key().get(raw)) return failKey(code);
+        here().key = {};
+        if (const auto code = entry.key().get(raw)) return fail(code, "a key");
         if (!keyText(raw, key)) return false;
         if (const auto code = entry.value().get(content)) return fail(code, "a value");
-        const std::string held{key};
-        here().key = held;
-        if (!each(std::string_view{held}, content)) return false;
+        here().hold(key);
+        if (!each(here().key, content)) return false;
     }
     return true;
 }
@@ -303,7 +320,8 @@ bool JsonReader::readObject(JsonObject& object, std::tuple<Bound...> fields) {
     for (auto entry : object) {
         JsonKey key;
         JsonValue value;
-        if (const auto code = entry.key().get(key)) return failKey(code);
+        here().key = {};
+        if (const auto code = entry.key().get(key)) return fail(code, "a key");
         if (const auto code = entry.value().get(value)) return fail(code, "a value");
         if (!readKnown(indices, key, value, fields, seen, expected)) return false;
     }
@@ -330,10 +348,10 @@ bool JsonReader::readKnown(std::index_sequence<I...> /*indices*/, JsonKey key, J
 
     std::string_view name;
     if (!keyText(key, name)) return false;
-    const std::string held{name};
     const bool isEscaped = name.data() != key.raw();
+    here().hold(name);
+    const std::string_view held = here().held;
     if (isEscaped && (take.template operator()<I>(held == std::get<I>(fields).field.key()) || ...)) return read;
-    here().key = held;
     return skip(value);
 }
 
@@ -343,9 +361,9 @@ bool JsonReader::readField(const Bound& bound, JsonValue value, bool& seen) {
     if (std::exchange(seen, true)) return fail(DecodeFault::duplicateKey, "the key stands twice");
     if constexpr (requires { bound.field.fallback; }) {
         bool isNull = false;
-        if (const auto code = value.is_null().get(isNull)) return fail(code, "a value");
+        if (!readNull(value, isNull)) return false;
         if (isNull) {
-            seen = false;
+            bound.target = bound.field.fallback;
             return true;
         }
     }

@@ -17,10 +17,14 @@ namespace lumaro {
 template <class... A>
 bool readAlternative(JsonReader& reader, JsonObject& object, std::string_view tagKey, std::string_view tag,
                      std::variant<A...>& out) {
+    // Bound as well, so that a second tag is found out.
+    const LooseKey tagField{tagKey};
+    PassedOver tagValue;
     bool read = false;
     const auto readAs = [&]<class Alternative>(std::in_place_type_t<Alternative>) {
         if (tag != Alternative::tag) return false;
-        read = reader.readObject(object, bindFields(out.template emplace<Alternative>()));
+        read = reader.readObject(object, std::tuple_cat(std::tuple{BoundField{tagField, tagValue}},
+                                                        bindFields(out.template emplace<Alternative>())));
         return true;
     };
     const bool known = (readAs(std::in_place_type<A>) || ...);

@@ -28,9 +28,8 @@ constexpr auto digitPairs = [] {
 
 // The value of a digit by its character, -1 for every other.
 constexpr auto digitValues = [] {
-    std::array<std::int8_t, 256> values{};
-    for (std::size_t i = 0; i < values.size(); ++i)
-        values[i] = static_cast<std::int8_t>(digitValue(static_cast<char>(i)));
+    std::array<int, 256> values{};
+    for (std::size_t i = 0; i < values.size(); ++i) values[i] = digitValue(static_cast<char>(i));
     return values;
 }();
 

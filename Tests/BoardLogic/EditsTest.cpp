@@ -157,6 +157,7 @@ TEST(Edits, WhatCannotBeDoneIsATypedFault) {
 
 TEST(Edits, BatchesHoldAtMostAHundredOpsInOrder) {
     std::vector<Op> ops;
+    ops.reserve(250);
     for (std::uint64_t i = 0; i < 250; ++i) ops.push_back({Delete{.itemId = numberedId(i), .deletedAt = noon}});
     const auto batches = Edits::batches(ops);
     std::vector<Op> joined;

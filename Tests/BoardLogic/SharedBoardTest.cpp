@@ -99,7 +99,7 @@ private:
         if (!result.applied.empty()) partner.fromRoom.push_back({Relayed{result.applied}, room_});
     }
 
-    void receive(Device& device) {
+    static void receive(Device& device) {
         if (device.fromRoom.empty()) return;
         const auto message = device.fromRoom.front();
         device.fromRoom.pop_front();
@@ -141,7 +141,7 @@ TEST(SharedBoard, HoldsTheRoomsBoardAtEveryMessageAndShowsItAtRest) {
 }
 
 TEST(SharedBoard, WhatWaitsStaysOnScreenThroughAWelcomeAndARestart) {
-    Board room;
+    const Board room;
     BoardItem item;
     item.id = numberedId(1);
     const PendingBatch batch{numberedId(7), {{Upsert{item}}}};

@@ -1,0 +1,194 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "LumaroCore/BoardModel/BoardJson.h"
+
+#include "LumaroCore/Support/JsonCodec.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <fstream>
+#include <random>
+#include <regex>
+
+namespace lumaro {
+namespace {
+
+using enum DecodeFault;
+using Ops = std::vector<ForwardCompatibleOp>;
+using Matches = std::sregex_iterator;
+
+std::string golden(const std::string& name) {
+    std::ifstream file{LUMARO_GOLDEN_DIR "/" + name, std::ios::binary};
+    const std::string text{std::istreambuf_iterator<char>{file}, {}};
+    return text.substr(0, text.find_last_not_of('\n') + 1);
+}
+
+const std::string goldenBoard = golden("board-every-kind.json");
+const std::string location = R"({"id":"00000000-0000-4000-8000-0000000000b0","kind":"location","center":{"x":1,"y":2},)"
+                             R"("rotationDegrees":0,"scale":1,"z":1,"author":"a","createdAt":1,"updatedAt":2,)"
+                             R"("payload":{"slot":"b"}})";
+
+template <class T>
+T valueOf(const std::string& json) {
+    const auto read = Wire::decode<T>(json);
+    EXPECT_TRUE(read) << json << '\n' << read.error().path << ' ' << read.error().message;
+    return read.value_or(T{});
+}
+
+template <class T>
+DecodeError errorOf(const std::string& json) {
+    const auto read = Wire::decode<T>(json);
+    return read ? DecodeError{} : read.error();
+}
+
+std::string replaced(std::string text, const std::string& what, const std::string& with) {
+    return text.replace(text.find(what), what.size(), with);
+}
+
+std::string boardOf(const std::string& items) {
+    return R"({"background":"sky","updatedAt":1,"items":[)" + items + "]}";
+}
+
+// The golden board with something else in place of a part of it.
+std::string goldenWith(const std::string& other, const std::ssub_match& part) {
+    return std::string{goldenBoard.begin(), part.first} + other + std::string{part.second, goldenBoard.end()};
+}
+
+std::string withKeysShuffled(simdjson::dom::element value, std::mt19937& random) {
+    if (!value.is_array() && !value.is_object()) return simdjson::minify(value);
+    std::vector<std::string> parts;
+    if (value.is_array()) {
+        for (const auto element : value.get_array()) parts.push_back(withKeysShuffled(element, random));
+    } else {
+        for (const auto& [key, entry] : value.get_object())
+            parts.push_back('"' + std::string{key} + "\":" + withKeysShuffled(entry, random));
+        std::ranges::shuffle(parts, random);
+    }
+    std::string all;
+    for (const auto& part : parts) all += (all.empty() ? "" : ",") + part;
+    return value.is_array() ? "[" + all + "]" : "{" + all + "}";
+}
+
+TEST(BoardJson, ReadsTheGoldenBoardInAnyLayoutAndWritesItByteForByte) {
+    const auto board = valueOf<Board>(goldenBoard);
+    EXPECT_EQ(*Wire::encode(board), goldenBoard);
+    for (std::size_t i = 0; i < namesOf(ItemKind{}).size(); ++i)
+        EXPECT_EQ(static_cast<std::size_t>(board.items.at(i).kind()), i);
+    simdjson::dom::parser parser;
+    const simdjson::dom::element root = parser.parse(simdjson::padded_string{goldenBoard});
+    std::mt19937 random{1};
+    for (int i = 0; i < 8; ++i) EXPECT_EQ(valueOf<Board>(withKeysShuffled(root, random)), board);
+    EXPECT_EQ(valueOf<Board>(std::regex_replace(goldenBoard, std::regex{R"([\[\]{},:])"}, " \n$&\t\r")), board);
+    const auto slashes = std::regex_replace(goldenBoard, std::regex{"/"}, R"(\/)");
+    EXPECT_EQ(valueOf<Board>(replaced(slashes, "background", R"(back\u0067round)")), board);
+}
+
+TEST(BoardJson, RefusesEveryTruncation) {
+    const auto ops = golden("ops.json");
+    for (std::size_t size = 0; size < goldenBoard.size(); ++size)
+        ASSERT_FALSE(Wire::decode<Board>(goldenBoard.substr(0, size))) << size;
+    for (std::size_t size = 0; size < ops.size(); ++size) ASSERT_FALSE(Wire::decode<Ops>(ops.substr(0, size))) << size;
+}
+
+TEST(BoardJson, NamesEachRequiredKeyThatIsMissing) {
+    const std::regex optional{"v|threadTiedAt|scale|expiresAt|takenAt|startedAt|startedBy|joinedAt|on|text|attrs|marks|"
+                              "content|deep|k|rev|color"};
+    const std::regex keys{R"re("(\w+)":.)re"};
+    for (Matches match{goldenBoard.begin(), goldenBoard.end(), keys}; match != Matches{}; ++match) {
+        const auto error = errorOf<Board>(goldenWith("zz", (*match)[1]));
+        const bool isOptional = std::regex_match(match->str(1), optional) || match->str() == R"("aspect":0)";
+        EXPECT_EQ(error.fault, isOptional ? DecodeFault{} : missingKey) << match->str() << error.path;
+        EXPECT_TRUE(isOptional || error.path.ends_with("." + match->str(1))) << match->str() << error.path;
+    }
+}
+
+TEST(Board, ComparesAndHashesEveryField) {
+    const std::hash<Board> hash;
+    const auto board = valueOf<Board>(goldenBoard);
+    EXPECT_EQ(hash(board), hash(valueOf<Board>(goldenBoard)));
+    const std::regex leaf{R"re((?:"(?!v"|kind")\w+":|[\[,])("(?:[^"\\]|\\.)*"|[-\d][-+.\de]*|null|false)(?=[,\]}]))re"};
+    for (Matches match{goldenBoard.begin(), goldenBoard.end(), leaf}; match != Matches{}; ++match) {
+        auto other = board; // with the first of these values that may stand there
+        for (const char* value : {"2", "3", R"("a")", R"("b")", R"("oat")", R"("celsius")", R"("block")",
+                                  R"("00000000-0000-4000-8000-0000000000ff")"}) {
+            if (other == board) other = Wire::decode<Board>(goldenWith(value, (*match)[1])).value_or(board);
+        }
+        EXPECT_NE(other, board) << match->str();
+        EXPECT_NE(hash(other), hash(board)) << match->str();
+    }
+    const auto calendar = valueOf<BoardItem>(replaced(location, "location", "calendar"));
+    EXPECT_NE(calendar, valueOf<BoardItem>(location));
+    EXPECT_NE(std::hash<BoardItem>{}(calendar), std::hash<BoardItem>{}(valueOf<BoardItem>(location)));
+}
+
+TEST(BoardJson, ReadsAnItemWithoutAScaleAtScaleOne) {
+    for (const char* scale : {"", R"("scale":null,)", R"("scale":1.0,)"})
+        EXPECT_EQ(*Wire::encode(valueOf<BoardItem>(replaced(location, R"("scale":1,)", scale))), location);
+}
+
+TEST(BoardJson, SkipsItemsOfUnknownKindsWhateverTheyHold) {
+    for (const char* item : {R"({"kind":"hologram"})", R"({"id":"no id","kind":"hologram","center":7,"payload":null})",
+                             R"({"payload":[{"kind":1}],"id":1,"id":2,"k\u0069nd":"Note"})"})
+        EXPECT_EQ(valueOf<Board>(boardOf(item + ("," + location))), valueOf<Board>(boardOf(location))) << item;
+    EXPECT_EQ(errorOf<BoardItem>(replaced(location, "00000000-0000-4000-8000-0000000000b0", "x")).message,
+              "Not a UUID: x");
+    EXPECT_EQ(errorOf<BoardItem>(R"({"kind":"new"})").path, "$.kind");
+    for (const char* item : {"7", "{}", R"({"kind":7})", R"({"kind":"new","x":tru})", R"({"kind":"new","\x":1})"})
+        EXPECT_FALSE(Wire::decode<Board>(boardOf(item))) << item;
+    const auto deep = R"({"x":)" + std::string(300000, '[') + std::string(300000, ']') + R"(,"kind":"new"})";
+    EXPECT_EQ(errorOf<Board>(boardOf(deep)).fault, tooDeep);
+}
+
+TEST(BoardJson, ReadsMoreThanABoardMayHoldAndLeavesTombstonesOut) {
+    std::string items = location;
+    for (int i = 0; i < 60; ++i) items += "," + location;
+    EXPECT_EQ(valueOf<Board>(boardOf(items)).items.size(), 61U);
+    auto board = valueOf<Board>(replaced(boardOf(""), "{", R"({"v":2,"tombstones":{"x":1},)"));
+    EXPECT_EQ(board, valueOf<Board>(boardOf("")));
+    board.tombstones[UUID{}] = Instant{};
+    EXPECT_NE(board, valueOf<Board>(boardOf("")));
+    EXPECT_EQ(*Wire::encode(board), R"({"v":1,"background":"sky","updatedAt":1,"items":[]})");
+}
+
+TEST(BoardJson, LeavesTheTextAloneWhenAnItemHasNone) {
+    auto item = valueOf<BoardItem>(location);
+    std::string text = "kept";
+    EXPECT_EQ(Wire::encodeTo(text, item, 999).error().fault, EncodeFault::tooDeep);
+    item.center.y = std::nan("");
+    EXPECT_EQ(Wire::encodeTo(text, item).error(), (EncodeError{EncodeFault::notFinite, "y"}));
+    EXPECT_EQ(text, "kept");
+}
+
+TEST(OpJson, ReadsTheGoldenOpsWithoutTheUnknown) {
+    EXPECT_EQ(*Wire::encode(understood(valueOf<Ops>(golden("ops.json")))),
+              R"([{"op":"upsert","item":)" + location +
+                  R"(},{"op":"delete","itemId":"00000000-0000-4000-8000-0000000000b1","deletedAt":3},)"
+                  R"({"op":"setBackground","background":"oat"}])");
+}
+
+TEST(OpJson, NamesTheFaultAndPlace) {
+    const auto upsert = R"("op":"upsert","item":)" + location;
+    const auto with = [&](const char* what, const char* other) { return replaced(upsert, what, other); };
+    const std::vector<std::tuple<DecodeFault, const char*, std::string>> cases = {
+        {invalidValue, ".op", R"("op":"replace")"},
+        {missingKey, ".op", R"("item":{})"},
+        {duplicateKey, ".op", R"("op":"setBackground","background":"oat","op":"delete")"},
+        {missingKey, ".item", R"("op":"upsert")"},
+        {wrongType, ".item", R"("op":"upsert","item":null)"},
+        {duplicateKey, ".item", R"("op":"upsert","item":{"kind":"new"},"item":{"kind":"new"})"},
+        {missingKey, ".item.kind", R"("item":{},"op":"upsert")"},
+        {duplicateKey, ".item.kind", with(R"("z":1)", R"("\u006bind":"note","z":1)")},
+        {duplicateKey, ".item.z", with(R"("z":1)", R"("z":1,"z":1)")},
+        {duplicateKey, ".item.scale", with(R"("scale":1)", R"("scale":null,"scale":2)")},
+        {wrongType, ".item.center.x", with(R"("x":1)", R"("x":"1")")},
+        {outOfRange, ".item.center.x", with(R"("x":1)", R"("x":1e999)")},
+        {invalidValue, ".item.payload.slot", with(R"("slot":"b")", R"("slot":"c")")}};
+    for (const auto& [fault, path, fields] : cases) {
+        const auto error = errorOf<Ops>("[{" + fields + "}]");
+        EXPECT_EQ(error.path, std::string{"$[0]"} + path) << fields;
+        EXPECT_EQ(error.fault, fault) << fields << ' ' << error.message;
+    }
+}
+
+} // namespace
+} // namespace lumaro
