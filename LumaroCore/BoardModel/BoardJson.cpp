@@ -41,8 +41,11 @@ bool readJson(JsonReader& reader, JsonValue value, KnownItem& out) {
     if (!kind) return reader.skipObject(object);
     PassedOver kindAgain;
     KindedPayload payload{*kind, out.item.payload};
-    return reader.readObject(object, std::tuple_cat(bindFields(out.item), std::tuple{BoundField{payloadKey, payload},
-                                                                                     BoundField{kindKey, kindAgain}}));
+    // In the order of the wire, in which a reader finds fields fastest.
+    const auto inOrder = [&](auto id, auto... others) {
+        return std::tuple{id, BoundField{kindKey, kindAgain}, others..., BoundField{payloadKey, payload}};
+    };
+    return reader.readObject(object, std::apply(inOrder, bindFields(out.item)));
 }
 
 } // namespace

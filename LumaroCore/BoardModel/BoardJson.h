@@ -4,7 +4,7 @@
 // How items, boards and ops are read and written, for the files that give JSON to what holds them.
 
 #include "LumaroCore/BoardModel/Op.h"
-#include "LumaroCore/Support/JsonReader.h"
+#include "LumaroCore/Support/JsonRead.h"
 #include "LumaroCore/Support/JsonWriter.h"
 
 #include <vector>

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "LumaroCore/NoteRender/PMNode.h"
-#include "LumaroCore/Support/JsonReader.h"
+#include "LumaroCore/Support/JsonRead.h"
 #include "LumaroCore/Support/JsonWriter.h"
 
 namespace lumaro {

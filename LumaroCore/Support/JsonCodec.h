@@ -4,7 +4,7 @@
 // For the files that give types their JSON form: reading, writing, and the bodies of `Wire`'s verbs, which such a file
 // instantiates for its types.
 
-#include "LumaroCore/Support/JsonReader.h"
+#include "LumaroCore/Support/JsonRead.h"
 #include "LumaroCore/Support/JsonWriter.h"
 #include "LumaroCore/Support/Wire.h"
 

@@ -2,10 +2,11 @@
 #include "LumaroCore/Support/JsonReader.h"
 
 #include "LumaroCore/Support/JsonNumber.h"
+#include "LumaroCore/Support/JsonRead.h"
+#include "LumaroCore/Support/Wire.h"
 
 #include <cstring>
 #include <memory>
-#include <ranges>
 
 namespace lumaro {
 namespace {
@@ -39,12 +40,12 @@ std::string_view withoutTrailingSpace(std::string_view token) {
 } // namespace
 
 bool JsonReader::fail(DecodeFault fault, std::string message) {
-    if (!error_) error_ = DecodeError{fault, pathText(), std::move(message)};
+    if (!error_) error_ = DecodeError{fault, JsonPlace::path(here_), std::move(message)};
     return false;
 }
 
 bool JsonReader::failUnder(std::string_view key, DecodeFault fault, std::string message) {
-    const Inside inside{*this, false};
+    const JsonPlace inside{here_, JsonPlace::In::object};
     here().key = key;
     return fail(fault, std::move(message));
 }
@@ -58,20 +59,6 @@ bool JsonReader::fail(simdjson::error_code code, std::string_view expected) {
     case simdjson::EMPTY: return fail(DecodeFault::malformed, "the text is empty");
     default: return fail(DecodeFault::malformed, "not JSON");
     }
-}
-
-std::string JsonReader::pathText() const {
-    std::vector<const Inside*> steps;
-    for (const Inside* step = here_; step != nullptr; step = step->outer) steps.push_back(step);
-    std::string path = "$";
-    for (const auto* step : steps | std::views::reverse) {
-        if (step->isIndex) {
-            path.append("[").append(std::to_string(step->index)).append("]");
-        } else if (step->key.data() != nullptr) {
-            path.append(".").append(step->key);
-        }
-    }
-    return path;
 }
 
 bool JsonReader::unescape(JsonKey raw, std::size_t size, std::string_view& out) {
@@ -101,7 +88,7 @@ bool JsonReader::keyText(JsonKey key, std::string_view& out) {
 }
 
 bool JsonReader::peekString(JsonObject& object, std::string_view key, std::string& out) {
-    const Inside inside{*this, false};
+    const JsonPlace inside{here_, JsonPlace::In::object};
     bool found = false;
     for (auto entry : object) {
         JsonKey raw;
@@ -179,6 +166,15 @@ bool JsonReader::failNumber(JsonValue value) {
     return failToken(token, "a number");
 }
 
+bool JsonReader::points(JsonValue value, std::vector<Point>& out) {
+    numbers_.clear();
+    if (!readArray(value, [this](JsonValue element) { return number(element, numbers_.emplace_back()); })) return false;
+    if (numbers_.size() % 2 != 0) return fail(DecodeFault::invalidValue, "points come in pairs");
+    out.resize(numbers_.size() / 2);
+    for (std::size_t i = 0; i < out.size(); ++i) out[i] = {numbers_[2 * i], numbers_[2 * i + 1]};
+    return true;
+}
+
 bool readJson(JsonReader& reader, JsonValue value, std::string& out) {
     std::string_view text;
     if (!reader.text(value, text)) return false;
@@ -201,18 +197,6 @@ bool readJson(JsonReader& reader, JsonValue value, Instant& out) {
     const auto instant = Wire::date(count);
     if (!instant) return reader.fail(DecodeFault::outOfRange, "the instant is out of range");
     out = *instant;
-    return true;
-}
-
-bool readJson(JsonReader& reader, JsonValue value, std::vector<Point>& out) {
-    auto& numbers = reader.numbers_;
-    numbers.clear();
-    const bool read =
-        reader.readArray(value, [&](JsonValue element) { return reader.number(element, numbers.emplace_back()); });
-    if (!read) return false;
-    if (numbers.size() % 2 != 0) return reader.fail(DecodeFault::invalidValue, "points come in pairs");
-    out.resize(numbers.size() / 2);
-    for (std::size_t i = 0; i < out.size(); ++i) out[i] = {numbers[2 * i], numbers[2 * i + 1]};
     return true;
 }
 

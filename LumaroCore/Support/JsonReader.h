@@ -1,22 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "LumaroCore/Support/EnumNames.h"
-#include "LumaroCore/Support/Fields.h"
-#include "LumaroCore/Support/Instant.h"
 #include "LumaroCore/Support/JsonError.h"
+#include "LumaroCore/Support/JsonPlace.h"
 #include "LumaroCore/Support/Plane.h"
-#include "LumaroCore/Support/UUID.h"
-#include "LumaroCore/Support/Wire.h"
 
 #include <simdjson.h>
 
-#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <cstring>
-#include <expected>
-#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -55,11 +48,11 @@ public:
     template <class Each>
     bool readArray(JsonValue value, Each each);
 
-    /// Calls `each(std::string key, JsonValue)` for the entries of an object with free keys.
+    /// Calls `each(std::string_view key, JsonValue)` for the entries of an object with free keys.
     template <class Each>
     bool readEntries(JsonValue value, Each each);
 
-    /// Reads an object into bound fields (`bindFields`, `bindField`).
+    /// Reads an object into a tuple of bound fields (`bindFields`, `BoundField`).
     template <class... Bound>
     bool readObject(JsonValue value, std::tuple<Bound...> fields);
     template <class... Bound>
@@ -107,45 +100,19 @@ public:
         if (value.get_int64().get(whole) == simdjson::SUCCESS) return whole;
         return carefulWholeNumber(value);
     }
+    // A third of a board with drawings is numbers; kept in a function of its own, each costs twice the time.
     [[gnu::always_inline]] bool number(JsonValue value, double& out) {
         return value.get_double().get(out) == simdjson::SUCCESS || failNumber(value);
     }
+    /// Points from one flat array of numbers.
+    bool points(JsonValue value, std::vector<Point>& out);
 
 private:
-    // A step into an array or object, linked to the one around it, for as long as it lives.
-    class Inside {
-    public:
-        Inside(JsonReader& reader, bool isArray) : reader_(reader), outer(reader.here_), isIndex(isArray) {
-            reader.here_ = this;
-            ++reader.depth_;
-        }
-        ~Inside() {
-            reader_.here_ = outer;
-            --reader_.depth_;
-        }
-        Inside(const Inside&) = delete;
-        Inside& operator=(const Inside&) = delete;
-
-    private:
-        JsonReader& reader_;
-
-    public:
-        // Keeps a key that is not one of ours for as long as the path may name it.
-        void hold(std::string_view text) {
-            held.assign(text);
-            key = held;
-        }
-
-        Inside* const outer;
-        std::string held;
-        std::string_view key; ///< has no data until one was read
-        std::size_t index = 0;
-        const bool isIndex;
-    };
-
-    bool checkDepth() { return depth_ < maxJsonDepth || fail(DecodeFault::tooDeep, "nested too deeply"); }
-    Inside& here() { return *here_; }
-    std::string pathText() const;
+    bool checkDepth() {
+        const int depth = here_ == nullptr ? 0 : here_->depth;
+        return depth < maxJsonDepth || fail(DecodeFault::tooDeep, "nested too deeply");
+    }
+    JsonPlace& here() { return *here_; }
     // Where a number was wanted and none stands.
     bool failToken(std::string_view token, std::string_view expected);
     bool failNumber(JsonValue value);
@@ -153,7 +120,7 @@ private:
     static std::optional<std::int64_t> carefulWholeNumber(JsonValue value);
     bool keyText(JsonKey key, std::string_view& out);
     bool unescape(JsonKey raw, std::size_t size, std::string_view& out);
-    // Whether the key is written so, with no escapes. Reads within the text and its padding.
+    // Whether the key is written so, with no escapes. Names are shorter than the padding behind the text.
     static bool isWritten(JsonKey key, std::string_view name) {
         return std::memcmp(key.raw(), name.data(), name.size()) == 0 && key.raw()[name.size()] == '"';
     }
@@ -167,116 +134,18 @@ private:
     bool finishField(const Bound& bound, bool seen);
 
     simdjson::ondemand::parser& parser_;
-    Inside* here_ = nullptr;
-    int depth_ = 0;
+    JsonPlace* here_ = nullptr;
     std::vector<std::uint8_t> unescaped_;
     std::vector<double> numbers_;
     std::optional<DecodeError> error_;
-
-    friend bool readJson(JsonReader& reader, JsonValue value, std::vector<Point>& out);
 };
-
-/// A key of its own, for a value that no single member holds.
-struct LooseKey {
-    std::string_view name;
-    constexpr std::string_view key() const { return name; }
-};
-
-/// A field of `fields()`, or a `LooseKey`, and the place its value goes to.
-template <class FieldType, class T>
-struct BoundField {
-    const FieldType& field;
-    T& target;
-};
-
-/// A value that was read already, or need not be: it must be JSON all the same.
-struct PassedOver {};
-
-inline bool readJson(JsonReader& reader, JsonValue value, PassedOver& /*out*/) {
-    return reader.skip(value);
-}
-
-/// Every field of a value, bound to it.
-template <HasFields T>
-auto bindFields(T& value) {
-    static constexpr auto fields = T::fields();
-    return std::apply(
-        [&](const auto&... field) {
-            return std::tuple{
-                BoundField<std::remove_cvref_t<decltype(field)>,
-                           std::remove_reference_t<decltype(value.*field.member)>>{field, value.*field.member}...};
-        },
-        fields);
-}
-
-inline bool readJson(JsonReader& reader, JsonValue value, double& out) {
-    return reader.number(value, out);
-}
-inline bool readJson(JsonReader& reader, JsonValue value, std::int64_t& out) {
-    return reader.integer(value, out);
-}
-bool readJson(JsonReader& reader, JsonValue value, std::string& out);
-bool readJson(JsonReader& reader, JsonValue value, UUID& out);
-bool readJson(JsonReader& reader, JsonValue value, Instant& out);
-bool readJson(JsonReader& reader, JsonValue value, std::vector<Point>& out);
-
-template <NamedEnum E>
-bool readJson(JsonReader& reader, JsonValue value, E& out) {
-    std::string_view name;
-    if (!reader.text(value, name)) return false;
-    const auto found = fromName<E>(name);
-    if (!found) return reader.fail(DecodeFault::invalidValue, "unknown value \"" + std::string{name} + "\"");
-    out = *found;
-    return true;
-}
-
-template <class T>
-bool readJson(JsonReader& reader, JsonValue value, std::optional<T>& out) {
-    bool isNull = false;
-    if (!reader.readNull(value, isNull)) return false;
-    if (isNull) {
-        out.reset();
-        return true;
-    }
-    return readJson(reader, value, out.emplace());
-}
-
-template <class T>
-bool readJson(JsonReader& reader, JsonValue value, std::vector<T>& out) {
-    return reader.readArray(value, [&](JsonValue element) { return readJson(reader, element, out.emplace_back()); });
-}
-
-template <class T>
-bool readJson(JsonReader& reader, JsonValue value, std::map<std::string, T>& out) {
-    return reader.readEntries(value, [&](std::string_view key, JsonValue entry) {
-        const auto [place, isNew] = out.try_emplace(std::string{key});
-        if (!isNew) return reader.fail(DecodeFault::duplicateKey, "the key stands twice");
-        return readJson(reader, entry, place->second);
-    });
-}
-
-template <class T>
-bool readJson(JsonReader& reader, JsonValue value, std::map<UUID, T>& out) {
-    return reader.readEntries(value, [&](std::string_view key, JsonValue entry) {
-        const auto id = UUID::parse(key);
-        if (!id) return reader.fail(DecodeFault::invalidValue, "Not a UUID: " + std::string{key});
-        const auto [place, isNew] = out.try_emplace(*id);
-        if (!isNew) return reader.fail(DecodeFault::duplicateKey, "the key stands twice");
-        return readJson(reader, entry, place->second);
-    });
-}
-
-template <HasFields T>
-bool readJson(JsonReader& reader, JsonValue value, T& out) {
-    return reader.readObject(value, bindFields(out));
-}
 
 template <class Each>
 bool JsonReader::readArray(JsonValue value, Each each) {
     simdjson::ondemand::array array;
     if (const auto code = value.get_array().get(array)) return fail(code, "an array");
     if (!checkDepth()) return false;
-    const Inside inside{*this, true};
+    const JsonPlace inside{here_, JsonPlace::In::array};
     for (auto element : array) {
         JsonValue item;
         if (const auto code = element.get(item)) return fail(code, "a value");
@@ -290,7 +159,7 @@ template <class Each>
 bool JsonReader::readEntries(JsonValue value, Each each) {
     JsonObject object;
     if (!open(value, object)) return false;
-    const Inside inside{*this, false};
+    const JsonPlace inside{here_, JsonPlace::In::object};
     for (auto entry : object) {
         JsonKey raw;
         JsonValue content;
@@ -314,7 +183,7 @@ bool JsonReader::readObject(JsonValue value, std::tuple<Bound...> fields) {
 template <class... Bound>
 bool JsonReader::readObject(JsonObject& object, std::tuple<Bound...> fields) {
     constexpr auto indices = std::index_sequence_for<Bound...>{};
-    const Inside inside{*this, false};
+    const JsonPlace inside{here_, JsonPlace::In::object};
     std::array<bool, sizeof...(Bound)> seen{};
     std::size_t expected = 0;
     for (auto entry : object) {
@@ -383,8 +252,5 @@ bool JsonReader::finishField(const Bound& bound, bool seen) {
         return fail(DecodeFault::missingKey, "the key is missing");
     }
 }
-
-/// The work behind `Wire::decode`: parses `text` and hands its root to `read`; the error, if any.
-std::optional<DecodeError> decodeWith(std::string_view text, bool (*read)(JsonReader&, JsonValue, void*), void* target);
 
 } // namespace lumaro

@@ -4,7 +4,7 @@
 // Tagged variants: one flat object whose tag, the string under one key, names the alternative. Each alternative has a
 // `static constexpr std::string_view tag` and lists its own fields.
 
-#include "LumaroCore/Support/JsonReader.h"
+#include "LumaroCore/Support/JsonRead.h"
 #include "LumaroCore/Support/JsonWriter.h"
 
 #include <string_view>

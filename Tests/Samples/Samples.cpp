@@ -177,7 +177,7 @@ Board heavyBoard() {
     Board board;
     board.updatedAt = noon;
     for (std::size_t i = 0; i < BoardSpec::maxLiveItems; ++i) {
-        auto payload = i % 2 == 0 ? plainNote(anyText(random, 5100)) : Payload{doodle(random, 12, 195)};
+        auto payload = i % 2 == 0 ? plainNote(anyText(random, 4650)) : Payload{doodle(random, 12, 240)};
         board.items.push_back(itemHolding(random, numberedId(random()), std::move(payload)));
     }
     return board;
