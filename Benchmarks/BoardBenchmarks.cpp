@@ -33,7 +33,7 @@ void applyOps(benchmark::State& state, Board (*make)()) {
     const auto board = make();
     const auto ops = moves(board, static_cast<std::size_t>(state.range(0)));
     std::size_t applied = 0;
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         auto result = BoardLogic::apply(ops, board, samples::noon);
         applied = result.applied.size();
         benchmark::DoNotOptimize(result);
@@ -45,7 +45,7 @@ void applyOps(benchmark::State& state, Board (*make)()) {
 void projectOneOp(benchmark::State& state) {
     const SharedBoard resting{samples::fullBoard(), {}, samples::noon};
     const auto ops = moves(resting.shown(), 1);
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         SharedBoard board = resting;
         benchmark::DoNotOptimize(board.enqueue({samples::numberedId(1), ops}, samples::noon));
     }
@@ -56,7 +56,7 @@ void projectOverPending(benchmark::State& state) {
     SharedBoard resting{samples::fullBoard(), {}, samples::noon};
     const auto ops = moves(resting.shown(), 11);
     for (std::size_t i = 0; i < 10; ++i) resting.enqueue({samples::numberedId(i), {ops[i]}}, samples::noon);
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         SharedBoard board = resting;
         board.applyRemote(std::span{ops}.last(1), samples::noon);
         benchmark::DoNotOptimize(board);
@@ -65,7 +65,7 @@ void projectOverPending(benchmark::State& state) {
 
 void openSpot(benchmark::State& state) {
     const auto board = samples::fullBoard();
-    for (auto _ : state) benchmark::DoNotOptimize(BoardLogic::openSpot(BoardSpec::noteSize, board));
+    for ([[maybe_unused]] auto _ : state) benchmark::DoNotOptimize(BoardLogic::openSpot(BoardSpec::noteSize, board));
 }
 
 // Between two boards that share nothing but their values, as after a "welcome"; one item moved, one came, one went.
@@ -77,7 +77,7 @@ void diffBoards(benchmark::State& state) {
     auto added = after.items.front();
     added.id = samples::numberedId(1);
     after.items.push_back(added);
-    for (auto _ : state) benchmark::DoNotOptimize(BoardLogic::diff(before, after));
+    for ([[maybe_unused]] auto _ : state) benchmark::DoNotOptimize(BoardLogic::diff(before, after));
 }
 
 BENCHMARK_CAPTURE(applyOps, small, samples::fullBoard)->Arg(1)->Arg(100);

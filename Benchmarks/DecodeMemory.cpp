@@ -9,6 +9,7 @@
 #include <malloc.h>
 #include <sys/resource.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <iostream>
@@ -26,7 +27,7 @@ void* counted(std::size_t size) {
     void* block = std::malloc(size);
     if (block == nullptr) throw std::bad_alloc{};
     held += malloc_usable_size(block);
-    if (held > peak) peak = held;
+    peak = std::max(peak, held);
     return block;
 }
 
@@ -51,7 +52,7 @@ int measure() {
     const auto board = lumaro::Wire::decode<lumaro::Board>(text);
     const auto resident = maxResidentBytes() - residentBefore;
     if (!board) {
-        std::fprintf(stderr, "%s: %s\n", board.error().path.c_str(), board.error().message.c_str());
+        std::cerr << board.error().path << ": " << board.error().message << "\n";
         return 1;
     }
     const auto times = [&](double bytes) { return bytes / static_cast<double>(text.size()); };
@@ -63,12 +64,24 @@ int measure() {
 
 } // namespace
 
-void* operator new(std::size_t size) { return counted(size); }
-void* operator new[](std::size_t size) { return counted(size); }
-void operator delete(void* block) noexcept { uncounted(block); }
-void operator delete[](void* block) noexcept { uncounted(block); }
-void operator delete(void* block, std::size_t /*size*/) noexcept { uncounted(block); }
-void operator delete[](void* block, std::size_t /*size*/) noexcept { uncounted(block); }
+void* operator new(std::size_t size) {
+    return counted(size);
+}
+void* operator new[](std::size_t size) {
+    return counted(size);
+}
+void operator delete(void* block) noexcept {
+    uncounted(block);
+}
+void operator delete[](void* block) noexcept {
+    uncounted(block);
+}
+void operator delete(void* block, std::size_t /*size*/) noexcept {
+    uncounted(block);
+}
+void operator delete[](void* block, std::size_t /*size*/) noexcept {
+    uncounted(block);
+}
 
 int main(int argc, char** argv) {
     if (argc < 2) return measure();

@@ -24,14 +24,14 @@ void countBytes(benchmark::State& state, std::size_t size) {
 
 void decodeBoard(benchmark::State& state, MakeBoard make) {
     const auto text = boardText(make);
-    for (auto _ : state) benchmark::DoNotOptimize(Wire::decode<Board>(text));
+    for ([[maybe_unused]] auto _ : state) benchmark::DoNotOptimize(Wire::decode<Board>(text));
     countBytes(state, text.size());
 }
 
 void encodeBoard(benchmark::State& state, MakeBoard make) {
     const auto board = make();
     std::string out;
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         out.clear();
         benchmark::DoNotOptimize(Wire::encodeTo(out, board));
     }
@@ -42,7 +42,7 @@ void encodeBoard(benchmark::State& state, MakeBoard make) {
 void libraryParse(benchmark::State& state, MakeBoard make) {
     const simdjson::padded_string text{boardText(make)};
     simdjson::dom::parser parser;
-    for (auto _ : state) benchmark::DoNotOptimize(parser.parse(text).error());
+    for ([[maybe_unused]] auto _ : state) benchmark::DoNotOptimize(parser.parse(text).error());
     countBytes(state, text.size());
 }
 
@@ -69,7 +69,7 @@ bool walk(simdjson::ondemand::value value) {
 void libraryWalk(benchmark::State& state, MakeBoard make) {
     const simdjson::padded_string text{boardText(make)};
     simdjson::ondemand::parser parser;
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         auto document = parser.iterate(text);
         benchmark::DoNotOptimize(walk(document.get_value().value()));
     }
@@ -79,7 +79,7 @@ void libraryWalk(benchmark::State& state, MakeBoard make) {
 void copyBytes(benchmark::State& state, MakeBoard make) {
     const auto text = boardText(make);
     std::string copy;
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         copy.assign(text);
         benchmark::DoNotOptimize(copy.data());
         benchmark::ClobberMemory();

@@ -202,7 +202,7 @@ bool readJson(JsonReader& reader, JsonValue value, Instant& out) {
 
 std::optional<DecodeError> decodeWith(std::string_view text, bool (*read)(JsonReader&, JsonValue, void*),
                                       void* target) {
-    thread_local Buffers kept{keptCapacity};
+    thread_local Buffers kept{keptCapacity}; // NOLINT(misc-const-correctness): bound to `buffers` below
     std::optional<Buffers> own;
     auto& buffers = text.size() <= keptCapacity ? kept : own.emplace(text.size());
 
