@@ -5,7 +5,7 @@
 #include "LumaroCore/BoardLogic/Edits.h"
 #include "LumaroCore/BoardLogic/Placing.h"
 #include "LumaroCore/BoardLogic/SharedBoard.h"
-#include "Tests/Samples/Samples.h"
+#include "Samples/Samples.h"
 
 #include <benchmark/benchmark.h>
 

@@ -4,7 +4,7 @@
 // "allocated" is the peak of all blocks asked for during the call; "touched" is how far the process really grew, as the
 // JSON library asks for its index by the size of the text and then uses as much as the text has tokens.
 #include "LumaroCore/Support/Wire.h"
-#include "Tests/Samples/Samples.h"
+#include "Samples/Samples.h"
 
 #include <malloc.h>
 #include <sys/resource.h>

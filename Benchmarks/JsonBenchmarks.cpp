@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Reading and writing boards, beside what the JSON library needs without our types and what copying the bytes needs.
 #include "LumaroCore/Support/Wire.h"
-#include "Tests/Samples/Samples.h"
+#include "Samples/Samples.h"
 
 #include <benchmark/benchmark.h>
 #include <simdjson.h>

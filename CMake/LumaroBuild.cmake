@@ -27,6 +27,10 @@ endif()
 if(LUMARO_SANITIZERS)
     add_compile_options(-fsanitize=${LUMARO_SANITIZERS} -fno-sanitize-recover=all -fno-omit-frame-pointer)
     add_link_options(-fsanitize=${LUMARO_SANITIZERS})
+    # What the sanitizers put in hides from g++ that a value was set.
+    if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+        add_compile_options(-Wno-maybe-uninitialized)
+    endif()
 endif()
 
 if(LUMARO_TIDY)

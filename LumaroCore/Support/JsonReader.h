@@ -26,11 +26,7 @@ using JsonKey = simdjson::ondemand::raw_json_string;
 /// Reads one JSON text in a single pass, keeping the first error with its path.
 ///
 /// A type is read by an overload of `bool readJson(JsonReader&, JsonValue, T&)`, found by its argument, which answers
-/// false once something failed; types with `fields()` need none. Unknown keys are passed over, though what they hold
-/// must be JSON. A key of ours that stands twice in one object is an error: two readers could disagree on which one
-/// counts.
-///
-/// Only files that hold such overloads include this header.
+/// false once something failed; types with `fields()` need none. Only files that hold such overloads include this.
 class JsonReader {
 public:
     explicit JsonReader(simdjson::ondemand::parser& parser) : parser_(parser) {}
@@ -231,10 +227,7 @@ bool JsonReader::readField(const Bound& bound, JsonValue value, bool& seen) {
     if constexpr (requires { bound.field.fallback; }) {
         bool isNull = false;
         if (!readNull(value, isNull)) return false;
-        if (isNull) {
-            bound.target = bound.field.fallback;
-            return true;
-        }
+        if (isNull) return bound.target = bound.field.fallback, true;
     }
     return readJson(*this, value, bound.target);
 }

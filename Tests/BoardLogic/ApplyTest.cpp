@@ -2,7 +2,7 @@
 #include "LumaroCore/BoardLogic/Apply.h"
 
 #include "LumaroCore/Support/Wire.h"
-#include "Tests/Samples/Samples.h"
+#include "Samples/Samples.h"
 
 #include <gtest/gtest.h>
 
@@ -49,7 +49,7 @@ Board boardOf(std::size_t count) {
     return board;
 }
 
-TEST(Apply, RefusesABatchOverTheCapWhole) {
+TEST(Apply, R1_RefusesABatchOverTheCapWhole) {
     std::vector<Op> ops(101, Op{SetBackground{BackgroundID::sky}});
     const auto refused = apply(ops);
     EXPECT_EQ(refused.board, Board{});
@@ -59,7 +59,7 @@ TEST(Apply, RefusesABatchOverTheCapWhole) {
     EXPECT_EQ(apply(ops).applied.size(), 100U);
 }
 
-TEST(Apply, ChecksTiltThenScale) {
+TEST(Apply, R4_ChecksTiltThenScale) {
     constexpr double nan = std::numeric_limits<double>::quiet_NaN();
     constexpr double infinity = std::numeric_limits<double>::infinity();
     struct Case {
@@ -84,7 +84,7 @@ TEST(Apply, ChecksTiltThenScale) {
     }
 }
 
-TEST(Apply, MeasuresAnItemByItsWireBytes) {
+TEST(Apply, R4_MeasuresAnItemByItsWireBytes) {
     const auto withText = [](std::size_t size) {
         auto item = noteItem(1);
         item.payload = samples::plainNote(std::string(size, 'x'));
@@ -96,7 +96,7 @@ TEST(Apply, MeasuresAnItemByItsWireBytes) {
     EXPECT_EQ(reasons(apply({put(withText(room + 1))})), Reasons{RejectionReason::itemTooLarge});
 }
 
-TEST(Apply, AnItemWithoutWireFormIsTooLarge) {
+TEST(Apply, R4_AnItemWithoutWireFormIsTooLarge) {
     auto unreal = noteItem(1);
     unreal.center.x = std::numeric_limits<double>::infinity();
     auto garbled = noteItem(1);
@@ -108,7 +108,7 @@ TEST(Apply, AnItemWithoutWireFormIsTooLarge) {
     EXPECT_EQ(reasons(apply({put(unreal), put(garbled), put(bottomless)})), Reasons(3, RejectionReason::itemTooLarge));
 }
 
-TEST(Apply, FullBoardsTakeUpdatesButNoMoreItems) {
+TEST(Apply, R6_FullBoardsTakeUpdatesButNoMoreItems) {
     const Board full = boardOf(60);
     auto update = noteItem(60, noon + 1s);
     const auto result = apply({put(noteItem(61)), put(update)}, full);
@@ -117,7 +117,7 @@ TEST(Apply, FullBoardsTakeUpdatesButNoMoreItems) {
     EXPECT_EQ(result.board.items.size(), 60U);
 }
 
-TEST(Apply, ARefusedOpLeavesItsTombstone) {
+TEST(Apply, R3_ARefusedOpLeavesItsTombstone) {
     Board full = boardOf(60);
     full.tombstones[numberedId(61)] = noon - 1s;
     const auto result = apply({put(noteItem(61))}, full);
@@ -125,7 +125,7 @@ TEST(Apply, ARefusedOpLeavesItsTombstone) {
     EXPECT_EQ(result.board, full);
 }
 
-TEST(Apply, TheLaterVersionWinsAndAWinsTies) {
+TEST(Apply, R5_R10_TheLaterVersionWinsAndAWinsTies) {
     struct Case {
         std::chrono::milliseconds later;
         PartnerID incoming;
@@ -146,7 +146,7 @@ TEST(Apply, TheLaterVersionWinsAndAWinsTies) {
     }
 }
 
-TEST(Apply, OnlyALaterUpsertBringsADeletedItemBack) {
+TEST(Apply, R6_OnlyALaterUpsertBringsADeletedItemBack) {
     const auto deleted = apply({takeDown(1, noon)}, boardOf(1)).board;
     EXPECT_EQ(reasons(apply({put(noteItem(1, noon))}, deleted)), Reasons{RejectionReason::deleted});
     const auto back = apply({put(noteItem(1, noon + 1ms))}, deleted);
@@ -154,7 +154,7 @@ TEST(Apply, OnlyALaterUpsertBringsADeletedItemBack) {
     EXPECT_TRUE(back.board.tombstones.empty());
 }
 
-TEST(Apply, ADeleteTakesDownEvenWhatWasEditedLater) {
+TEST(Apply, R7_ADeleteTakesDownEvenWhatWasEditedLater) {
     Board board = boardOf(2);
     board.items.push_back(noteItem(1)); // a second copy of the id
     board.tombstones[numberedId(2)] = noon + 5s;
@@ -165,7 +165,7 @@ TEST(Apply, ADeleteTakesDownEvenWhatWasEditedLater) {
     EXPECT_EQ(result.applied.size(), 3U);
 }
 
-TEST(Apply, DoodlesComeDownWithTheItemTheyAreDrawnOn) {
+TEST(Apply, R7_DoodlesComeDownWithTheItemTheyAreDrawnOn) {
     Board board = boardOf(1);
     const auto doodle = [](std::uint64_t id, std::optional<UUID> on) {
         auto item = noteItem(id);
@@ -183,7 +183,7 @@ TEST(Apply, DoodlesComeDownWithTheItemTheyAreDrawnOn) {
     EXPECT_EQ(result.tombstones.size(), 2U);
 }
 
-TEST(Apply, OpsOfABatchSeeOneAnother) {
+TEST(Apply, R2_OpsOfABatchSeeOneAnother) {
     const auto upThenDown = apply({put(noteItem(1)), takeDown(1, noon)});
     EXPECT_TRUE(upThenDown.board.items.empty());
     const auto downThenUp = apply({takeDown(1, noon - 1ms), put(noteItem(1)), put(noteItem(1))});
@@ -192,7 +192,7 @@ TEST(Apply, OpsOfABatchSeeOneAnother) {
     EXPECT_EQ(downThenUp.rejected.front().index, 2);
 }
 
-TEST(Apply, TheBoardsInstantFollowsWhatAppliedAndNeverGoesBack) {
+TEST(Apply, R8_R9_TheBoardsInstantFollowsWhatAppliedAndNeverGoesBack) {
     Board board = boardOf(1);
     board.updatedAt = noon;
     const auto after = [&](const Op& op) { return apply({op}, board).board.updatedAt; };
@@ -204,7 +204,7 @@ TEST(Apply, TheBoardsInstantFollowsWhatAppliedAndNeverGoesBack) {
 }
 
 // Random histories: what the rules promise whatever the ops are.
-TEST(Apply, RandomBatchesKeepThePromisesOfTheRules) {
+TEST(Apply, R2_R3_R10_RandomBatchesKeepThePromisesOfTheRules) {
     samples::Random random{1};
     std::size_t rejected = 0;
     for (int round = 0; round < 400; ++round) {
@@ -228,7 +228,7 @@ TEST(Apply, RandomBatchesKeepThePromisesOfTheRules) {
     EXPECT_GT(rejected, 500U);
 }
 
-TEST(Apply, ConcurrentUpsertsGiveOneBoardInEitherOrder) {
+TEST(Apply, R10_ConcurrentUpsertsGiveOneBoardInEitherOrder) {
     samples::Random random{2};
     for (int round = 0; round < 1000; ++round) {
         Board board = samples::anyBoard(random, 3);

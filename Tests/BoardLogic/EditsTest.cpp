@@ -4,7 +4,7 @@
 #include "LumaroCore/BoardLogic/Apply.h"
 #include "LumaroCore/BoardLogic/Placing.h"
 #include "LumaroCore/Support/Wire.h"
-#include "Tests/Samples/Samples.h"
+#include "Samples/Samples.h"
 
 #include <gtest/gtest.h>
 
@@ -51,7 +51,7 @@ Board after(const Edits::Result& ops, const Board& board) {
     return result.board;
 }
 
-TEST(Edits, EveryEditIsNewerThanWhatItEditsWhateverTheClockSays) {
+TEST(Edits, R15_EveryEditIsNewerThanWhatItEditsWhateverTheClockSays) {
     using Edit = std::function<Edits::Result(const Board&, Hand)>;
     const Edit edits[]{
         [](const Board& b, Hand h) { return Edits::move(b, noteId, {1, 1}, h); },
@@ -99,13 +99,13 @@ TEST(Edits, PuttingUpPlacesTiltsAndStacks) {
     EXPECT_EQ(itemOf(dropped->front()).center, (Point{0, 1000}));
 }
 
-TEST(Edits, PuttingUpAgainOutlivesTheTombstone) {
+TEST(Edits, R15_PuttingUpAgainOutlivesTheTombstone) {
     Board board = smallBoard();
     board.tombstones[numberedId(9)] = noon + 1h;
     EXPECT_EQ(after(Edits::putUp(board, numberedId(9), samples::plainNote("back"), {}, hand), board).items.size(), 4U);
 }
 
-TEST(Edits, DoodlesGoWithTheItemTheyAreDrawnOn) {
+TEST(Edits, R16_DoodlesGoWithTheItemTheyAreDrawnOn) {
     const Board board = smallBoard();
     const auto moved = after(Edits::move(board, noteId, {510, 480}, hand), board);
     EXPECT_EQ(moved.find(drawnId)->center, (Point{610, 480}));
@@ -124,7 +124,7 @@ TEST(Edits, DoodlesGoWithTheItemTheyAreDrawnOn) {
     EXPECT_GT(down.tombstones.at(drawnId), board.find(drawnId)->updatedAt);
 }
 
-TEST(Edits, NothingRisesAboveTheEndOfTheRangeAndNothingStops) {
+TEST(Edits, R17_NothingRisesAboveTheEndOfTheRangeAndNothingStops) {
     Board board = smallBoard();
     board.items[2].z = std::numeric_limits<std::int64_t>::max();
     EXPECT_EQ(after(Edits::raise(board, noteId, hand), board).find(noteId)->z, board.items[2].z);

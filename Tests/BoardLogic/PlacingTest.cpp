@@ -2,7 +2,7 @@
 #include "LumaroCore/BoardLogic/Placing.h"
 
 #include "LumaroCore/BoardLogic/Expiry.h"
-#include "Tests/Samples/Samples.h"
+#include "Samples/Samples.h"
 
 #include <gtest/gtest.h>
 
@@ -24,7 +24,7 @@ BoardItem itemAt(std::uint64_t id, Point center, std::int64_t z) {
     return item;
 }
 
-TEST(Stacking, NewItemsGoAboveAndRaisedItemsAboveTheOthers) {
+TEST(Stacking, R12_NewItemsGoAboveAndRaisedItemsAboveTheOthers) {
     Board board;
     EXPECT_EQ(BoardLogic::nextZ(board), 1);
     board.items = {itemAt(1, {}, -7), itemAt(2, {}, -9)};
@@ -41,7 +41,7 @@ TEST(StackingDeathTest, StopsWhereNothingGoesAbove) {
     EXPECT_DEATH(BoardLogic::nextZ(board), "stacking");
 }
 
-TEST(SeededTilt, IsTheHashOfTheIdSpreadOverEightDegrees) {
+TEST(SeededTilt, R13_IsTheHashOfTheIdSpreadOverEightDegrees) {
     // Reckoned apart from this code, with exact integers.
     EXPECT_EQ(BoardLogic::seededTilt(UUID{}), 0.25392137724700703);
     EXPECT_EQ(BoardLogic::seededTilt(*UUID::parse("01234567-89ab-cdef-0123-456789abcdef")), -2.083540813277697);
@@ -59,7 +59,7 @@ TEST(SeededTilt, IsTheHashOfTheIdSpreadOverEightDegrees) {
     EXPECT_GT(high, 3.9);
 }
 
-TEST(OpenSpot, TradesNearnessAgainstOverlap) {
+TEST(OpenSpot, R14_TradesNearnessAgainstOverlap) {
     Board board;
     EXPECT_EQ(BoardLogic::openSpot({280, 280}, board), (Point{800, 500}));
     // A note in the middle: of the places that lie clear of it, the nearest of all rings.
@@ -69,12 +69,12 @@ TEST(OpenSpot, TradesNearnessAgainstOverlap) {
     EXPECT_EQ(sharedArea(Rect::centredOn(spot, {100, 100}), Rect::centredOn({800, 500}, {280, 280})), 0);
 }
 
-TEST(OpenSpot, HoldsTheItemInsideTheCanvasByTheFarEdgeLast) {
+TEST(OpenSpot, R14_HoldsTheItemInsideTheCanvasByTheFarEdgeLast) {
     EXPECT_EQ(BoardLogic::openSpot({1600, 1000}, {}), (Point{776, 476}));
     EXPECT_EQ(BoardLogic::openSpot({0, 0}, {}), (Point{800, 500}));
 }
 
-TEST(OpenSpot, MeasuresItemsByWhatTheyHold) {
+TEST(OpenSpot, R14_MeasuresItemsByWhatTheyHold) {
     Board board;
     auto doodle = itemAt(1, {800, 500}, 1);
     doodle.scale = 2;
@@ -84,7 +84,7 @@ TEST(OpenSpot, MeasuresItemsByWhatTheyHold) {
     EXPECT_LT(distance(BoardLogic::openSpot({60, 60}, board), {800, 500}), 97);
 }
 
-TEST(Expiry, TakesDownNotesWhoseTimeHasComeAndNothingElse) {
+TEST(Expiry, R11_TakesDownNotesWhoseTimeHasComeAndNothingElse) {
     Board board;
     const auto note = [](std::uint64_t id, std::optional<Instant> expiresAt, Instant updatedAt) {
         auto item = itemAt(id, {}, 1);

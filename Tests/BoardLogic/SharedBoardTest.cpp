@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "LumaroCore/BoardLogic/SharedBoard.h"
 
-#include "Tests/Samples/Samples.h"
+#include "Samples/Samples.h"
 
 #include <gtest/gtest.h>
 
@@ -127,7 +127,7 @@ private:
     std::array<Device, 2> devices_;
 };
 
-TEST(SharedBoard, HoldsTheRoomsBoardAtEveryMessageAndShowsItAtRest) {
+TEST(SharedBoard, R20_R21_HoldsTheRoomsBoardAtEveryMessageAndShowsItAtRest) {
     std::size_t refusals = 0;
     for (std::uint64_t seed = 0; seed < 150; ++seed) {
         SCOPED_TRACE(seed);
@@ -140,7 +140,7 @@ TEST(SharedBoard, HoldsTheRoomsBoardAtEveryMessageAndShowsItAtRest) {
     EXPECT_GT(refusals, 1000U); // otherwise nothing clashed
 }
 
-TEST(SharedBoard, WhatWaitsStaysOnScreenThroughAWelcomeAndARestart) {
+TEST(SharedBoard, R18_R19_WhatWaitsStaysOnScreenThroughAWelcomeAndARestart) {
     const Board room;
     BoardItem item;
     item.id = numberedId(1);
@@ -157,7 +157,7 @@ TEST(SharedBoard, WhatWaitsStaysOnScreenThroughAWelcomeAndARestart) {
     EXPECT_EQ(board.confirmed().items.size(), 1U);
 }
 
-TEST(SharedBoard, AnAckOutOfOrderKeepsTheOrderOfWhatWaits) {
+TEST(SharedBoard, R19_AnAckOutOfOrderKeepsTheOrderOfWhatWaits) {
     SharedBoard board;
     const auto paint = [](std::uint64_t id, BackgroundID paper) {
         return PendingBatch{numberedId(id), {{SetBackground{paper}}}};

@@ -69,7 +69,7 @@ std::string withKeysShuffled(simdjson::dom::element value, std::mt19937& random)
     return value.is_array() ? "[" + all + "]" : "{" + all + "}";
 }
 
-TEST(BoardJson, ReadsTheGoldenBoardInAnyLayoutAndWritesItByteForByte) {
+TEST(BoardJson, W12_W13_W16_ReadsTheGoldenBoardInAnyLayoutAndWritesItByteForByte) {
     const auto board = valueOf<Board>(goldenBoard);
     EXPECT_EQ(*Wire::encode(board), goldenBoard);
     for (std::size_t i = 0; i < namesOf(ItemKind{}).size(); ++i)
@@ -90,7 +90,7 @@ TEST(BoardJson, RefusesEveryTruncation) {
     for (std::size_t size = 0; size < ops.size(); ++size) ASSERT_FALSE(Wire::decode<Ops>(ops.substr(0, size))) << size;
 }
 
-TEST(BoardJson, NamesEachRequiredKeyThatIsMissing) {
+TEST(BoardJson, W5_W6_NamesEachRequiredKeyThatIsMissing) {
     const std::regex optional{"v|threadTiedAt|scale|expiresAt|takenAt|startedAt|startedBy|joinedAt|on|text|attrs|marks|"
                               "content|deep|k|rev|color"};
     const std::regex keys{R"re("(\w+)":.)re"};
@@ -121,12 +121,12 @@ TEST(Board, ComparesAndHashesEveryField) {
     EXPECT_NE(std::hash<BoardItem>{}(calendar), std::hash<BoardItem>{}(valueOf<BoardItem>(location)));
 }
 
-TEST(BoardJson, ReadsAnItemWithoutAScaleAtScaleOne) {
+TEST(BoardJson, W10_W14_ReadsAnItemWithoutAScaleAtScaleOne) {
     for (const char* scale : {"", R"("scale":null,)", R"("scale":1.0,)"})
         EXPECT_EQ(*Wire::encode(valueOf<BoardItem>(replaced(location, R"("scale":1,)", scale))), location);
 }
 
-TEST(BoardJson, SkipsItemsOfUnknownKindsWhateverTheyHold) {
+TEST(BoardJson, W15_SkipsItemsOfUnknownKindsWhateverTheyHold) {
     for (const char* item : {R"({"kind":"hologram"})", R"({"id":"no id","kind":"hologram","center":7,"payload":null})",
                              R"({"payload":[{"kind":1}],"id":1,"id":2,"k\u0069nd":"Note"})"})
         EXPECT_EQ(valueOf<Board>(boardOf(item + ("," + location))), valueOf<Board>(boardOf(location))) << item;
@@ -139,7 +139,7 @@ TEST(BoardJson, SkipsItemsOfUnknownKindsWhateverTheyHold) {
     EXPECT_EQ(errorOf<Board>(boardOf(deep)).fault, tooDeep);
 }
 
-TEST(BoardJson, ReadsMoreThanABoardMayHoldAndLeavesTombstonesOut) {
+TEST(BoardJson, W13_ReadsMoreThanABoardMayHoldAndLeavesTombstonesOut) {
     std::string items = location;
     for (int i = 0; i < 60; ++i) items += "," + location;
     EXPECT_EQ(valueOf<Board>(boardOf(items)).items.size(), 61U);
@@ -159,14 +159,14 @@ TEST(BoardJson, LeavesTheTextAloneWhenAnItemHasNone) {
     EXPECT_EQ(text, "kept");
 }
 
-TEST(OpJson, ReadsTheGoldenOpsWithoutTheUnknown) {
+TEST(OpJson, W15_W18_ReadsTheGoldenOpsWithoutTheUnknown) {
     EXPECT_EQ(*Wire::encode(understood(valueOf<Ops>(golden("ops.json")))),
               R"([{"op":"upsert","item":)" + location +
                   R"(},{"op":"delete","itemId":"00000000-0000-4000-8000-0000000000b1","deletedAt":3},)"
                   R"({"op":"setBackground","background":"oat"}])");
 }
 
-TEST(OpJson, NamesTheFaultAndPlace) {
+TEST(OpJson, W6_W9_NamesTheFaultAndPlace) {
     const auto upsert = R"("op":"upsert","item":)" + location;
     const auto with = [&](const char* what, const char* other) { return replaced(upsert, what, other); };
     const std::vector<std::tuple<DecodeFault, const char*, std::string>> cases = {

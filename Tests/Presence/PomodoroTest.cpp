@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "LumaroCore/Presence/Pomodoro.h"
 
-#include "Tests/Samples/Samples.h"
+#include "Samples/Samples.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "Tests/Samples/Samples.h"
+#include "Samples/Samples.h"
 
 #include <array>
 #include <cmath>
