@@ -143,7 +143,8 @@ std::optional<std::int64_t> JsonReader::carefulWholeNumber(JsonValue value) {
 }
 
 bool JsonReader::failToken(std::string_view token, std::string_view expected) {
-    const bool isOtherType = std::string_view{"\"[{tfn"}.contains(token.front());
+    // A text that was cut off here has no token.
+    const bool isOtherType = !token.empty() && std::string_view{"\"[{tfn"}.contains(token.front());
     return isOtherType ? fail(simdjson::INCORRECT_TYPE, expected) : fail(DecodeFault::malformed, "not JSON");
 }
 

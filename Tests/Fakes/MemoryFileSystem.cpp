@@ -1,0 +1,130 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Tests/Fakes/MemoryFileSystem.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace lumaro {
+namespace {
+
+std::unexpected<FileError> failure(FileFault fault, const std::string& path) {
+    return std::unexpected(FileError{fault, path, "as the test wants it"});
+}
+
+std::string folderOf(const std::string& path) {
+    return path.substr(0, path.rfind('/'));
+}
+
+} // namespace
+
+FileResult<void> MemoryFileSystem::createDirectories(const std::string& path) {
+    for (auto end = path.find('/', 1);; end = path.find('/', end + 1)) {
+        folders_.insert(path.substr(0, end));
+        if (end == std::string::npos) return {};
+    }
+}
+
+FileResult<std::vector<std::string>> MemoryFileSystem::listFiles(const std::string& directory) {
+    if (!folders_.contains(directory)) return failure(FileFault::notFound, directory);
+    std::vector<std::string> names;
+    for (const auto& [path, file] : names_) {
+        if (folderOf(path) == directory) names.push_back(path.substr(directory.size() + 1));
+    }
+    // In no order that a caller could lean on.
+    std::ranges::reverse(names);
+    return names;
+}
+
+FileResult<std::string> MemoryFileSystem::readFile(const std::string& path) {
+    const auto found = names_.find(path);
+    if (found == names_.end()) return failure(FileFault::notFound, path);
+    return found->second->bytes;
+}
+
+FileResult<void> MemoryFileSystem::writeFile(const std::string& path, std::string_view bytes) {
+    if (!folders_.contains(folderOf(path))) return failure(FileFault::notFound, path);
+    auto& file = names_[path];
+    if (!file) file = std::make_shared<File>();
+    file->bytes = bytes;
+    return {};
+}
+
+FileResult<void> MemoryFileSystem::syncFile(const std::string& path) {
+    const auto found = names_.find(path);
+    if (found == names_.end()) return failure(FileFault::notFound, path);
+    found->second->durable = found->second->bytes;
+    return {};
+}
+
+FileResult<void> MemoryFileSystem::syncDirectory(const std::string& path) {
+    if (!folders_.contains(path)) return failure(FileFault::notFound, path);
+    const auto isInside = [&](const auto& entry) { return folderOf(entry.first) == path; };
+    std::erase_if(durableNames_, isInside);
+    std::ranges::copy_if(names_, std::inserter(durableNames_, durableNames_.end()), isInside);
+    return {};
+}
+
+FileResult<void> MemoryFileSystem::rename(const std::string& from, const std::string& to) {
+    const auto found = names_.find(from);
+    if (found == names_.end()) return failure(FileFault::notFound, from);
+    auto file = found->second;
+    names_.erase(found);
+    names_[to] = std::move(file);
+    return {};
+}
+
+FileResult<void> MemoryFileSystem::removeFile(const std::string& path) {
+    return names_.erase(path) > 0 ? FileResult<void>{} : failure(FileFault::notFound, path);
+}
+
+void MemoryFileSystem::crash(std::size_t tornBytes) {
+    names_ = durableNames_;
+    for (auto& [path, file] : names_) {
+        if (file->bytes != file->durable) file->durable = file->bytes.substr(0, tornBytes);
+        file->bytes = file->durable;
+    }
+}
+
+template <class Call>
+std::invoke_result_t<Call> FaultyFileSystem::passed(std::string_view name, const std::string& path, Call call) {
+    if (const auto fault = fault_(name, path)) return failure(*fault, path);
+    return call();
+}
+
+FileResult<void> FaultyFileSystem::createDirectories(const std::string& path) {
+    return passed("createDirectories", path, [&] { return files_.createDirectories(path); });
+}
+
+FileResult<std::vector<std::string>> FaultyFileSystem::listFiles(const std::string& directory) {
+    return passed("listFiles", directory, [&] { return files_.listFiles(directory); });
+}
+
+FileResult<std::string> FaultyFileSystem::readFile(const std::string& path) {
+    return passed("readFile", path, [&] { return files_.readFile(path); });
+}
+
+FileResult<void> FaultyFileSystem::writeFile(const std::string& path, std::string_view bytes) {
+    if (const auto fault = fault_("writeFile", path)) {
+        static_cast<void>(files_.writeFile(path, bytes.substr(0, bytes.size() / 2)));
+        return failure(*fault, path);
+    }
+    return files_.writeFile(path, bytes);
+}
+
+FileResult<void> FaultyFileSystem::syncFile(const std::string& path) {
+    return passed("syncFile", path, [&] { return files_.syncFile(path); });
+}
+
+FileResult<void> FaultyFileSystem::syncDirectory(const std::string& path) {
+    return passed("syncDirectory", path, [&] { return files_.syncDirectory(path); });
+}
+
+FileResult<void> FaultyFileSystem::rename(const std::string& from, const std::string& to) {
+    return passed("rename", from, [&] { return files_.rename(from, to); });
+}
+
+FileResult<void> FaultyFileSystem::removeFile(const std::string& path) {
+    return passed("removeFile", path, [&] { return files_.removeFile(path); });
+}
+
+} // namespace lumaro
