@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "LumaroCore/BoardLogic/Apply.h"
 
+#include "LumaroCore/Support/Mutant.h"
 #include "LumaroCore/Support/Overloaded.h"
 #include "LumaroCore/Support/Wire.h"
 
@@ -49,7 +50,10 @@ private:
             const auto grave = board_.tombstones.find(item.id);
             const bool isBuried = grave != board_.tombstones.end();
             if (isBuried && item.updatedAt <= grave->second) return RejectionReason::deleted;
-            if (board_.items.size() >= BoardSpec::maxLiveItems) return RejectionReason::itemCapExceeded;
+            if (board_.items.size() >= BoardSpec::maxLiveItems) {
+                if (mutant(Mutant::refusedInsertDigsUp)) board_.tombstones.erase(item.id);
+                return RejectionReason::itemCapExceeded;
+            }
             if (isBuried) board_.tombstones.erase(grave);
             board_.items.push_back(item);
         }
@@ -68,7 +72,10 @@ private:
     // Deliberately without a comparison of instants: a delete always takes the item down, and only a later upsert
     // brings it back.
     std::optional<RejectionReason> remove(const Delete& deletion) {
-        std::erase_if(board_.items, [&](const BoardItem& item) { return item.id == deletion.itemId; });
+        std::erase_if(board_.items, [&](const BoardItem& item) {
+            const bool stays = mutant(Mutant::deleteByTimestamp) && item.updatedAt > deletion.deletedAt;
+            return item.id == deletion.itemId && !stays;
+        });
         bury(board_, deletion.itemId, deletion.deletedAt);
         takeDownDoodles(deletion.itemId, deletion.deletedAt, board_);
         return note(deletion.deletedAt);
@@ -116,6 +123,7 @@ ApplyResult apply(std::span<const Op> ops, Board board, Instant now) {
 
 bool wins(Instant incomingAt, PartnerID incomingAuthor, Instant existingAt, PartnerID existingAuthor) {
     if (incomingAt != existingAt) return incomingAt > existingAt;
+    if (mutant(Mutant::equalVersionsReplace)) return true;
     return incomingAuthor == PartnerID::a && existingAuthor == PartnerID::b;
 }
 

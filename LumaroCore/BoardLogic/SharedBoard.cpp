@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "LumaroCore/BoardLogic/SharedBoard.h"
 
+#include "LumaroCore/Support/Mutant.h"
+
 #include <algorithm>
 #include <iterator>
 #include <utility>
@@ -15,7 +17,9 @@ SharedBoard::SharedBoard(Board confirmed, std::vector<PendingBatch> pending, Ins
 
 void SharedBoard::welcome(Board board, Instant now) {
     confirmed_ = std::move(board);
+    if (mutant(Mutant::welcomeWipesPending)) pending_.clear();
     project(now);
+    if (mutant(Mutant::welcomeHidesPending)) shown_ = confirmed_;
 }
 
 void SharedBoard::tieThread(Instant tiedAt) {
@@ -33,7 +37,9 @@ std::vector<RejectedOp> SharedBoard::enqueue(PendingBatch batch, Instant now) {
 void SharedBoard::acked(const UUID& batchId, Instant now) {
     const auto batch = std::ranges::find(pending_, batchId, &PendingBatch::batchId);
     if (batch == pending_.end()) return;
-    confirmed_ = BoardLogic::apply(batch->ops, std::move(confirmed_), now).board;
+    if (!mutant(Mutant::ackConfirmsNothing)) {
+        confirmed_ = BoardLogic::apply(batch->ops, std::move(confirmed_), now).board;
+    }
     // Acks mostly come in the order of sending. The oldest batch was the first over `confirmed`, and is now its last:
     // the board shown is the same, and a long queue drains without showing every batch anew for every ack.
     const bool isOldest = batch == pending_.begin();

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "LumaroCore/Outbox/DurableOutbox.h"
 
+#include "LumaroCore/Support/Mutant.h"
 #include "LumaroCore/Support/Wire.h"
 
 #include <algorithm>
+#include <iterator>
 #include <limits>
 #include <utility>
 
@@ -41,6 +43,8 @@ FileResult<std::string> DurableOutbox::readPatiently(const std::string& path) {
 FileResult<void> DurableOutbox::reload() {
     auto names = files_.get().listFiles(directory_);
     if (!names) return std::unexpected(std::move(names.error()));
+    // A name may be there that a process did not live to sync: from here on it counts as accepted.
+    if (auto synced = files_.get().syncDirectory(directory_); !synced) return synced;
     std::vector<OutboxBatch> read;
     std::size_t lost = 0;
     for (const auto& name : *names) {
@@ -58,7 +62,8 @@ FileResult<void> DurableOutbox::reload() {
     std::ranges::sort(read, {}, &OutboxBatch::sequence);
     batches_.assign(std::move_iterator{read.begin()}, std::move_iterator{read.end()});
     constexpr auto last = std::numeric_limits<std::int64_t>::max() - 1;
-    nextSequence_ = batches_.empty() ? 0 : std::min(batches_.back().sequence, last) + 1;
+    nextSequence_ =
+        batches_.empty() || mutant(Mutant::sequencesStartAnew) ? 0 : std::min(batches_.back().sequence, last) + 1;
     lostFiles_ = lost;
     return {};
 }
@@ -109,8 +114,9 @@ FileResult<void> DurableOutbox::removeIfThere(const OutboxBatch& batch) {
 }
 
 FileResult<void> DurableOutbox::markAcked(const UUID& batchId) {
-    const auto found = std::ranges::find(batches_, batchId, &OutboxBatch::batchId);
-    if (found == batches_.end()) return {};
+    auto found = std::ranges::find(batches_, batchId, &OutboxBatch::batchId);
+    if (found == batches_.end() || mutant(Mutant::ackKeepsTheBatch)) return {};
+    if (mutant(Mutant::ackTakesTheNewest)) found = std::prev(batches_.end());
     const OutboxBatch batch = std::move(*found);
     batches_.erase(found);
     return removeIfThere(batch);

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-// How numbers, strings, ids, instants, enumerations, lists, maps and types with `fields()` are read.
+// How numbers, booleans, strings, ids, instants, enumerations, lists, maps and types with `fields()` are read.
 
 #include "LumaroCore/Support/EnumNames.h"
 #include "LumaroCore/Support/Instant.h"
@@ -57,6 +57,9 @@ inline bool readJson(JsonReader& reader, JsonValue value, double& out) {
 }
 inline bool readJson(JsonReader& reader, JsonValue value, std::int64_t& out) {
     return reader.integer(value, out);
+}
+inline bool readJson(JsonReader& reader, JsonValue value, bool& out) {
+    return reader.boolean(value, out);
 }
 bool readJson(JsonReader& reader, JsonValue value, std::string& out);
 bool readJson(JsonReader& reader, JsonValue value, UUID& out);

@@ -167,6 +167,10 @@ bool JsonReader::failNumber(JsonValue value) {
     return failToken(token, "a number");
 }
 
+bool JsonReader::failBoolean(JsonValue value) {
+    return skip(value) && fail(DecodeFault::wrongType, "expected true or false");
+}
+
 bool JsonReader::points(JsonValue value, std::vector<Point>& out) {
     numbers_.clear();
     if (!readArray(value, [this](JsonValue element) { return number(element, numbers_.emplace_back()); })) return false;

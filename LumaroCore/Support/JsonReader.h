@@ -100,6 +100,9 @@ public:
     [[gnu::always_inline]] bool number(JsonValue value, double& out) {
         return value.get_double().get(out) == simdjson::SUCCESS || failNumber(value);
     }
+    bool boolean(JsonValue value, bool& out) {
+        return value.get_bool().get(out) == simdjson::SUCCESS || failBoolean(value);
+    }
     /// Points from one flat array of numbers.
     bool points(JsonValue value, std::vector<Point>& out);
 
@@ -113,6 +116,7 @@ private:
     bool failToken(std::string_view token, std::string_view expected);
     bool failNumber(JsonValue value);
     bool failInteger(JsonValue value);
+    bool failBoolean(JsonValue value);
     static std::optional<std::int64_t> carefulWholeNumber(JsonValue value);
     bool keyText(JsonKey key, std::string_view& out);
     bool unescape(JsonKey raw, std::size_t size, std::string_view& out);

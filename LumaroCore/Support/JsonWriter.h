@@ -8,6 +8,7 @@
 #include "LumaroCore/Support/Plane.h"
 #include "LumaroCore/Support/UUID.h"
 
+#include <concepts>
 #include <cstdint>
 #include <expected>
 #include <map>
@@ -86,6 +87,10 @@ inline void writeJson(JsonWriter& writer, double value) {
 }
 inline void writeJson(JsonWriter& writer, std::int64_t value) {
     writer.integer(value);
+}
+template <std::same_as<bool> B>
+void writeJson(JsonWriter& writer, B value) {
+    writer.boolean(value);
 }
 inline void writeJson(JsonWriter& writer, const std::string& value) {
     writer.string(value);

@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstdint>
+
+namespace lumaro {
+
+/// Faults that the simulation must find: each is one line in the code, and stands in the simulation's own build alone.
+enum class Mutant : std::uint8_t {
+    none,
+    welcomeWipesPending,
+    welcomeHidesPending,
+    ackConfirmsNothing,
+    ackTakesTheNewest,
+    deleteByTimestamp,
+    equalVersionsReplace,
+    refusedInsertDigsUp,
+    noWelcomeAfterRejection,
+    noWelcomeAfterDuplicate,
+    rejectedOpsRelayed,
+    effectsBeforeTheCommit,
+    reloadForgetsInputs,
+    newestSentFirst,
+    ackLeavesTheWindow,
+    ackKeepsTheBatch,
+    sequencesStartAnew,
+    silenceIsPatience,
+    backoffNeverEnds,
+    count,
+};
+
+#ifdef LUMARO_MUTANTS
+/// The fault that this process has now.
+inline Mutant activeMutant = Mutant::none;
+inline bool mutant(Mutant which) {
+    return activeMutant == which;
+}
+#else
+constexpr bool mutant(Mutant /*which*/) {
+    return false;
+}
+#endif
+
+} // namespace lumaro

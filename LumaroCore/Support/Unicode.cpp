@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "LumaroCore/Support/Unicode.h"
+
+#include <utf8proc.h>
+
+namespace lumaro {
+namespace {
+
+using Bytes = const utf8proc_uint8_t*;
+
+// Controls that break lines or leave a gap; other white space has a category of its own.
+bool isSpacingControl(char32_t character) {
+    return (character >= U'\t' && character <= U'\r') || character == 0x85;
+}
+
+} // namespace
+
+CharacterClass classOf(char32_t character) {
+    switch (utf8proc_category(static_cast<utf8proc_int32_t>(character))) {
+    case UTF8PROC_CATEGORY_ND: return CharacterClass::digit;
+    case UTF8PROC_CATEGORY_LU: return CharacterClass::upperCaseLetter;
+    case UTF8PROC_CATEGORY_LL:
+    case UTF8PROC_CATEGORY_LT:
+    case UTF8PROC_CATEGORY_LM:
+    case UTF8PROC_CATEGORY_LO: return CharacterClass::otherLetter;
+    case UTF8PROC_CATEGORY_ZS:
+    case UTF8PROC_CATEGORY_ZL:
+    case UTF8PROC_CATEGORY_ZP: return CharacterClass::space;
+    default: return isSpacingControl(character) ? CharacterClass::space : CharacterClass::other;
+    }
+}
+
+std::optional<int> digitValue(char32_t character) {
+    if (classOf(character) != CharacterClass::digit) return std::nullopt;
+    // Digits of a script stand in a row of ten, and a row may follow another: the row's start is found from its end.
+    int before = 0;
+    while (before < 50 && classOf(character - static_cast<char32_t>(before) - 1) == CharacterClass::digit) ++before;
+    return before % 10;
+}
+
+std::optional<char32_t> takeCharacter(std::string_view& text) {
+    if (text.empty()) return std::nullopt;
+    utf8proc_int32_t character = 0;
+    const auto size =
+        utf8proc_iterate(reinterpret_cast<Bytes>(text.data()), static_cast<utf8proc_ssize_t>(text.size()), &character);
+    if (size <= 0) return std::nullopt;
+    text.remove_prefix(static_cast<std::size_t>(size));
+    return static_cast<char32_t>(character);
+}
+
+std::string_view trimmed(std::string_view text) {
+    const auto isSpace = [](std::optional<char32_t> character) {
+        return character && classOf(*character) == CharacterClass::space;
+    };
+    for (auto rest = text; isSpace(takeCharacter(rest));) text = rest;
+    while (!text.empty()) {
+        auto start = text.size() - 1;
+        while (start > 0 && (static_cast<unsigned char>(text[start]) & 0xC0U) == 0x80U) --start;
+        auto last = text.substr(start);
+        if (!isSpace(takeCharacter(last)) || !last.empty()) break;
+        text = text.substr(0, start);
+    }
+    return text;
+}
+
+} // namespace lumaro

@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string_view>
+
+namespace lumaro {
+
+/// What a character is, by its general category in Unicode.
+enum class CharacterClass : std::uint8_t {
+    digit,           ///< Nd
+    upperCaseLetter, ///< Lu
+    otherLetter,     ///< lower case, title case and letters without case
+    space,           ///< white space and line breaks
+    other,
+};
+
+CharacterClass classOf(char32_t character);
+
+/// What a digit of any script counts; none for other characters.
+std::optional<int> digitValue(char32_t character);
+
+/// Takes the first character off a UTF-8 text; none at its end and where it is not UTF-8.
+std::optional<char32_t> takeCharacter(std::string_view& text);
+
+/// The text without white space and line breaks at its ends.
+std::string_view trimmed(std::string_view text);
+
+} // namespace lumaro

@@ -1,0 +1,179 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "LumaroCore/Protocol/Messages.h"
+
+#include "LumaroCore/BoardLogic/Apply.h"
+#include "LumaroCore/Protocol/LumaroCoreError.h"
+#include "LumaroCore/Support/Wire.h"
+#include "Samples/Samples.h"
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <set>
+
+namespace lumaro {
+namespace {
+
+using enum DecodeFault;
+using namespace std::string_literals;
+
+const std::string location = R"({"id":"00000000-0000-4000-8000-0000000000b0","kind":"location","center":{"x":1,"y":2},)"
+                             R"("rotationDegrees":0,"scale":1,"z":1,"author":"a","createdAt":1,"updatedAt":2,)"
+                             R"("payload":{"slot":"b"}})";
+const std::string id = R"("batchId":"c0ffee00-0000-4000-8000-0000000000aa")";
+
+// The lines that begin with `start`, of a file beside the golden ones.
+std::vector<std::string> linesOf(const std::string& name, std::string_view start) {
+    std::vector<std::string> lines;
+    std::ifstream file{LUMARO_GOLDEN_DIR "/" + name};
+    for (std::string line; std::getline(file, line);) {
+        if (line.starts_with(start)) lines.push_back(line);
+    }
+    return lines;
+}
+
+// What a message says once it is read and written again; the fault otherwise.
+template <class Message>
+std::string rewritten(const std::string& text) {
+    const auto read = Wire::decode<Message>(text);
+    return read ? Wire::encode(*read).value_or("no text") : read.error().path + ": " + read.error().message;
+}
+
+TEST(Messages, P23_TheGoldenOnesReadAndWriteByteForByte) {
+    const auto fromDevice = linesOf("messages-from-device.jsonl", "{");
+    const auto fromRoom = linesOf("messages-from-room.jsonl", "{");
+    ASSERT_EQ(fromDevice.size() + fromRoom.size(), 18U);
+    for (const auto& line : fromDevice) EXPECT_EQ(rewritten<ClientMessage>(line), line);
+    std::set<std::string> types;
+    for (const auto& line : fromRoom) {
+        EXPECT_EQ(rewritten<ServerMessage>(line), line);
+        const std::string type{Wire::decode<ServerMessage>(line).value_or(ServerMessage{}).caseName()};
+        EXPECT_TRUE(line.starts_with(R"({"v":1,"type":")" + type + '"')) << type;
+        types.insert(type);
+    }
+    EXPECT_EQ(types.size(), std::variant_size_v<ServerMessage::Value>);
+}
+
+TEST(Messages, P24_P25_EveryExampleOfTheProtocolPageIsOne) {
+    const auto examples = linesOf("../../docs/protocol.md", R"({"v":1,"type":)");
+    EXPECT_EQ(examples.size(), 10U);
+    for (const auto& example : examples) {
+        const bool isOne = rewritten<ServerMessage>(example) == example || rewritten<ClientMessage>(example) == example;
+        EXPECT_TRUE(isOne) << example << '\n' << rewritten<ServerMessage>(example) << rewritten<ClientMessage>(example);
+    }
+}
+
+TEST(ServerMessage, P25_P26_ReadsWhatAnotherRoomMayWrite) {
+    const std::string board = R"({"background":"sky","updatedAt":1,"items":[]})";
+    const std::string welcomed = R"({"v":1,"type":"welcome","partner":"b","board":{"v":1,)" + board.substr(1);
+    const std::string unknownItem = R"({"op":"upsert","item":{"id":7,"kind":"hologram","payload":[1]}})";
+    const std::string known = R"({"op":"setBackground","background":"oat"})";
+    const auto opsOf = [](const std::string& ops) { return R"(,"author":"a","ops":[)" + ops + "]}"; };
+    const std::vector<std::pair<std::string, std::string>> cases = {
+        {R"({"roster":["b","a","b"],"board":)" + board + R"(,"partner":"b","later":[{"x":1}],"type":"welcome"})",
+         welcomed + R"(,"roster":["a","b"],"paired":["a","b"]})"},
+        {R"({"type":"welcome","partner":"b","board":)" + board + R"(,"roster":[],"names":null,"paired":null})",
+         welcomed + R"(,"roster":[],"paired":["a","b"]})"},
+        {R"({"v":"later","type":"roster","online":["a"],"names":{"b":null,"c":"x"},"paired":[]})",
+         R"({"v":1,"type":"roster","online":["a"],"names":{},"paired":[]})"},
+        {R"({"type":"roster","online":[],"online2":1})", R"({"v":1,"type":"roster","online":[],"paired":["a","b"]})"},
+        {R"({"type":"ops",)" + id + opsOf(unknownItem + "," + known), R"({"v":1,"type":"ops",)" + id + opsOf(known)},
+        {R"({"type":"ops",)" + id + opsOf(unknownItem), R"({"v":1,"type":"ops",)" + id + opsOf("")},
+        {R"({"type":"ack","batchId":"C0FFEE00-0000-4000-8000-0000000000AA"})", R"({"v":1,"type":"ack",)" + id + "}"},
+        {R"({"type":"presence","from":"a","nowPlaying":null,"here":null,"activity":"idle"})",
+         R"({"v":1,"type":"presence","from":"a","activity":"idle"})"},
+        {R"({"type":"error","code":"rate_limited","message":"m"})",
+         R"({"v":1,"type":"error","code":"rate_limited","message":"m"})"}};
+    for (const auto& [text, same] : cases) EXPECT_EQ(rewritten<ServerMessage>(text), same) << text;
+}
+
+TEST(ServerMessage, P25_P26_NamesTheFaultAndPlaceOfWhatItCannotRead) {
+    const std::string here = R"("here":{"lat":1,"lon":1,"label":"x","tz":"UTC","precision":"block","since":1,)";
+    const std::vector<std::tuple<DecodeFault, const char*, std::string>> cases = {
+        {wrongType, "$", "hb "},
+        {missingKey, "$.type", R"({"v":1})"},
+        {invalidValue, "$.type", R"({"type":"dance"})"},
+        {duplicateKey, "$.type", R"({"type":"ack",)" + id + R"(,"type":"ops"})"},
+        {missingKey, "$.batchId", R"({"type":"ack"})"},
+        {invalidValue, "$.batchId", R"({"type":"ack","batchId":"c0ffee"})"},
+        {missingKey, "$.author", R"({"type":"ops",)" + id + R"(,"ops":[]})"},
+        {missingKey, "$.ops", R"({"type":"ops",)" + id + R"(,"author":"a"})"},
+        {invalidValue, "$.ops[1].op",
+         R"({"type":"ops",)" + id + R"(,"author":"a","ops":[{"op":"setBackground","background":"sky"},{"op":"x"}]})"},
+        {invalidValue, "$.online[1]", R"({"type":"roster","online":["a","c"]})"},
+        {wrongType, "$.online", R"({"type":"roster","online":"a"})"},
+        {wrongType, "$.names.b", R"({"type":"roster","online":[],"names":{"b":7}})"},
+        {invalidValue, "$.activity", R"({"type":"presence","from":"a","activity":"typing"})"},
+        {missingKey, "$.activity", R"({"type":"presence","from":"a"})"},
+        {wrongType, "$.nowPlaying.isPlaying", R"({"type":"presence","nowPlaying":{"isPlaying":1}})"},
+        {malformed, "$.nowPlaying.isPlaying", R"({"type":"presence","nowPlaying":{"isPlaying":tru}})"},
+        {wrongType, "$.nowPlaying.progressMs", R"({"type":"presence","nowPlaying":{"progressMs":1.5}})"},
+        {missingKey, "$.here.sampledAt", R"({"type":"presence","from":"a",)" + here + R"("weather":null}})"},
+        {invalidValue, "$.status", R"({"type":"calendar","slot":"a","status":"lost"})"},
+        {outOfRange, "$.threadTiedAt", R"({"type":"thread","threadTiedAt":9223372036854776})"},
+        {wrongType, "$.code", R"({"type":"error","code":7,"message":""})"}};
+    for (const auto& [fault, path, text] : cases) {
+        const auto read = Wire::decode<ServerMessage>(text);
+        const auto error = read ? DecodeError{} : read.error();
+        EXPECT_EQ(error.fault, fault) << text;
+        EXPECT_EQ(error.path, path) << text << '\n' << error.message;
+    }
+}
+
+TEST(ClientMessage, P24_P27_IsReadStrictlySoThatNoOpIsLostOnTheWay) {
+    const auto batch = [](const std::string& op) { return R"({"type":"ops",)" + id + R"(,"ops":[)" + op + "]}"; };
+    EXPECT_EQ(rewritten<ClientMessage>(batch(R"({"op":"upsert","item":)" + location + "}")),
+              R"({"v":1,)" + batch(R"({"op":"upsert","item":)" + location + "}").substr(1));
+    EXPECT_EQ(rewritten<ClientMessage>(batch(R"({"op":"upsert","item":{"kind":"hologram"}})")),
+              "$.ops[0].item.kind: unknown value \"hologram\"");
+    EXPECT_EQ(rewritten<ClientMessage>(R"({"type":"presence","activity":"editing","from":"b"})"),
+              R"({"v":1,"type":"presence","nowPlaying":null,"here":null,"activity":"editing"})");
+    EXPECT_EQ(rewritten<ClientMessage>(R"({"type":"ack",)" + id + "}"), "$.type: unknown value \"ack\"");
+}
+
+// A note whose JSON has so many arrays and objects within one another.
+BoardItem nested(std::size_t depth) {
+    const std::size_t arrays = depth - 5; // item, payload, document, attributes, and the one around the arrays
+    auto text = location;
+    text.replace(text.find("location"), 8, "note");
+    const auto pm = R"({"paper":"oat","pin":"brass","pm":{"type":"doc","attrs":{"x":)" + std::string(arrays + 1, '[') +
+                    std::string(arrays + 1, ']') + "}}}";
+    text.replace(text.find(R"({"slot":"b"})"), 12, pm);
+    return Wire::decode<BoardItem>(text).value_or(BoardItem{});
+}
+
+TEST(Messages, P28_HoldWhateverABoardTakes) {
+    const Op deepest{Upsert{nested(997)}};
+    const auto taken = BoardLogic::apply(std::vector{deepest}, Board{}, samples::noon);
+    ASSERT_EQ(taken.applied.size(), 1U);
+    const ServerMessage welcome{ServerMessage::Welcome{.board = taken.board, .roster = {}, .names = {}}};
+    const ServerMessage relayed{ServerMessage::Ops{.batchId = {}, .ops = taken.applied}};
+    const ClientMessage sent{ClientMessage::Ops{.batchId = {}, .ops = taken.applied}};
+    EXPECT_EQ(Wire::decode<ServerMessage>(Wire::encode(welcome).value_or("")), welcome);
+    EXPECT_EQ(Wire::decode<ServerMessage>(Wire::encode(relayed).value_or("")), relayed);
+    EXPECT_EQ(Wire::decode<ClientMessage>(Wire::encode(sent).value_or("")), sent);
+    const auto refused = BoardLogic::apply(std::vector{Op{Upsert{nested(998)}}}, Board{}, samples::noon);
+    EXPECT_EQ(refused.rejected.size(), 1U);
+}
+
+TEST(ServerErrorCode, KnowsThreeAndKeepsTheOthers) {
+    for (const auto& [code, isUnknown] :
+         {std::pair{"limit_exceeded"s, false}, {"bad_message"s, false}, {"unauthorized"s, false}, {"later"s, true}})
+        EXPECT_EQ(ServerErrorCode{code}.isUnknown(), isUnknown) << code;
+}
+
+TEST(LumaroCoreError, TellsPeopleWhatHappened) {
+    using Error = LumaroCoreError;
+    const std::vector<std::pair<Error, std::string>> cases = {
+        {{Error::InvalidToken{"x y"}}, "Not a Lumaro join token: x y"},
+        {{Error::BadServerResponse{503}}, "The server answered 503."},
+        {{Error::ScriptFailed{"no player"}}, "Could not read the music player: no player"},
+        {{Error::NotConnected{}}, "Not connected to the room."},
+        {{Error::TransportClosed{}}, "The connection closed."},
+        {{Error::Unauthorized{}}, "The room refused this Mac's token; it has been replaced."},
+        {{Error::ArtworkUnavailable{}}, "No artwork found for this track."}};
+    for (const auto& [error, text] : cases) EXPECT_EQ(error.errorDescription(), text);
+}
+
+} // namespace
+} // namespace lumaro
