@@ -1,0 +1,160 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "LumaroCore/Pairing/PairingMessages.h"
+#include "LumaroCore/Support/Wire.h"
+#include "LumaroRoom/Server/Routes.h"
+
+#include <utility>
+
+namespace lumaro {
+namespace {
+
+constexpr int ok = 200;
+constexpr int created = 201;
+
+ServerResponse unreadable() {
+    return errorResponse(400, "bad_request", "the body of this request cannot be read");
+}
+
+template <class Body>
+PairingService::Person personOf(const Body& body) {
+    PairingService::Person person{body.deviceId, body.name, std::nullopt};
+    if constexpr (requires { body.slot; }) person.slot = body.slot;
+    return person;
+}
+
+} // namespace
+
+template <class T>
+StoreResult<Routes::Outcome> Routes::outcomeOf(PairingResult<T> result, int status, std::string_view coupleId) {
+    if (!result) return std::unexpected(std::move(result.error()));
+    if (!*result) {
+        auto& refusal = result->error();
+        return Outcome{errorResponse(refusal.status, ServerError{.code = std::move(refusal.code),
+                                                                 .message = std::move(refusal.message),
+                                                                 .names = std::move(refusal.names),
+                                                                 .suggested = refusal.suggested}),
+                       {}};
+    }
+    if constexpr (std::is_void_v<T>) {
+        return Outcome{jsonResponse(status, "{}"), std::string{coupleId}};
+    } else {
+        auto text = Wire::encode(**result);
+        if (!text) return std::unexpected(StoreError{"what the pairing service answered cannot be written"});
+        return Outcome{jsonResponse(status, std::move(*text)), std::string{coupleId}};
+    }
+}
+
+void Routes::answerPairing(const Call& call, Respond respond) {
+    switch (call.match.route) {
+    case Route::createCouple: return createCouple(call, std::move(respond));
+    case Route::joinByCode: return joinByCode(call, std::move(respond));
+    case Route::joinByLink: return joinByLink(call, std::move(respond));
+    case Route::handoff: return handoff(call, std::move(respond));
+    case Route::mintLink: return mintLink(call, std::move(respond));
+    case Route::createCode: return createCode(call, std::move(respond));
+    case Route::setName: return setName(call, std::move(respond));
+    default: return removeDevices(call, std::move(respond));
+    }
+}
+
+void Routes::createCouple(const Call& call, Respond respond) {
+    auto body = Wire::decode<CreateCoupleRequest>(call.request.body);
+    if (!body) return respond(unreadable());
+    inStore([&pairing = ports_.pairing, person = personOf(*body), now = ports_.clock.now()](
+                Store& store) { return outcomeOf(pairing.createCouple(store, person, now), created); },
+            std::move(respond));
+}
+
+void Routes::joinByCode(const Call& call, Respond respond) {
+    auto body = Wire::decode<JoinByCodeRequest>(call.request.body);
+    if (!body) return respond(unreadable());
+    inStore(
+        [&pairing = ports_.pairing, body = std::move(*body), origin = call.request.client.origin(),
+         now = ports_.clock.now()](Store& store) {
+            auto joined = pairing.joinByCode(store, body.code, personOf(body), origin, now);
+            const auto coupleId = joined && *joined ? (*joined)->coupleId : std::string{};
+            return outcomeOf(std::move(joined), ok, coupleId);
+        },
+        std::move(respond));
+}
+
+void Routes::joinByLink(const Call& call, Respond respond) {
+    auto body = Wire::decode<JoinByLinkRequest>(call.request.body);
+    if (!body) return respond(unreadable());
+    inStore(
+        [&pairing = ports_.pairing, body = std::move(*body), now = ports_.clock.now()](Store& store) {
+            auto joined = pairing.joinByLink(store, body.inviteId, personOf(body), now);
+            const auto coupleId = joined && *joined ? (*joined)->coupleId : std::string{};
+            return outcomeOf(std::move(joined), ok, coupleId);
+        },
+        std::move(respond));
+}
+
+void Routes::handoff(const Call& call, Respond respond) {
+    auto body = Wire::decode<HandoffRequest>(call.request.body);
+    if (!body) return respond(unreadable());
+    inStore(
+        [&pairing = ports_.pairing, inviteId = std::move(body->inviteId),
+         now = ports_.clock.now()](Store& store) -> StoreResult<Outcome> {
+            auto alive = pairing.handoff(store, inviteId, now);
+            if (!alive) return std::unexpected(std::move(alive.error()));
+            using Result = std::expected<Handoff, PairingRefusal>;
+            return outcomeOf<Handoff>(*alive ? Result{Handoff{**alive}} : Result{std::unexpected(alive->error())}, ok);
+        },
+        std::move(respond));
+}
+
+void Routes::mintLink(const Call& call, Respond respond) {
+    auto body = Wire::decode<NameRequest>(call.request.body);
+    if (!body) return respond(unreadable());
+    byDevice(
+        call,
+        [&pairing = ports_.pairing, coupleId = call.match.id, name = std::move(body->name),
+         now = ports_.clock.now()](Store& store, const DeviceRecord& by) {
+            return outcomeOf(pairing.mintLink(store, coupleId, by, name, now), created, coupleId);
+        },
+        std::move(respond));
+}
+
+void Routes::createCode(const Call& call, Respond respond) {
+    auto body = Wire::decode<NameRequest>(call.request.body);
+    if (!body) return respond(unreadable());
+    byDevice(
+        call,
+        [&pairing = ports_.pairing, coupleId = call.match.id, name = std::move(body->name),
+         now = ports_.clock.now()](Store& store, const DeviceRecord& by) {
+            return outcomeOf(pairing.createCode(store, coupleId, by, name, now), created, coupleId);
+        },
+        std::move(respond));
+}
+
+void Routes::setName(const Call& call, Respond respond) {
+    auto body = Wire::decode<NameRequest>(call.request.body);
+    if (!body) return respond(unreadable());
+    byDevice(
+        call,
+        [&pairing = ports_.pairing, coupleId = call.match.id, name = std::move(body->name)](Store& store,
+                                                                                            const DeviceRecord& by) {
+            return outcomeOf(pairing.setName(store, coupleId, by, name), ok, coupleId);
+        },
+        std::move(respond));
+}
+
+// Calls without a body, which take something away.
+void Routes::removeDevices(const Call& call, Respond respond) {
+    byDevice(
+        call,
+        [&pairing = ports_.pairing, match = call.match, now = ports_.clock.now()](Store& store,
+                                                                                  const DeviceRecord& by) {
+            const auto& coupleId = match.id;
+            switch (match.route) {
+            case Route::leave: return outcomeOf(pairing.leave(store, coupleId, by, now), ok, coupleId);
+            case Route::releasePartner:
+                return outcomeOf(pairing.releasePartner(store, coupleId, by, now), ok, coupleId);
+            default: return outcomeOf(pairing.resetLinks(store, coupleId), ok);
+            }
+        },
+        std::move(respond));
+}
+
+} // namespace lumaro

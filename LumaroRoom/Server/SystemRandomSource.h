@@ -1,0 +1,14 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "LumaroRoom/Pairing/RandomSource.h"
+
+namespace lumaro {
+
+/// The system's own randomness.
+class SystemRandomSource final : public RandomSource {
+public:
+    void fill(std::span<std::uint8_t> bytes) override;
+};
+
+} // namespace lumaro

@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "LumaroCore/Protocol/Presence.h"
+#include "LumaroCore/Support/HttpClient.h"
+#include "LumaroCore/Support/Log.h"
+#include "LumaroCore/Support/WallClock.h"
+
+#include <chrono>
+#include <compare>
+#include <expected>
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace lumaro {
+
+/// A place on earth to two decimals, about a kilometre: nobody upstream learns more.
+struct CoarsePosition {
+    int latitude = 0;  ///< hundredths of a degree
+    int longitude = 0; ///< likewise
+
+    /// Reads two numbers in degrees; none when they are no place on earth.
+    static std::optional<CoarsePosition> parse(std::string_view latitude, std::string_view longitude);
+
+    auto operator<=>(const CoarsePosition&) const = default;
+};
+
+/// Where the forecast of a position is asked for.
+std::string forecastURL(std::string_view upstream, CoarsePosition position);
+/// The weather in a forecast's answer; a reading outside its bounds is left out. None when it is no forecast.
+std::optional<Weather> weatherIn(std::string_view forecast, Instant sampledAt);
+
+struct NoWeather {};
+
+/// Asks the forecast service for the weather: not again while an answer is fresh, and once for all who ask at a time.
+/// One thread, that of its `HttpClient`.
+class WeatherService {
+public:
+    using Then = std::move_only_function<void(std::expected<Weather, NoWeather>)>;
+
+    /// The ports outlive the service.
+    WeatherService(std::string upstream, std::chrono::minutes age, HttpClient& http, WallClock& clock, Log& log);
+
+    /// Calls `then` at once when the weather is known, otherwise when the service has answered.
+    void ask(CoarsePosition position, Then then);
+
+private:
+    struct Place {
+        std::optional<Weather> weather;
+        std::vector<Then> waiting;
+        std::unique_ptr<HttpClient::Call> call;
+    };
+    void answered(CoarsePosition position, const HttpClient::Answer& answer);
+    std::optional<Weather> read(const HttpClient::Answer& answer);
+    bool isFresh(const Place& place);
+    void forgetOld();
+
+    std::string upstream_;
+    std::chrono::minutes age_;
+    HttpClient& http_;
+    WallClock& clock_;
+    Log& log_;
+    std::map<CoarsePosition, Place> places_;
+};
+
+} // namespace lumaro
