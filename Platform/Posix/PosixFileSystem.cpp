@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Platform/Posix/PosixFileSystem.h"
 
+#include "Platform/Posix/PosixFault.h"
+
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -15,24 +17,8 @@
 namespace lumaro {
 namespace {
 
-FileFault faultOf(int code) {
-    switch (code) {
-    case ENOENT:
-    case ENOTDIR: return FileFault::notFound;
-    case ENOSPC:
-    case EDQUOT:
-    case EFBIG: return FileFault::noSpace;
-    case EACCES:
-    case EPERM:
-    case EROFS: return FileFault::denied;
-    case EINTR: return FileFault::interrupted;
-    case EIO: return FileFault::inOut;
-    default: return FileFault::other;
-    }
-}
-
 std::unexpected<FileError> failure(const std::string& path, int code) {
-    return std::unexpected(FileError{faultOf(code), path, std::generic_category().message(code)});
+    return std::unexpected(posixError(path, code));
 }
 
 // An open file, closed at the latest when it goes.
