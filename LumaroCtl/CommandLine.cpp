@@ -3,7 +3,9 @@
 
 #include "LumaroCore/Support/Wire.h"
 #include "LumaroCtl/ApplyVerb.h"
+#include "LumaroCtl/NetworkArguments.h"
 #include "LumaroCtl/PureVerbs.h"
+#include "LumaroCtl/Streams.h"
 
 #include <CLI/CLI.hpp>
 
@@ -20,15 +22,6 @@
 namespace lumaro {
 namespace {
 
-// Where a verb reads and writes, and under which name it speaks.
-struct Streams {
-    std::istream& in;
-    std::ostream& out;
-    std::ostream& err;
-};
-
-using Run = std::function<ExitStatus(Streams)>;
-
 struct Options {
     std::string now;
     std::string at;
@@ -36,14 +29,6 @@ struct Options {
     std::string size;
     std::string id;
 };
-
-// One line, whatever the input put into the message.
-ExitStatus fail(Streams streams, ExitStatus status, std::string_view message) {
-    std::string line = "lumaroctl";
-    for (const char c : message) line.push_back(static_cast<unsigned char>(c) < 0x20 || c == 0x7f ? '?' : c);
-    streams.err << line << '\n';
-    return status;
-}
 
 // Reads all of standard input, answers it with `verb`, and ends the answer's line.
 template <class Verb>
@@ -83,7 +68,7 @@ std::string checkInstant(const std::string& text) {
     return parseInstant(text) ? "" : "\"" + text + "\" is no instant in milliseconds since 1970";
 }
 
-void addApply(CLI::App& app, Options& options, Run& run) {
+void addApply(CLI::App& app, Options& options, RunVerb& run) {
     auto* verb = app.add_subcommand(
         "apply", "Apply ops to a board.\n\n"
                  "Reads {\"board\":{},\"tombstones\":{\"<uuid>\":ms},\"ops\":[]} and writes\n"
@@ -107,14 +92,14 @@ void addApply(CLI::App& app, Options& options, Run& run) {
     });
 }
 
-void addBoardAndNote(CLI::App& app, Run& run) {
+void addBoardAndNote(CLI::App& app, RunVerb& run) {
     auto* board = app.add_subcommand("board", "Read a board and write it in canonical form.");
     board->callback([&run] { run = [](Streams streams) { return answer(streams, "board", canonicalBoard); }; });
     auto* note = app.add_subcommand("note", "Read a note document and print its plain text.");
     note->callback([&run] { run = [](Streams streams) { return answer(streams, "note", plainNote); }; });
 }
 
-void addPomodoro(CLI::App& app, Options& options, Run& run) {
+void addPomodoro(CLI::App& app, Options& options, RunVerb& run) {
     auto* verb = app.add_subcommand("pomodoro", "Read a pomodoro payload and print what the block card shows.");
     verb->add_option("--at", options.at, "the time of the reading, in milliseconds since 1970")
         ->required()
@@ -128,7 +113,7 @@ void addPomodoro(CLI::App& app, Options& options, Run& run) {
     });
 }
 
-void addSpot(CLI::App& app, Options& options, Run& run) {
+void addSpot(CLI::App& app, Options& options, RunVerb& run) {
     auto* verb = app.add_subcommand("spot", "Read a board and print where a new item lands on it.");
     verb->add_option("--size", options.size, "the new item's size in points")
         ->required()
@@ -144,7 +129,7 @@ void addSpot(CLI::App& app, Options& options, Run& run) {
     });
 }
 
-void addTilt(CLI::App& app, Options& options, Run& run) {
+void addTilt(CLI::App& app, Options& options, RunVerb& run) {
     auto* verb = app.add_subcommand("tilt", "Print the tilt of a new item in degrees, from its id.");
     verb->add_option("UUID", options.id, "the item's id")
         ->required()
@@ -161,13 +146,14 @@ void addTilt(CLI::App& app, Options& options, Run& run) {
 ExitStatus parseAndRun(std::span<char* const> arguments, Streams streams) {
     CLI::App app{"The board of two people, from a terminal.", "lumaroctl"};
     Options options;
-    Run run;
+    RunVerb run;
     app.require_subcommand(1);
     addApply(app, options, run);
     addBoardAndNote(app, run);
     addPomodoro(app, options, run);
     addSpot(app, options, run);
     addTilt(app, options, run);
+    const NetworkArguments network{app, run};
     try {
         app.parse(static_cast<int>(arguments.size()), arguments.data());
     } catch (const CLI::CallForHelp& help) {

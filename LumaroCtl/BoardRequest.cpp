@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "LumaroCtl/BoardRequest.h"
+
+#include "LumaroCore/BoardModel/PayloadJson.h"
+#include "LumaroCore/Support/JsonCodec.h"
+#include "LumaroCore/Support/JsonTagged.h"
+
+namespace lumaro {
+namespace {
+
+constexpr LooseKey kindKey{"kind"};
+constexpr LooseKey payloadKey{"payload"};
+constexpr std::string_view verbKey = "verb";
+
+// A payload on its way in, read by the kind that stands beside it.
+struct KindedPayload {
+    ItemKind kind;
+    Payload& payload;
+};
+
+bool readJson(JsonReader& reader, JsonValue value, KindedPayload& out) {
+    return readPayload(reader, value, out.kind, out.payload);
+}
+
+} // namespace
+
+bool readJson(JsonReader& reader, JsonValue value, Draft& out) {
+    JsonObject object;
+    std::string name;
+    if (!reader.open(value, object) || !reader.peekString(object, kindKey.name, name)) return false;
+    const auto kind = fromName<ItemKind>(name);
+    if (!kind) return reader.failUnder(kindKey.name, DecodeFault::invalidValue, "unknown value \"" + name + "\"");
+    PassedOver kindAgain;
+    KindedPayload payload{*kind, out.payload};
+    return reader.readObject(object, std::tuple{BoundField{kindKey, kindAgain}, BoundField{payloadKey, payload}});
+}
+
+void writeJson(JsonWriter& writer, const Draft& draft) {
+    writer.openObject();
+    writeValueUnderKey(writer, "\"kind\":", draft.payload.kind());
+    writeValueUnderKey(writer, "\"payload\":", draft.payload);
+    writer.closeObject();
+}
+
+bool readJson(JsonReader& reader, JsonValue value, BoardRequest::Verb& out) {
+    return readTagged(reader, value, verbKey, out.value);
+}
+
+void writeJson(JsonWriter& writer, const BoardRequest::Verb& verb) {
+    writer.openObject();
+    writeTaggedFields(writer, verbKey, verb.value);
+    writer.closeObject();
+}
+
+template std::expected<BoardRequest, DecodeError> Wire::decode<BoardRequest>(std::string_view text);
+template std::expected<std::string, EncodeError> Wire::encode<BoardRequest>(const BoardRequest& value);
+template std::expected<BoardAnswer, DecodeError> Wire::decode<BoardAnswer>(std::string_view text);
+template std::expected<std::string, EncodeError> Wire::encode<BoardAnswer>(const BoardAnswer& value);
+
+} // namespace lumaro

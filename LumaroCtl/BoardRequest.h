@@ -1,0 +1,128 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "LumaroCore/BoardModel/Board.h"
+#include "LumaroCtl/ExitStatus.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <tuple>
+#include <variant>
+
+namespace lumaro {
+
+/// What a new item holds; travels as its kind and its payload.
+struct Draft {
+    Payload payload;
+
+    bool operator==(const Draft&) const = default;
+};
+
+/// What a verb wants of the process that has the profile. Travels between processes as one line of JSON.
+struct BoardRequest {
+    /// The id is made by the one who asks: asked twice, it is put up once.
+    struct PutUp {
+        static constexpr std::string_view tag = "put";
+        UUID id;
+        Draft draft;
+        std::optional<Point> at;
+
+        static constexpr auto fields() {
+            return std::tuple{Field{"id", &PutUp::id}, Field{"draft", &PutUp::draft}, Field{"at", &PutUp::at}};
+        }
+        bool operator==(const PutUp&) const = default;
+    };
+    struct Move {
+        static constexpr std::string_view tag = "move";
+        std::string item; ///< the beginning of its id, here and below
+        Point to;
+
+        static constexpr auto fields() { return std::tuple{Field{"item", &Move::item}, Field{"to", &Move::to}}; }
+        bool operator==(const Move&) const = default;
+    };
+    struct Turn {
+        static constexpr std::string_view tag = "turn";
+        std::string item;
+        double degrees = 0;
+
+        static constexpr auto fields() {
+            return std::tuple{Field{"item", &Turn::item}, Field{"degrees", &Turn::degrees}};
+        }
+        bool operator==(const Turn&) const = default;
+    };
+    struct Resize {
+        static constexpr std::string_view tag = "resize";
+        std::string item;
+        double scale = 1;
+
+        static constexpr auto fields() {
+            return std::tuple{Field{"item", &Resize::item}, Field{"scale", &Resize::scale}};
+        }
+        bool operator==(const Resize&) const = default;
+    };
+    struct TakeDown {
+        static constexpr std::string_view tag = "take-down";
+        std::string item;
+
+        static constexpr auto fields() { return std::tuple{Field{"item", &TakeDown::item}}; }
+        bool operator==(const TakeDown&) const = default;
+    };
+    struct Paint {
+        static constexpr std::string_view tag = "background";
+        BackgroundID background = BackgroundID::butter;
+
+        static constexpr auto fields() { return std::tuple{Field{"background", &Paint::background}}; }
+        bool operator==(const Paint&) const = default;
+    };
+    struct Show {
+        static constexpr std::string_view tag = "show";
+        bool json = false;
+
+        static constexpr auto fields() { return std::tuple{Field{"json", &Show::json}}; }
+        bool operator==(const Show&) const = default;
+    };
+    struct Pending {
+        static constexpr std::string_view tag = "pending";
+
+        static constexpr auto fields() { return std::tuple{}; }
+        bool operator==(const Pending&) const = default;
+    };
+    struct Status {
+        static constexpr std::string_view tag = "status";
+
+        static constexpr auto fields() { return std::tuple{}; }
+        bool operator==(const Status&) const = default;
+    };
+
+    struct Verb {
+        std::variant<PutUp, Move, Turn, Resize, TakeDown, Paint, Show, Pending, Status> value;
+
+        bool operator==(const Verb&) const = default;
+    };
+
+    Verb verb;
+    /// How long it may take until the room has answered, in seconds; with 0 the room is not asked at all.
+    double wait = 5;
+
+    static constexpr auto fields() {
+        return std::tuple{Field{"wait", &BoardRequest::wait}, Field{"verb", &BoardRequest::verb}};
+    }
+    bool operator==(const BoardRequest&) const = default;
+};
+
+/// What the one who asked writes to its standard streams, and its exit status.
+struct BoardAnswer {
+    std::int64_t status = 0;
+    std::string out;
+    std::string err; ///< whole lines, without the program's name
+
+    static constexpr auto fields() {
+        return std::tuple{Field{"status", &BoardAnswer::status}, Field{"out", &BoardAnswer::out},
+                          Field{"err", &BoardAnswer::err}};
+    }
+    bool operator==(const BoardAnswer&) const = default;
+};
+
+} // namespace lumaro

@@ -1,0 +1,249 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "LumaroCtl/NetworkArguments.h"
+
+#include "LumaroCore/Presence/Pomodoro.h"
+#include "LumaroCore/Support/EnumNames.h"
+#include "LumaroCore/Support/Wire.h"
+#include "LumaroCtl/Moments.h"
+
+#include <CLI/CLI.hpp>
+
+#include <string>
+#include <utility>
+
+namespace lumaro {
+
+/// What was said, and which verb runs on it.
+struct NetworkValues {
+    explicit NetworkValues(RunVerb& toRun) : run(toRun) {}
+
+    RunVerb& run;
+    NetworkOptions network;
+    std::string name;
+    std::string codeOrLink;
+    std::string slot;
+    std::string text;
+    std::string at;
+    std::string to;
+    std::string item;
+    std::string paper = "butter";
+    std::string background;
+    std::string units = "celsius";
+    std::string directory;
+    double number = 0;
+    std::int64_t minutes = Pomodoro::defaultMinutes;
+    bool keep = false;
+    bool begin = false;
+    bool json = false;
+
+    BoardRequest request(decltype(BoardRequest::Verb::value) verb) const { return {{std::move(verb)}, network.wait}; }
+    ExitStatus send(Streams streams, decltype(BoardRequest::Verb::value) verb) const {
+        return runBoardVerb(network, streams, request(std::move(verb)));
+    }
+    ExitStatus putUp(Streams streams, Payload payload) const {
+        SystemRandom ids;
+        return send(streams, BoardRequest::PutUp{ids.next(), {std::move(payload)}, parsePoint(at)});
+    }
+};
+
+namespace {
+
+template <class E>
+CLI::IsMember oneOf() {
+    std::vector<std::string> names;
+    for (const auto name : namesOf(E{})) names.emplace_back(name);
+    return CLI::IsMember{names};
+}
+
+std::string checkPoint(const std::string& text) {
+    return parsePoint(text) ? "" : "\"" + text + "\" is no place like 640,480";
+}
+
+std::string checkMoment(const std::string& text) {
+    return parseMoment(text) ? "" : "\"" + text + "\" is no date like 2026-06-01 or 2026-06-01T18:30";
+}
+
+Instant present() {
+    return Wire::truncatedToMilliseconds(SystemClock{}.now());
+}
+
+using V = NetworkValues;
+
+// Adds verbs one by one.
+class Table {
+public:
+    Table(CLI::App& app, V& values) : app_(app), values_(values) {}
+
+    void addGlobals() {
+        app_.add_option("--profile", values_.network.profile, "the folder of this person's profile")->type_name("DIR");
+        app_.add_option("--server", values_.network.server, "the board's server")->type_name("URL");
+        app_.add_option("--wait", values_.network.wait, "seconds to wait for the room; 0 asks nobody")
+            ->check(CLI::Range(0.0, 3600.0))
+            ->type_name("S");
+        app_.add_flag("--verbose", values_.network.verbose, "tell on standard error what the network does");
+    }
+
+    void addPairing() {
+        auto* start = verb("start", "Start a board, and print the link for the partner.",
+                           [](const V& v, Streams streams) { return runStart(v.network, streams, v.name); });
+        start->add_option("--name", values_.name, "your name, as your partner sees it")->required()->type_name("NAME");
+        auto* join = verb("join", "Join a partner's board.", [](const V& v, Streams streams) {
+            return runJoin(v.network, streams, {v.name, v.codeOrLink, fromName<PartnerID>(v.slot)});
+        });
+        join->add_option("CODE|LINK", values_.codeOrLink, "six digits, or a link")->required()->type_name("");
+        join->add_option("--name", values_.name, "your name, as your partner sees it")->required()->type_name("NAME");
+        join->add_option("--as", values_.slot, "which of the two you are, where both are on the board")
+            ->check(oneOf<PartnerID>());
+        verb("code", "Print six digits with which the partner joins, once.",
+             [](const V& v, Streams streams) { return runCode(v.network, streams); });
+        verb("link", "Print the link with which the partner joins.",
+             [](const V& v, Streams streams) { return runLink(v.network, streams); });
+        verb("leave", "Take this device off the board.",
+             [](const V& v, Streams streams) { return runLeave(v.network, streams); });
+    }
+
+    void addLooking() {
+        verb("status", "Print where this profile stands.",
+             [](const V& v, Streams streams) { return v.send(streams, BoardRequest::Status{}); });
+        auto* watch = verb("watch", "Keep the board in step, and print what happens.",
+                           [](const V& v, Streams streams) { return runWatch(v.network, streams, v.json); });
+        watch->add_flag("--json", values_.json, "a line of JSON for each message, board and state");
+        auto* show = verb("show", "Print the board as this device sees it.",
+                          [](const V& v, Streams streams) { return v.send(streams, BoardRequest::Show{v.json}); });
+        show->add_flag("--json", values_.json, "the board in canonical form");
+        verb("pending", "Print the edits that wait for the room.",
+             [](const V& v, Streams streams) { return v.send(streams, BoardRequest::Pending{}); });
+        auto* exporting = verb("export", "Write the board to a folder, notes as text.",
+                               [](const V& v, Streams streams) { return runExport(v.network, streams, v.directory); });
+        exporting->add_option("DIR", values_.directory, "the folder")->required()->type_name("");
+    }
+
+    void addEdits() {
+        auto* move = onItem("move", "Move an item.", [](const V& v, Streams streams) {
+            return v.send(streams, BoardRequest::Move{v.item, parsePoint(v.to).value_or(Point{})});
+        });
+        move->add_option("--to", values_.to, "the place of its middle, of 1600,1000")
+            ->required()
+            ->check(checkPoint)
+            ->type_name("X,Y");
+        auto* turn = onItem("turn", "Tilt an item.", [](const V& v, Streams streams) {
+            return v.send(streams, BoardRequest::Turn{v.item, v.number});
+        });
+        turn->add_option("--to", values_.number, "at most 15 either way")->required()->type_name("DEGREES");
+        auto* resize = onItem("resize", "Scale an item.", [](const V& v, Streams streams) {
+            return v.send(streams, BoardRequest::Resize{v.item, v.number});
+        });
+        resize->add_option("--to", values_.number, "0.5 to 2")->required()->type_name("SCALE");
+        onItem("take-down", "Take an item down.",
+               [](const V& v, Streams streams) { return v.send(streams, BoardRequest::TakeDown{v.item}); });
+        auto* paint = verb("background", "Paint the board.", [](const V& v, Streams streams) {
+            const auto background = fromName<BackgroundID>(v.background).value_or(BackgroundID::butter);
+            return v.send(streams, BoardRequest::Paint{background});
+        });
+        paint->add_option("NAME", values_.background, "its new colour")
+            ->required()
+            ->check(oneOf<BackgroundID>())
+            ->type_name("");
+    }
+
+    void addPut() {
+        auto* put = app_.add_subcommand("put", "Put something up, and print its id.");
+        put->fallthrough()->require_subcommand(1);
+        Table kinds{*put, values_};
+        kinds.addNoteAndCountdown();
+        kinds.addCards();
+    }
+
+private:
+    using Act = ExitStatus (*)(const V&, Streams);
+
+    CLI::App* verb(const char* name, const char* what, Act act) {
+        auto* added = app_.add_subcommand(name, what);
+        added->fallthrough();
+        added->callback([&values = values_, act] {
+            values.run = [&values, act](Streams streams) { return act(values, streams); };
+        });
+        return added;
+    }
+    CLI::App* onItem(const char* name, const char* what, Act act) {
+        auto* added = verb(name, what, act);
+        added->add_option("ID", values_.item, "the item's id, or how it begins")->required()->type_name("");
+        return added;
+    }
+    CLI::App* kind(const char* name, const char* what, Act act) {
+        auto* added = verb(name, what, act);
+        added->add_option("--at", values_.at, "the place of its middle; an open spot where there is none")
+            ->check(checkPoint)
+            ->type_name("X,Y");
+        return added;
+    }
+
+    void addNoteAndCountdown() {
+        auto* note = kind("note", "A note.", [](const V& v, Streams streams) {
+            NotePayload payload{pm::docOfLines(v.text), v.paper, "brass", std::nullopt};
+            if (!v.keep) payload.expiresAt = present() + BoardSpec::noteLifespan;
+            return v.putUp(streams, std::move(payload));
+        });
+        note->add_option("TEXT", values_.text, "what it says")->required()->type_name("");
+        note->add_option("--paper", values_.paper, "the paper's colour")->type_name("NAME");
+        note->add_flag("--keep", values_.keep, "let it stay up for longer than a day");
+        auto* countdown = kind("countdown", "A countdown.", [](const V& v, Streams streams) {
+            return v.putUp(streams, CountdownPayload{parseMoment(v.to).value_or(Instant{}), v.text});
+        });
+        countdown->add_option("LABEL", values_.text, "to what")->required()->type_name("");
+        countdown->add_option("--to", values_.to, "the day, or the instant")
+            ->required()
+            ->check(checkMoment)
+            ->type_name("DATE");
+    }
+
+    void addCards() {
+        auto* pomodoro = kind("pomodoro", "The block card.", [](const V& v, Streams streams) {
+            const auto own = ownSlot(v.network);
+            if (!own) return fail(streams, "put", own.error());
+            PomodoroPayload timer;
+            timer.minutes = v.minutes;
+            if (v.begin) timer = Pomodoro::started(timer, v.minutes, *own, present());
+            return v.putUp(streams, timer);
+        });
+        pomodoro->add_option("--minutes", values_.minutes, "the length of a block")
+            ->check(CLI::Range(Pomodoro::minMinutes, Pomodoro::maxMinutes))
+            ->type_name("N");
+        pomodoro->add_flag("--start", values_.begin, "start a block at once");
+        auto* timezones = kind("timezones", "The card of the two time zones.", [](const V& v, Streams streams) {
+            return v.putUp(streams, TimezonesPayload{fromName<TemperatureUnit>(v.units).value_or(TemperatureUnit{})});
+        });
+        timezones->add_option("--units", values_.units, "of the temperatures")->check(oneOf<TemperatureUnit>());
+        addSlotCard<NowPlayingSlotPayload>("music", "The record of what somebody listens to.");
+        addSlotCard<LocationPayload>("location", "The window on where somebody is.");
+        addSlotCard<CalendarPayload>("calendar", "The page of somebody's day.");
+    }
+
+    template <class Card>
+    void addSlotCard(const char* name, const char* what) {
+        auto* card = kind(name, what, [](const V& v, Streams streams) {
+            const auto own = ownSlot(v.network);
+            if (!own) return fail(streams, "put", own.error());
+            return v.putUp(streams, Card{fromName<PartnerID>(v.slot).value_or(*own)});
+        });
+        card->add_option("--of", values_.slot, "whose; your own where nothing is said")->check(oneOf<PartnerID>());
+    }
+
+    CLI::App& app_;
+    V& values_;
+};
+
+} // namespace
+
+NetworkArguments::NetworkArguments(CLI::App& app, RunVerb& run) : values_(std::make_unique<NetworkValues>(run)) {
+    Table table{app, *values_};
+    table.addGlobals();
+    table.addPairing();
+    table.addLooking();
+    table.addEdits();
+    table.addPut();
+}
+
+NetworkArguments::~NetworkArguments() = default;
+
+} // namespace lumaro

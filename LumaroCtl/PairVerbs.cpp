@@ -1,0 +1,211 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "LumaroCore/Pairing/PairingClient.h"
+#include "LumaroCore/Protocol/CoupleEndpoints.h"
+#include "LumaroCore/Support/EnumNames.h"
+#include "LumaroCtl/BoardText.h"
+#include "LumaroCtl/Moments.h"
+#include "LumaroCtl/NetworkVerbs.h"
+
+#include <algorithm>
+#include <ostream>
+#include <utility>
+
+namespace lumaro {
+namespace {
+
+ExitStatus statusOf(PairingFailure::Case kind) {
+    switch (kind) {
+    case PairingFailure::Case::choosePerson: return ExitStatus::usage;
+    case PairingFailure::Case::server:
+    case PairingFailure::Case::offline: return ExitStatus::unavailable;
+    case PairingFailure::Case::rateLimited: return ExitStatus::busy;
+    case PairingFailure::Case::linkUsed:
+    case PairingFailure::Case::linkExpired:
+    case PairingFailure::Case::linkNotFound:
+    case PairingFailure::Case::codeUsed:
+    case PairingFailure::Case::codeExpired:
+    case PairingFailure::Case::codeNotFound: return ExitStatus::refused;
+    }
+    return ExitStatus::refused;
+}
+
+VerbFailure failureOf(const PairingFailure& failure) {
+    std::string text{failure.text()};
+    if (failure.kind == PairingFailure::Case::choosePerson) {
+        text += " --as a is " + nameOfSlot(failure.names, PartnerID::a) + ", --as b is " +
+                nameOfSlot(failure.names, PartnerID::b);
+    }
+    return {statusOf(failure.kind), std::move(text)};
+}
+
+PairingClient pairingOn(Network& network, const std::string& server) {
+    return {server, LUMARO_VERSION, network.http, network.log};
+}
+
+// Runs one call of the pairing service to its end.
+template <class T, class Start>
+Profile::Result<T> outcomeOf(Network& network, Start start) {
+    std::optional<std::expected<T, PairingFailure>> outcome;
+    const PairingClient::Call call = start([&](std::expected<T, PairingFailure> got) {
+        outcome = std::move(got);
+        network.loop.quit();
+    });
+    network.loop.run();
+    if (!*outcome) return std::unexpected(failureOf(outcome->error()));
+    if constexpr (std::is_void_v<T>) {
+        return {};
+    } else {
+        return std::move(**outcome);
+    }
+}
+
+// A profile that only this process may change, and the server that a verb talks to.
+struct Desk {
+    Profile profile;
+    FolderLock lock;
+    std::string server;
+};
+
+Profile::Result<Desk> openDesk(Network& network) {
+    auto profile = network.openProfile();
+    if (!profile) return std::unexpected(std::move(profile.error()));
+    auto server = network.serverFor(*profile);
+    if (!server) return std::unexpected(std::move(server.error()));
+    if (auto made = profile->createFolder(); !made) return std::unexpected(std::move(made.error()));
+    auto lock = network.takeLock(*profile);
+    if (!lock) return std::unexpected(std::move(lock.error()));
+    if (auto named = profile->nameDevice(); !named) return std::unexpected(std::move(named.error()));
+    return Desk{std::move(*profile), std::move(*lock), std::move(*server)};
+}
+
+Profile::Result<void> pair(Desk& desk, const std::string& token, const std::string& name) {
+    auto parsed = CoupleToken::parse(token);
+    if (!parsed) return std::unexpected(VerbFailure{ExitStatus::unavailable, "the server gave a token that is none"});
+    return desk.profile.pair(std::move(*parsed), desk.server, name);
+}
+
+// A link names its server.
+std::optional<std::string> serverIn(const std::string& link) {
+    if (!link.starts_with("http://") && !link.starts_with("https://")) return std::nullopt;
+    const auto end = std::min(link.find("/for/"), link.find("/dl/"));
+    return end == std::string::npos ? std::nullopt : std::optional{link.substr(0, end)};
+}
+
+} // namespace
+
+ExitStatus runStart(const NetworkOptions& options, Streams streams, const std::string& name) {
+    Network network{options};
+    auto desk = openDesk(network);
+    if (!desk) return fail(streams, "start", desk.error());
+    if (desk->profile.token()) {
+        return fail(streams, ExitStatus::refused,
+                    " start: this profile is on a board; `lumaroctl leave` it, or take another --profile");
+    }
+    auto pairing = pairingOn(network, desk->server);
+    const auto created = outcomeOf<CreatedCouple>(network, [&](PairingClient::Then<CreatedCouple> then) {
+        return pairing.createCouple(desk->profile.facts().deviceId, name, std::move(then));
+    });
+    if (!created) return fail(streams, "start", created.error());
+    if (const auto paired = pair(*desk, created->token, name); !paired) return fail(streams, "start", paired.error());
+    streams.out << onOneLine(created->invite.link) << '\n';
+    streams.err << "your board is there. give your partner this link, or six digits from `lumaroctl code`\n";
+    return ExitStatus::ok;
+}
+
+ExitStatus runJoin(const NetworkOptions& options, Streams streams, const JoinOptions& join) {
+    auto own = options;
+    const auto inviteId = inviteIdIn(join.codeOrLink);
+    if (own.server.empty() && inviteId) own.server = serverIn(join.codeOrLink).value_or("");
+    const auto code = normalizeCode(join.codeOrLink);
+    if (!inviteId && code.size() != 6) return fail(streams, ExitStatus::usage, " join: a code is six digits.");
+    Network network{own};
+    auto desk = openDesk(network);
+    if (!desk) return fail(streams, "join", desk.error());
+    auto pairing = pairingOn(network, desk->server);
+    const PairingClient::Joiner joiner{desk->profile.facts().deviceId, join.name, join.slot};
+    const auto joined = outcomeOf<Joined>(network, [&](PairingClient::Then<Joined> then) {
+        return inviteId ? pairing.joinByLink(*inviteId, joiner, std::move(then))
+                        : pairing.joinByCode(code, joiner, std::move(then));
+    });
+    if (!joined) return fail(streams, "join", joined.error());
+    if (const auto paired = pair(*desk, joined->token, join.name); !paired)
+        return fail(streams, "join", paired.error());
+    streams.err << "you are on the board of " << onOneLine(joined->partnerName) << " as " << nameOf(joined->slot)
+                << '\n';
+    return ExitStatus::ok;
+}
+
+namespace {
+
+// A call about the board that the profile is on, which leaves the profile as it is.
+template <class T, class Start>
+Profile::Result<T> askAboutBoard(Network& network, Start start) {
+    const auto profile = network.openPairedProfile();
+    if (!profile) return std::unexpected(profile.error());
+    const auto server = network.serverFor(*profile);
+    if (!server) return std::unexpected(server.error());
+    auto pairing = pairingOn(network, *server);
+    return outcomeOf<T>(network,
+                        [&](PairingClient::Then<T> then) { return start(pairing, *profile, std::move(then)); });
+}
+
+} // namespace
+
+ExitStatus runCode(const NetworkOptions& options, Streams streams) {
+    Network network{options};
+    const auto code = askAboutBoard<ShareCode>(
+        network, [](PairingClient& pairing, const Profile& profile, PairingClient::Then<ShareCode> then) {
+            return pairing.createCode(*profile.token(), profile.facts().name, std::move(then));
+        });
+    if (!code) return fail(streams, "code", code.error());
+    streams.out << onOneLine(code->code) << '\n';
+    streams.err << "good once, until " << timeOfDayText(code->expiresAt) << "; whoever joins with it is "
+                << nameOf(code->slot) << '\n';
+    return ExitStatus::ok;
+}
+
+ExitStatus runLink(const NetworkOptions& options, Streams streams) {
+    Network network{options};
+    const auto link = askAboutBoard<Invite>(
+        network, [](PairingClient& pairing, const Profile& profile, PairingClient::Then<Invite> then) {
+            return pairing.mintLink(*profile.token(), profile.facts().name, std::move(then));
+        });
+    if (!link) return fail(streams, "link", link.error());
+    streams.out << onOneLine(link->link) << '\n';
+    streams.err << "good until " << momentText(link->expiresAt) << '\n';
+    return ExitStatus::ok;
+}
+
+namespace {
+
+// Whether the room refuses the token anyway, so that there is nothing left to leave.
+bool isRefused(Network& network, const Desk& desk) {
+    const auto& token = *desk.profile.token();
+    bool isRefused = false;
+    HttpRequest request{"GET", CoupleEndpoints{desk.server, token.coupleId}.snapshot(), {}, ""};
+    request.headers.push_back({"authorization", token.authorizationHeaderValue()});
+    const auto call = network.http.send(std::move(request), [&](HttpClient::Answer got) {
+        isRefused = got && got->status == 401;
+        network.loop.quit();
+    });
+    network.loop.run();
+    return isRefused;
+}
+
+} // namespace
+
+ExitStatus runLeave(const NetworkOptions& options, Streams streams) {
+    Network network{options};
+    if (const auto paired = network.openPairedProfile(); !paired) return fail(streams, "leave", paired.error());
+    auto desk = openDesk(network);
+    if (!desk) return fail(streams, "leave", desk.error());
+    auto pairing = pairingOn(network, desk->server);
+    const auto left = outcomeOf<void>(network, [&](PairingClient::Then<void> then) {
+        return pairing.leave(*desk->profile.token(), std::move(then));
+    });
+    if (!left && !isRefused(network, *desk)) return fail(streams, "leave", left.error());
+    if (const auto gone = desk->profile.unpair(); !gone) return fail(streams, "leave", gone.error());
+    return ExitStatus::ok;
+}
+
+} // namespace lumaro
