@@ -41,6 +41,7 @@ void onAll(
 std::expected<void, std::string> prepareAll(LoadShards& shards) {
     std::vector<std::expected<void, std::string>> results(shards.size());
     std::vector<std::jthread> threads;
+    threads.reserve(shards.size());
     for (std::size_t i = 0; i < shards.size(); ++i)
         threads.emplace_back([&results, &shards, i] { results[i] = shards[i]->prepare(); });
     threads.clear();

@@ -5,6 +5,7 @@
 #include "LumaroCore/Support/JsonRead.h"
 #include "LumaroCore/Support/Wire.h"
 
+#include <algorithm>
 #include <cstring>
 #include <memory>
 
@@ -22,7 +23,7 @@ struct Buffers {
         if (parser.capacity() < size) {
             if (const auto code = parser.allocate(size)) return code;
         }
-        std::memcpy(padded.get(), text.data(), text.size());
+        std::ranges::copy(text, padded.get());
         std::memset(padded.get() + text.size(), 0, simdjson::SIMDJSON_PADDING);
         return parser.iterate(padded.get(), text.size(), text.size() + simdjson::SIMDJSON_PADDING);
     }

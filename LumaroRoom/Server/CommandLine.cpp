@@ -8,12 +8,16 @@
 #include <algorithm>
 #include <charconv>
 #include <cstdlib>
+#include <map>
 #include <optional>
 #include <thread>
 #include <utility>
 
 namespace lumaro {
 namespace {
+
+const std::map<std::string, LogLevel> logLevels{
+    {"debug", LogLevel::debug}, {"info", LogLevel::info}, {"error", LogLevel::error}};
 
 struct Listen {
     std::string address;
@@ -128,7 +132,7 @@ void addNumbers(CLI::App& app, Options& options) {
         ->type_name("N")
         ->capture_default_str();
     addOption(app, "--log-level", options.logLevel, "least level that is logged")
-        ->check(CLI::IsMember({"debug", "info", "error"}))
+        ->check(CLI::IsMember(logLevels))
         ->type_name("LEVEL")
         ->capture_default_str();
 }
@@ -144,9 +148,7 @@ std::expected<Command, std::string> serveCommand(Options& options) {
     if (!options.certificate.empty()) config.tls = ServerConfig::Tls{options.certificate, options.key};
     for (const auto& range : options.proxies)
         config.trustedProxies.push_back(IpRange::parse(range).value_or(IpRange{}));
-    config.logLevel = options.logLevel == "debug"  ? LogLevel::debug
-                      : options.logLevel == "info" ? LogLevel::info
-                                                   : LogLevel::error;
+    config.logLevel = logLevels.at(options.logLevel);
     return ServeCommand{std::move(config)};
 }
 

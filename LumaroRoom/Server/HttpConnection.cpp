@@ -227,7 +227,7 @@ ServerRequest HttpConnection<Stream>::plainRequest(const BeastRequest& request) 
     const auto question = target.find('?');
     ServerRequest plain{.method = request.method_string(),
                         .path = target.substr(0, question),
-                        .query = question == target.npos ? "" : std::string{target.substr(question + 1)},
+                        .query = question == std::string_view::npos ? "" : std::string{target.substr(question + 1)},
                         .token = std::string{bearerToken(request[http::field::authorization])},
                         .body = {},
                         .client = peer_};

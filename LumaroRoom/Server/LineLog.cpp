@@ -25,7 +25,7 @@ std::string timeText(Instant instant) {
     const auto millisecond = std::chrono::floor<std::chrono::milliseconds>(instant - second).count();
     const std::time_t time = second.time_since_epoch().count();
     std::tm parts{};
-    ::gmtime_r(&time, &parts);
+    static_cast<void>(::gmtime_r(&time, &parts));
     std::array<char, 32> text{};
     const auto size = std::strftime(text.data(), text.size(), "%Y-%m-%dT%H:%M:%S", &parts);
     const auto rest = std::snprintf(text.data() + size, text.size() - size, ".%03dZ", static_cast<int>(millisecond));
@@ -45,7 +45,7 @@ void LineLog::write(LogLevel level, std::string_view category, std::string_view 
     }
     line.append("\"\n");
     // There is nowhere to tell that the log cannot be written.
-    static_cast<void>(!::write(STDERR_FILENO, line.data(), line.size()));
+    static_cast<void>(::write(STDERR_FILENO, line.data(), line.size()) == 0);
 }
 
 } // namespace lumaro

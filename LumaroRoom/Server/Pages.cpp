@@ -69,7 +69,7 @@ ServerResponse page(int status, std::string_view title, std::string_view content
 }
 
 std::string openButton(std::string_view inviteId) {
-    return "<a class=\"go\" href=\"lumaro://join-invite?i=" + escapedHtml(inviteId) + "\">open our board</a>";
+    return R"(<a class="go" href="lumaro://join-invite?i=)" + escapedHtml(inviteId) + R"(">open our board</a>)";
 }
 
 constexpr std::string_view installSteps =
@@ -98,8 +98,8 @@ ServerResponse invitePage(std::string_view inviteId, const std::optional<std::st
     return page(200, "a board for two",
                 "<h1>" + name + " has put up a board for the two of you</h1>" +
                     "<p>notes, photos and small drawings, behind the icons of both your desktops.</p>" +
-                    openButton(inviteId) + "<p class=\"soft\">nothing happened? <a href=\"/dl/" +
-                    escapedHtml(inviteId) + "\">get Lumaro first</a>, then come back.</p>");
+                    openButton(inviteId) + R"(<p class="soft">nothing happened? <a href="/dl/)" +
+                    escapedHtml(inviteId) + R"(">get Lumaro first</a>, then come back.</p>)");
 }
 
 ServerResponse goneInvitePage() {

@@ -113,7 +113,7 @@ public:
 
     // What the connections of any shard tell the room of a couple of this one.
 
-    void joined(SocketId id, Shard& home, std::weak_ptr<RoomSocket> socket, std::string coupleId,
+    void joined(SocketId id, Shard& home, std::weak_ptr<RoomSocket> socket, const std::string& coupleId,
                 const TokenHash& token);
     void received(SocketId id, std::string_view frame, Pace pace);
     void left(SocketId id);

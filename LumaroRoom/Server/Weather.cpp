@@ -174,7 +174,7 @@ std::optional<Weather> WeatherService::read(const HttpClient::Answer& answer) {
 bool WeatherService::isFresh(const Place& place) {
     if (!place.weather) return false;
     const auto age = clock_.now() - place.weather->sampledAt;
-    return age >= age.zero() && age < age_;
+    return age >= Instant::duration::zero() && age < age_;
 }
 
 void WeatherService::forgetOld() {

@@ -44,8 +44,8 @@ void Rows::check(int code) {
     if (code != SQLITE_OK && !fault_) fault_ = errorOf(sqlite3_db_handle(statement_));
 }
 
-void Rows::fail(std::string message) {
-    if (!fault_) fault_ = StoreError{"column " + std::to_string(column_) + ": " + message, StoreFault::damaged};
+void Rows::fail(std::string_view message) {
+    if (!fault_) fault_ = StoreError{"column " + std::to_string(column_) + ": " + std::string{message}, StoreFault::damaged};
 }
 
 void Rows::bind(std::int64_t value) {

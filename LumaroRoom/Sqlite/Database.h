@@ -108,7 +108,7 @@ private:
     Rows& readBytes(std::span<std::uint8_t> bytes);
     bool isNull() const;
     void check(int code);
-    void fail(std::string message);
+    void fail(std::string_view message);
 
     sqlite3_stmt* statement_ = nullptr;
     int parameter_ = 0;

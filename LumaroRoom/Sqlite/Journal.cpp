@@ -75,14 +75,13 @@ StoreResult<void> Journal::write(std::int64_t couple, const JournalStep* step, c
 
 StoreResult<void> Journal::append(std::int64_t couple, JournalStep step) {
     step.place = lastPlace_ + 1;
-    const JournalStep* head = &step;
-    const JournalEffect* effect = step.effects.data();
-    std::size_t left = step.effects.size();
-    do {
-        const auto written = write(couple, head, left > 0 ? effect++ : nullptr);
+    // A row for each effect, and one for a step that has none; the first carries the step.
+    const auto rows = std::max<std::size_t>(step.effects.size(), 1);
+    for (std::size_t row = 0; row < rows; ++row) {
+        const auto written =
+            write(couple, row == 0 ? &step : nullptr, row < step.effects.size() ? &step.effects[row] : nullptr);
         if (!written) return written;
-        head = nullptr;
-    } while (left > 0 && --left > 0);
+    }
     keep(couple, std::move(step));
     return {};
 }

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <ostream>
 #include <string>
 
 namespace lumaro::simulation {
@@ -40,6 +41,8 @@ TEST(SimulationTest, AFailureIsToldByItsShortestScript) {
     EXPECT_TRUE(runScript(shorter, mutant).complaint);
     EXPECT_FALSE(runScript(shorter).complaint);
 }
+
+void PrintTo(const MutantCase& mutant, std::ostream* out) { *out << mutant.breaks; }
 
 class MutantTest : public testing::TestWithParam<MutantCase> {};
 
