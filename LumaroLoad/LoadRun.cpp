@@ -82,22 +82,22 @@ Findings gather(const LoadShards& shards) {
 
 std::expected<Report, std::string> measure(LoadShards& shards, const LoadOptions& options,
                                            std::optional<ProcessUsage> usageAtFirst) {
-    Measured measured;
     auto syncs = timeSyncs(options.syncDirectory, syncsEachTime);
     if (!syncs) return std::unexpected(std::move(syncs.error()));
+    std::optional<std::chrono::microseconds> cpu;
     if (options.mode == LoadMode::idle) {
         onAll(shards, [&](LoadShard& shard) { shard.rest(Seconds{options.settle}); });
     } else {
-        measured.cpu = cpuDuringLoad(shards, options);
+        cpu = cpuDuringLoad(shards, options);
     }
-    measured.usageAtFirst = usageAtFirst;
-    measured.usageAtLast = serverUsage(options);
+    const auto usageAtLast = serverUsage(options);
     onAll(shards, [](LoadShard& shard) { shard.settle(); });
-    const auto again = timeSyncs(options.syncDirectory, syncsEachTime);
-    if (again) syncs->add(*again);
-    measured.syncs = *syncs;
-    measured.findings = gather(shards);
-    return makeReport(options, measured);
+    if (const auto again = timeSyncs(options.syncDirectory, syncsEachTime)) syncs->add(*again);
+    return makeReport(options, {.findings = gather(shards),
+                                .syncs = std::move(*syncs),
+                                .cpu = cpu,
+                                .usageAtFirst = usageAtFirst,
+                                .usageAtLast = usageAtLast});
 }
 
 } // namespace
