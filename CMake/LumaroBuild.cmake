@@ -23,9 +23,10 @@ endif()
 # Both devices and the room must reach the same doubles: no fused multiply-add where the source has none.
 add_compile_options(-ffp-contract=off)
 # g++ 12 alone: it calls the helper of a fold over no alternatives unused, takes a pointer to a place on the stack that is reset
-# in time for a dangling one, and at -O3 sees overflows in std::variant and overlaps in std::string that are not there.
+# in time for a dangling one, a std::variant that is moved for one that may hold nothing, and at -O3 sees overflows in std::variant
+# and overlaps in std::string that are not there.
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
-    add_compile_options(-Wno-unused-but-set-variable -Wno-stringop-overflow -Wno-dangling-pointer -Wno-restrict)
+    add_compile_options(-Wno-unused-but-set-variable -Wno-stringop-overflow -Wno-dangling-pointer -Wno-restrict -Wno-maybe-uninitialized)
 endif()
 
 # Clang finds in the templates of libstdc++ 12 a call of what the library itself calls deprecated.
@@ -36,10 +37,6 @@ endif()
 if(LUMARO_SANITIZERS)
     add_compile_options(-fsanitize=${LUMARO_SANITIZERS} -fno-sanitize-recover=all -fno-omit-frame-pointer)
     add_link_options(-fsanitize=${LUMARO_SANITIZERS})
-    # What the sanitizers put in hides from g++ that a value was set.
-    if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
-        add_compile_options(-Wno-maybe-uninitialized)
-    endif()
 endif()
 
 if(LUMARO_TIDY)

@@ -74,6 +74,12 @@ std::optional<std::chrono::microseconds> cpuDuringLoad(LoadShards& shards, const
     return after->cpu - before->cpu;
 }
 
+// None: rooms that rest are measured by their memory.
+std::optional<std::chrono::microseconds> cpuDuringRest(LoadShards& shards, const LoadOptions& options) {
+    onAll(shards, [&](LoadShard& shard) { shard.rest(Seconds{options.settle}); });
+    return std::nullopt;
+}
+
 Findings gather(const LoadShards& shards) {
     Findings all;
     for (const auto& shard : shards) all.add(shard->findings());
@@ -84,17 +90,12 @@ std::expected<Report, std::string> measure(LoadShards& shards, const LoadOptions
                                            std::optional<ProcessUsage> usageAtFirst) {
     auto syncs = timeSyncs(options.syncDirectory, syncsEachTime);
     if (!syncs) return std::unexpected(std::move(syncs.error()));
-    std::optional<std::chrono::microseconds> cpu;
-    if (options.mode == LoadMode::idle) {
-        onAll(shards, [&](LoadShard& shard) { shard.rest(Seconds{options.settle}); });
-    } else {
-        cpu = cpuDuringLoad(shards, options);
-    }
+    const auto cpu = options.mode == LoadMode::idle ? cpuDuringRest(shards, options) : cpuDuringLoad(shards, options);
     const auto usageAtLast = serverUsage(options);
     onAll(shards, [](LoadShard& shard) { shard.settle(); });
     if (const auto again = timeSyncs(options.syncDirectory, syncsEachTime)) syncs->add(*again);
     return makeReport(options, {.findings = gather(shards),
-                                .syncs = std::move(*syncs),
+                                .syncs = *syncs,
                                 .cpu = cpu,
                                 .usageAtFirst = usageAtFirst,
                                 .usageAtLast = usageAtLast});
