@@ -3,6 +3,7 @@
 #include "LumaroRoom/Pairing/Secrets.h"
 #include "LumaroRoom/Server/BeastHttp.h"
 #include "LumaroRoom/Server/CompletionOf.h"
+#include "LumaroRoom/Server/CorkedStream.h"
 #include "LumaroRoom/Server/TokenBucket.h"
 
 #include <boost/asio/co_spawn.hpp>
@@ -64,7 +65,7 @@ private:
     bool isOver() const { return isCut_ || closing_.has_value(); }
     void note(std::string_view what) const;
 
-    websocket::stream<Next, deflates> ws_;
+    websocket::stream<CorkedStream<Next>, deflates> ws_;
     beast::flat_buffer buffer_;
     std::string coupleId_;
     TokenHash token_;
@@ -125,7 +126,7 @@ template <class Next>
 Awaitable<bool> BeastRoomSocket<Next>::refuse(const BeastRequest& request, ServerResponse response) {
     ++shard().figures().answers[static_cast<std::size_t>(response.status / 100)];
     const auto written = beastResponse(std::move(response), request.version(), false);
-    co_await http::async_write(ws_.next_layer(), written, asTuple);
+    co_await http::async_write(ws_.next_layer().next_layer(), written, asTuple);
     error_code ignored;
     beast::get_lowest_layer(ws_).shutdown(Tcp::socket::shutdown_send, ignored);
     co_return false;
