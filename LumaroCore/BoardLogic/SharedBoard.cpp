@@ -47,6 +47,10 @@ void SharedBoard::acked(const UUID& batchId, Instant now) {
     if (!isOldest) project(now);
 }
 
+void SharedBoard::withdraw(const UUID& batchId, Instant now) {
+    if (std::erase_if(pending_, [&](const auto& batch) { return batch.batchId == batchId; }) > 0) project(now);
+}
+
 void SharedBoard::applyRemote(std::span<const Op> ops, Instant now) {
     confirmed_ = BoardLogic::apply(ops, std::move(confirmed_), now).board;
     project(now);

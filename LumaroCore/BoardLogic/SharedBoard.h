@@ -44,6 +44,8 @@ public:
     std::vector<RejectedOp> enqueue(PendingBatch batch, Instant now);
     /// The room has taken the batch. One that is not pending is ignored.
     void acked(const UUID& batchId, Instant now);
+    /// The batch could not be stored and will never be sent: it is shown no more.
+    void withdraw(const UUID& batchId, Instant now);
     /// Ops of the partner, or of another device of one's own, that took effect in the room. `author` does not matter
     /// here.
     void applyRemote(std::span<const Op> ops, Instant now);

@@ -2,6 +2,7 @@
 #include "LumaroCore/SyncClient/SyncClient.h"
 
 #include "LumaroCore/BoardModel/BoardSpec.h"
+#include "LumaroCore/BoardModel/Media.h"
 #include "LumaroCore/Support/Mutant.h"
 #include "LumaroCore/Support/Overloaded.h"
 #include "LumaroCore/Support/Wire.h"
@@ -233,11 +234,21 @@ void SyncClient::transmitWaiting() {
     while (onTheWire_ < outbox_.count() && connection_->bytesToWrite() < configuration_.sendWindowBytes) {
         const auto next = mutant(Mutant::newestSentFirst) ? outbox_.count() - 1 - onTheWire_ : onTheWire_;
         const auto& batch = outbox_.pending()[next];
+        if (isHeld(batch)) return;
         const auto frame = Wire::encode(ClientMessage{ClientMessage::Ops{batch.batchId, batch.ops}});
         // The outbox holds nothing that has no JSON.
         if (!frame || !connection_->send(*frame)) return;
         ++onTheWire_;
     }
+}
+
+bool SyncClient::isHeld(const OutboxBatch& batch) const {
+    if (heldMedia_.empty()) return false;
+    return std::ranges::any_of(mediaNamedBy(batch.ops), [this](const UUID& id) { return heldMedia_.contains(id); });
+}
+
+void SyncClient::releaseMedia(const UUID& id) {
+    if (heldMedia_.erase(id) > 0) transmitWaiting();
 }
 
 void SyncClient::sendPresence(std::optional<NowPlaying> nowPlaying, std::optional<Here> here, Activity activity) {

@@ -19,6 +19,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -60,7 +61,7 @@ struct ConnectionState {
 struct SendOutcome {
     enum class Way : std::uint8_t {
         transmitted, ///< onto an open socket
-        queued,      ///< for later: there is no socket, or older batches come first
+        queued,      ///< for later: there is no socket, a medium is held, or older batches come first
     };
     Way way = Way::queued;
     OutboxBatch batch; ///< as stored
@@ -133,6 +134,14 @@ public:
 
     /// Stores the batch, and sends it when its turn has come. An error leaves the outbox as it was.
     [[nodiscard]] std::expected<SendOutcome, SendError> send(std::vector<Op> ops, const UUID& batchId);
+    /// From now on no batch that names this medium goes onto a line, and none behind such a batch: the room has the
+    /// medium before it has the item that shows it. What is on the line already stays there. A component on another
+    /// thread posts this ahead of the batch, and the release once the medium is up. What is held is forgotten with the
+    /// client: after a restart it is held anew before `connect`.
+    void holdMedia(const UUID& id) { heldMedia_.insert(id); }
+    /// The medium is in the room, or never will be: what waited for it goes on.
+    void releaseMedia(const UUID& id);
+
     /// Sends what this device lets the partner see of its person; dropped without a connection.
     void sendPresence(std::optional<NowPlaying> nowPlaying, std::optional<Here> here, Activity activity);
 
@@ -165,6 +174,7 @@ private:
     void watchForSilence();
     void settle(const UUID& batchId);
     void transmitWaiting();
+    bool isHeld(const OutboxBatch& batch) const;
 
     std::vector<HttpHeader> authorization() const;
     HttpRequest snapshotRequest() const;
@@ -183,6 +193,7 @@ private:
     bool isShutDown_ = false;
     /// How many batches, of the oldest, this connection has no more to send; 0 without one.
     std::size_t onTheWire_ = 0;
+    std::set<UUID> heldMedia_;
 
     // What is under way; each is dropped with the state that it belongs to.
     std::unique_ptr<WebSocketConnection> connection_;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "LumaroCore/Protocol/ImageType.h"
 #include "LumaroCore/Support/UUID.h"
 #include "LumaroRoom/Pairing/Secrets.h"
-#include "LumaroRoom/Server/ImageType.h"
 #include "LumaroRoom/Server/Routes.h"
 
 #include <utility>

@@ -192,6 +192,40 @@ TEST_F(SyncClientTest, SendsWhatWaitsOldestFirstOnEveryConnectionUntilItIsAcknow
     EXPECT_EQ(network_.takeFrames(), (Frames{framed(1), framed(3), framed(4)})) << "also after a restart";
 }
 
+TEST_F(SyncClientTest, WhatNamesAHeldMediumWaitsForItAndAllBehindWaitsToo) {
+    const auto showing = [](Payload payload) {
+        BoardItem item;
+        item.payload = std::move(payload);
+        return std::vector<Op>{{Upsert{item}}};
+    };
+    const auto goneOut = [this] { return network_.takeFrames().size(); };
+    const Payload photo{PhotoPayload{numberedId(70), {}, {}, {}}};
+    const Payload sticker{StickerPayload{numberedId(71)}};
+    for (const bool isConnectedFirst : {true, false}) {
+        start();
+        if (isConnectedFirst) connect();
+        client_->holdMedia(numberedId(70));
+        client_->holdMedia(numberedId(71));
+        EXPECT_EQ(send(1), isConnectedFirst ? transmitted : queued);
+        for (std::uint64_t id : {2, 3}) {
+            EXPECT_EQ(client_->send(showing(id == 2 ? photo : sticker), numberedId(id))->way, queued);
+        }
+        EXPECT_EQ(send(4), queued);
+        if (!isConnectedFirst) connect();
+        EXPECT_EQ(network_.takeFrames(), Frames{framed(1)});
+        client_->releaseMedia(numberedId(71));
+        network_.say(ack(numberedId(1)));
+        EXPECT_EQ(goneOut(), 0U) << "the order stays";
+        client_->releaseMedia(numberedId(70));
+        EXPECT_EQ(goneOut(), 3U);
+        EXPECT_EQ(client_->send(showing(photo), numberedId(5))->way, transmitted);
+        for (std::uint64_t id : {2, 3, 4, 5}) network_.say(ack(numberedId(id)));
+        EXPECT_EQ(filesLeft(), 0U);
+        EXPECT_EQ(goneOut(), 1U);
+        client_.reset();
+    }
+}
+
 TEST_F(SyncClientTest, WithoutRetransmissionOnlyNewBatchesGo) {
     configuration_.retransmitOnConnect = false;
     start();

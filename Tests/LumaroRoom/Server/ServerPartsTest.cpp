@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "LumaroRoom/Server/CommandLine.h"
-#include "LumaroRoom/Server/ImageType.h"
 #include "LumaroRoom/Server/IpAddress.h"
 #include "LumaroRoom/Server/Router.h"
 #include "LumaroRoom/Server/TokenBucket.h"
@@ -82,15 +81,6 @@ TEST(RouterTest, PathsAreMatchedWhole) {
     for (const auto* path : {"", "/", "couples", "/couples/", "/couples//ws", "/couples/abc/ws/", "/couples/abc/wsx",
                              "//couples", "/for/", "/healthz/x"}) {
         EXPECT_EQ(routeOf("GET", path), Routing{NoSuchPath{}}) << path;
-    }
-}
-
-TEST(ImageTypeTest, TheBytesTellNotTheName) {
-    using namespace std::string_view_literals;
-    EXPECT_EQ(imageTypeOf("\xff\xd8\xff\xe0JFIF"sv), "image/jpeg");
-    EXPECT_EQ(imageTypeOf("RIFF\x10\0\0\0WEBPVP8 "sv), "image/webp");
-    for (const auto bytes : {""sv, "RIFF"sv, "RIFF\x10\0\0\0WAVE"sv, "\x89PNG\n"sv, "GIF89a"sv, "<svg>"sv}) {
-        EXPECT_FALSE(imageTypeOf(bytes)) << bytes;
     }
 }
 

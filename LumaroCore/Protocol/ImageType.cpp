@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "LumaroRoom/Server/ImageType.h"
+#include "LumaroCore/Protocol/ImageType.h"
 
 namespace lumaro {
 
