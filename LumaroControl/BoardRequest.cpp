@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "LumaroCtl/BoardRequest.h"
+#include "LumaroControl/BoardRequest.h"
 
 #include "LumaroCore/BoardModel/PayloadJson.h"
+#include "LumaroCore/Protocol/ProtocolJson.h"
 #include "LumaroCore/Support/JsonCodec.h"
 #include "LumaroCore/Support/JsonTagged.h"
 
@@ -24,7 +25,7 @@ bool readJson(JsonReader& reader, JsonValue value, KindedPayload& out) {
 
 } // namespace
 
-bool readJson(JsonReader& reader, JsonValue value, Draft& out) {
+bool readJson(JsonReader& reader, JsonValue value, NewItem& out) {
     JsonObject object;
     std::string name;
     if (!reader.open(value, object) || !reader.peekString(object, kindKey.name, name)) return false;
@@ -35,7 +36,7 @@ bool readJson(JsonReader& reader, JsonValue value, Draft& out) {
     return reader.readObject(object, std::tuple{BoundField{kindKey, kindAgain}, BoundField{payloadKey, payload}});
 }
 
-void writeJson(JsonWriter& writer, const Draft& draft) {
+void writeJson(JsonWriter& writer, const NewItem& draft) {
     writer.openObject();
     writeValueUnderKey(writer, "\"kind\":", draft.payload.kind());
     writeValueUnderKey(writer, "\"payload\":", draft.payload);
@@ -50,6 +51,19 @@ void writeJson(JsonWriter& writer, const BoardRequest::Verb& verb) {
     writer.openObject();
     writeTaggedFields(writer, verbKey, verb.value);
     writer.closeObject();
+}
+
+/// What a status says of the slot: the redacted token.
+struct StatusToken {
+    std::optional<std::string> token;
+
+    static constexpr auto fields() { return std::tuple{Field{"token", &StatusToken::token}}; }
+};
+
+std::optional<PartnerID> slotInStatus(std::string_view json) {
+    const auto status = Wire::decode<StatusToken>(json);
+    if (!status || !status->token) return std::nullopt;
+    return status->token->find(".b.") == std::string::npos ? PartnerID::a : PartnerID::b;
 }
 
 template std::expected<BoardRequest, DecodeError> Wire::decode<BoardRequest>(std::string_view text);

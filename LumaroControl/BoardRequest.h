@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "LumaroControl/ExitStatus.h"
 #include "LumaroCore/BoardModel/Board.h"
-#include "LumaroCtl/ExitStatus.h"
+#include "LumaroCore/Protocol/Presence.h"
 
 #include <cstdint>
 #include <optional>
@@ -14,11 +15,17 @@
 namespace lumaro {
 
 /// What a new item holds; travels as its kind and its payload.
-struct Draft {
+struct NewItem {
     Payload payload;
 
-    bool operator==(const Draft&) const = default;
+    bool operator==(const NewItem&) const = default;
 };
+
+/// Where a process that has a profile listens, in the profile's folder.
+namespace ProfileSocket {
+inline constexpr std::string_view ofCommands = "socket";
+inline constexpr std::string_view ofApplication = "app.socket";
+} // namespace ProfileSocket
 
 /// What a verb wants of the process that has the profile. Travels between processes as one line of JSON.
 struct BoardRequest {
@@ -26,7 +33,7 @@ struct BoardRequest {
     struct PutUp {
         static constexpr std::string_view tag = "put";
         UUID id;
-        Draft draft;
+        NewItem draft;
         std::optional<Point> at;
 
         static constexpr auto fields() {
@@ -96,8 +103,93 @@ struct BoardRequest {
         bool operator==(const Status&) const = default;
     };
 
+    // What the application alone can do.
+
+    /// Starts a board of this person's own; answered with its link.
+    struct Start {
+        static constexpr std::string_view tag = "start";
+        std::string name;
+
+        static constexpr auto fields() { return std::tuple{Field{"name", &Start::name}}; }
+        bool operator==(const Start&) const = default;
+    };
+    struct Join {
+        static constexpr std::string_view tag = "join";
+        std::string codeOrLink;
+        std::string name;
+        std::optional<PartnerID> slot; ///< who this person is, when asked
+
+        static constexpr auto fields() {
+            return std::tuple{Field{"codeOrLink", &Join::codeOrLink}, Field{"name", &Join::name},
+                              Field{"slot", &Join::slot}};
+        }
+        bool operator==(const Join&) const = default;
+    };
+    struct Code {
+        static constexpr std::string_view tag = "code";
+
+        static constexpr auto fields() { return std::tuple{}; }
+        bool operator==(const Code&) const = default;
+    };
+    struct Leave {
+        static constexpr std::string_view tag = "leave";
+
+        static constexpr auto fields() { return std::tuple{}; }
+        bool operator==(const Leave&) const = default;
+    };
+    struct Undo {
+        static constexpr std::string_view tag = "undo";
+
+        static constexpr auto fields() { return std::tuple{}; }
+        bool operator==(const Undo&) const = default;
+    };
+    struct Redo {
+        static constexpr std::string_view tag = "redo";
+
+        static constexpr auto fields() { return std::tuple{}; }
+        bool operator==(const Redo&) const = default;
+    };
+    /// Opens the composer of a quick note, with a text in it perhaps.
+    struct QuickNote {
+        static constexpr std::string_view tag = "quick-note";
+        std::optional<std::string> text;
+
+        static constexpr auto fields() { return std::tuple{Field{"text", &QuickNote::text}}; }
+        bool operator==(const QuickNote&) const = default;
+    };
+    /// What the partner sees of this person, the whole of it.
+    struct Presence {
+        static constexpr std::string_view tag = "presence";
+        std::optional<NowPlaying> nowPlaying;
+        std::optional<Here> here;
+        Activity activity = Activity::idle;
+
+        static constexpr auto fields() {
+            return std::tuple{Field{"nowPlaying", &Presence::nowPlaying}, Field{"here", &Presence::here},
+                              Field{"activity", &Presence::activity}};
+        }
+        bool operator==(const Presence&) const = default;
+    };
+    /// The person's answer where there is no keyring: whether a file of the profile may hold the token.
+    struct Secrets {
+        static constexpr std::string_view tag = "secrets";
+        bool inFile = false;
+
+        static constexpr auto fields() { return std::tuple{Field{"inFile", &Secrets::inFile}}; }
+        bool operator==(const Secrets&) const = default;
+    };
+    /// Asks a keyring that would not open once more.
+    struct Unlock {
+        static constexpr std::string_view tag = "unlock";
+
+        static constexpr auto fields() { return std::tuple{}; }
+        bool operator==(const Unlock&) const = default;
+    };
+
     struct Verb {
-        std::variant<PutUp, Move, Turn, Resize, TakeDown, Paint, Show, Pending, Status> value;
+        std::variant<PutUp, Move, Turn, Resize, TakeDown, Paint, Show, Pending, Status, Start, Join, Code, Leave, Undo,
+                     Redo, QuickNote, Presence, Secrets, Unlock>
+            value;
 
         bool operator==(const Verb&) const = default;
     };
@@ -124,5 +216,8 @@ struct BoardAnswer {
     }
     bool operator==(const BoardAnswer&) const = default;
 };
+
+/// The slot of the person whose application has this status; none while it is on no board.
+std::optional<PartnerID> slotInStatus(std::string_view json);
 
 } // namespace lumaro

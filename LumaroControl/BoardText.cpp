@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "LumaroCtl/BoardText.h"
+#include "LumaroControl/BoardText.h"
 
+#include "LumaroControl/Moments.h"
+#include "LumaroControl/OneLine.h"
 #include "LumaroCore/BoardLogic/BoardDiff.h"
 #include "LumaroCore/Support/EnumNames.h"
 #include "LumaroCore/Support/Overloaded.h"
-#include "LumaroCtl/Moments.h"
-#include "LumaroCtl/Streams.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "LumaroCtl/Moments.h"
+#include "LumaroControl/Moments.h"
 
 #include <array>
 #include <charconv>

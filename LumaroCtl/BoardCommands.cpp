@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "LumaroCtl/BoardCommands.h"
 
+#include "LumaroControl/BoardText.h"
 #include "LumaroCore/BoardLogic/Apply.h"
 #include "LumaroCore/Support/EnumNames.h"
 #include "LumaroCore/Support/Fatal.h"
 #include "LumaroCore/Support/Overloaded.h"
 #include "LumaroCore/Support/Wire.h"
-#include "LumaroCtl/BoardText.h"
 #include "LumaroCtl/Profile.h"
 #include "LumaroCtl/Streams.h"
 
@@ -167,7 +167,8 @@ void BoardCommands::run(Task& task) {
             [&](const BoardRequest::Paint& paint) { return edit(Edits::setBackground(paint.background), batches); },
             [&](const BoardRequest::Show& wanted) { return show(wanted); },
             [&](const BoardRequest::Pending&) { return pending(); },
-            [&](const BoardRequest::Status&) { return status(); }},
+            [&](const BoardRequest::Status&) { return status(); },
+            [](const auto&) { return refusal(ExitStatus::usage, "only the application does that: --app"); }},
         task.request.verb.value);
 }
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "LumaroControl/BoardRequest.h"
 #include "LumaroCore/BoardLogic/Edits.h"
 #include "LumaroCore/SyncClient/BoardSession.h"
-#include "LumaroCtl/BoardRequest.h"
 
 #include <expected>
 #include <functional>

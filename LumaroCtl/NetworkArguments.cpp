@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "LumaroCtl/NetworkArguments.h"
 
+#include "LumaroControl/Moments.h"
 #include "LumaroCore/Presence/Pomodoro.h"
 #include "LumaroCore/Support/EnumNames.h"
 #include "LumaroCore/Support/Wire.h"
-#include "LumaroCtl/Moments.h"
 
 #include <CLI/CLI.hpp>
 
@@ -30,11 +30,13 @@ struct NetworkValues {
     std::string background;
     std::string units = "celsius";
     std::string directory;
+    std::string activity;
     double number = 0;
     std::int64_t minutes = Pomodoro::defaultMinutes;
     bool keep = false;
     bool begin = false;
     bool json = false;
+    bool inFile = false;
 
     BoardRequest request(decltype(BoardRequest::Verb::value) verb) const { return {{std::move(verb)}, network.wait}; }
     ExitStatus send(Streams streams, decltype(BoardRequest::Verb::value) verb) const {
@@ -80,26 +82,61 @@ public:
         app_.add_option("--wait", values_.network.wait, "seconds to wait for the room; 0 asks nobody")
             ->check(CLI::Range(0.0, 3600.0))
             ->type_name("S");
+        app_.add_flag("--app", values_.network.app, "ask the application that runs on the profile");
         app_.add_flag("--verbose", values_.network.verbose, "tell on standard error what the network does");
     }
 
     void addPairing() {
-        auto* start = verb("start", "Start a board, and print the link for the partner.",
-                           [](const V& v, Streams streams) { return runStart(v.network, streams, v.name); });
+        auto* start =
+            verb("start", "Start a board, and print the link for the partner.", [](const V& v, Streams streams) {
+                return v.network.app ? v.send(streams, BoardRequest::Start{v.name})
+                                     : runStart(v.network, streams, v.name);
+            });
         start->add_option("--name", values_.name, "your name, as your partner sees it")->required()->type_name("NAME");
         auto* join = verb("join", "Join a partner's board.", [](const V& v, Streams streams) {
-            return runJoin(v.network, streams, {v.name, v.codeOrLink, fromName<PartnerID>(v.slot)});
+            const auto slot = fromName<PartnerID>(v.slot);
+            return v.network.app ? v.send(streams, BoardRequest::Join{v.codeOrLink, v.name, slot})
+                                 : runJoin(v.network, streams, {v.name, v.codeOrLink, slot});
         });
         join->add_option("CODE|LINK", values_.codeOrLink, "six digits, or a link")->required()->type_name("");
         join->add_option("--name", values_.name, "your name, as your partner sees it")->required()->type_name("NAME");
         join->add_option("--as", values_.slot, "which of the two you are, where both are on the board")
             ->check(oneOf<PartnerID>());
-        verb("code", "Print six digits with which the partner joins, once.",
-             [](const V& v, Streams streams) { return runCode(v.network, streams); });
+        verb("code", "Print six digits with which the partner joins, once.", [](const V& v, Streams streams) {
+            return v.network.app ? v.send(streams, BoardRequest::Code{}) : runCode(v.network, streams);
+        });
         verb("link", "Print the link with which the partner joins.",
              [](const V& v, Streams streams) { return runLink(v.network, streams); });
-        verb("leave", "Take this device off the board.",
-             [](const V& v, Streams streams) { return runLeave(v.network, streams); });
+        verb("leave", "Take this device off the board.", [](const V& v, Streams streams) {
+            return v.network.app ? v.send(streams, BoardRequest::Leave{}) : runLeave(v.network, streams);
+        });
+    }
+
+    // Of the application alone.
+    void addApplication() {
+        verb("undo", "Take back the last edit of one's own (--app).",
+             [](const V& v, Streams streams) { return v.send(streams, BoardRequest::Undo{}); });
+        verb("redo", "Do it again (--app).",
+             [](const V& v, Streams streams) { return v.send(streams, BoardRequest::Redo{}); });
+        auto* note = verb("quick-note", "Open the composer of a quick note (--app).", [](const V& v, Streams streams) {
+            return v.send(streams, BoardRequest::QuickNote{v.text.empty() ? std::nullopt : std::optional{v.text}});
+        });
+        note->add_option("TEXT", values_.text, "what it says so far")->type_name("");
+        auto* presence = verb("presence", "Say what this person is at (--app).", [](const V& v, Streams streams) {
+            BoardRequest::Presence seen;
+            seen.activity = fromName<Activity>(v.activity).value_or(Activity::idle);
+            return v.send(streams, seen);
+        });
+        presence->add_option("ACTIVITY", values_.activity, "at the board, or not")
+            ->required()
+            ->check(oneOf<Activity>())
+            ->type_name("");
+        auto* secrets = verb("secrets", "Answer where there is no keyring (--app).", [](const V& v, Streams streams) {
+            return v.send(streams, BoardRequest::Secrets{v.inFile});
+        });
+        secrets->add_flag("--file,!--no-file", values_.inFile, "keep the token in a file that only you can read");
+        verb("unlock", "Ask a keyring that would not open once more (--app).",
+             [](const V& v, Streams streams) { return v.send(streams, BoardRequest::Unlock{}); });
     }
 
     void addLooking() {
@@ -239,6 +276,7 @@ NetworkArguments::NetworkArguments(CLI::App& app, RunVerb& run) : values_(std::m
     Table table{app, *values_};
     table.addGlobals();
     table.addPairing();
+    table.addApplication();
     table.addLooking();
     table.addEdits();
     table.addPut();

@@ -127,21 +127,29 @@ LocalSocketCall::Answer askOwner(Network& network, const std::string& socket, co
     return answer;
 }
 
-} // namespace
+// The application runs or it does not; nobody takes its place.
+Profile::Result<BoardAnswer> askApplication(Network& network, const std::string& line, Seconds timeout) {
+    auto folder = network.options.profile.empty() ? defaultProfile() + "-desktop" : network.options.profile;
+    const auto socket = absolute(folder) + "/" + std::string{ProfileSocket::ofApplication};
+    const auto text = askOwner(network, socket, line, timeout);
+    if (!text) {
+        return std::unexpected(VerbFailure{ExitStatus::unavailable, "the application does not answer at " + socket});
+    }
+    if (auto answer = Wire::decode<BoardAnswer>(*text)) return std::move(*answer);
+    return std::unexpected(VerbFailure{ExitStatus::busy, "another version of this program runs there"});
+}
 
 // Owners come and go between a look at the lock and a call, so both are tried again for a while.
-Profile::Result<BoardAnswer> answerTo(Network& network, const BoardRequest& request) {
+Profile::Result<BoardAnswer> answerAsProfile(Network& network, const BoardRequest& request, const std::string& line,
+                                             Seconds timeout) {
     auto profile = network.openPairedProfile();
     if (!profile) return std::unexpected(std::move(profile.error()));
-    const auto line = Wire::encode(request);
-    if (!line) return std::unexpected(VerbFailure{ExitStatus::data, "the text is not UTF-8"});
-    const Seconds timeout = Seconds{request.wait} + patience;
     const auto start = std::chrono::steady_clock::now();
     while (true) {
         auto lock = FolderLock::take(profile->lockPath());
         if (lock) return answerAsOwner(network, std::move(*profile), std::move(*lock), request);
         if (!std::holds_alternative<FolderLock::Held>(lock.error())) return std::unexpected(failureOf(lock.error()));
-        if (const auto text = askOwner(network, profile->socketPath(), *line, timeout)) {
+        if (const auto text = askOwner(network, profile->socketPath(), line, timeout)) {
             auto answer = Wire::decode<BoardAnswer>(*text);
             if (answer) return std::move(*answer);
             return std::unexpected(VerbFailure{ExitStatus::busy, "another version of this program has the profile"});
@@ -149,6 +157,16 @@ Profile::Result<BoardAnswer> answerTo(Network& network, const BoardRequest& requ
         if (std::chrono::steady_clock::now() - start > timeout) return std::unexpected(failureOf(lock.error()));
         network.pause();
     }
+}
+
+} // namespace
+
+Profile::Result<BoardAnswer> answerTo(Network& network, const BoardRequest& request) {
+    const auto line = Wire::encode(request);
+    if (!line) return std::unexpected(VerbFailure{ExitStatus::data, "the text is not UTF-8"});
+    const Seconds timeout = Seconds{request.wait} + patience;
+    return network.options.app ? askApplication(network, *line, timeout)
+                               : answerAsProfile(network, request, *line, timeout);
 }
 
 ExitStatus runBoardVerb(const NetworkOptions& options, Streams streams, const BoardRequest& request) {
@@ -167,6 +185,12 @@ ExitStatus runBoardVerb(const NetworkOptions& options, Streams streams, const Bo
 
 Profile::Result<PartnerID> ownSlot(const NetworkOptions& options) {
     Network network{options};
+    if (options.app) {
+        const auto status = answerTo(network, {{BoardRequest::Status{}}, options.wait});
+        if (!status) return std::unexpected(status.error());
+        if (const auto slot = slotInStatus(status->out)) return *slot;
+        return std::unexpected(VerbFailure{ExitStatus::refused, "the application is on no board"});
+    }
     const auto profile = network.openPairedProfile();
     if (!profile) return std::unexpected(profile.error());
     return profile->token()->slot;

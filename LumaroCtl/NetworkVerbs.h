@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "LumaroControl/BoardRequest.h"
 #include "LumaroCore/BoardModel/Identifiers.h"
-#include "LumaroCtl/BoardRequest.h"
 #include "LumaroCtl/ProfileOwner.h"
 #include "LumaroCtl/Streams.h"
 #include "Platform/Posix/PosixFileSystem.h"
@@ -25,6 +25,8 @@ struct NetworkOptions {
     std::string server;
     double wait = 5;
     bool verbose = false;
+    /// Asks the application that runs, instead of a profile of this program's own.
+    bool app = false;
 };
 
 /// The system, as far as one run of a verb needs it.

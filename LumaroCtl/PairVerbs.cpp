@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "LumaroControl/BoardText.h"
+#include "LumaroControl/Moments.h"
 #include "LumaroCore/Pairing/PairingClient.h"
 #include "LumaroCore/Protocol/CoupleEndpoints.h"
 #include "LumaroCore/Support/EnumNames.h"
-#include "LumaroCtl/BoardText.h"
-#include "LumaroCtl/Moments.h"
 #include "LumaroCtl/NetworkVerbs.h"
 
 #include <algorithm>

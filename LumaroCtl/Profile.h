@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "LumaroControl/ExitStatus.h"
 #include "LumaroCore/BoardModel/Board.h"
 #include "LumaroCore/Outbox/FileSystem.h"
 #include "LumaroCore/Protocol/CoupleToken.h"
 #include "LumaroCore/Support/JsonError.h"
 #include "LumaroCore/Support/UUIDSource.h"
-#include "LumaroCtl/ExitStatus.h"
 
 #include <expected>
 #include <functional>

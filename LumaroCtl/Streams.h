@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "LumaroCtl/ExitStatus.h"
+#include "LumaroControl/ExitStatus.h"
+#include "LumaroControl/OneLine.h"
 
 #include <iosfwd>
 #include <string>
@@ -15,9 +16,6 @@ struct Streams {
     std::ostream& out;
     std::ostream& err;
 };
-
-/// The text without line ends and other control characters, whatever a peer or the input put into it.
-std::string onOneLine(std::string_view text);
 
 /// Writes "lumaroctl" and the message as one line to `err`, and answers with `status`.
 ExitStatus fail(Streams streams, ExitStatus status, std::string_view message);

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "LumaroControl/BoardText.h"
+#include "LumaroControl/Moments.h"
 #include "LumaroCore/Support/Fatal.h"
 #include "LumaroCore/Support/JsonWriter.h"
 #include "LumaroCore/Support/Overloaded.h"
 #include "LumaroCore/Support/Wire.h"
-#include "LumaroCtl/BoardText.h"
-#include "LumaroCtl/Moments.h"
 #include "LumaroCtl/NetworkVerbs.h"
 
 #include <ostream>

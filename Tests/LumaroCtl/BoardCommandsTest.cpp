@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "LumaroCtl/BoardCommands.h"
 
+#include "LumaroControl/BoardText.h"
 #include "LumaroCore/Support/Wire.h"
-#include "LumaroCtl/BoardText.h"
 #include "LumaroCtl/Streams.h"
 #include "Tests/SyncClient/SyncFixture.h"
 

@@ -2,9 +2,9 @@
 // The verbs with a network, without one: their arguments, their files, and how they hand over to the process that has
 // the profile.
 #include "LumaroCtl/NetworkVerbs.h"
+#include "LumaroControl/Moments.h"
 #include "LumaroCore/Support/Wire.h"
 #include "LumaroCtl/CommandLine.h"
-#include "LumaroCtl/Moments.h"
 #include "Tests/Platform/Qt/QtTest.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "LumaroCtl/Profile.h"
 
-#include "LumaroCtl/Moments.h"
+#include "LumaroControl/Moments.h"
 #include "Samples/Samples.h"
 #include "Tests/Fakes/CountingUUIDs.h"
 #include "Tests/Fakes/MemoryFileSystem.h"
