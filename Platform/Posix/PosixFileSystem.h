@@ -5,7 +5,8 @@
 
 namespace lumaro {
 
-/// The system's own files. Files are made for their owner alone (0600), folders likewise (0700).
+/// The system's own files. Files are made for their owner alone (0600), folders likewise (0700). It holds nothing, so
+/// several threads may use it at once.
 class PosixFileSystem final : public FileSystem {
 public:
     [[nodiscard]] FileResult<void> createDirectories(const std::string& path) override;
