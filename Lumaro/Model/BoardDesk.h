@@ -17,11 +17,15 @@ enum class ActFault : std::uint8_t {
     tooLarge,   ///< an item is over its size
     outOfDate,  ///< the board holds something newer, or took the item down since
     invalid,    ///< a payload or a place that no board takes
+    notStored,  ///< this device cannot keep it: there is no outbox to put it in
     notOnBoard, ///< this device is on no board
 };
 
 /// What people are told.
 std::string_view textOf(ActFault fault);
+
+/// What an act is refused for when an op of it would be.
+ActFault faultOf(RejectionReason reason);
 
 /// The board on which a person's hands lie. Used on the main thread.
 class BoardDesk {

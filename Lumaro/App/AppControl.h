@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "Lumaro/Model/AppModel.h"
+#include "LumaroControl/BoardRequest.h"
+#include "Platform/Qt/LocalSocket.h"
+
+#include <expected>
+#include <functional>
+#include <list>
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace lumaro {
+
+/// Does what scripts and tests ask of the application over a socket of its profile: a line of `BoardRequest`, answered
+/// by a line of `BoardAnswer`. An edit is answered once it is on disk, a pairing once it has come to its end.
+class AppControl {
+public:
+    /// Listens at `path`. The model outlives the control, which hears of its changes. The error is the system's words.
+    [[nodiscard]] static std::expected<std::unique_ptr<AppControl>, std::string> listen(const std::string& path,
+                                                                                        AppModel& app);
+
+    AppControl(const AppControl&) = delete;
+    AppControl& operator=(const AppControl&) = delete;
+    ~AppControl();
+
+private:
+    /// The answer, once there is one.
+    using Outcome = std::function<std::optional<BoardAnswer>()>;
+    struct Waiting {
+        Outcome outcome;
+        LocalSocketServer::Reply reply;
+    };
+
+    explicit AppControl(AppModel& app) : app_(app) {}
+
+    void take(const std::string& line, LocalSocketServer::Reply reply);
+    void look();
+    Outcome begin(const BoardRequest& request);
+    Outcome edited(std::expected<void, EditorFault> done, std::string out = "");
+    Outcome onItem(const std::string& prefix, const std::function<EditorModel::Done(const UUID&)>& edit);
+    Outcome paired();
+    Outcome putUp(const BoardRequest::PutUp& put);
+
+    AppModel& app_;
+    std::unique_ptr<LocalSocketServer> server_;
+    std::list<Waiting> waiting_;
+};
+
+} // namespace lumaro

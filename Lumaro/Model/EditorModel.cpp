@@ -1,0 +1,369 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Lumaro/Model/EditorModel.h"
+
+#include "Lumaro/Model/EditorOps.h"
+
+#include <algorithm>
+#include <map>
+#include <utility>
+
+namespace lumaro {
+namespace {
+
+constexpr std::string_view takenDownText = "it was taken down while you had it — put it back?";
+
+// What a pasted note looks like.
+constexpr std::string_view pastedPaper = "butter";
+constexpr std::string_view pastedPin = "brass";
+
+bool isBlank(std::string_view text) {
+    return text.find_first_not_of(" \t\r\n") == std::string_view::npos;
+}
+
+} // namespace
+
+void EditorModel::say(std::string_view text) {
+    notice_ = {.text = text, .count = notice_.count + 1};
+}
+
+void EditorModel::announce() const {
+    // A copy: the listener may set another.
+    const auto changed = changed_;
+    if (changed) changed();
+}
+
+EditorModel::Done EditorModel::conclude(Done done) {
+    if (!done) say(textOf(done.error()));
+    announce();
+    return done;
+}
+
+// For the application.
+
+void EditorModel::setLiveItems(const Board& shown) {
+    adopt(shown);
+    // The act that it belongs to is not through yet, and announces itself.
+    if (!isActing_) announce();
+}
+
+// What one's own act took down is nobody's to put back: undo does that.
+void EditorModel::adopt(const Board& shown) {
+    if (draft_) {
+        const bool wasGone = draft_->isGone();
+        draft_->follow(shown);
+        if (draft_->isGone() && !wasGone) {
+            if (isActing_) {
+                dropDraft();
+            } else {
+                say(takenDownText);
+            }
+        } else if (wasGone && !draft_->isGone()) {
+            settleAfterPause();
+        }
+    }
+    const bool isInHand = draft_ && selection_ == draft_->id();
+    if (selection_ && !isInHand && shown.find(*selection_) == nullptr) selection_.reset();
+}
+
+void EditorModel::discardDraft() {
+    dropDraft();
+    doodle_.reset();
+    selection_.reset();
+    history_.clear();
+    announce();
+}
+
+void EditorModel::withdraw(const UUID& batch) {
+    history_.withdraw(batch);
+    announce();
+}
+
+void EditorModel::select(std::optional<UUID> id) {
+    selection_ = id && board().find(*id) != nullptr ? id : std::nullopt;
+    announce();
+}
+
+// Acts.
+
+std::expected<UUID, ActFault> EditorModel::act(std::vector<Op> ops) {
+    isActing_ = true;
+    auto batch = ports_.desk.act(std::move(ops));
+    if (batch) adopt(board());
+    isActing_ = false;
+    return batch;
+}
+
+EditorModel::Done EditorModel::perform(Ops ops, std::optional<std::uint64_t> session) {
+    if (!ops) return std::unexpected(ops.error());
+    auto wanted = EditorOps::withoutIdle(std::move(*ops), board());
+    if (wanted.empty()) return {};
+    const Board before = board();
+    const auto batch = act(std::move(wanted));
+    if (!batch) return std::unexpected(batch.error());
+    history_.record(*batch, before, board(), session);
+    return {};
+}
+
+EditorModel::Done EditorModel::takeBack(UndoHistory::Way way) {
+    // What was typed is taken back first, as the latest act.
+    if (auto written = writeContent(); !written) return conclude(std::move(written));
+    ++session_;
+    auto ops = history_.next(way, board(), hand());
+    if (!ops) return conclude(std::unexpected(ops.error()));
+    const auto batch = act(std::move(*ops));
+    if (!batch) return conclude(std::unexpected(batch.error()));
+    history_.went(way, *batch, board());
+    if (draft_) draft_->dropContent();
+    return conclude({});
+}
+
+// One item in the hand.
+
+void EditorModel::dropDraft() {
+    pause_.reset();
+    draft_.reset();
+    isGesture_ = false;
+    isEditing_ = false;
+}
+
+EditorModel::Done EditorModel::takeInHand(const UUID& id) {
+    if (draft_ && draft_->id() != id) {
+        isGesture_ = false;
+        isEditing_ = false;
+        auto let = settle();
+        // A text that was refused stays in the hand. What is gone was only on offer.
+        if (draft_ && !draft_->isGone()) return let;
+        dropDraft();
+    }
+    if (!draft_) draft_ = Draft::of(board(), id);
+    if (!draft_) return std::unexpected(EditFault::noSuchItem);
+    selection_ = id;
+    return {};
+}
+
+EditorModel::Done EditorModel::settle() {
+    pause_.reset();
+    if (!draft_ || draft_->isGone()) return {};
+    Done placed;
+    if (!isGesture_) {
+        placed = perform(draft_->placing(board(), hand()));
+        if (draft_) draft_->dropPlace();
+    }
+    if (auto written = writeContent(); !written) {
+        isEditing_ = true;
+        return written;
+    }
+    if (!isGesture_ && !isEditing_) dropDraft();
+    return placed;
+}
+
+void EditorModel::settleAfterPause() {
+    pause_ = ports_.sleeper.wait(typingPause, [this] { static_cast<void>(conclude(settle())); });
+}
+
+EditorModel::Done EditorModel::writeContent() {
+    if (!draft_ || draft_->isGone()) return {};
+    auto written = perform(draft_->writing(board(), hand()), session_);
+    if (written && draft_) draft_->setWritten();
+    return written;
+}
+
+template <class Change>
+EditorModel::Done EditorModel::changeInHand(bool isHeld, Change change) {
+    // A view may still move what the application has taken out of the hand: nothing to tell people about.
+    if (!isHeld) return std::unexpected(EditFault::noSuchItem);
+    const Draft::Done done = change(*draft_);
+    return conclude(done ? Done{} : Done{std::unexpected(EditorFault{done.error()})});
+}
+
+EditorModel::Done EditorModel::beginGesture(const UUID& id) {
+    auto taken = takeInHand(id);
+    if (taken) {
+        isGesture_ = true;
+        draft_->touch();
+    }
+    return conclude(std::move(taken));
+}
+
+EditorModel::Done EditorModel::moveTo(Point center) {
+    return changeInHand(isGesture_, [&](Draft& draft) { return draft.moveTo(center); });
+}
+
+EditorModel::Done EditorModel::turnTo(double degrees) {
+    return changeInHand(isGesture_, [&](Draft& draft) { return draft.turnTo(degrees); });
+}
+
+EditorModel::Done EditorModel::resizeTo(double scale) {
+    return changeInHand(isGesture_, [&](Draft& draft) { return draft.resizeTo(scale); });
+}
+
+EditorModel::Done EditorModel::endGesture() {
+    if (!isGesture_) return {};
+    isGesture_ = false;
+    return conclude(settle());
+}
+
+EditorModel::Done EditorModel::beginEditing(const UUID& id) {
+    auto taken = takeInHand(id);
+    if (taken) {
+        isEditing_ = true;
+        ++session_;
+    }
+    return conclude(std::move(taken));
+}
+
+template <class Change>
+EditorModel::Done EditorModel::changeContent(Change change) {
+    if (isEditing_) settleAfterPause();
+    return changeInHand(isEditing_, std::move(change));
+}
+
+EditorModel::Done EditorModel::changeText(PMNode text) {
+    return changeContent([&](Draft& draft) { return draft.changeText(std::move(text)); });
+}
+
+EditorModel::Done EditorModel::changePayload(Payload payload) {
+    return changeContent([&](Draft& draft) { return draft.changePayload(std::move(payload)); });
+}
+
+EditorModel::Done EditorModel::endEditing() {
+    if (!isEditing_) return {};
+    isEditing_ = false;
+    return conclude(settle());
+}
+
+void EditorModel::cancel() {
+    dropDraft();
+    // What was only on offer is not on the board.
+    adopt(board());
+    announce();
+}
+
+EditorModel::Done EditorModel::putBack() {
+    if (!draft_ || !draft_->isGone()) return std::unexpected(EditFault::noSuchItem);
+    const auto ops = draft_->puttingBack(board(), ports_.ids, hand());
+    auto done = perform(ops);
+    if (done) {
+        dropDraft();
+        selection_ = std::get<Upsert>(ops->front().value).item.id;
+    }
+    return conclude(std::move(done));
+}
+
+// Acts of one step.
+
+std::expected<UUID, EditorFault> EditorModel::concludePutUp(const UUID& id, Done done) {
+    if (done) selection_ = id;
+    const auto concluded = conclude(std::move(done));
+    if (!concluded) return std::unexpected(concluded.error());
+    return id;
+}
+
+std::expected<UUID, EditorFault> EditorModel::putUp(Payload payload, std::optional<Point> at) {
+    const UUID id = ports_.ids.next();
+    const auto now = hand();
+    return concludePutUp(id,
+                         perform(Edits::putUp(board(), id, EditorOps::fresh(std::move(payload), now.now), at, now)));
+}
+
+std::expected<UUID, EditorFault> EditorModel::pasteText(std::string_view text) {
+    if (isBlank(text)) return concludePutUp({}, std::unexpected(ActFault::invalid));
+    return putUp(NotePayload{.pm = pm::docOfLines(text),
+                             .paper = std::string{pastedPaper},
+                             .pin = std::string{pastedPin},
+                             .expiresAt = ports_.clock.now()});
+}
+
+std::expected<UUID, EditorFault> EditorModel::duplicate(const UUID& id) {
+    auto copies = EditorOps::withDoodles(board(), id);
+    if (copies.empty()) return concludePutUp(id, std::unexpected(EditFault::noSuchItem));
+    const Point offset = EditorOps::duplicateOffset(board(), copies.front());
+    std::map<UUID, UUID> names;
+    for (auto& item : copies) {
+        item.center = item.center + offset;
+        names[item.id] = ports_.ids.next();
+    }
+    return concludePutUp(names[id], perform(EditorOps::putUpAnew(board(), copies, names, hand())));
+}
+
+EditorModel::Done EditorModel::move(const UUID& id, Point center) {
+    auto moved = Draft::of(board(), id);
+    if (!moved) return conclude(std::unexpected(EditFault::noSuchItem));
+    moved->touch();
+    if (const auto done = moved->moveTo(center); !done) return conclude(std::unexpected(done.error()));
+    return conclude(perform(moved->placing(board(), hand())));
+}
+
+EditorModel::Done EditorModel::takeDown(const UUID& id) {
+    // With what was typed on it, so that taking this back brings that too.
+    if (draft_ && draft_->id() == id) static_cast<void>(writeContent());
+    return conclude(perform(Edits::takeDown(board(), id, hand())));
+}
+
+EditorModel::Done EditorModel::keep(const UUID& id) {
+    return conclude(perform(Edits::keep(board(), id, hand())));
+}
+
+EditorModel::Done EditorModel::unkeep(const UUID& id) {
+    return conclude(perform(Edits::unkeep(board(), id, hand())));
+}
+
+EditorModel::Done EditorModel::replacePayload(const UUID& id, Payload payload) {
+    return conclude(perform(Edits::changePayload(board(), id, std::move(payload), hand())));
+}
+
+EditorModel::Done EditorModel::setBackground(BackgroundID background) {
+    return conclude(perform(Edits::setBackground(background)));
+}
+
+// Pen and eraser.
+
+void EditorModel::beginDoodle(std::optional<UUID> surface) {
+    doodle_.emplace(surface);
+    announce();
+}
+
+EditorModel::Done EditorModel::editDoodle(const UUID& id) {
+    auto session = DoodleSession::over(board(), id);
+    if (!session) return conclude(std::unexpected(session.error()));
+    doodle_ = std::move(*session);
+    return conclude({});
+}
+
+EditorModel::Done EditorModel::penDown(Point place, DoodleSession::Pen pen) {
+    if (!doodle_) return std::unexpected(EditFault::noSuchItem);
+    const auto down = doodle_->penDown(place, std::move(pen));
+    return conclude(down ? Done{} : Done{std::unexpected(EditorFault{down.error()})});
+}
+
+void EditorModel::penTo(Point place) {
+    if (!doodle_) return;
+    doodle_->penTo(place);
+    announce();
+}
+
+void EditorModel::penUp() {
+    if (!doodle_) return;
+    doodle_->penUp();
+    announce();
+}
+
+void EditorModel::eraseAlong(Point from, Point to, double radius) {
+    if (!doodle_) return;
+    doodle_->eraseAlong(from, to, radius);
+    announce();
+}
+
+EditorModel::Done EditorModel::finishDoodle() {
+    if (!doodle_) return {};
+    auto done = perform(doodle_->finish(board(), ports_.ids.next(), hand()));
+    if (done) doodle_.reset();
+    return conclude(std::move(done));
+}
+
+void EditorModel::cancelDoodle() {
+    doodle_.reset();
+    announce();
+}
+
+} // namespace lumaro

@@ -1,0 +1,229 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Tests/Model/AppFixture.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace lumaro {
+namespace {
+
+class AppSessionTest : public testing::Test, protected AppFixture {
+protected:
+    bool hasKeychain(std::string_view account) const {
+        return keyring.items.contains({std::string{keychainService}, std::string{account}});
+    }
+    static std::string joinedAs(std::string_view status, std::string_view token) {
+        return R"({"token":")" + std::string{token} +
+               R"(","coupleId":"q3m7xk2p","partnerName":"Ben","slot":"a","status":")" + std::string{status} + "\"}";
+    }
+};
+
+TEST_F(AppSessionTest, StartGoesThroughItsStepsInOrder) {
+    defaults.setString("openInvite", "old");
+    defaults.setBoolean("needsInviteNudge", true);
+    rebuild();
+    EXPECT_FALSE(defaults.values.contains("openInvite"));
+    EXPECT_FALSE(defaults.values.contains("needsInviteNudge"));
+    EXPECT_EQ(state().board.items.size(), 1U) << "the window is never empty";
+    start();
+    EXPECT_EQ(wallpaper.calls, std::vector<std::string>{"on"});
+    EXPECT_EQ(log.lines, (std::vector<std::string>{"app: registered to open at login",
+                                                   "app: restoreSession: no token and never paired"}));
+    EXPECT_EQ(http.requests.back().url, "https://board.lumaro.app/handoff");
+}
+
+TEST_F(AppSessionTest, LaunchAtLoginIsOfferedOnceEvenWhenItFails) {
+    loginItem.failure = "read-only";
+    start();
+    EXPECT_TRUE(hasLogged("app: could not register for login: read-only"));
+    loginItem.failure.reset();
+    rebuild();
+    start();
+    EXPECT_EQ(loginItem.attempts, 1);
+}
+
+TEST_F(AppSessionTest, AKeychainThatStaysShutIsReadFiveTimesAndThenOnRequest) {
+    keyring.refusal = SecretStatus::locked;
+    start();
+    for (int pause = 0; pause < 8; ++pause) pass(Seconds{2});
+    EXPECT_EQ(std::ranges::count(keyring.calls, "query joinToken"), 5);
+    EXPECT_TRUE(hasLogged("app: restoreSession: keychain read failed (OSStatus -25308), attempt 5"));
+    EXPECT_TRUE(hasLogged("app: restoreSession: the keychain would not open; waiting to be asked again"));
+    EXPECT_TRUE(state().keychainLocked);
+    EXPECT_TRUE(http.requests.empty()) << "a locked keychain is no first run";
+
+    keyring.refusal.reset();
+    keyring.items[{std::string{keychainService}, "joinToken"}] = token;
+    app->retryKeychain();
+    pass(Seconds{1});
+    EXPECT_FALSE(state().keychainLocked);
+    ASSERT_TRUE(state().token);
+    EXPECT_TRUE(hasLogged("app: connect: client created for lm1.q3m7xk2p.a.••••"));
+}
+
+TEST_F(AppSessionTest, EveryRowOfTheSessionsStatesIsTold) {
+    struct Row {
+        std::string name;
+        std::optional<std::string> stored;
+        bool wasPaired;
+        std::optional<SecretStatus> refusal;
+        bool hasToken, isLocked, asksForHandoff;
+    };
+    const std::string good{token};
+    const std::vector<Row> rows{
+        {"never paired", std::nullopt, false, std::nullopt, false, false, true},
+        {"off the board", std::nullopt, true, std::nullopt, false, false, false},
+        {"on the board", good, true, std::nullopt, true, false, false},
+        {"a token that does not parse", "lm1.nonsense", true, std::nullopt, false, false, false},
+        {"keychain locked", good, true, SecretStatus::locked, false, true, false},
+        {"no keyring and never paired", std::nullopt, false, SecretStatus::noService, false, false, true},
+        {"no keyring, paired before", std::nullopt, true, SecretStatus::noService, false, true, false},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        AppFixture one;
+        if (row.stored) one.keyring.items[{std::string{keychainService}, "joinToken"}] = *row.stored;
+        if (row.wasPaired) one.defaults.setString("pairedCoupleId", "q3m7xk2p");
+        one.keyring.refusal = row.refusal;
+        one.start();
+        EXPECT_EQ(one.state().isRestoring, row.isLocked) << "restoring goes on while the keychain is tried";
+        for (int pause = 0; pause < 6; ++pause) one.pass(Seconds{2});
+        EXPECT_EQ(one.state().token.has_value(), row.hasToken);
+        EXPECT_EQ(one.state().keychainLocked, row.isLocked);
+        EXPECT_EQ(!one.http.requests.empty(), row.asksForHandoff);
+        EXPECT_EQ(one.state().wasPaired, row.wasPaired);
+        EXPECT_FALSE(one.state().isRestoring);
+    }
+}
+
+TEST_F(AppSessionTest, ARefusedTokenIsToldOnce) {
+    goOnBoard();
+    for (int i = 0; i < 2; ++i) rooms.say(ServerMessage::Error{{"unauthorized"}, "gone"});
+    EXPECT_TRUE(state().connectionRejected);
+    EXPECT_FALSE(state().presence.isPartnerOnline);
+    EXPECT_EQ(std::ranges::count(log.lines, "app: the room no longer knows this mac's token"), 1);
+}
+
+TEST_F(AppSessionTest, AnInviteThatWaitsIsJoinedQuietly) {
+    start();
+    http.answer(HttpResponse{200, R"({"inviteId":"abcdefgh12"})"});
+    EXPECT_TRUE(hasLogged("app: an invite was waiting for this mac"));
+    EXPECT_EQ(state().pairing, PairingPhase{});
+    http.answer(HttpResponse{200, joinedAs("joined", token)});
+    background.runAll();
+    ASSERT_TRUE(state().token);
+    EXPECT_EQ(keyring.items.begin()->second, token);
+    EXPECT_EQ(state().arrival->partnerName, "Ben");
+    pass(Seconds{6});
+    EXPECT_FALSE(state().arrival);
+}
+
+TEST_F(AppSessionTest, WithoutAnInviteTheFirstRunBeginsAndStaysWhereItWas) {
+    start();
+    http.answer(HttpResponse{404, R"({"code":"not_found","message":"none"})"});
+    EXPECT_TRUE(hasLogged("app: no invite waiting for this mac; first run it is"));
+    app->setOnboarding(OnboardingStep::makeItYours);
+    rebuild();
+    EXPECT_EQ(state().onboarding, OnboardingStep::makeItYours);
+}
+
+TEST_F(AppSessionTest, StartingABoardKeepsItsLinkAndToken) {
+    start();
+    app->startOurBoard();
+    EXPECT_TRUE(std::holds_alternative<PairingPhase::Working>(state().pairing.value));
+    http.answer(HttpResponse{201, R"({"coupleId":"q3m7xk2p","token":")" + std::string{token} +
+                                      R"(","invite":{"inviteId":"abcdefgh12","link":"https://x/for/abcdefgh12",)"
+                                      R"("expiresAt":1790000000000}})"});
+    background.runAll();
+    EXPECT_TRUE(hasLogged("app: started a new board"));
+    EXPECT_EQ(state().onboarding, OnboardingStep::bringThemOver);
+    EXPECT_EQ(defaults.string("pairedCoupleId"), "q3m7xk2p");
+    EXPECT_TRUE(hasKeychain("joinToken") && hasKeychain("boardLink"));
+    rebuild();
+    EXPECT_EQ(state().boardLink->url, "https://x/for/abcdefgh12");
+}
+
+TEST_F(AppSessionTest, APersonChoosesWhoTheyAreAndJoinsAgain) {
+    start();
+    app->joinByCode("12 34-56");
+    http.answer(
+        HttpResponse{409, R"({"code":"choose_person","message":"","names":{"a":"Ann","b":"Ben"},"suggested":"b"})"});
+    ASSERT_TRUE(std::holds_alternative<PairingPhase::Choosing>(state().pairing.value));
+    app->chooseOneself(PartnerID::a);
+    EXPECT_NE(http.requests.back().body.find(R"("code":"123456")"), std::string::npos);
+    EXPECT_NE(http.requests.back().body.find(R"("slot":"a")"), std::string::npos);
+    http.answer(HttpResponse{200, joinedAs("rejoined", token)});
+    background.runAll();
+    EXPECT_EQ(state().arrival->status, JoinStatus::rejoined);
+    EXPECT_FALSE(state().onboarding);
+}
+
+TEST_F(AppSessionTest, WithoutAKeyringThePersonIsAskedAndDecides) {
+    for (const bool agrees : {true, false}) {
+        AppFixture one;
+        one.keyring.refusal = SecretStatus::noService;
+        one.start();
+        std::optional<std::expected<void, std::string>> paired;
+        one.app->pair(token, [&](auto outcome) { paired = outcome; });
+        one.background.runAll();
+        EXPECT_EQ(one.state().secretPlace, SecretPlace::asking);
+        EXPECT_FALSE(paired) << "nothing is kept before the answer";
+        one.app->keepSecretsInFile(agrees);
+        one.background.runAll();
+        ASSERT_TRUE(paired);
+        EXPECT_EQ(paired->has_value(), agrees);
+        EXPECT_EQ(one.secretFile.items.size(), agrees ? 1U : 0U);
+        EXPECT_EQ(one.state().token.has_value(), agrees);
+        one.rebuild();
+        EXPECT_EQ(one.state().secretPlace, agrees ? SecretPlace::file : SecretPlace::keyring);
+    }
+}
+
+TEST_F(AppSessionTest, AnotherBoardTakesThePlaceOfTheOldOneAndTheSameOneStays) {
+    goOnBoard();
+    relay(noteOps("hello", PartnerID::b));
+    app->pair(token, [](auto) {});
+    background.runAll();
+    EXPECT_EQ(app->board().items.size(), 1U);
+    app->pair("lm1.other234.a.nbswy3dpo5xxe3de", [](auto) {});
+    background.runAll();
+    EXPECT_TRUE(app->board().items.empty());
+    EXPECT_EQ(state().partnerDisplayName, "");
+    EXPECT_EQ(rooms.addresses.back().token.coupleId, "other234");
+}
+
+TEST_F(AppSessionTest, LeavingIsDoneHereWhateverTheServiceSays) {
+    goOnBoard();
+    relay(noteOps("hello", PartnerID::b));
+    app->leaveBoard();
+    background.runAll();
+    http.answer(std::unexpected(HttpFailure{"no route"}));
+    EXPECT_FALSE(state().token);
+    EXPECT_FALSE(hasKeychain("joinToken"));
+    EXPECT_FALSE(defaults.string("pairedCoupleId"));
+    EXPECT_EQ(rooms.listener, nullptr);
+    EXPECT_EQ(state().onboarding, OnboardingStep::welcome);
+    EXPECT_NE(app->board().items.size(), 0U) << "the starter board hangs there again";
+    EXPECT_EQ(app->act({}).error(), ActFault::notOnBoard);
+}
+
+TEST_F(AppSessionTest, ABoardIsThereAgainBeforeTheRoomSpeaks) {
+    goOnBoard();
+    relay(noteOps("hello", PartnerID::b));
+    app->shutdown();
+    rebuild();
+    start();
+    EXPECT_EQ(app->board().items.size(), 1U);
+    EXPECT_EQ(state().board.items.size(), 1U);
+}
+
+TEST_F(AppSessionTest, TheTokenStandsInNoLog) {
+    goOnBoard();
+    app->leaveBoard();
+    background.runAll();
+    for (const auto& line : log.lines) EXPECT_EQ(line.find("nbswy3dpo5xxe3de"), std::string::npos) << line;
+}
+
+} // namespace
+} // namespace lumaro
