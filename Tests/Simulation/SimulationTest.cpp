@@ -42,7 +42,9 @@ TEST(SimulationTest, AFailureIsToldByItsShortestScript) {
     EXPECT_FALSE(runScript(shorter).complaint);
 }
 
-void PrintTo(const MutantCase& mutant, std::ostream* out) { *out << mutant.breaks; }
+void PrintTo(const MutantCase& mutant, std::ostream* out) {
+    *out << mutant.breaks;
+}
 
 class MutantTest : public testing::TestWithParam<MutantCase> {};
 
