@@ -37,10 +37,6 @@ SlotNames namesOf(const AppState& state) {
     return names;
 }
 
-std::string pendingText(const AppState& state) {
-    return std::to_string(state.pendingBatches) + "\n";
-}
-
 std::string boardJson(const Board& board) {
     auto text = Wire::encode(board);
     if (!text) fatal("a board that is shown cannot be written");
@@ -66,7 +62,8 @@ AppControl::~AppControl() {
 
 void AppControl::take(const std::string& line, LocalSocketServer::Reply reply) {
     const auto request = Wire::decode<BoardRequest>(line);
-    auto outcome = request ? begin(*request) : atOnce(refusal(ExitStatus::data, request.error().path + ": " + request.error().message));
+    auto outcome = request ? begin(*request)
+                           : atOnce(refusal(ExitStatus::data, request.error().path + ": " + request.error().message));
     waiting_.push_back({std::move(outcome), std::move(reply)});
     look();
 }
@@ -86,88 +83,114 @@ void AppControl::look() {
 }
 
 AppControl::Outcome AppControl::begin(const BoardRequest& request) {
-    auto& editor = app_.editor();
-    return std::visit(
-        Overloaded{
-            [&](const BoardRequest::PutUp& put) { return putUp(put); },
-            [&](const BoardRequest::Move& move) {
-                return onItem(move.item, [&](const UUID& id) { return editor.move(id, move.to); });
-            },
-            [&](const BoardRequest::Turn& turn) {
-                return onItem(turn.item, [&](const UUID& id) -> EditorModel::Done {
-                    if (auto begun = editor.beginGesture(id); !begun) return begun;
-                    if (auto turned = editor.turnTo(turn.degrees); !turned) return turned;
-                    return editor.endGesture();
-                });
-            },
-            [&](const BoardRequest::Resize& resize) {
-                return onItem(resize.item, [&](const UUID& id) -> EditorModel::Done {
-                    if (auto begun = editor.beginGesture(id); !begun) return begun;
-                    if (auto resized = editor.resizeTo(resize.scale); !resized) return resized;
-                    return editor.endGesture();
-                });
-            },
-            [&](const BoardRequest::TakeDown& gone) {
-                return onItem(gone.item, [&](const UUID& id) { return editor.takeDown(id); });
-            },
-            [&](const BoardRequest::Paint& paint) { return edited(editor.setBackground(paint.background)); },
-            [&](const BoardRequest::Show& show) {
-                return atOnce(
-                    {0, show.json ? boardJson(app_.board()) : boardText(app_.board(), namesOf(app_.state())), ""});
-            },
-            [&](const BoardRequest::Pending&) { return atOnce({0, pendingText(app_.state()), ""}); },
-            [&](const BoardRequest::Status&) { return atOnce({0, statusJson(app_.state()) + "\n", ""}); },
-            [&](const BoardRequest::Start& start) {
-                app_.setMyDisplayName(start.name);
-                app_.startOurBoard();
-                return paired();
-            },
-            [&](const BoardRequest::Join& join) {
-                app_.setMyDisplayName(join.name);
-                if (join.slot && std::holds_alternative<PairingPhase::Choosing>(app_.state().pairing.value)) {
-                    app_.chooseOneself(*join.slot);
-                } else if (inviteIdIn(join.codeOrLink)) {
-                    app_.joinByLink(join.codeOrLink);
-                } else {
-                    app_.joinByCode(join.codeOrLink);
-                }
-                return paired();
-            },
-            [&](const BoardRequest::Code&) -> Outcome {
-                if (!app_.state().token) return atOnce(refusal(ExitStatus::refused, textOf(ActFault::notOnBoard)));
-                app_.mintCode();
-                return [this]() -> std::optional<BoardAnswer> {
-                    const auto& state = app_.state();
-                    if (state.isMintingCode) return std::nullopt;
-                    if (!state.shareCode) return refusal(ExitStatus::unavailable, state.notice);
-                    return BoardAnswer{0, state.shareCode->code + "\n", ""};
-                };
-            },
-            [&](const BoardRequest::Leave&) {
-                app_.leaveBoard();
-                return atOnce({});
-            },
-            [&](const BoardRequest::Undo&) { return edited(editor.undo()); },
-            [&](const BoardRequest::Redo&) { return edited(editor.redo()); },
-            [&](const BoardRequest::QuickNote& note) {
-                app_.requestQuickNote(note.text);
-                return atOnce({});
-            },
-            [&](const BoardRequest::Presence& seen) {
-                app_.setPresence({seen.nowPlaying, seen.here, seen.activity});
-                return atOnce({});
-            },
-            [&](const BoardRequest::Secrets& secrets) {
-                app_.keepSecretsInFile(secrets.inFile);
-                return paired();
-            },
-            [&](const BoardRequest::Unlock&) {
-                app_.retryKeychain();
-                return atOnce({});
-            },
-        },
-        request.verb.value);
+    return std::visit([this](const auto& verb) { return answer(verb); }, request.verb.value);
 }
+
+// The board.
+
+AppControl::Outcome AppControl::answer(const BoardRequest::PutUp& put) {
+    const auto id = editor().putUp(put.draft.payload, put.at);
+    if (!id) return edited(std::unexpected(id.error()));
+    return edited({}, id->lowerString() + "\n");
+}
+
+AppControl::Outcome AppControl::answer(const BoardRequest::Move& move) {
+    return onItem(move.item, [&](const UUID& id) { return editor().move(id, move.to); });
+}
+
+AppControl::Outcome AppControl::answer(const BoardRequest::Turn& turn) {
+    return inHand(turn.item, [&] { return editor().turnTo(turn.degrees); });
+}
+
+AppControl::Outcome AppControl::answer(const BoardRequest::Resize& resize) {
+    return inHand(resize.item, [&] { return editor().resizeTo(resize.scale); });
+}
+
+AppControl::Outcome AppControl::answer(const BoardRequest::TakeDown& gone) {
+    return onItem(gone.item, [&](const UUID& id) { return editor().takeDown(id); });
+}
+
+AppControl::Outcome AppControl::answer(const BoardRequest::Paint& paint) {
+    return edited(editor().setBackground(paint.background));
+}
+
+AppControl::Outcome AppControl::answer(const BoardRequest::Undo&) {
+    return edited(editor().undo());
+}
+
+AppControl::Outcome AppControl::answer(const BoardRequest::Redo&) {
+    return edited(editor().redo());
+}
+
+AppControl::Outcome AppControl::answer(const BoardRequest::Show& show) {
+    return atOnce({0, show.json ? boardJson(app_.board()) : boardText(app_.board(), namesOf(app_.state())), ""});
+}
+
+AppControl::Outcome AppControl::answer(const BoardRequest::Pending&) {
+    return atOnce({0, std::to_string(app_.state().pendingBatches) + "\n", ""});
+}
+
+AppControl::Outcome AppControl::answer(const BoardRequest::Status&) {
+    return atOnce({0, statusJson(app_.state()) + "\n", ""});
+}
+
+// Who is on it.
+
+AppControl::Outcome AppControl::answer(const BoardRequest::Start& start) {
+    app_.setMyDisplayName(start.name);
+    app_.startOurBoard();
+    return paired();
+}
+
+AppControl::Outcome AppControl::answer(const BoardRequest::Join& join) {
+    app_.setMyDisplayName(join.name);
+    if (join.slot && std::holds_alternative<PairingPhase::Choosing>(app_.state().pairing.value)) {
+        app_.chooseOneself(*join.slot);
+    } else if (inviteIdIn(join.codeOrLink)) {
+        app_.joinByLink(join.codeOrLink);
+    } else {
+        app_.joinByCode(join.codeOrLink);
+    }
+    return paired();
+}
+
+AppControl::Outcome AppControl::answer(const BoardRequest::Code&) {
+    if (!app_.state().token) return atOnce(refusal(ExitStatus::refused, textOf(ActFault::notOnBoard)));
+    app_.mintCode();
+    return [this]() -> std::optional<BoardAnswer> {
+        const auto& state = app_.state();
+        if (state.isMintingCode) return std::nullopt;
+        if (!state.shareCode) return refusal(ExitStatus::unavailable, state.notice);
+        return BoardAnswer{0, state.shareCode->code + "\n", ""};
+    };
+}
+
+AppControl::Outcome AppControl::answer(const BoardRequest::Leave&) {
+    app_.leaveBoard();
+    return atOnce({});
+}
+
+AppControl::Outcome AppControl::answer(const BoardRequest::Secrets& secrets) {
+    app_.keepSecretsInFile(secrets.inFile);
+    return paired();
+}
+
+AppControl::Outcome AppControl::answer(const BoardRequest::Unlock&) {
+    app_.retryKeychain();
+    return atOnce({});
+}
+
+AppControl::Outcome AppControl::answer(const BoardRequest::QuickNote& note) {
+    app_.requestQuickNote(note.text);
+    return atOnce({});
+}
+
+AppControl::Outcome AppControl::answer(const BoardRequest::Presence& seen) {
+    app_.setPresence({seen.nowPlaying, seen.here, seen.activity});
+    return atOnce({});
+}
+
+// What answers have in common.
 
 AppControl::Outcome AppControl::edited(std::expected<void, EditorFault> done, std::string out) {
     if (!done) return atOnce(refusal(ExitStatus::data, textOf(done.error())));
@@ -186,10 +209,12 @@ AppControl::Outcome AppControl::onItem(const std::string& prefix,
     return atOnce(refusal(ExitStatus::data, std::to_string(found.size()) + " items begin with \"" + prefix + "\""));
 }
 
-AppControl::Outcome AppControl::putUp(const BoardRequest::PutUp& put) {
-    const auto id = app_.editor().putUp(put.draft.payload, put.at);
-    if (!id) return edited(std::unexpected(id.error()));
-    return edited({}, id->lowerString() + "\n");
+AppControl::Outcome AppControl::inHand(const std::string& prefix, const std::function<EditorModel::Done()>& change) {
+    return onItem(prefix, [&](const UUID& id) -> EditorModel::Done {
+        if (auto begun = editor().beginGesture(id); !begun) return begun;
+        if (auto changed = change(); !changed) return changed;
+        return editor().endGesture();
+    });
 }
 
 AppControl::Outcome AppControl::paired() {

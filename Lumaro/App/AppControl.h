@@ -39,10 +39,31 @@ private:
     void take(const std::string& line, LocalSocketServer::Reply reply);
     void look();
     Outcome begin(const BoardRequest& request);
+    Outcome answer(const BoardRequest::PutUp& put);
+    Outcome answer(const BoardRequest::Move& move);
+    Outcome answer(const BoardRequest::Turn& turn);
+    Outcome answer(const BoardRequest::Resize& resize);
+    Outcome answer(const BoardRequest::TakeDown& gone);
+    Outcome answer(const BoardRequest::Paint& paint);
+    Outcome answer(const BoardRequest::Undo&);
+    Outcome answer(const BoardRequest::Redo&);
+    Outcome answer(const BoardRequest::Show& show);
+    Outcome answer(const BoardRequest::Pending&);
+    Outcome answer(const BoardRequest::Status&);
+    Outcome answer(const BoardRequest::Start& start);
+    Outcome answer(const BoardRequest::Join& join);
+    Outcome answer(const BoardRequest::Code&);
+    Outcome answer(const BoardRequest::Leave&);
+    Outcome answer(const BoardRequest::Secrets& secrets);
+    Outcome answer(const BoardRequest::Unlock&);
+    Outcome answer(const BoardRequest::QuickNote& note);
+    Outcome answer(const BoardRequest::Presence& seen);
+
     Outcome edited(std::expected<void, EditorFault> done, std::string out = "");
     Outcome onItem(const std::string& prefix, const std::function<EditorModel::Done(const UUID&)>& edit);
+    Outcome inHand(const std::string& prefix, const std::function<EditorModel::Done()>& change);
     Outcome paired();
-    Outcome putUp(const BoardRequest::PutUp& put);
+    EditorModel& editor() { return app_.editor(); }
 
     AppModel& app_;
     std::unique_ptr<LocalSocketServer> server_;
