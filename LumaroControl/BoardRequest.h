@@ -3,7 +3,7 @@
 
 #include "LumaroControl/ExitStatus.h"
 #include "LumaroCore/BoardModel/Board.h"
-#include "LumaroCore/Protocol/Presence.h"
+#include "LumaroCore/Protocol/Messages.h"
 
 #include <cstdint>
 #include <optional>
@@ -158,18 +158,7 @@ struct BoardRequest {
         bool operator==(const QuickNote&) const = default;
     };
     /// What the partner sees of this person, the whole of it.
-    struct Presence {
-        static constexpr std::string_view tag = "presence";
-        std::optional<NowPlaying> nowPlaying;
-        std::optional<Here> here;
-        Activity activity = Activity::idle;
-
-        static constexpr auto fields() {
-            return std::tuple{Field{"nowPlaying", &Presence::nowPlaying}, Field{"here", &Presence::here},
-                              Field{"activity", &Presence::activity}};
-        }
-        bool operator==(const Presence&) const = default;
-    };
+    using Presence = ClientMessage::Presence;
     /// The person's answer where there is no keyring: whether a file of the profile may hold the token.
     struct Secrets {
         static constexpr std::string_view tag = "secrets";

@@ -186,7 +186,7 @@ AppControl::Outcome AppControl::answer(const BoardRequest::QuickNote& note) {
 }
 
 AppControl::Outcome AppControl::answer(const BoardRequest::Presence& seen) {
-    app_.setPresence({seen.nowPlaying, seen.here, seen.activity});
+    app_.setPresence(seen);
     return atOnce({});
 }
 

@@ -70,8 +70,9 @@ struct Desktop {
           contacts(UserContactCard::ownAccount()), sounds(DesktopSound::userFolders()) {}
 
     AppModel::Ports ports() {
-        return {sleeper,    clock,    log,           ids,       files,    http,   background, rooms,    keyring,
-                secretFile, defaults, notifications, loginItem, contacts, sounds, signals,    wallpaper};
+        return {sleeper,          clock,  log,     ids,        files,    http,          background,
+                secretBackground, rooms,  keyring, secretFile, defaults, notifications, loginItem,
+                contacts,         sounds, signals, wallpaper};
     }
 
     StderrLog log;
@@ -83,6 +84,7 @@ struct Desktop {
     SecretServiceStore keyring;
     FileSecretStore secretFile;
     QtBackgroundRunner background;
+    QtBackgroundRunner secretBackground;
     ThreadedRoomLinks rooms;
     SettingsFile defaults;
     DesktopNotifications notifications;

@@ -33,7 +33,7 @@ AppModel::AppModel(Setup setup, Ports ports)
     if (const auto& fault = media_.fault()) log(LogLevel::error, "the pictures cannot be read: " + fault->message);
     readSettings();
     linkTask_ = inBackground(
-        ports_.background, [keychain = keychain()] { return keychain.readBoardLink(); },
+        ports_.secretBackground, [keychain = keychain()] { return keychain.readBoardLink(); },
         [this](KeychainStore::Result<std::optional<BoardLink>> link) {
             if (!link || state_.boardLink) return;
             state_.boardLink = std::move(*link);

@@ -53,6 +53,7 @@ public:
         FileSystem& files;
         HttpClient& http;
         BackgroundRunner& background;
+        BackgroundRunner& secretBackground; ///< a keyring may wait there for the person
         RoomLinks& rooms;
         SecretStore& keyring;
         SecretStore& secretFile; ///< for people without a keyring who agreed to it

@@ -47,7 +47,7 @@ void AppModel::retryKeychain() {
 
 void AppModel::readToken(int attempt) {
     secretTask_ = inBackground(
-        ports_.background, [keychain = keychain()] { return keychain.read(KeychainAccount::joinToken); },
+        ports_.secretBackground, [keychain = keychain()] { return keychain.read(KeychainAccount::joinToken); },
         [this, attempt](const ReadResult& read) { tokenRead(read, attempt); });
 }
 
@@ -133,7 +133,7 @@ void AppModel::pair(std::string_view token, Paired then) {
 
 void AppModel::saveToken() {
     secretTask_ = inBackground(
-        ports_.background,
+        ports_.secretBackground,
         [keychain = keychain(), raw = pairing_->token->raw]() mutable {
             return keychain.save(raw, KeychainAccount::joinToken);
         },
@@ -370,7 +370,8 @@ void AppModel::unlink() {
     pairing_.reset();
     // Off the main thread; nobody waits for it.
     secretTask_ = inBackground(
-        ports_.background, [keychain = keychain()]() mutable { return keychain.remove(KeychainAccount::joinToken); },
+        ports_.secretBackground,
+        [keychain = keychain()]() mutable { return keychain.remove(KeychainAccount::joinToken); },
         [this](KeychainStore::Result<void> removed) {
             if (!removed)
                 log(LogLevel::error, "the token could not be removed (OSStatus " + numberOf(removed.error()) + ")");
@@ -404,7 +405,7 @@ void AppModel::forgetBoard() {
 
 void AppModel::keepBoardLink(std::optional<BoardLink> link) {
     linkTask_ = inBackground(
-        ports_.background,
+        ports_.secretBackground,
         [keychain = keychain(), link]() mutable {
             return link ? keychain.saveBoardLink(*link) : keychain.remove(KeychainAccount::boardLink);
         },

@@ -14,13 +14,7 @@
 namespace lumaro {
 
 /// What this device lets the partner see of its person.
-struct OwnPresence {
-    std::optional<NowPlaying> nowPlaying;
-    std::optional<Here> here;
-    Activity activity = Activity::idle;
-
-    bool operator==(const OwnPresence&) const = default;
-};
+using OwnPresence = ClientMessage::Presence;
 
 /// A device's line to its couple's room, as the application holds it: the sync client and its outbox may live on a
 /// thread of their own, and all of this goes there and comes from there in order. Dropping it ends the line; what the

@@ -92,8 +92,8 @@ struct AppFixture {
         app.reset();
         background.runAll();
         app = std::make_unique<AppModel>(AppModel::Setup{.profile = "/profile", .version = "1"},
-                                         AppModel::Ports{sleeper, clock, log, ids, files, http, background, rooms,
-                                                         keyring, secretFile, defaults, notifications, loginItem,
+                                         AppModel::Ports{sleeper, clock, log, ids, files, http, background, background,
+                                                         rooms, keyring, secretFile, defaults, notifications, loginItem,
                                                          contacts, sounds, signals, wallpaper});
         background.runAll();
     }
