@@ -18,7 +18,7 @@ TEXT, BINARY, CLOSE, PING, PONG = 1, 2, 8, 9, 10
 
 
 class Server:
-    """`lumaro-room` on a free port, with a database that outlives its processes."""
+    """`lumaro-room` on a free port, which it keeps, with a database that outlives its processes."""
 
     def __init__(self, binary, *flags):
         self.folder = tempfile.TemporaryDirectory(prefix="lumaro-blackbox-")
@@ -40,7 +40,7 @@ class Server:
 
     def start(self):
         self.process = subprocess.Popen(
-            [self.binary, "--listen", "127.0.0.1:0", "--database", os.path.join(self.folder.name, "room.db"),
+            [self.binary, "--listen", f"127.0.0.1:{self.port}", "--database", os.path.join(self.folder.name, "room.db"),
              *self.flags], stdout=subprocess.PIPE, stderr=self.log)
         line = self.process.stdout.readline().decode()
         found = re.search(r"listening on http://127\.0\.0\.1:(\d+)", line)
