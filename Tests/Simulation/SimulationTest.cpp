@@ -10,6 +10,12 @@
 #include <string>
 
 namespace lumaro::simulation {
+
+// What GoogleTest shows of a case.
+void PrintTo(const MutantCase& mutant, std::ostream* out) {
+    *out << mutant.breaks;
+}
+
 namespace {
 
 // Sanitizers make a run many times slower.
@@ -40,10 +46,6 @@ TEST(SimulationTest, AFailureIsToldByItsShortestScript) {
     EXPECT_LT(shorter.steps.size(), whole.steps.size());
     EXPECT_TRUE(runScript(shorter, mutant).complaint);
     EXPECT_FALSE(runScript(shorter).complaint);
-}
-
-void PrintTo(const MutantCase& mutant, std::ostream* out) {
-    *out << mutant.breaks;
 }
 
 class MutantTest : public testing::TestWithParam<MutantCase> {};
