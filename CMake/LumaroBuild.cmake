@@ -42,11 +42,3 @@ endif()
 if(LUMARO_TIDY)
     set(CMAKE_CXX_CLANG_TIDY clang-tidy-19 --quiet)
 endif()
-
-# For targets full of the templates of network and command-line libraries: under sanitizers the optimizer takes longer for
-# them than for everything else together, and their tests wait for sockets anyway.
-function(lumaro_compile_fast target)
-    if(LUMARO_SANITIZERS)
-        target_compile_options(${target} PRIVATE -O0)
-    endif()
-endfunction()

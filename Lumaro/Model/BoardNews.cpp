@@ -45,7 +45,7 @@ std::optional<std::string> summaryOf(const BoardItem& item, const Board& board) 
 }
 
 std::string newsOf(std::span<const BoardItem* const> items, const Board& board, std::string_view partnerName) {
-    std::string name{partnerName};
+    const std::string name{partnerName};
     if (items.size() > 1) return name + " sent " + std::to_string(items.size()) + " things";
     const auto summary = summaryOf(*items.front(), board);
     return summary ? *summary : name + " pinned something up";

@@ -30,8 +30,7 @@ public:
     using next_layer_type = Next;
     using executor_type = typename Next::executor_type;
 
-    template <class Stream>
-    explicit CorkedStream(Stream&& stream) : state_(std::make_shared<State>(std::forward<Stream>(stream))) {}
+    explicit CorkedStream(Next stream) : state_(std::make_shared<State>(std::move(stream))) {}
 
     Next& next_layer() { return state_->next; }
     const Next& next_layer() const { return state_->next; }
@@ -66,8 +65,7 @@ private:
     static constexpr std::size_t keptBytes = 1024;
 
     struct State : std::enable_shared_from_this<State> {
-        template <class Stream>
-        explicit State(Stream&& stream) : next(std::forward<Stream>(stream)) {}
+        explicit State(Next stream) : next(std::move(stream)) {}
 
         template <class Buffers>
         std::size_t gather(const Buffers& buffers) {
