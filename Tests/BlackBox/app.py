@@ -43,6 +43,10 @@ class App:
         assert self.process.wait(PATIENCE) == 0
         self.log.close()
 
+    def log_text(self):
+        with open(self.profile + ".log", encoding="utf-8", errors="replace") as log:
+            return log.read()
+
     def ask(self, verb, **fields):
         """The answer; none when the application ended first."""
         line = json.dumps({"wait": 5, "verb": {"verb": verb, **fields}})
