@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+// Long for a header: the readers of objects are templates, and the short ones run once for every value of a board.
+
 #include "LumaroCore/Support/JsonError.h"
 #include "LumaroCore/Support/JsonPlace.h"
 #include "LumaroCore/Support/Plane.h"
