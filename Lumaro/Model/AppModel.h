@@ -123,8 +123,6 @@ public:
     std::expected<UUID, ActFault> act(std::vector<Op> ops) override;
 
 private:
-    using Calls = std::vector<PairingClient::Call>;
-
     // Start-up and pairing.
     void readSettings();
     void offerLaunchAtLogin();
@@ -133,13 +131,16 @@ private:
     void tokenRead(const ReadResult& read, int attempt);
     void keychainFailed(SecretStatus status, int attempt);
     void sessionNotRestored();
+    void restored();
     void askForHandoff();
+    void pairAsAsked(std::move_only_function<void()> pairing);
     void adopt(CoupleToken token);
     void forgetBoard();
     void unlink();
     void saveToken();
     void tokenSaved(KeychainStore::Result<void> saved);
     void startedBoard(std::expected<CreatedCouple, PairingFailure> created);
+    void joinThrough(JoinDoor door, std::string key);
     void join();
     void joined(std::expected<Joined, PairingFailure> answer);
     void pairingFailed(const PairingFailure& failure, std::string_view what);
@@ -207,6 +208,7 @@ private:
     /// A pairing that waits for something: a token for its place, a join for the person's choice.
     struct PairingUnderWay;
     std::unique_ptr<PairingUnderWay> pairing_;
+    std::move_only_function<void()> asked_; ///< a pairing that waits for the session to be restored
 
     // What is under way; dropping it ends it.
     std::unique_ptr<SystemSignals::Listening> listening_;
@@ -219,7 +221,9 @@ private:
     std::unique_ptr<Sleeper::Wait> greetingTask_;
     std::unique_ptr<Sleeper::Wait> fallTask_;
     std::unique_ptr<Sleeper::Wait> presenceCoalesceTask_;
-    PairingClient::Call call_;
+    PairingClient::Call pairingCall_;
+    PairingClient::Call linksCall_;
+    PairingClient::Call releaseCall_;
     PairingClient::Call codeCall_;
     PairingClient::Call nameTask_;
     PairingClient::Call leaveCall_;

@@ -41,6 +41,7 @@ void AppModel::restoreSession() {
 }
 
 void AppModel::retryKeychain() {
+    if (state_.isSettling) return;
     keychain().askAgain();
     restoreWait_ = ports_.sleeper.wait(Seconds{0}, [this] { restoreSession(); });
 }
@@ -54,15 +55,15 @@ void AppModel::readToken(int attempt) {
 void AppModel::tokenRead(const ReadResult& read, int attempt) {
     std::visit(Overloaded{
                    [this](const ReadResult::Found& found) {
-                       state_.isRestoring = false;
                        auto token = CoupleToken::parse(found.data);
                        if (!token) {
                            log(LogLevel::error, "restoreSession: stored token did not parse");
-                           return announce();
+                           return restored();
                        }
                        log(LogLevel::info, "restoreSession: token restored, connecting");
                        state_.keychainLocked = false;
                        adopt(std::move(*token));
+                       restored();
                    },
                    [&](const ReadResult::Failed& failed) {
                        // Where nothing keeps secrets and nothing was ever kept, nothing is locked.
@@ -87,20 +88,25 @@ void AppModel::keychainFailed(SecretStatus status, int attempt) {
 }
 
 void AppModel::sessionNotRestored() {
-    state_.isRestoring = false;
     if (state_.keychainLocked) {
         log(LogLevel::error, "restoreSession: the keychain would not open; waiting to be asked again");
     } else if (state_.wasPaired) {
         log(LogLevel::info, "restoreSession: paired before, no token now");
     } else {
         log(LogLevel::info, "restoreSession: no token and never paired");
-        askForHandoff();
+        if (!asked_) askForHandoff();
     }
+    restored();
+}
+
+void AppModel::restored() {
+    state_.isRestoring = false;
     announce();
+    if (asked_) std::exchange(asked_, nullptr)();
 }
 
 void AppModel::askForHandoff() {
-    call_ = pairingClient().handoff(std::nullopt, [this](std::expected<std::string, PairingFailure> invite) {
+    pairingCall_ = pairingClient().handoff(std::nullopt, [this](std::expected<std::string, PairingFailure> invite) {
         if (invite) {
             log(LogLevel::info, "an invite was waiting for this mac");
             pairing_ = std::make_unique<PairingUnderWay>();
@@ -119,6 +125,19 @@ void AppModel::askForHandoff() {
 }
 
 // Onto a board.
+
+// A link that is opened starts the program: the pairing waits until it is known what board this device is on, and
+// then goes before an invite that may be waiting.
+void AppModel::pairAsAsked(std::move_only_function<void()> pairing) {
+    if (state_.isSettling) return;
+    pairingCall_ = nullptr;
+    pairing_.reset();
+    state_.pairing.value = PairingPhase::Working{};
+    if (!state_.onboarding && !state_.wasPaired) setOnboarding(OnboardingStep::welcome);
+    asked_ = std::move(pairing);
+    if (!state_.isRestoring) return restored();
+    announce();
+}
 
 void AppModel::pair(std::string_view token, Paired then) {
     auto parsed = CoupleToken::parse(token);
@@ -214,10 +233,14 @@ void AppModel::connect() {
 }
 
 void AppModel::startOurBoard() {
-    state_.pairing.value = PairingPhase::Working{};
-    announce();
-    call_ = pairingClient().createCouple(deviceId(), state_.myDisplayName,
-                                         [this](auto created) { startedBoard(std::move(created)); });
+    pairAsAsked([this] {
+        if (state_.token) {
+            state_.pairing.value = PairingPhase::Failed{"you're on a board already; leave it first"};
+            return announce();
+        }
+        pairingCall_ = pairingClient().createCouple(deviceId(), state_.myDisplayName,
+                                                    [this](auto created) { startedBoard(std::move(created)); });
+    });
 }
 
 void AppModel::startedBoard(std::expected<CreatedCouple, PairingFailure> created) {
@@ -235,9 +258,7 @@ void AppModel::startedBoard(std::expected<CreatedCouple, PairingFailure> created
 }
 
 void AppModel::joinByCode(std::string_view typed) {
-    pairing_ = std::make_unique<PairingUnderWay>();
-    pairing_->key = normalizeCode(typed);
-    join();
+    joinThrough(JoinDoor::code, normalizeCode(typed));
 }
 
 void AppModel::joinByLink(std::string_view text) {
@@ -247,10 +268,16 @@ void AppModel::joinByLink(std::string_view text) {
         failure.kind = PairingFailure::Case::linkNotFound;
         return pairingFailed(failure, "pairing request failed: ");
     }
-    pairing_ = std::make_unique<PairingUnderWay>();
-    pairing_->door = JoinDoor::link;
-    pairing_->key = *invite;
-    join();
+    joinThrough(JoinDoor::link, *invite);
+}
+
+void AppModel::joinThrough(JoinDoor door, std::string key) {
+    pairAsAsked([this, door, key = std::move(key)]() mutable {
+        pairing_ = std::make_unique<PairingUnderWay>();
+        pairing_->door = door;
+        pairing_->key = std::move(key);
+        join();
+    });
 }
 
 void AppModel::chooseOneself(PartnerID slot) {
@@ -264,8 +291,9 @@ void AppModel::join() {
     announce();
     const PairingClient::Joiner joiner{deviceId(), state_.myDisplayName, pairing_->slot};
     auto then = [this](std::expected<Joined, PairingFailure> answer) { joined(std::move(answer)); };
-    call_ = pairing_->door == JoinDoor::link ? pairingClient().joinByLink(pairing_->key, joiner, std::move(then))
-                                             : pairingClient().joinByCode(pairing_->key, joiner, std::move(then));
+    pairingCall_ = pairing_->door == JoinDoor::link
+                       ? pairingClient().joinByLink(pairing_->key, joiner, std::move(then))
+                       : pairingClient().joinByCode(pairing_->key, joiner, std::move(then));
 }
 
 void AppModel::joined(std::expected<Joined, PairingFailure> answer) {
@@ -327,10 +355,10 @@ void AppModel::mintCode() {
 
 void AppModel::resetLinks() {
     if (!state_.token) return;
-    call_ = pairingClient().resetLinks(*state_.token, [this](std::expected<void, PairingFailure> reset) {
+    linksCall_ = pairingClient().resetLinks(*state_.token, [this](std::expected<void, PairingFailure> reset) {
         if (!reset) return say(std::string{reset.error().text()});
         keepBoardLink(std::nullopt);
-        call_ = pairingClient().mintLink(*state_.token, state_.myDisplayName, [this](auto invite) {
+        linksCall_ = pairingClient().mintLink(*state_.token, state_.myDisplayName, [this](auto invite) {
             if (!invite) return say(std::string{invite.error().text()});
             keepBoardLink(BoardLink{state_.token->coupleId, invite->inviteId, invite->link});
         });
@@ -339,7 +367,7 @@ void AppModel::resetLinks() {
 
 void AppModel::releasePartner() {
     if (!state_.token) return;
-    call_ = pairingClient().releasePartner(*state_.token, [this](std::expected<void, PairingFailure> released) {
+    releaseCall_ = pairingClient().releasePartner(*state_.token, [this](std::expected<void, PairingFailure> released) {
         if (!released) return say(std::string{released.error().text()});
         learnPartnerName("");
         announce();
@@ -368,6 +396,9 @@ void AppModel::unlink() {
     if (state_.token) media_.forget(state_.token->coupleId);
     transfer_.reset();
     pairing_.reset();
+    pairingCall_ = nullptr;
+    state_.pairing.value = PairingPhase::Idle{};
+    state_.isSettling = false;
     // Off the main thread; nobody waits for it.
     secretTask_ = inBackground(
         ports_.secretBackground,

@@ -144,6 +144,21 @@ TEST_F(AppSessionTest, StartingABoardKeepsItsLinkAndToken) {
     EXPECT_EQ(state().boardLink->url, "https://x/for/abcdefgh12");
 }
 
+TEST_F(AppSessionTest, APairingAskedForAtOnceWaitsForTheSessionAndGoesBeforeAnInvite) {
+    app->start();
+    app->joinByLink("lumaro://join-invite?i=k7pq2m5x");
+    EXPECT_TRUE(http.requests.empty()) << "the keychain has not answered yet";
+    background.runAll();
+    ASSERT_EQ(http.requests.size(), 1U);
+    EXPECT_NE((http.requests.back().url + http.requests.back().body).find("k7pq2m5x"), std::string::npos);
+
+    AppFixture late;
+    late.start();
+    late.app->joinByCode("123456");
+    EXPECT_EQ(late.http.requests.size(), 2U);
+    EXPECT_EQ(late.http.open(), 1U) << "nobody waits for the invite any more";
+}
+
 TEST_F(AppSessionTest, APersonChoosesWhoTheyAreAndJoinsAgain) {
     start();
     app->joinByCode("12 34-56");
