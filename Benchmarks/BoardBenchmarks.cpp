@@ -51,13 +51,13 @@ void projectOneOp(benchmark::State& state) {
     }
 }
 
-// A partner's op while ten batches of one's own wait.
+// A partner's op while batches of one's own wait.
 void projectOverPending(benchmark::State& state) {
-    SharedBoard resting{samples::fullBoard(), {}, samples::noon};
-    const auto ops = moves(resting.shown(), 11);
-    for (std::size_t i = 0; i < 10; ++i) resting.enqueue({samples::numberedId(i), {ops[i]}}, samples::noon);
+    SharedBoard board{samples::fullBoard(), {}, samples::noon};
+    const auto waiting = static_cast<std::size_t>(state.range(0));
+    const auto ops = moves(board.shown(), waiting + 1);
+    for (std::size_t i = 0; i < waiting; ++i) board.enqueue({samples::numberedId(i), {ops[i]}}, samples::noon);
     for ([[maybe_unused]] auto _ : state) {
-        SharedBoard board = resting;
         board.applyRemote(std::span{ops}.last(1), samples::noon);
         benchmark::DoNotOptimize(board);
     }
@@ -83,7 +83,7 @@ void diffBoards(benchmark::State& state) {
 BENCHMARK_CAPTURE(applyOps, small, samples::fullBoard)->Arg(1)->Arg(100);
 BENCHMARK_CAPTURE(applyOps, heavy, samples::heavyBoard)->Arg(1);
 BENCHMARK(projectOneOp);
-BENCHMARK(projectOverPending);
+BENCHMARK(projectOverPending)->Arg(10)->Arg(10000);
 BENCHMARK(openSpot);
 BENCHMARK(diffBoards);
 

@@ -9,6 +9,8 @@
 #include "Platform/Qt/QtSleeper.h"
 #include "Platform/Qt/QtWebSocketTransport.h"
 
+#include <QCoreApplication>
+#include <QEvent>
 #include <QObject>
 #include <QThread>
 
@@ -17,7 +19,7 @@
 namespace lumaro {
 namespace {
 
-/// The near end of what the far thread has to say: dropped, it hears nothing more.
+/// The near end of what the far thread has to say.
 struct Near {
     explicit Near(RoomLink::Listener& who) : listener(who) {}
 
@@ -104,6 +106,7 @@ public:
             thread_.quit();
         });
         thread_.wait();
+        QCoreApplication::sendPostedEvents(&near_->context, QEvent::MetaCall);
     }
 
     void send(const UUID& batchId, std::vector<Op> ops) override {

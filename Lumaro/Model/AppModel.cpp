@@ -45,7 +45,10 @@ AppModel::AppModel(Setup setup, Ports ports)
     showBoard();
 }
 
-AppModel::~AppModel() = default;
+AppModel::~AppModel() {
+    // It may have something to tell yet.
+    link_.reset();
+}
 
 void AppModel::readSettings() {
     const auto& defaults = ports_.defaults;

@@ -117,6 +117,8 @@ public:
     void storeMedia(const UUID& id, std::string bytes, MediaTransfer::Stored then);
 
     std::string serverURL() const;
+    /// The room's board as this device has heard of it, and what waits over it.
+    const SharedBoard& shared() const { return shared_; }
 
     // The desk that the editor works at.
     const Board& board() const override { return shared_.shown(); }
@@ -196,7 +198,8 @@ private:
     AppState state_;
     std::function<void()> changed_;
     SharedBoard shared_;
-    bool isStarter_ = true; ///< what hangs there is no couple's board
+    std::set<UUID> unstored_; ///< batches that the line has not answered for
+    bool isStarter_ = true;   ///< what hangs there is no couple's board
     std::map<UUID, BoardItem> fallingItems_;
     OwnPresence presence_;
     EditorModel editor_;

@@ -6,6 +6,7 @@
 #include "LumaroCore/BoardLogic/Edits.h"
 #include "LumaroCore/BoardLogic/Expiry.h"
 #include "LumaroCore/BoardModel/Media.h"
+#include "LumaroCore/Support/Mutant.h"
 
 #include <algorithm>
 #include <chrono>
@@ -53,16 +54,18 @@ std::expected<UUID, ActFault> AppModel::act(std::vector<Op> ops) {
     for (auto& batch : batches) {
         last = ports_.ids.next();
         shared_.enqueue({last, batch}, now());
-        ++state_.unstoredBatches;
+        unstored_.insert(last);
         link_->send(last, std::move(batch));
     }
+    state_.unstoredBatches = unstored_.size();
     boardChanged(before);
     announce();
     return last;
 }
 
-void AppModel::stored(const UUID&, SendOutcome::Way way, std::size_t pending) {
-    --state_.unstoredBatches;
+void AppModel::stored(const UUID& batchId, SendOutcome::Way way, std::size_t pending) {
+    unstored_.erase(batchId);
+    state_.unstoredBatches = unstored_.size();
     state_.lastSendQueued = way == SendOutcome::Way::queued;
     state_.pendingBatches = pending;
     announce();
@@ -70,7 +73,8 @@ void AppModel::stored(const UUID&, SendOutcome::Way way, std::size_t pending) {
 
 void AppModel::notStored(const UUID& batchId, const SendError&) {
     log(LogLevel::error, "an act could not be stored");
-    --state_.unstoredBatches;
+    unstored_.erase(batchId);
+    state_.unstoredBatches = unstored_.size();
     const Board before = board();
     shared_.withdraw(batchId, now());
     editor_.withdraw(batchId);
@@ -82,11 +86,15 @@ void AppModel::notStored(const UUID& batchId, const SendError&) {
 
 void AppModel::opened(std::vector<PendingBatch> waiting) {
     const Board before = board();
-    // What was done since the line was asked for comes behind what waited before.
-    std::ranges::copy(shared_.pending(), std::back_inserter(waiting));
+    // What was done since the line was asked for comes behind what waited before. All else that hangs here is in the
+    // outbox, or was in the room's hands when the line before this one ended.
+    std::ranges::copy_if(shared_.pending(), std::back_inserter(waiting), [this](const PendingBatch& batch) {
+        return mutant(Mutant::reopeningRepeatsPending) || unstored_.contains(batch.batchId);
+    });
     state_.pendingBatches = waiting.size();
     shared_ = SharedBoard{shared_.confirmed(), std::move(waiting), now()};
     boardChanged(before);
+    if (!mutant(Mutant::expiryWaitsForNews)) scheduleNextExpiry();
     announce();
 }
 
@@ -254,8 +262,8 @@ void AppModel::scheduleExpiry(std::optional<Seconds> after) {
 
 void AppModel::takeExpiredDown() {
     auto ops = BoardLogic::expiryOps(board(), now());
-    // The clock may have been set back meanwhile.
-    if (ops.empty() || !act(std::move(ops))) scheduleNextExpiry();
+    // The clock may have been set back meanwhile. Without a line there is nothing to try before there is one.
+    if (ops.empty() || (!act(std::move(ops)) && link_)) scheduleNextExpiry();
 }
 
 void AppModel::ring(Instant end) {

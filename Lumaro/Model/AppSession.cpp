@@ -4,6 +4,7 @@
 #include "Lumaro/Model/PairingUnderWay.h"
 #include "Lumaro/Model/StarterBoard.h"
 #include "LumaroCore/Support/EnumNames.h"
+#include "LumaroCore/Support/Mutant.h"
 #include "LumaroCore/Support/Overloaded.h"
 
 #include <utility>
@@ -213,6 +214,9 @@ void AppModel::adopt(CoupleToken token) {
     isStarter_ = false;
     editor_.setLiveItems(board());
     showBoard();
+    // The room may have nothing new to tell.
+    bell_.watch(board(), slot());
+    if (!mutant(Mutant::expiryWaitsForNews)) scheduleNextExpiry();
     ports_.wallpaper.refresh();
     connect();
 }

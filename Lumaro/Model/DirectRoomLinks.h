@@ -7,7 +7,32 @@
 
 namespace lumaro {
 
-/// Lines whose sync client lives on the caller's thread: what a line on a thread of its own runs there.
+/// A line whose sync client lives on the caller's thread.
+class DirectRoomLink : public RoomLink, private SyncClient::Listener {
+public:
+    /// Connects once it is in its owner's hands. The ports outlive it.
+    DirectRoomLink(RoomLinks::Address address, DurableOutbox outbox, SyncClient::Configuration configuration,
+                   SyncClient::Ports ports, RoomLink::Listener& listener);
+
+    SyncClient& client() { return client_; }
+
+    void send(const UUID& batchId, std::vector<Op> ops) override;
+    void sendPresence(OwnPresence presence) override;
+    void holdMedia(const UUID& id) override { client_.holdMedia(id); }
+    void releaseMedia(const UUID& id) override { client_.releaseMedia(id); }
+    void retryNow() override { client_.retryNow(); }
+
+private:
+    void begin();
+    void received(const ServerMessage& message) override { listener_.received(message, client_.pendingCount()); }
+    void stateChanged(const ConnectionState& state) override { listener_.stateChanged(state); }
+
+    RoomLink::Listener& listener_;
+    SyncClient client_;
+    std::unique_ptr<Sleeper::Wait> beginning_;
+};
+
+/// Such lines, over one folder of outboxes: what a line on a thread of its own runs there.
 class DirectRoomLinks final : public RoomLinks {
 public:
     struct Ports {

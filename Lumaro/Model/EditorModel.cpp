@@ -2,6 +2,7 @@
 #include "Lumaro/Model/EditorModel.h"
 
 #include "Lumaro/Model/EditorOps.h"
+#include "LumaroCore/Support/Mutant.h"
 
 #include <algorithm>
 #include <map>
@@ -52,7 +53,7 @@ void EditorModel::adopt(const Board& shown) {
         const bool wasGone = draft_->isGone();
         draft_->follow(shown);
         if (draft_->isGone() && !wasGone) {
-            if (isActing_) {
+            if (isActing_ || mutant(Mutant::newsEndsDrafts)) {
                 dropDraft();
             } else {
                 say(takenDownText);

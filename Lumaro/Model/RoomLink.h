@@ -17,8 +17,8 @@ namespace lumaro {
 using OwnPresence = ClientMessage::Presence;
 
 /// A device's line to its couple's room, as the application holds it: the sync client and its outbox may live on a
-/// thread of their own, and all of this goes there and comes from there in order. Dropping it ends the line; what the
-/// outbox holds stays.
+/// thread of their own, and all of this goes there and comes from there in order. Dropping it ends the line once all
+/// that was sent is stored, and the listener has heard so; what the outbox holds stays.
 class RoomLink {
 public:
     /// Called on the application's thread, never from within a call to the link but `send` of one that lives on the

@@ -2,6 +2,7 @@
 #include "Lumaro/Model/UndoStep.h"
 
 #include "Lumaro/Model/EditorOps.h"
+#include "LumaroCore/Support/Mutant.h"
 
 #include <algorithm>
 #include <iterator>
@@ -25,6 +26,7 @@ bool touches(const UndoStep& step, const UUID& id) {
 }
 
 bool isAsLeft(const ItemChange& change, const Board& board) {
+    if (mutant(Mutant::undoGoesOverOthers)) return true;
     const auto* item = board.find(change.id);
     if (item == nullptr || !change.after) return item == nullptr && !change.after;
     return isSameVersion(*item, *change.after);

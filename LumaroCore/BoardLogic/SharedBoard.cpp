@@ -12,7 +12,8 @@ namespace lumaro {
 SharedBoard::SharedBoard(Board confirmed, std::vector<PendingBatch> pending, Instant now)
     : confirmed_(std::move(confirmed)),
       pending_(std::move_iterator{pending.begin()}, std::move_iterator{pending.end()}) {
-    project(now);
+    shown_ = confirmed_;
+    for (const auto& batch : pending_) show(batch, now);
 }
 
 void SharedBoard::welcome(Board board, Instant now) {
@@ -28,10 +29,8 @@ void SharedBoard::tieThread(Instant tiedAt) {
 }
 
 std::vector<RejectedOp> SharedBoard::enqueue(PendingBatch batch, Instant now) {
-    auto result = BoardLogic::apply(batch.ops, std::move(shown_), now);
-    shown_ = std::move(result.board);
     pending_.push_back(std::move(batch));
-    return std::move(result.rejected);
+    return show(pending_.back(), now);
 }
 
 void SharedBoard::acked(const UUID& batchId, Instant now) {
@@ -43,6 +42,7 @@ void SharedBoard::acked(const UUID& batchId, Instant now) {
     // Acks mostly come in the order of sending. The oldest batch was the first over `confirmed`, and is now its last:
     // the board shown is the same, and a long queue drains without showing every batch anew for every ack.
     const bool isOldest = batch == pending_.begin();
+    unsound_.erase(batchId);
     pending_.erase(batch);
     if (!isOldest) project(now);
 }
@@ -56,9 +56,24 @@ void SharedBoard::applyRemote(std::span<const Op> ops, Instant now) {
     project(now);
 }
 
+std::vector<RejectedOp> SharedBoard::show(const PendingBatch& batch, Instant now) {
+    auto result = BoardLogic::apply(batch.ops, std::move(shown_), now);
+    shown_ = std::move(result.board);
+    if (std::ranges::any_of(result.rejected, BoardLogic::isOfTheOp, &RejectedOp::reason))
+        unsound_.insert(batch.batchId);
+    return std::move(result.rejected);
+}
+
+// Thousands of batches may wait, and the partner goes on.
 void SharedBoard::project(Instant now) {
     shown_ = confirmed_;
-    for (const auto& batch : pending_) shown_ = BoardLogic::apply(batch.ops, std::move(shown_), now).board;
+    for (const auto& batch : pending_) {
+        if (unsound_.contains(batch.batchId)) {
+            show(batch, now);
+        } else {
+            BoardLogic::reapply(batch.ops, shown_, now);
+        }
+    }
 }
 
 } // namespace lumaro

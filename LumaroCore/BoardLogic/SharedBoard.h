@@ -4,6 +4,7 @@
 #include "LumaroCore/BoardLogic/Apply.h"
 
 #include <deque>
+#include <set>
 #include <span>
 #include <vector>
 
@@ -51,11 +52,13 @@ public:
     void applyRemote(std::span<const Op> ops, Instant now);
 
 private:
+    std::vector<RejectedOp> show(const PendingBatch& batch, Instant now);
     void project(Instant now);
 
     Board confirmed_;
     Board shown_;
     std::deque<PendingBatch> pending_;
+    std::set<UUID> unsound_; ///< batches with ops that no board takes
 };
 
 } // namespace lumaro

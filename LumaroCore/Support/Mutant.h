@@ -26,6 +26,10 @@ enum class Mutant : std::uint8_t {
     sequencesStartAnew,
     silenceIsPatience,
     backoffNeverEnds,
+    undoGoesOverOthers,
+    newsEndsDrafts,
+    reopeningRepeatsPending,
+    expiryWaitsForNews,
     count,
 };
 

@@ -12,6 +12,8 @@ constexpr Seconds longestBackoff{60};
 constexpr Seconds longestSilence{60};
 /// To join again with a new token, and to send what waits.
 constexpr Seconds grace{20};
+/// By then every note that comes down soon has.
+constexpr Seconds longestNote{95};
 /// Until the room has closed the sockets of those who are gone.
 constexpr Seconds longestGhost{120};
 
@@ -45,14 +47,18 @@ void World::calm() {
     heal();
     coverage_.note(Met::calms);
     const auto begin = time_.now();
-    const bool knows = !network_.hasUnnoticedCut() &&
-                       std::ranges::none_of(devices_, [](const auto& device) { return device->waitsForAnAnswer(); });
+    const bool knows = !network_.hasUnnoticedCut() && std::ranges::none_of(devices_, [](const auto& device) {
+        return device->program() != nullptr && device->program()->waitsForAnAnswer();
+    });
     const Seconds limit = longestBackoff + (knows ? Seconds{0} : longestSilence) + grace;
     while (!isFailed() && (isForeign_ || !areInStep())) {
         if (Seconds{time_.now() - begin} > limit) return checkAtRest();
         for (auto& device : devices_) {
             device->start();
-            if (auto* session = device->session()) session->client().connect();
+            auto* program = device->program();
+            if (program == nullptr) continue;
+            auto* client = program->client();
+            client == nullptr ? program->reconnect() : client->connect();
         }
         touchAfterForeignCommits();
         housekeep();
@@ -60,6 +66,7 @@ void World::calm() {
         check();
     }
     checkAtRest();
+    letTimeTakeDown();
     const auto settled = time_.now();
     while (!isFailed() && !areRostersRight()) {
         if (Seconds{time_.now() - settled} > longestGhost) return witness_.complain("a roster is not right at rest");
@@ -68,19 +75,27 @@ void World::calm() {
     }
 }
 
+// Nobody touches anything, and the notes of the day come down.
+void World::letTimeTakeDown() {
+    advance(longestNote);
+    for (auto& device : devices_) device->checkAtRest();
+}
+
 // A room learns of another node's commits by its own next one.
 void World::touchAfterForeignCommits() {
-    if (!isForeign_ || devices_[0]->session() == nullptr) return;
+    auto* program = devices_[0]->program();
+    if (!isForeign_ || program == nullptr || program->client() == nullptr) return;
     isForeign_ = false;
-    devices_[0]->act(Edits::setBackground(BackgroundID::oat));
+    program->act(Edits::setBackground(BackgroundID::oat));
 }
 
 bool World::areInStep() {
     const auto record = room();
     return record && std::ranges::all_of(devices_, [&](const auto& device) {
-               auto* session = device->session();
-               return session != nullptr && session->client().isConnected() && session->client().pendingCount() == 0 &&
-                      isSameOnScreen(session->board().shown(), record->board);
+               auto* program = device->program();
+               auto* client = program == nullptr ? nullptr : program->client();
+               return client != nullptr && client->isConnected() && client->pendingCount() == 0 &&
+                      isSameOnScreen(program->board().shown(), record->board);
            });
 }
 
@@ -88,14 +103,15 @@ void World::checkAtRest() {
     const auto record = room();
     if (!record) return witness_.complain("the couple is gone");
     for (auto& device : devices_) {
-        auto* session = device->session();
-        if (session == nullptr) {
+        auto* program = device->program();
+        auto* client = program == nullptr ? nullptr : program->client();
+        if (client == nullptr) {
             witness_.complain(named(*device) + " did not come back");
-        } else if (!session->client().isConnected()) {
+        } else if (!client->isConnected()) {
             witness_.complain(named(*device) + " is not connected within the longest back-off");
-        } else if (session->client().pendingCount() != 0) {
+        } else if (client->pendingCount() != 0) {
             witness_.complain(named(*device) + " still has batches waiting at rest");
-        } else if (!isSameOnScreen(session->board().shown(), record->board)) {
+        } else if (!isSameOnScreen(program->board().shown(), record->board)) {
             witness_.complain(named(*device) + " shows another board than the room's at rest");
         } else if (witness_.unstored(device->index()) != 0) {
             witness_.complain(named(*device) + " has accepted what is not in the store at rest");
@@ -106,9 +122,9 @@ void World::checkAtRest() {
 bool World::areRostersRight() {
     const auto members = room().value_or(RoomRecord{}).members;
     return std::ranges::all_of(devices_, [&](const auto& device) {
-        auto* session = device->session();
-        return session != nullptr && session->client().isConnected() && session->online() == members.paired() &&
-               session->paired() == members.paired() && session->names() == members.names;
+        auto* program = device->program();
+        auto* client = program == nullptr ? nullptr : program->client();
+        return client != nullptr && client->isConnected() && program->knows(members);
     });
 }
 

@@ -25,13 +25,20 @@ Point Hands::anyPlace() {
     return {static_cast<double>(pick(random_, 0, 1600)), static_cast<double>(pick(random_, 0, 1000))};
 }
 
+// Some come down soon.
+Payload Hands::noteOfToday() {
+    if (chance(random_, 0.5)) return samples::plainNote("oranges");
+    const auto expiresAt = hand_.now + std::chrono::seconds{pick(random_, 1, 90)};
+    return NotePayload{pm::docOfLines("oranges"), "butter", "brass", expiresAt};
+}
+
 std::vector<Op> Hands::anyAct() {
     const int choice = pick(random_, 0, 99);
     if (choice < 8) return Edits::setBackground(static_cast<BackgroundID>(pick(random_, 0, 5)));
     if (choice < 12) return BoardLogic::expiryOps(shown_, hand_.now);
     if (choice < 16) return broughtBack();
     if (shown_.items.empty() || choice < 45) {
-        auto payload = chance(random_, 0.7) ? samples::plainNote("oranges") : samples::anyItem(random_, {}).payload;
+        auto payload = chance(random_, 0.7) ? noteOfToday() : samples::anyItem(random_, {}).payload;
         const auto at = chance(random_, 0.9) ? std::optional{anyPlace()} : std::nullopt;
         return orNothing(Edits::putUp(shown_, ids_.next(), std::move(payload), at, hand_));
     }

@@ -29,6 +29,7 @@ public:
 
 private:
     std::vector<Op> editOf(const BoardItem& item);
+    Payload noteOfToday();
     Point anyPlace();
 
     const Board& shown_;

@@ -51,6 +51,10 @@ constexpr std::array cases{
     inCode("sequences-start-anew", Mutant::sequencesStartAnew, "after a restart the outbox counts from 0 again"),
     inCode("silence-is-patience", Mutant::silenceIsPatience, "a line that says nothing is kept for ever"),
     inCode("backoff-never-ends", Mutant::backoffNeverEnds, "the delay between attempts grows without a cap"),
+    inCode("undo-goes-over-others", Mutant::undoGoesOverOthers, "an undo does not look at what others wrote since"),
+    inCode("news-ends-drafts", Mutant::newsEndsDrafts, "what the partner takes down falls out of the hand"),
+    inCode("reopening-repeats-pending", Mutant::reopeningRepeatsPending, "a new line shows what waits twice"),
+    inCode("expiry-waits-for-news", Mutant::expiryWaitsForNews, "a start with nothing new leaves old notes up"),
 };
 
 } // namespace

@@ -123,7 +123,7 @@ void PairingDesk::joinByCode(SimDevice& device, SimDevice& inviter) {
 void PairingDesk::joinByLink(SimDevice& device) {
     // Whoever has a token asks; one that is not accepted any more is refused, and another device tries next time.
     auto inviters = devices_ | std::views::filter([&](const auto& other) {
-                        return other.get() != &device && !other->needsToken() && other->session() != nullptr;
+                        return other.get() != &device && !other->needsToken() && other->program() != nullptr;
                     });
     const auto count = std::ranges::distance(inviters);
     if (count == 0) return;

@@ -17,8 +17,8 @@ using samples::Random;
 using Weights = std::array<int, static_cast<std::size_t>(Deed::count)>;
 
 // How often each deed comes, in the order of `Deed`.
-constexpr Weights usual{260, 6, 40, 4, 10, 30, 45, 18, 24, 16, 80, 8, 14, 12, 12,
-                        8,   8, 4,  3, 1,  10, 22, 60, 12, 6,  8,  4, 4,  2};
+constexpr Weights usual{260, 6, 40, 4, 30, 10, 30, 45, 18, 24, 16, 80, 8, 14, 12,
+                        12,  8, 8,  4, 3,  1,  10, 22, 60, 12, 6,  8,  4, 4,  2};
 
 // Every run has deeds it is rich in, and some that it goes without.
 Weights weightsFor(Random& random) {
@@ -82,6 +82,7 @@ Script scriptOf(std::uint64_t seed) {
     script.seed = seed;
     script.devices = pick(random, std::size_t{2}, std::size_t{3});
     script.thirdPerson = chance(random, 0.5) ? PartnerID::a : PartnerID::b;
+    for (auto& has : script.hasApplication) has = chance(random, 0.8);
     script.secondJoinsByCode = chance(random, 0.5);
     script.rememberedBatches = chance(random, 0.5) ? std::size_t{256} : pick(random, std::size_t{0}, std::size_t{4});
     auto weights = weightsFor(random);

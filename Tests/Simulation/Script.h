@@ -19,6 +19,7 @@ enum class Deed : std::uint8_t {
     bigAct,
     wildAct,
     fillBoard,
+    takeBack,
     presence,
     weather,
     cut,
@@ -31,7 +32,7 @@ enum class Deed : std::uint8_t {
     setClock,
     retryNow,
     reconnect,
-    saveBoard,
+    quit,
     leave,
     releasePartner,
     yearAway,
@@ -52,6 +53,7 @@ constexpr std::array<std::string_view, static_cast<std::size_t>(Deed::count)> na
             "acts at length",
             "acts wildly",
             "fills the board",
+            "takes back",
             "sends presence",
             "weather (0 open, 1 refusing, 2 silent, else slow)",
             "line cut, told to (0 both, 1 device, 2 server, 3 nobody)",
@@ -64,7 +66,7 @@ constexpr std::array<std::string_view, static_cast<std::size_t>(Deed::count)> na
             "clock off by, minutes",
             "retries now",
             "disconnects and connects",
-            "saves its board",
+            "quits",
             "leaves the board",
             "releases its partner",
             "stays away for a year",
@@ -91,7 +93,8 @@ struct Step {
 struct Script {
     std::uint64_t seed = 0;
     std::size_t devices = 2;
-    PartnerID thirdPerson = PartnerID::b; ///< whose second device the third is
+    PartnerID thirdPerson = PartnerID::b;                 ///< whose second device the third is
+    std::array<bool, 3> hasApplication{true, true, true}; ///< for each device; the others have the command alone
     bool secondJoinsByCode = true;
     std::size_t rememberedBatches = 256; ///< by a room that is loaded
     std::vector<Step> steps;

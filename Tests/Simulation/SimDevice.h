@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "LumaroCore/SyncClient/BoardSession.h"
+#include "LumaroCore/Outbox/DurableOutbox.h"
 #include "Tests/Fakes/CountingUUIDs.h"
+#include "Tests/Fakes/MemoryDefaults.h"
+#include "Tests/Fakes/MemorySecretStore.h"
 #include "Tests/Simulation/SimDisk.h"
+#include "Tests/Simulation/SimProgram.h"
 #include "Tests/Simulation/SimServer.h"
 
 #include <memory>
@@ -13,9 +16,15 @@
 
 namespace lumaro::simulation {
 
-/// One person's device: a disk, a clock and a token that outlive its process, and the process, with the real session
-/// in it.
-class SimDevice final : private BoardSession::Listener {
+inline const std::string serverURL = "https://board.example";
+
+struct Silence final : Log {
+    void write(LogLevel /*level*/, std::string_view /*category*/, std::string_view /*message*/) override {}
+};
+
+/// One person's device: a disk, a clock, a keyring and settings that outlive every process, and the program that runs
+/// on it.
+class SimDevice {
 public:
     struct Parts {
         ManualSleeper& time;
@@ -26,16 +35,21 @@ public:
         Coverage& coverage;
         Sabotage sabotage;
     };
-    SimDevice(std::size_t index, PartnerID person, Parts parts);
-    ~SimDevice() override;
+    enum class Kind : std::uint8_t { application, command };
+    SimDevice(std::size_t index, PartnerID person, Kind kind, Parts parts);
+    ~SimDevice();
 
     std::size_t index() const { return index_; }
     PartnerID person() const { return person_; }
     std::string deviceId() const { return "device-" + std::to_string(index_); }
     std::string name() const { return person_ == PartnerID::a ? "Ada" : "Bo"; }
+    Parts& parts() { return parts_; }
     SimDisk& disk() { return disk_; }
     SimClock& clock() { return clock_; }
     UUIDSource& ids() { return ids_; }
+    MemorySecretStore& keyring() { return keyring_; }
+    MemoryDefaults& defaults() { return defaults_; }
+    SyncClient::Configuration configuration() const;
 
     const std::optional<CoupleToken>& token() const { return token_; }
     /// The token works no more, or there is none: it joins again before it can go on.
@@ -43,42 +57,45 @@ public:
     void pair(CoupleToken token);
     void unpair();
 
-    /// Null while the process does not run.
-    BoardSession* session();
-    /// It has sent a plain request that it may yet give up.
-    bool waitsForAnAnswer() const;
+    /// Null while none runs.
+    SimProgram* program() { return program_.get(); }
     void start();
-    /// The process ends, and the system closes its socket.
+    /// The program ends, and the system closes its socket.
     void stop();
+    void quit();
     void losePower(std::size_t tornBytes);
     /// Where `DeviceDied` was caught.
     void bury();
-
-    void act(std::vector<Op> ops);
-    /// Keeps the room's board as it is known, for the next start.
-    void saveBoard();
-    /// What must be true of a device at any time.
     void check();
+    void checkAtRest();
+
+    // What its program meets.
+
+    std::expected<DurableOutbox, FileError> openOutbox();
+    void stored(const OutboxBatch& batch);
+    void heard(const ServerMessage& message, const Board& confirmed);
+    void lineChanged(const ConnectionState& state);
+    void complain(std::string_view what);
+    /// It shows what waits over the room's board.
+    void checkShown(const SharedBoard& shared);
+
+    Board lastKnown; ///< of the room, for a program that keeps none itself
 
 private:
-    struct Process;
-
-    void received(const ServerMessage& message) override;
-    void boardChanged(const Board& before, const Board& after) override;
-    void stateChanged(const ConnectionState& state) override;
-
     void noteFound(const std::deque<OutboxBatch>& batches);
 
     std::size_t index_;
     PartnerID person_;
+    Kind kind_;
     Parts parts_;
     SimDisk disk_;
     SimClock clock_;
     CountingUUIDs ids_;
+    MemorySecretStore keyring_;
+    MemoryDefaults defaults_;
     std::optional<CoupleToken> token_;
     bool needsToken_ = true;
-    Board lastKnown_;
-    std::unique_ptr<Process> process_;
+    std::unique_ptr<SimProgram> program_;
 };
 
 } // namespace lumaro::simulation

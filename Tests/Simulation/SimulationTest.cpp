@@ -29,6 +29,7 @@ TEST(SimulationTest, NothingIsLostAndAllSeeTheSame) {
     for (std::size_t i = 0; i < static_cast<std::size_t>(Met::count); ++i) {
         EXPECT_GT(suite.coverage.of(static_cast<Met>(i)), 0U) << nameOf(static_cast<Met>(i));
     }
+    EXPECT_GE(suite.coverage.of(Met::twoApplications), 500U);
 }
 
 TEST(SimulationTest, OneSeedGoesOneWay) {

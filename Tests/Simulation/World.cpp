@@ -26,8 +26,9 @@ World::World(const Script& script, const MutantCase& mutant, bool isPrinted)
     store_.remember(script.rememberedBatches);
     for (std::size_t i = 0; i < script.devices; ++i) {
         const auto person = i == 0 ? PartnerID::a : i == 1 ? PartnerID::b : script.thirdPerson;
+        const auto kind = script.hasApplication[i] ? SimDevice::Kind::application : SimDevice::Kind::command;
         devices_.push_back(std::make_unique<SimDevice>(
-            i, person, SimDevice::Parts{time_, network_, server_, witness_, trace_, coverage_, mutant.around}));
+            i, person, kind, SimDevice::Parts{time_, network_, server_, witness_, trace_, coverage_, mutant.around}));
     }
 }
 
@@ -61,6 +62,7 @@ void World::meet() {
         housekeep();
     }
     if (script_.devices > 2) coverage_.note(Met::thirdDevices);
+    if (script_.hasApplication[0] && script_.hasApplication[1]) coverage_.note(Met::twoApplications);
     check();
 }
 
@@ -109,7 +111,7 @@ void World::perform(const Step& step) {
 void World::performOnDevice(SimDevice& device, const Step& step) {
     switch (step.deed) {
     case Deed::kill:
-        if (device.session() != nullptr) coverage_.note(Met::deviceKills);
+        if (device.program() != nullptr) coverage_.note(Met::deviceKills);
         return device.stop();
     case Deed::killAtCall: return device.disk().killAt(step.amount);
     case Deed::losePower: return device.losePower(static_cast<std::size_t>(step.amount));
@@ -121,8 +123,9 @@ void World::performOnDevice(SimDevice& device, const Step& step) {
     case Deed::setClock:
         coverage_.note(Met::clockJumps);
         device.clock().skew = std::chrono::minutes{step.amount};
+        if (auto* program = device.program()) program->wake();
         return;
-    case Deed::saveBoard: return device.saveBoard();
+    case Deed::quit: return device.quit();
     case Deed::leave: return desk_.leave(device);
     case Deed::releasePartner: return desk_.releasePartner(device);
     case Deed::weather: {
@@ -132,7 +135,8 @@ void World::performOnDevice(SimDevice& device, const Step& step) {
         return;
     }
     case Deed::cut: return cut(device, step);
-    default: return act(device, step);
+    default:
+        if (auto* program = device.program()) use(*program, device, step);
     }
 }
 
@@ -141,23 +145,24 @@ void World::cut(SimDevice& device, const Step& step) {
     network_.cut(device.index(), static_cast<Notice>(step.amount), random);
 }
 
-void World::act(SimDevice& device, const Step& step) {
-    auto* session = device.session();
-    if (session == nullptr) return;
+void World::use(SimProgram& program, SimDevice& device, const Step& step) {
     Random random{step.salt};
-    Hands hands{session->board().shown(), {session->slot(), device.clock().now()}, device.ids(), random};
+    auto* client = program.client();
+    if (step.deed == Deed::reconnect) return program.reconnect();
+    if (client == nullptr) return;
+    Hands hands{program.board().shown(), {program.slot(), device.clock().now()}, device.ids(), random};
     switch (step.deed) {
-    case Deed::act: return device.act(hands.anyAct());
-    case Deed::bigAct: return device.act(hands.everythingMoved(static_cast<std::size_t>(step.amount)));
-    case Deed::wildAct: return device.act(hands.wildOps(static_cast<std::size_t>(step.amount)));
-    case Deed::fillBoard: return device.act(hands.fullBoard(static_cast<std::size_t>(step.amount)));
-    case Deed::presence: return session->client().sendPresence({}, {}, Activity::editing);
+    case Deed::act: return program.handle(random);
+    case Deed::bigAct: return program.act(hands.everythingMoved(static_cast<std::size_t>(step.amount)));
+    case Deed::wildAct: return program.act(hands.wildOps(static_cast<std::size_t>(step.amount)));
+    case Deed::fillBoard: return program.act(hands.fullBoard(static_cast<std::size_t>(step.amount)));
+    case Deed::takeBack: return program.takeBack(random);
+    case Deed::presence: return program.sendPresence();
     case Deed::retryNow:
-        if (std::holds_alternative<ConnectionState::Waiting>(session->client().connectionState().value)) {
+        if (std::holds_alternative<ConnectionState::Waiting>(client->connectionState().value)) {
             coverage_.note(Met::retriesAtOnce);
         }
-        return session->client().retryNow();
-    case Deed::reconnect: session->client().disconnect(); return session->client().connect();
+        return program.retryNow();
     default: return;
     }
 }

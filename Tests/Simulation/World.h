@@ -36,7 +36,7 @@ private:
     void perform(const Step& step);
     void performOnDevice(SimDevice& device, const Step& step);
     void performOnServer(const Step& step);
-    void act(SimDevice& device, const Step& step);
+    void use(SimProgram& program, SimDevice& device, const Step& step);
     void cut(SimDevice& device, const Step& step);
     void stayAway(SimDevice& device);
     void commitElsewhere(const Step& step);
@@ -47,6 +47,7 @@ private:
     bool areInStep();
     bool areRostersRight();
     void checkAtRest();
+    void letTimeTakeDown();
     std::optional<RoomRecord> room();
 
     void advance(Seconds span);

@@ -1,0 +1,85 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Tests/Simulation/Fingers.h"
+
+#include <algorithm>
+
+namespace lumaro::simulation {
+
+using samples::chance;
+using samples::pick;
+
+// Mostly one of a few, so that two people's hands meet.
+UUID Fingers::anyItem() {
+    if (shown_.items.empty()) return {};
+    const auto last = std::min(shown_.items.size(), std::size_t{chance(random_, 0.8) ? 3U : 60U}) - 1;
+    return shown_.items[pick(random_, std::size_t{0}, last)].id;
+}
+
+Point Fingers::anyPlace() {
+    return {static_cast<double>(pick(random_, 0, 1600)), static_cast<double>(pick(random_, 0, 1000))};
+}
+
+// Whether it worked is the editor's to say: things are gone, of another kind, or not in the hand.
+void Fingers::play() {
+    if (editor_.draft() && editor_.draft()->isGone() && chance(random_, 0.3)) {
+        return chance(random_, 0.7) ? static_cast<void>(editor_.putBack()) : editor_.cancel();
+    }
+    const UUID id = anyItem();
+    switch (pick(random_, 0, 15)) {
+    case 0:
+    case 1:
+    case 2: return putUp();
+    case 3: return static_cast<void>(editor_.takeDown(id));
+    case 4: return static_cast<void>(editor_.duplicate(id));
+    case 5: return static_cast<void>(editor_.setBackground(static_cast<BackgroundID>(pick(random_, 0, 5))));
+    case 6: return static_cast<void>(chance(random_, 0.5) ? editor_.keep(id) : editor_.unkeep(id));
+    case 7: return static_cast<void>(editor_.replacePayload(id, samples::plainNote("other")));
+    case 8:
+    case 9:
+    case 10: return hold();
+    case 11:
+    case 12: return write();
+    case 13: return draw();
+    default: return static_cast<void>(editor_.move(id, anyPlace()));
+    }
+}
+
+void Fingers::putUp() {
+    const auto at = chance(random_, 0.5) ? std::optional{anyPlace()} : std::nullopt;
+    if (chance(random_, 0.3)) return static_cast<void>(editor_.pasteText("lemons"));
+    auto payload = chance(random_, 0.5) ? Payload{samples::plainNote("pears")} : samples::anyItem(random_, {}).payload;
+    static_cast<void>(editor_.putUp(std::move(payload), at));
+}
+
+// A gesture takes its time: others go on between one touch and the next.
+void Fingers::hold() {
+    switch (pick(random_, 0, 5)) {
+    case 0:
+    case 1: return static_cast<void>(editor_.beginGesture(anyItem()));
+    case 2: return static_cast<void>(editor_.moveTo(anyPlace()));
+    case 3: return static_cast<void>(editor_.turnTo(pick(random_, -20, 20)));
+    case 4: return static_cast<void>(editor_.resizeTo(pick(random_, 40, 220) / 100.0));
+    default: return static_cast<void>(editor_.endGesture());
+    }
+}
+
+void Fingers::write() {
+    switch (pick(random_, 0, 4)) {
+    case 0:
+    case 1: return static_cast<void>(editor_.beginEditing(anyItem()));
+    case 2:
+    case 3: return static_cast<void>(editor_.changeText(pm::docOfLines(std::to_string(pick(random_, 0, 99)))));
+    default: return static_cast<void>(editor_.endEditing());
+    }
+}
+
+void Fingers::draw() {
+    const UUID id = anyItem();
+    if (!editor_.editDoodle(id)) editor_.beginDoodle(id);
+    static_cast<void>(editor_.penDown(anyPlace(), {"red", 3}));
+    editor_.penTo(anyPlace());
+    if (chance(random_, 0.3)) editor_.eraseAlong(anyPlace(), anyPlace(), 200);
+    static_cast<void>(editor_.finishDoodle());
+}
+
+} // namespace lumaro::simulation

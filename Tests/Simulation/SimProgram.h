@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "LumaroCore/BoardLogic/SharedBoard.h"
+#include "LumaroCore/SyncClient/SyncClient.h"
+#include "LumaroRoom/Store/Records.h"
+#include "Samples/Samples.h"
+
+#include <vector>
+
+namespace lumaro::simulation {
+
+/// What runs on a device, as far as the world has to do with it. To drop it is to kill it.
+class SimProgram {
+public:
+    SimProgram() = default;
+    SimProgram(const SimProgram&) = delete;
+    SimProgram& operator=(const SimProgram&) = delete;
+    virtual ~SimProgram() = default;
+
+    /// Null while it has no outbox to work with.
+    virtual SyncClient* client() = 0;
+    virtual const SharedBoard& board() const = 0;
+    virtual PartnerID slot() const = 0;
+    /// Whether it has heard who is there and what they are called.
+    virtual bool knows(const Members& members) const = 0;
+    /// It has sent a plain request that it may yet give up.
+    virtual bool waitsForAnAnswer() const = 0;
+
+    virtual void act(std::vector<Op> ops) = 0;
+    /// What people do at a window.
+    virtual void handle(samples::Random& random) = 0;
+    virtual void takeBack(samples::Random& random) = 0;
+    virtual void sendPresence() = 0;
+    virtual void retryNow() = 0;
+    virtual void reconnect() = 0;
+    /// The machine slept, and its clock is set.
+    virtual void wake() = 0;
+    /// Ends as it is meant to end; it is only dropped after this.
+    virtual void quit() = 0;
+
+    /// What must be true of it at any time.
+    virtual void check() = 0;
+    /// What must be true besides when nothing has happened for a while.
+    virtual void checkAtRest() = 0;
+};
+
+} // namespace lumaro::simulation

@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "Tests/Simulation/SimServer.h"
+
+#include <cstddef>
+#include <memory>
+
+namespace lumaro::simulation {
+
+/// A device's way to open sockets.
+class SimTransport final : public WebSocketTransport {
+public:
+    SimTransport(SimNetwork& network, std::size_t device) : network_(network), device_(device) {}
+    [[nodiscard]] std::unique_ptr<WebSocketConnection> open(const WebSocketRequest& request,
+                                                            WebSocketListener& listener) override {
+        return network_.open(device_, request, listener);
+    }
+
+private:
+    SimNetwork& network_;
+    std::size_t device_;
+};
+
+/// A device's plain requests: the server knows its board; nobody has pictures.
+class SimHttp final : public HttpClient {
+public:
+    SimHttp(ManualSleeper& time, SimNetwork& network, SimServer& server, std::size_t device)
+        : time_(time), network_(network), server_(server), device_(device) {}
+
+    [[nodiscard]] std::unique_ptr<Call> send(HttpRequest request, std::move_only_function<void(Answer)> then) override;
+    /// Whether a request for the board is on its way.
+    bool isAsking() const { return !latest_.expired(); }
+
+private:
+    struct State;
+    struct Request;
+
+    void bring(const std::weak_ptr<State>& place, Answer answer);
+    static void finish(const std::weak_ptr<State>& place, Answer answer);
+
+    ManualSleeper& time_;
+    SimNetwork& network_;
+    SimServer& server_;
+    std::size_t device_;
+    std::weak_ptr<State> latest_;
+};
+
+} // namespace lumaro::simulation
