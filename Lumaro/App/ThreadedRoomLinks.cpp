@@ -6,32 +6,26 @@
 #include "Platform/Posix/SystemClock.h"
 #include "Platform/Posix/SystemRandom.h"
 #include "Platform/Qt/QtHttpClient.h"
+#include "Platform/Qt/QtMailbox.h"
 #include "Platform/Qt/QtSleeper.h"
 #include "Platform/Qt/QtWebSocketTransport.h"
 
-#include <QCoreApplication>
-#include <QEvent>
-#include <QObject>
+#include <QEventLoop>
 #include <QThread>
 
+#include <future>
+#include <thread>
 #include <utility>
 
 namespace lumaro {
 namespace {
 
-/// The near end of what the far thread has to say.
-struct Near {
-    explicit Near(RoomLink::Listener& who) : listener(who) {}
-
-    QObject context;
-    RoomLink::Listener& listener;
-};
-
 /// Everything on the line's own thread.
 class FarEnd final : private RoomLink::Listener {
 public:
-    FarEnd(std::string outboxFolder, Log& log, Near& near)
-        : links_(std::move(outboxFolder), {files_, ids_, {transport_, http_, sleeper_, clock_, log}}), near_(near) {}
+    FarEnd(std::string outboxFolder, Log& log, QtMailbox& near, RoomLink::Listener& listener)
+        : links_(std::move(outboxFolder), {files_, ids_, {transport_, http_, sleeper_, clock_, log}}), near_(near),
+          listener_(listener) {}
 
     void open(RoomLinks::Address address) {
         auto opened = links_.open(std::move(address), *this);
@@ -50,13 +44,11 @@ public:
 private:
     template <class Call>
     void tell(Call call) {
-        QMetaObject::invokeMethod(
-            &near_.context, [&listener = near_.listener, call = std::move(call)] { call(listener); },
-            Qt::QueuedConnection);
+        near_.post([&listener = listener_, call = std::move(call)]() mutable { call(listener); });
     }
 
     void opened(std::vector<PendingBatch> waiting) override {
-        tell([waiting = std::move(waiting)](auto& listener) { listener.opened(waiting); });
+        tell([waiting = std::move(waiting)](auto& listener) mutable { listener.opened(std::move(waiting)); });
     }
     void couldNotOpen(const std::string& why) override {
         tell([why](auto& listener) { listener.couldNotOpen(why); });
@@ -81,39 +73,46 @@ private:
     QtHttpClient http_;
     QtWebSocketTransport transport_;
     DirectRoomLinks links_;
-    Near& near_;
+    QtMailbox& near_;
+    RoomLink::Listener& listener_; ///< lives at the near end
     std::unique_ptr<RoomLink> link_;
 };
 
 class ThreadedRoomLink final : public RoomLink {
 public:
-    ThreadedRoomLink(std::string outboxFolder, Log& log, RoomLinks::Address address, RoomLink::Listener& listener)
-        : near_(std::make_unique<Near>(listener)) {
-        thread_.setObjectName(QStringLiteral("room"));
-        far_.moveToThread(&thread_);
-        thread_.start();
-        onFar([this, outboxFolder = std::move(outboxFolder), &log, address = std::move(address)] {
-            end_ = std::make_unique<FarEnd>(outboxFolder, log, *near_);
-            end_->open(address);
-        });
+    ThreadedRoomLink(std::string outboxFolder, Log& log, RoomLinks::Address address, RoomLink::Listener& listener) {
+        std::promise<QtMailbox*> far;
+        auto made = far.get_future();
+        thread_ = std::thread{[far = std::move(far)]() mutable {
+            QEventLoop loop;
+            QtMailbox box;
+            far.set_value(&box);
+            loop.exec();
+        }};
+        far_ = made.get();
+        far_->post(
+            [this, outboxFolder = std::move(outboxFolder), &log, &listener, address = std::move(address)]() mutable {
+                end_ = std::make_unique<FarEnd>(std::move(outboxFolder), log, near_, listener);
+                end_->open(std::move(address));
+            });
     }
     ThreadedRoomLink(const ThreadedRoomLink&) = delete;
     ThreadedRoomLink& operator=(const ThreadedRoomLink&) = delete;
     ~ThreadedRoomLink() override {
-        // What was handed over before is done first: no act that was sent is lost.
-        onFar([this] {
+        // What was handed over before is done first: no act that was sent is lost, and its sender hears of it.
+        far_->post([this] {
             end_.reset();
-            thread_.quit();
+            QThread::currentThread()->exit();
         });
-        thread_.wait();
-        QCoreApplication::sendPostedEvents(&near_->context, QEvent::MetaCall);
+        thread_.join();
+        near_.empty();
     }
 
     void send(const UUID& batchId, std::vector<Op> ops) override {
-        onFar([this, batchId, ops = std::move(ops)] { end_->send(batchId, ops); });
+        far_->post([this, batchId, ops = std::move(ops)]() mutable { end_->send(batchId, std::move(ops)); });
     }
     void sendPresence(OwnPresence presence) override {
-        onLink([presence = std::move(presence)](RoomLink& link) { link.sendPresence(presence); });
+        onLink([presence = std::move(presence)](RoomLink& link) mutable { link.sendPresence(std::move(presence)); });
     }
     void holdMedia(const UUID& id) override {
         onLink([id](RoomLink& link) { link.holdMedia(id); });
@@ -127,20 +126,16 @@ public:
 
 private:
     template <class Call>
-    void onFar(Call call) {
-        QMetaObject::invokeMethod(&far_, std::move(call), Qt::QueuedConnection);
-    }
-    template <class Call>
     void onLink(Call call) {
-        onFar([this, call = std::move(call)] {
+        far_->post([this, call = std::move(call)]() mutable {
             if (auto* const link = end_->link()) call(*link);
         });
     }
 
-    std::unique_ptr<Near> near_;
-    QThread thread_;
-    QObject far_;                 ///< lives on the thread
+    QtMailbox near_;
+    QtMailbox* far_ = nullptr;    ///< of the thread
     std::unique_ptr<FarEnd> end_; ///< made and dropped there
+    std::thread thread_;
 };
 
 } // namespace

@@ -1,21 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Platform/Qt/QtBackgroundRunner.h"
 
-#include "LumaroCore/Support/Fatal.h"
+#include "Platform/Qt/QtMailbox.h"
 
-#include <QSocketNotifier>
-
-#include <fcntl.h>
-#include <unistd.h>
-
-#include <array>
 #include <condition_variable>
 #include <deque>
 #include <mutex>
 #include <optional>
 #include <thread>
 #include <utility>
-#include <vector>
 
 namespace lumaro {
 namespace {
@@ -47,11 +40,8 @@ struct QtBackgroundRunner::State {
     std::mutex mutex;
     std::condition_variable changed;
     std::deque<Job> waiting;
-    std::vector<std::shared_ptr<Return>> done;
     bool isEnding = false;
-    // The thread writes a byte when something is done; the event loop hears it.
-    std::array<int, 2> pipe{-1, -1};
-    std::unique_ptr<QSocketNotifier> notifier;
+    QtMailbox back;
     std::thread thread;
 
     // The next job; none when there will be no more.
@@ -67,36 +57,16 @@ struct QtBackgroundRunner::State {
     void work() {
         while (auto job = next()) {
             std::exchange(job->work, nullptr)();
-            const std::scoped_lock lock{mutex};
-            done.push_back(std::move(job->wayBack));
-            // A pipe that is full wakes the loop as well.
-            static_cast<void>(::write(pipe[1], "!", 1) < 0);
-        }
-    }
-
-    void comeBack() {
-        std::array<char, 256> bytes; // NOLINT(cppcoreguidelines-pro-type-member-init): filled by read
-        while (::read(pipe[0], bytes.data(), bytes.size()) > 0) {
-        }
-        std::vector<std::shared_ptr<Return>> back;
-        {
-            const std::scoped_lock lock{mutex};
-            back.swap(done);
-        }
-        for (const auto& wayBack : back) {
-            // From a local: it may drop its task, and so what it is called from.
-            if (auto then = std::exchange(wayBack->then, nullptr)) then();
+            back.post([wayBack = std::move(job->wayBack)] {
+                // From a local: it may drop its task, and so what it is called from.
+                if (auto then = std::exchange(wayBack->then, nullptr)) then();
+            });
         }
     }
 };
 
 QtBackgroundRunner::QtBackgroundRunner() : state_(std::make_unique<State>()) {
-    auto& state = *state_;
-    if (::pipe2(state.pipe.data(), O_CLOEXEC | O_NONBLOCK) != 0) fatal("the system gives no pipe");
-    state.notifier = std::make_unique<QSocketNotifier>(state.pipe[0], QSocketNotifier::Read);
-    QObject::connect(state.notifier.get(), &QSocketNotifier::activated, state.notifier.get(),
-                     [&state] { state.comeBack(); });
-    state.thread = std::thread{[&state] { state.work(); }};
+    state_->thread = std::thread{[&state = *state_] { state.work(); }};
 }
 
 QtBackgroundRunner::~QtBackgroundRunner() {
@@ -106,8 +76,6 @@ QtBackgroundRunner::~QtBackgroundRunner() {
     }
     state_->changed.notify_one();
     state_->thread.join();
-    state_->notifier.reset();
-    for (const int end : state_->pipe) ::close(end);
 }
 
 std::unique_ptr<BackgroundRunner::Task> QtBackgroundRunner::run(std::move_only_function<void()> work,

@@ -40,8 +40,8 @@ class App:
 
     def stop(self):
         self.process.terminate()
-        assert self.process.wait(PATIENCE) == 0
-        self.log.close()
+        status = self.process.wait(PATIENCE)
+        assert status == 0, status
 
     def log_text(self):
         with open(self.profile + ".log", encoding="utf-8", errors="replace") as log:
