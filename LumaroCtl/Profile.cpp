@@ -2,6 +2,7 @@
 #include "LumaroCtl/Profile.h"
 
 #include "LumaroCore/BoardModel/BoardJson.h"
+#include "LumaroCore/Outbox/ReplaceFile.h"
 #include "LumaroCore/Support/JsonCodec.h"
 #include "LumaroCore/Support/Wire.h"
 
@@ -72,15 +73,8 @@ Profile::Result<void> Profile::loadToken() {
     return {};
 }
 
-// The old bytes or the new ones, whatever happens in between.
-Profile::Result<void> Profile::replace(const std::string& path, std::string_view bytes) {
-    auto& files = files_.get();
-    const auto fresh = path + ".new";
-    auto done = files.writeFile(fresh, bytes);
-    if (done) done = files.syncFile(fresh);
-    if (done) done = files.rename(fresh, path);
-    if (done) done = files.syncDirectory(directory_);
-    if (!done) return failed(done.error());
+Profile::Result<void> Profile::replace(const std::string& name, std::string_view bytes) {
+    if (auto done = replaceFile(files_.get(), directory_, name, bytes); !done) return failed(done.error());
     return {};
 }
 
@@ -92,7 +86,7 @@ Profile::Result<void> Profile::createFolder() {
 Profile::Result<void> Profile::saveFacts() {
     const auto text = Wire::encode(facts_);
     if (!text) return std::unexpected(VerbFailure{ExitStatus::data, "the name or the server is not UTF-8"});
-    return replace(pathOf("profile.json"), *text);
+    return replace("profile.json", *text);
 }
 
 Profile::Result<void> Profile::nameDevice() {
@@ -106,7 +100,7 @@ Profile::Result<void> Profile::pair(CoupleToken token, std::string server, std::
     facts_.server = std::move(server);
     facts_.name = std::move(name);
     if (auto saved = saveFacts(); !saved) return saved;
-    if (auto saved = replace(pathOf("token"), token.raw + "\n"); !saved) return saved;
+    if (auto saved = replace("token", token.raw + "\n"); !saved) return saved;
     token_ = std::move(token);
     return {};
 }
@@ -116,14 +110,14 @@ Profile::Result<void> Profile::unpair() {
     auto& files = files_.get();
     if (auto gone = files.removeFile(pathOf("token")); !gone) return failed(gone.error());
     // A board that nobody has opened yet was never saved.
-    static_cast<void>(files.removeFile(boardPath(token_->coupleId)));
+    static_cast<void>(files.removeFile(pathOf(boardName(token_->coupleId))));
     token_.reset();
     if (auto synced = files.syncDirectory(directory_); !synced) return failed(synced.error());
     return {};
 }
 
 Profile::Result<Board> Profile::lastKnownBoard(std::string_view coupleId) const {
-    const auto path = boardPath(coupleId);
+    const auto path = pathOf(boardName(coupleId));
     const auto text = read(path);
     if (!text) return std::unexpected(text.error());
     if (!*text) return Board{};
@@ -135,7 +129,7 @@ Profile::Result<Board> Profile::lastKnownBoard(std::string_view coupleId) const 
 Profile::Result<void> Profile::saveBoard(std::string_view coupleId, const Board& board) {
     const auto text = Wire::encode(board);
     if (!text) return std::unexpected(VerbFailure{ExitStatus::data, "the board has no JSON"});
-    return replace(boardPath(coupleId), *text);
+    return replace(boardName(coupleId), *text);
 }
 
 } // namespace lumaro

@@ -78,11 +78,9 @@ private:
         : files_(files), ids_(ids), directory_(std::move(directory)) {}
 
     std::string pathOf(std::string_view name) const { return directory_ + "/" + std::string{name}; }
-    std::string boardPath(std::string_view coupleId) const {
-        return pathOf("board-") + std::string{coupleId} + ".json";
-    }
+    static std::string boardName(std::string_view coupleId) { return "board-" + std::string{coupleId} + ".json"; }
     Result<std::optional<std::string>> read(const std::string& path) const;
-    Result<void> replace(const std::string& path, std::string_view bytes);
+    Result<void> replace(const std::string& name, std::string_view bytes);
     Result<void> loadFacts();
     Result<void> loadToken();
     Result<void> saveFacts();

@@ -10,9 +10,8 @@
 namespace lumaro {
 
 SharedBoard::SharedBoard(Board confirmed, std::vector<PendingBatch> pending, Instant now)
-    : confirmed_(std::move(confirmed)),
+    : confirmed_(std::move(confirmed)), shown_(confirmed_),
       pending_(std::move_iterator{pending.begin()}, std::move_iterator{pending.end()}) {
-    shown_ = confirmed_;
     for (const auto& batch : pending_) show(batch, now);
 }
 

@@ -50,9 +50,9 @@ void Routes::answerPairing(const Call& call, Respond respond) {
     case Route::joinByCode: return joinByCode(call, std::move(respond));
     case Route::joinByLink: return joinByLink(call, std::move(respond));
     case Route::handoff: return handoff(call, std::move(respond));
-    case Route::mintLink: return mintLink(call, std::move(respond));
-    case Route::createCode: return createCode(call, std::move(respond));
-    case Route::setName: return setName(call, std::move(respond));
+    case Route::mintLink:
+    case Route::createCode:
+    case Route::setName: return takeName(call, std::move(respond));
     default: return removeDevices(call, std::move(respond));
     }
 }
@@ -65,29 +65,26 @@ void Routes::createCouple(const Call& call, Respond respond) {
             std::move(respond));
 }
 
+StoreResult<Routes::Outcome> Routes::cameBy(PairingResult<Joined> joined) {
+    const auto coupleId = joined && *joined ? (*joined)->coupleId : std::string{};
+    return outcomeOf(std::move(joined), ok, coupleId);
+}
+
 void Routes::joinByCode(const Call& call, Respond respond) {
     auto body = Wire::decode<JoinByCodeRequest>(call.request.body);
     if (!body) return respond(unreadable());
-    inStore(
-        [&pairing = ports_.pairing, body = std::move(*body), origin = call.request.client.origin(),
-         now = ports_.clock.now()](Store& store) {
-            auto joined = pairing.joinByCode(store, body.code, personOf(body), origin, now);
-            const auto coupleId = joined && *joined ? (*joined)->coupleId : std::string{};
-            return outcomeOf(std::move(joined), ok, coupleId);
-        },
-        std::move(respond));
+    inStore([&pairing = ports_.pairing, body = std::move(*body), origin = call.request.client.origin(),
+             now = ports_.clock.now()](
+                Store& store) { return cameBy(pairing.joinByCode(store, body.code, personOf(body), origin, now)); },
+            std::move(respond));
 }
 
 void Routes::joinByLink(const Call& call, Respond respond) {
     auto body = Wire::decode<JoinByLinkRequest>(call.request.body);
     if (!body) return respond(unreadable());
-    inStore(
-        [&pairing = ports_.pairing, body = std::move(*body), now = ports_.clock.now()](Store& store) {
-            auto joined = pairing.joinByLink(store, body.inviteId, personOf(body), now);
-            const auto coupleId = joined && *joined ? (*joined)->coupleId : std::string{};
-            return outcomeOf(std::move(joined), ok, coupleId);
-        },
-        std::move(respond));
+    inStore([&pairing = ports_.pairing, body = std::move(*body), now = ports_.clock.now()](
+                Store& store) { return cameBy(pairing.joinByLink(store, body.inviteId, personOf(body), now)); },
+            std::move(respond));
 }
 
 void Routes::handoff(const Call& call, Respond respond) {
@@ -104,38 +101,21 @@ void Routes::handoff(const Call& call, Respond respond) {
         std::move(respond));
 }
 
-void Routes::mintLink(const Call& call, Respond respond) {
+// Calls of a device whose body is a name.
+void Routes::takeName(const Call& call, Respond respond) {
     auto body = Wire::decode<NameRequest>(call.request.body);
     if (!body) return respond(unreadable());
     byDevice(
         call,
-        [&pairing = ports_.pairing, coupleId = call.match.id, name = std::move(body->name),
+        [&pairing = ports_.pairing, match = call.match, name = std::move(body->name),
          now = ports_.clock.now()](Store& store, const DeviceRecord& by) {
-            return outcomeOf(pairing.mintLink(store, coupleId, by, name, now), created, coupleId);
-        },
-        std::move(respond));
-}
-
-void Routes::createCode(const Call& call, Respond respond) {
-    auto body = Wire::decode<NameRequest>(call.request.body);
-    if (!body) return respond(unreadable());
-    byDevice(
-        call,
-        [&pairing = ports_.pairing, coupleId = call.match.id, name = std::move(body->name),
-         now = ports_.clock.now()](Store& store, const DeviceRecord& by) {
-            return outcomeOf(pairing.createCode(store, coupleId, by, name, now), created, coupleId);
-        },
-        std::move(respond));
-}
-
-void Routes::setName(const Call& call, Respond respond) {
-    auto body = Wire::decode<NameRequest>(call.request.body);
-    if (!body) return respond(unreadable());
-    byDevice(
-        call,
-        [&pairing = ports_.pairing, coupleId = call.match.id, name = std::move(body->name)](Store& store,
-                                                                                            const DeviceRecord& by) {
-            return outcomeOf(pairing.setName(store, coupleId, by, name), ok, coupleId);
+            const auto& coupleId = match.id;
+            switch (match.route) {
+            case Route::mintLink: return outcomeOf(pairing.mintLink(store, coupleId, by, name, now), created, coupleId);
+            case Route::createCode:
+                return outcomeOf(pairing.createCode(store, coupleId, by, name, now), created, coupleId);
+            default: return outcomeOf(pairing.setName(store, coupleId, by, name), ok, coupleId);
+            }
         },
         std::move(respond));
 }

@@ -73,6 +73,8 @@ private:
     template <class T>
     static StoreResult<Outcome> outcomeOf(PairingResult<T> result, int status, std::string_view coupleId = {});
 
+    static StoreResult<Outcome> cameBy(PairingResult<Joined> joined);
+
     /// Answers with what the work says, once that is durable.
     void inStore(Work work, Respond respond);
     /// The same for a device of the couple in the path, known by its token.
@@ -84,9 +86,7 @@ private:
     void joinByCode(const Call& call, Respond respond);
     void joinByLink(const Call& call, Respond respond);
     void handoff(const Call& call, Respond respond);
-    void mintLink(const Call& call, Respond respond);
-    void createCode(const Call& call, Respond respond);
-    void setName(const Call& call, Respond respond);
+    void takeName(const Call& call, Respond respond);
     void removeDevices(const Call& call, Respond respond);
     void partner(const Call& call, Respond respond);
     void snapshot(const Call& call, Respond respond);

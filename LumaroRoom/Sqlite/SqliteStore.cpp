@@ -2,6 +2,7 @@
 #include "LumaroRoom/Sqlite/SqliteStore.h"
 
 #include "LumaroCore/BoardModel/Board.h"
+#include "LumaroCore/BoardModel/Media.h"
 #include "LumaroCore/Support/Wire.h"
 #include "LumaroRoom/Sqlite/DatabaseFiles.h"
 #include "LumaroRoom/Sqlite/Schema.h"
@@ -35,14 +36,8 @@ constexpr std::size_t couplesPerPortion = 32;
 constexpr std::size_t maxJournalBytes = std::size_t{32} << 20U;
 constexpr auto every = std::numeric_limits<std::size_t>::max();
 
-std::optional<UUID> mediaOf(const BoardItem& item) {
-    if (const auto* photo = item.payload.as<PhotoPayload>()) return photo->mediaId;
-    if (const auto* sticker = item.payload.as<StickerPayload>()) return sticker->mediaId;
-    return std::nullopt;
-}
-
 StoreResult<JournalEffect> puttingUp(const BoardItem& item) {
-    JournalEffect effect{JournalEffect::Kind::putUp, item.id, mediaOf(item), std::nullopt, {}};
+    JournalEffect effect{JournalEffect::Kind::putUp, item.id, mediumOf(item.payload), std::nullopt, {}};
     if (const auto encoded = Wire::encodeTo(effect.json, item); !encoded) {
         return std::unexpected(StoreError{"an item has no JSON: \"" + encoded.error().key + "\""});
     }

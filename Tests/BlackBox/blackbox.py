@@ -23,6 +23,7 @@ class Server:
     def __init__(self, binary, *flags):
         self.folder = tempfile.TemporaryDirectory(prefix="lumaro-blackbox-")
         self.binary, self.flags, self.process, self.port = binary, flags, None, 0
+        self.database = os.path.join(self.folder.name, "room.db")
         self.log = open(os.path.join(self.folder.name, "log"), "ab")
 
     def __enter__(self):
@@ -40,8 +41,8 @@ class Server:
 
     def start(self):
         self.process = subprocess.Popen(
-            [self.binary, "--listen", f"127.0.0.1:{self.port}", "--database", os.path.join(self.folder.name, "room.db"),
-             *self.flags], stdout=subprocess.PIPE, stderr=self.log)
+            [self.binary, "--listen", f"127.0.0.1:{self.port}", "--database", self.database, *self.flags],
+            stdout=subprocess.PIPE, stderr=self.log)
         line = self.process.stdout.readline().decode()
         found = re.search(r"listening on http://127\.0\.0\.1:(\d+)", line)
         assert found, f"the server did not start: {line!r}\n{self.log_text()}"

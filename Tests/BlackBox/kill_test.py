@@ -8,6 +8,7 @@ batch whether it is there.
 """
 import argparse
 import random
+import subprocess
 import sys
 import threading
 import time
@@ -161,7 +162,7 @@ def main():
             for device in devices:
                 lost += device.look(server.snapshot(device.couple, device.token))
         twice += sum(resend_everything(server, device) for device in devices)
-        status = server.stop()
+        status = server.stop() or subprocess.run([server.binary, "check", "--database", server.database]).returncode
     acked = sum(device.acked for device in devices)
     faults = [fault for device in devices for fault in device.faults]
     print(f"kills {options.kills}, acked {acked}, lost {lost}, twice {twice}, other faults {len(faults)}")

@@ -3,9 +3,7 @@
 """Guesses join codes from many addresses: the limits hold, across restarts too, and hurt nobody else before they must."""
 import argparse
 import itertools
-import statistics
 import threading
-import time
 
 from blackbox import Server
 
@@ -106,19 +104,6 @@ def in_all(attack):
     assert attack.guess(code, source="127.0.0.9") == LIMITED
 
 
-def answer_times(attack):
-    """Shown, not judged: a clock on a busy machine proves nothing."""
-    used = attack.code
-    unknown = f"{(int(used) + 400_000) % 1_000_000:06}"
-    spans = {"unknown": [], "used": []}
-    for number in range(18):
-        for name, code in (("unknown", unknown), ("used", used)):
-            began = time.perf_counter()
-            attack.guess(code, **forwarded(f"198.19.{number}.1"))
-            spans[name].append(1e3 * (time.perf_counter() - began))
-    print(*(f"{name} {statistics.median(span):.2f} ms" for name, span in spans.items()), sep=", ")
-
-
 def main():
     parser = argparse.ArgumentParser()
     parser.add_argument("--room", required=True)
@@ -126,7 +111,7 @@ def main():
     with Server(options.room, "--trusted-proxies", "127.0.0.1/32") as server:
         attack = Attack(server)
         for step in (every_way_of_one_origin, after_a_crash, one_code_serves_one_join, right_codes_do_not_count,
-                     what_is_no_code_gets_nowhere, answer_times, in_all):
+                     what_is_no_code_gets_nowhere, in_all):
             step(attack)
             print(f"{step.__name__}: {attack.wrong} wrong codes so far")
         assert server.stop() == 0

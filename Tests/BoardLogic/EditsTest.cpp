@@ -155,18 +155,5 @@ TEST(Edits, WhatCannotBeDoneIsATypedFault) {
     for (const auto& [result, fault] : cases) EXPECT_EQ(result.error(), fault);
 }
 
-TEST(Edits, BatchesHoldAtMostAHundredOpsInOrder) {
-    std::vector<Op> ops;
-    ops.reserve(250);
-    for (std::uint64_t i = 0; i < 250; ++i) ops.push_back({Delete{.itemId = numberedId(i), .deletedAt = noon}});
-    const auto batches = Edits::batches(ops);
-    std::vector<Op> joined;
-    for (const auto& batch : batches) joined.insert(joined.end(), batch.begin(), batch.end());
-    EXPECT_EQ(batches.size(), 3U);
-    EXPECT_EQ(batches[0].size(), 100U);
-    EXPECT_EQ(joined, ops);
-    EXPECT_TRUE(Edits::batches({}).empty());
-}
-
 } // namespace
 } // namespace lumaro

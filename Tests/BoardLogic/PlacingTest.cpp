@@ -6,8 +6,6 @@
 
 #include <gtest/gtest.h>
 
-#include <limits>
-
 namespace lumaro {
 namespace {
 
@@ -33,12 +31,6 @@ TEST(Stacking, R12_NewItemsGoAboveAndRaisedItemsAboveTheOthers) {
     EXPECT_EQ(BoardLogic::bumpingZ(board.items[0], board).z, -8);
     board.items.pop_back();
     EXPECT_EQ(BoardLogic::bumpingZ(board.items[0], board).z, 1);
-}
-
-TEST(StackingDeathTest, StopsWhereNothingGoesAbove) {
-    Board board;
-    board.items = {itemAt(1, {}, std::numeric_limits<std::int64_t>::max())};
-    EXPECT_DEATH(BoardLogic::nextZ(board), "stacking");
 }
 
 TEST(SeededTilt, R13_IsTheHashOfTheIdSpreadOverEightDegrees) {

@@ -36,21 +36,5 @@ TEST(BoardSpec, HoldsRotationsAndScalesInTheirRanges) {
     for (const auto& [value, expected] : clamped) EXPECT_EQ(value, expected);
 }
 
-TEST(BoardSpec, GivesEachKindItsSize) {
-    const std::vector<std::pair<Payload, Size>> cases = {
-        {NotePayload{}, {280, 280}},     {PhotoPayload{}, {290, 362}},
-        {CountdownPayload{}, {300, 88}}, {NowPlayingSlotPayload{}, {220, 220}},
-        {LocationPayload{}, {300, 300}}, {TimezonesPayload{}, {380, 180}},
-        {CalendarPayload{}, {236, 216}}, {PomodoroPayload{}, {236, 150}},
-        {StickerPayload{}, {205, 205}},  {DoodlePayload{120, 120, {}, {}}, {120, 120}}};
-    for (const auto& [payload, expected] : cases) {
-        BoardItem item;
-        item.payload = payload;
-        EXPECT_EQ(size(item.kind()), expected) << nameOf(item.kind());
-        EXPECT_EQ(item.naturalSize(), expected) << nameOf(item.kind());
-        EXPECT_EQ(canResize(item.kind()), item.kind() != ItemKind::location && item.kind() != ItemKind::doodle);
-    }
-}
-
 } // namespace
 } // namespace lumaro::BoardSpec

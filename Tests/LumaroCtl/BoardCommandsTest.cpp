@@ -60,7 +60,19 @@ TEST_F(BoardCommandsTest, WaitsForTheRoomsBoardAndThenForTheAck) {
     EXPECT_FALSE(put);
     ackAll();
     EXPECT_EQ(put, (BoardAnswer{0, numberedId(1).lowerString() + "\n", ""}));
+    EXPECT_EQ(ask(note(1))->out, numberedId(1).lowerString() + "\n") << "what is asked twice is put up once";
+    EXPECT_EQ(session_.client().pendingCount(), 0U);
     EXPECT_FALSE(commands_->isBusy());
+}
+
+TEST_F(BoardCommandsTest, ARosterWithoutNamesChangesNone) {
+    session_.client().connect();
+    network_.accept();
+    say({ServerMessage::Welcome{PartnerID::b, {}, {.b = true}, SlotNames{"Ada", {}}, {.b = true}}});
+    say({ServerMessage::Roster{PartnerSet::both(), {}, PartnerSet::both()}});
+    EXPECT_EQ(session_.names().a, "Ada");
+    EXPECT_EQ(session_.online(), PartnerSet::both());
+    EXPECT_EQ(session_.paired(), PartnerSet::both());
 }
 
 TEST_F(BoardCommandsTest, QueuesAndSaysSoWhereNoAckComes) {
@@ -132,13 +144,6 @@ TEST_F(BoardCommandsTest, StoresNothingThatTheBoardDoesNotTake) {
     EXPECT_EQ(session_.client().pendingCount(), 0U);
 }
 
-TEST_F(BoardCommandsTest, PutsUpOnceWhatIsAskedTwice) {
-    goOnline();
-    ask(note(1));
-    EXPECT_EQ(ask(note(1))->out, numberedId(1).lowerString() + "\n");
-    EXPECT_EQ(session_.client().pendingCount(), 1U);
-}
-
 TEST_F(BoardCommandsTest, ShowsTheBoardAndWhatWaits) {
     ask(note(1, "buy\noranges\x1b[2J"), 0);
     const auto id = shortId(numberedId(1));
@@ -152,20 +157,16 @@ TEST_F(BoardCommandsTest, ShowsTheBoardAndWhatWaits) {
 }
 
 TEST_F(BoardCommandsTest, RequestsAndAnswersTravelUnchanged) {
-    samples::Random random{7};
-    std::vector<Verb> verbs{BoardRequest::Move{"a", {1, 2}},
-                            BoardRequest::Turn{"b", -3.5},
-                            BoardRequest::Resize{"c", 2},
-                            BoardRequest::TakeDown{"d"},
-                            BoardRequest::Show{true},
-                            BoardRequest::Pending{},
-                            BoardRequest::Paint{BackgroundID::oat},
-                            BoardRequest::Status{}};
-    for (std::uint64_t i = 0; i < 200; ++i) {
-        const auto item = samples::anyItem(random, numberedId(i));
-        verbs.emplace_back(
-            BoardRequest::PutUp{item.id, {item.payload}, i % 2 == 0 ? std::optional{Point{1, 2}} : std::nullopt});
-    }
+    const std::vector<Verb> verbs{note(1, "two\nlines"),
+                                  BoardRequest::PutUp{numberedId(2), {CountdownPayload{samples::noon, "trip"}}, {}},
+                                  BoardRequest::Move{"a", {1, 2}},
+                                  BoardRequest::Turn{"b", -3.5},
+                                  BoardRequest::Resize{"c", 2},
+                                  BoardRequest::TakeDown{"d"},
+                                  BoardRequest::Show{true},
+                                  BoardRequest::Pending{},
+                                  BoardRequest::Paint{BackgroundID::oat},
+                                  BoardRequest::Status{}};
     for (const auto& verb : verbs) {
         const BoardRequest request{{verb}, 2.5};
         const auto text = Wire::encode(request).value();

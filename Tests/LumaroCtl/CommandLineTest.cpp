@@ -77,14 +77,6 @@ TEST(CommandLine, AnswersEachVerb) {
     EXPECT_NE((Call{"apply --now 010", request(paint)}.out.find(R"("updatedAt":10,)")), std::string::npos);
 }
 
-TEST(CommandLine, ExplainsEachVerb) {
-    for (const std::string verb : {"apply", "board", "note", "pomodoro", "spot", "tilt"}) {
-        EXPECT_NE(Call{"--help"}.out.find(verb), std::string::npos) << verb;
-        EXPECT_NE(Call{verb + " --help"}.out.find(verb), std::string::npos) << verb;
-        EXPECT_EQ(Call{verb + " --help"}.status, 0) << verb;
-    }
-}
-
 TEST(CommandLine, RefusesACommandLineThatMakesNoSense) {
     for (const char* arguments :
          {"", "paint", "apply", "apply --now soon", "apply --now 1.5", "apply --now 9223372036854776",

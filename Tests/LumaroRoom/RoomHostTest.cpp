@@ -2,6 +2,7 @@
 #include "LumaroRoom/Room/RoomHost.h"
 
 #include "Samples/Samples.h"
+#include "Tests/Fakes/ManualClock.h"
 #include "Tests/Fakes/ManualStoreQueue.h"
 #include "Tests/Fakes/MemoryStore.h"
 #include "Tests/Fakes/RecordingLog.h"
@@ -19,11 +20,6 @@ using namespace room_testing;
 using samples::noon;
 
 const std::string couple = "couple";
-
-class FixedClock final : public WallClock {
-public:
-    Instant now() override { return noon + 300us; }
-};
 
 class RecordingSockets final : public RoomSockets {
 public:
@@ -47,7 +43,8 @@ struct Node {
 
     ManualStoreQueue queue;
     RecordingSockets sockets;
-    FixedClock clock;
+    ManualSleeper time;
+    ManualClock clock{time, noon + 300us};
     RecordingLog log;
     RoomHost host{queue, sockets, clock, log};
 
@@ -111,44 +108,6 @@ TEST_F(RoomHostTest, InputsWaitWhileTheRoomIsRead) {
     EXPECT_EQ(node_.drained(), (Lines{"1 welcome a 0 items, online a", "1 ack 1", "3 welcome b 1 items, online ab",
                                       "1 roster ab", "1 thread", "3 thread", "3 roster b"}));
     EXPECT_EQ(store_.lastSeen(couple)->a, noon) << "in whole milliseconds";
-}
-
-// The store knows batches that have fallen out of the room's memory: they are found out at the commit.
-TEST_F(RoomHostTest, ABatchThatOnlyTheStoreKnowsIsAppliedNoSecondTime) {
-    node_.joinBoth();
-    node_.say(1, batch(1, {put(1)}));
-    for (std::uint64_t i = 0; i < recentBatchCount; ++i) node_.say(3, batch(1000 + i, {}));
-    node_.say(3, batch(2, {takeDown(1)}));
-    node_.say(3, presence(Activity::editing));
-    node_.drained();
-    node_.say(1, batch(1, {put(1, noon + 1h)}));
-    node_.say(3, batch(3, {put(3)}));
-    node_.join(2);
-    EXPECT_EQ(node_.drained(),
-              (Lines{"1 welcome a 0 items, online ab", "1 presence of b editing", "3 welcome b 0 items, online ab",
-                     "1 ack 1", "1 welcome a 0 items, online ab", "3 ack 3", "1 ops 1 of b",
-                     "2 welcome a 1 items, online ab", "2 presence of b editing"}));
-    EXPECT_EQ(node_.host.figures().reloads, 1U);
-    EXPECT_EQ(node_.host.figures().duplicates, 1U);
-    EXPECT_EQ(storedItems(), 1U);
-}
-
-TEST_F(RoomHostTest, WhatAnotherNodeStoredFirstIsWelcomedAndOwnInputsAreDoneAgain) {
-    node_.joinBoth();
-    Node second{store_};
-    second.join(2);
-    second.drained();
-    node_.say(1, batch(1, {put(1)}));
-    node_.drained();
-    second.say(2, presence(Activity::editing));
-    second.say(2, batch(2, {put(1), put(2)}));
-    second.say(2, batch(3, {put(3)}));
-    second.host.left(SocketId{2});
-    EXPECT_EQ(second.drained(),
-              (Lines{"2 welcome a 1 items, online a", "2 ack 2", "2 welcome a 2 items, online a", "2 ack 3"}));
-    EXPECT_EQ(storedItems(), 3U);
-    EXPECT_EQ(second.host.figures().rejectedOps, 1U);
-    EXPECT_EQ(second.host.figures().batches, 2U) << "counted once";
 }
 
 TEST_F(RoomHostTest, AStoreThatFailsClosesTheRoomAndTakesTheBatchWhenItComesAgain) {

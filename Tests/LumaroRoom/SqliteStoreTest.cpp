@@ -5,10 +5,8 @@
 #include "Tests/LumaroRoom/StoreFixture.h"
 
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
-#include <csignal>
 #include <fstream>
 
 namespace lumaro {
@@ -87,47 +85,6 @@ TEST_F(SqliteStoreTest, RefusesWhatIsNotItsOwn) {
     path_ = folder_.file("no/folder.db");
     EXPECT_EQ(faultOfOpening(), StoreFault::notFound);
     EXPECT_EQ(Maintenance::check(path_).error().fault, StoreFault::notFound);
-}
-
-// A child commits batches and says so through a pipe until it is killed.
-[[noreturn]] void commitUntilKilled(const std::string& path, int said) {
-    RecordingLog log;
-    const auto store = SqliteStore::open(path, log).value();
-    samples::Random random{3};
-    ModelRoom room{"kai"};
-    room.version = store->loadRoom("kai").value()->version;
-    room.batches = static_cast<std::uint64_t>(room.version);
-    for (;;) {
-        static_cast<void>(store->beginTransaction());
-        for (int i = 0; i < 3; ++i) static_cast<void>(store->commit(room.next(random)));
-        if (!store->commitTransaction() || ::write(said, &room.version, sizeof room.version) < 0) _exit(1);
-    }
-}
-
-TEST_F(SqliteStoreTest, WhatWasCommittedSurvivesAKillAndNothingElseDoes) {
-    auto created = open();
-    inTransaction(*created, [&] { ASSERT_TRUE(created->createCouple(coupleNamed("kai"))); });
-    created.reset();
-    for (int round = 1; round <= 8; ++round) {
-        int ends[2];
-        ASSERT_EQ(pipe(ends), 0);
-        const auto child = fork();
-        if (child == 0) commitUntilKilled(path_, ends[1]);
-        ::close(ends[1]);
-        std::int64_t said = 0;
-        for (int i = 0; i < 14 * round; ++i) ASSERT_GT(::read(ends[0], &said, sizeof said), 0);
-        ASSERT_EQ(kill(child, SIGKILL), 0);
-        while (::read(ends[0], &said, sizeof said) > 0) {
-        }
-        ::close(ends[0]);
-        ASSERT_EQ(waitpid(child, nullptr, 0), child);
-        const auto room = open()->loadRoom("kai").value().value();
-        EXPECT_GE(room.version, said);
-        EXPECT_LE(room.version, said + 3) << "a commit that was not told of";
-        EXPECT_EQ(room.version % 3, 0) << "a part of a transaction";
-        EXPECT_EQ(room.recentBatches.back(), numberedId(static_cast<std::uint64_t>(room.version)));
-        EXPECT_TRUE(Maintenance::check(path_)->isSound()) << Maintenance::check(path_)->text();
-    }
 }
 
 TEST_F(SqliteStoreTest, AnItemThatCannotBeReadIsLeftOffTheBoardAndKept) {

@@ -36,11 +36,6 @@ protected:
     }
     CommitOutcome commit(const Commit& commit) { return store().commit(commit).value(); }
     RoomRecord room(const std::string& couple = "kai") { return store().loadRoom(couple).value().value(); }
-    std::vector<UUID> itemIds() {
-        std::vector<UUID> ids;
-        for (const auto& item : room().board.items) ids.push_back(item.id);
-        return ids;
-    }
     static std::vector<UUID> ids(std::initializer_list<std::uint64_t> numbers) {
         std::vector<UUID> ids;
         for (const auto number : numbers) ids.push_back(numberedId(number));
@@ -61,19 +56,9 @@ protected:
 using Places = testing::Types<InMemory, OnDisk>;
 TYPED_TEST_SUITE(StoreContract, Places);
 
-TYPED_TEST(StoreContract, ANewCoupleHasAnEmptyBoard) {
-    const auto room = this->room();
-    EXPECT_EQ(room.version, 0);
-    Board empty;
-    empty.updatedAt = noon;
-    EXPECT_EQ(room.board, empty);
-    EXPECT_TRUE(room.recentBatches.empty());
-    EXPECT_EQ(room.members, Members{});
-    EXPECT_FALSE(this->store().createCouple(coupleNamed("kai")));
-}
-
 TYPED_TEST(StoreContract, AnUnknownCoupleHasNothingAndChangesNothing) {
     auto& store = this->store();
+    EXPECT_FALSE(store.createCouple(coupleNamed("kai"))) << "there is one of this name";
     EXPECT_FALSE(store.loadRoom("bo")->has_value() || store.couple("bo")->has_value());
     EXPECT_EQ(this->commit(putUp("bo", 0, 1, {})), CommitOutcome::versionConflict);
     EXPECT_TRUE(store.setLastSeen("bo", PartnerID::a, noon) && store.setName("bo", PartnerID::a, "Bo"));
@@ -84,24 +69,6 @@ TYPED_TEST(StoreContract, AnUnknownCoupleHasNothingAndChangesNothing) {
     EXPECT_FALSE(store.putCode({"000000", "bo", PartnerID::a, noon, false}, noon));
     EXPECT_FALSE(store.putMedia("bo", numberedId(1), {}, "x", noon));
     EXPECT_FALSE(store.couple("bo")->has_value());
-}
-
-TYPED_TEST(StoreContract, ItemsKeepTheirOrderThroughUpdatesDeletesAndReturns) {
-    ASSERT_EQ(this->commit(putUp("kai", 0, 1, {note(3, "c"), note(1, "a"), note(2, "b")})), CommitOutcome::stored);
-    ASSERT_EQ(this->commit(putUp("kai", 1, 2, {note(4, "d"), note(3, "changed")})), CommitOutcome::stored);
-    EXPECT_EQ(this->itemIds(), this->ids({3, 1, 2, 4}));
-    EXPECT_EQ(this->room().board.items.front(), note(3, "changed"));
-    auto back = putUp("kai", 2, 3, {note(5, "e"), note(1, "again")});
-    back.change.removed = this->ids({1, 4});
-    back.change.buried = {{numberedId(4), noon}};
-    ASSERT_EQ(this->commit(back), CommitOutcome::stored);
-    EXPECT_EQ(this->itemIds(), this->ids({3, 2, 5, 1}));
-    EXPECT_EQ(this->room().board.tombstones, (std::map<UUID, Instant>{{numberedId(4), noon}}));
-    auto unburied = putUp("kai", 3, 4, {note(4, "f")});
-    unburied.change.unburied = this->ids({4});
-    ASSERT_EQ(this->commit(unburied), CommitOutcome::stored);
-    EXPECT_EQ(this->itemIds(), this->ids({3, 2, 5, 1, 4}));
-    EXPECT_TRUE(this->room().board.tombstones.empty());
 }
 
 TYPED_TEST(StoreContract, ABoardIsKeptToTheMicrosecond) {
@@ -132,7 +99,7 @@ TYPED_TEST(StoreContract, ABatchIsTakenOnceAndAVersionIsUsedOnce) {
         {putUp("bo", 0, 1, {note(2, "another couple's")}), CommitOutcome::stored},
     };
     for (const auto& [commit, outcome] : cases) EXPECT_EQ(this->commit(commit), outcome);
-    EXPECT_EQ(this->itemIds(), this->ids({1}));
+    EXPECT_EQ(this->room().board.items, std::vector{note(1, "a")});
     EXPECT_EQ(this->room().version, 1);
     EXPECT_EQ(this->room().recentBatches, this->ids({1}));
     auto tied = putUp("kai", 1, 0, {});

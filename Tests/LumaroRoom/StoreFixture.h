@@ -5,30 +5,16 @@
 #include "LumaroRoom/Sqlite/SqliteStore.h"
 #include "Samples/Samples.h"
 #include "Tests/Fakes/RecordingLog.h"
+#include "Tests/Support/ScratchFolder.h"
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <memory>
 #include <string>
 #include <utility>
 #include <vector>
 
 namespace lumaro {
-
-/// A folder that goes with the object.
-class ScratchFolder {
-public:
-    ScratchFolder() : path_(testing::TempDir() + "lumaro-XXXXXX") { EXPECT_NE(mkdtemp(path_.data()), nullptr); }
-    ~ScratchFolder() { std::filesystem::remove_all(path_); }
-    ScratchFolder(const ScratchFolder&) = delete;
-    ScratchFolder& operator=(const ScratchFolder&) = delete;
-
-    std::string file(const std::string& name) const { return path_ + "/" + name; }
-
-private:
-    std::string path_;
-};
 
 inline CoupleRecord coupleNamed(const std::string& id) {
     return {.coupleId = id, .createdAt = samples::noon, .emptySince = std::nullopt};

@@ -4,15 +4,12 @@
 #include "Tests/Fakes/MemoryStore.h"
 #include "Tests/LumaroRoom/StoreFixture.h"
 
-#include <atomic>
 #include <future>
 #include <semaphore>
 #include <thread>
 
 namespace lumaro {
 namespace {
-
-using samples::noon;
 
 /// A submitter's thread: what is posted to it runs when the test says so.
 class Loop {
@@ -127,34 +124,6 @@ TEST_F(StoreThreadTest, StoppingDoesWhatWaitsAndRefusesWhatComesLater) {
     EXPECT_TRUE(told_.empty()) << "nothing is told from within a call";
     while (loop_.waiting() > 0) loop_.runOne();
     EXPECT_EQ(told_, (Told{{"a", true}, {"b", true}, {"late", false}}));
-}
-
-// Three shards at once, on the real store: every one hears of its own works in order, and all of them are there.
-TEST(StoreThread, ServesManyThreadsEachInItsOwnOrder) {
-    constexpr int works = 400;
-    const ScratchFolder folder;
-    RecordingLog log;
-    StoreThread thread{SqliteStore::open(folder.file("room.db"), log).value()};
-    const auto shard = [&](const std::string& name) {
-        Loop loop;
-        const auto queue = thread.queueFor(loop.post());
-        int told = 0;
-        for (int i = 0; i < works; ++i) {
-            queue->submit([id = name + std::to_string(i)](Store& store) { return store.createCouple(coupleNamed(id)); },
-                          [&told, i](const StoreResult<void>& result) { EXPECT_TRUE(result && told++ == i); });
-        }
-        while (told < works) loop.runOne();
-    };
-    {
-        std::vector<std::jthread> shards;
-        for (const auto* name : {"a", "b", "c"}) shards.emplace_back(shard, name);
-    }
-    thread.stop();
-    const auto figures = thread.figures();
-    EXPECT_EQ(figures.works, 3U * works);
-    EXPECT_LT(figures.transactions, 2U * works) << "commits were shared";
-    const auto reopened = SqliteStore::open(folder.file("room.db"), log).value();
-    for (const auto* id : {"a0", "b399", "c200"}) EXPECT_TRUE(reopened->couple(id)->has_value()) << id;
 }
 
 } // namespace

@@ -26,6 +26,11 @@ TEST_F(AppSessionTest, StartGoesThroughItsStepsInOrder) {
     EXPECT_FALSE(defaults.values.contains("openInvite"));
     EXPECT_FALSE(defaults.values.contains("needsInviteNudge"));
     EXPECT_EQ(state().board.items.size(), 1U) << "the window is never empty";
+    keyring.fault = [this](std::string_view call, const SecretAddress& address) -> std::optional<SecretStatus> {
+        EXPECT_TRUE(wallpaper.calls.size() == 1 && loginItem.attempts == 1 && signals.listening() == 1)
+            << call << " " << address.account << " comes last";
+        return std::nullopt;
+    };
     start();
     EXPECT_EQ(wallpaper.calls, std::vector<std::string>{"on"});
     EXPECT_EQ(log.lines, (std::vector<std::string>{"app: registered to open at login",

@@ -200,14 +200,6 @@ TEST_F(EditorModelTest, PuttingUpFindsAnOpenSpotAndStartsTheLifespan) {
     EXPECT_EQ(editor_.pasteText(" \n").error(), EditorFault{ActFault::invalid});
 }
 
-TEST_F(EditorModelTest, AFullWindowSaysSo) {
-    Person person{PartnerID::a, samples::fullBoard()};
-    EXPECT_EQ(person.editor.pasteText("one more").error(), EditorFault{ActFault::windowFull});
-    EXPECT_EQ(person.notice(), "the window is full — take something down first");
-    EXPECT_EQ(person.editor.notice().count, 1U);
-    EXPECT_FALSE(person.editor.canUndo());
-}
-
 TEST_F(EditorModelTest, ADuplicateHangsAsideWithItsOwnDoodles) {
     const auto first = editor_.duplicate(noteId).value();
     EXPECT_EQ(person_.item(first).center, (Point{532, 532}));
@@ -286,16 +278,6 @@ TEST_F(EditorModelTest, UndoWhileTypingTakesTheTextBackInTheHandToo) {
     person_.advance(1s);
     EXPECT_TRUE(editor_.endEditing());
     EXPECT_EQ(person_.text(noteId), "no");
-}
-
-TEST_F(EditorModelTest, TheListenerHearsOfAnActOnceItCanBeTakenBack) {
-    int heard = 0;
-    editor_.onChange([&] {
-        ++heard;
-        EXPECT_TRUE(editor_.canUndo());
-    });
-    EXPECT_TRUE(editor_.move(chipId, {1, 1}));
-    EXPECT_EQ(heard, 1);
 }
 
 TEST_F(EditorModelTest, NothingFollowsToAnotherBoardAndWithdrawnActsAreNotTakenBack) {

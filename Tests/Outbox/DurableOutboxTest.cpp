@@ -3,6 +3,7 @@
 
 #include "LumaroCore/Support/Wire.h"
 #include "Samples/Samples.h"
+#include "Tests/Fakes/CountingUUIDs.h"
 #include "Tests/Fakes/MemoryFileSystem.h"
 
 #include <gtest/gtest.h>
@@ -18,14 +19,6 @@ using samples::noon;
 using samples::numberedId;
 
 const std::string folder = "/home/bo/outbox/couple";
-
-class CountedIds final : public UUIDSource {
-public:
-    UUID next() override { return numberedId(++count_); }
-
-private:
-    std::uint64_t count_ = 1000;
-};
 
 std::vector<Op> painted() {
     return {{SetBackground{BackgroundID::sage}}};
@@ -50,7 +43,7 @@ protected:
     }
 
     MemoryFileSystem disk_;
-    CountedIds ids_;
+    CountingUUIDs ids_{1000};
 };
 
 TEST_F(DurableOutboxTest, WritesAFileThatScriptsCanRead) {
@@ -82,18 +75,6 @@ TEST_F(DurableOutboxTest, ABadFileCostsOnlyItself) {
     EXPECT_EQ(sequences(outbox), (std::vector<std::int64_t>{1, 2, 3}));
     EXPECT_EQ(outbox.lostFiles(), 1U);
     EXPECT_EQ(disk_.listFiles(folder)->size(), 5U);
-}
-
-TEST_F(DurableOutboxTest, AHiccupOfTheDiskCostsNoEdit) {
-    putBatch(1);
-    for (const auto& [failures, kept] : {std::pair{2, 1U}, std::pair{3, 0U}}) {
-        int left = failures;
-        FaultyFileSystem files{disk_, [&](std::string_view call, const std::string&) {
-                                   const bool fails = call == "readFile" && left-- > 0;
-                                   return fails ? std::optional{FileFault::inOut} : std::nullopt;
-                               }};
-        EXPECT_EQ(open(files).count(), kept) << failures;
-    }
 }
 
 TEST_F(DurableOutboxTest, AckedBatchesAreGoneAndUnknownAcksHarmless) {
@@ -131,15 +112,6 @@ TEST_F(DurableOutboxTest, ARefusedBatchLeavesNoTrace) {
             EXPECT_EQ(sequences(open(disk)), (std::vector<std::int64_t>{0, 2}));
         }
     }
-}
-
-TEST_F(DurableOutboxTest, ABatchWithoutJsonIsRefusedBeforeTheDisk) {
-    auto outbox = open();
-    BoardItem item;
-    item.center.x = std::numeric_limits<double>::infinity();
-    const auto refused = outbox.append({{Upsert{item}}}, numberedId(1), noon);
-    EXPECT_EQ(std::get<EncodeError>(refused.error()).fault, EncodeFault::notFinite);
-    EXPECT_TRUE(disk_.listFiles(folder)->empty());
 }
 
 struct PowerLoss {};

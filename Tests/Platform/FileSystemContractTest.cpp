@@ -2,13 +2,11 @@
 // What every FileSystem promises, held by the real one and by the one in memory.
 #include "Platform/Posix/PosixFileSystem.h"
 #include "Tests/Fakes/MemoryFileSystem.h"
-
-#include <gtest/gtest.h>
+#include "Tests/Support/ScratchFolder.h"
 
 #include <sys/stat.h>
 
 #include <algorithm>
-#include <filesystem>
 
 namespace lumaro {
 namespace {
@@ -16,16 +14,7 @@ namespace {
 template <class Files>
 class FileSystemContract : public testing::Test {
 protected:
-    FileSystemContract() {
-        std::string pattern = testing::TempDir() + "lumaro-XXXXXX";
-        root_ = std::string{mkdtemp(pattern.data())} + "/deep/folder";
-        EXPECT_TRUE(files_.createDirectories(root_));
-    }
-    ~FileSystemContract() override {
-        std::filesystem::remove_all(std::filesystem::path{root_}.parent_path().parent_path());
-    }
-    FileSystemContract(const FileSystemContract&) = delete;
-    FileSystemContract& operator=(const FileSystemContract&) = delete;
+    FileSystemContract() { EXPECT_TRUE(files_.createDirectories(root_)); }
 
     std::string at(const std::string& name) const { return root_ + "/" + name; }
     std::vector<std::string> listed() {
@@ -35,7 +24,8 @@ protected:
     }
 
     Files files_;
-    std::string root_;
+    ScratchFolder folder_;
+    std::string root_ = folder_.file("deep/folder");
 };
 
 using FileSystems = testing::Types<MemoryFileSystem, PosixFileSystem>;
@@ -77,18 +67,16 @@ TYPED_TEST(FileSystemContract, NamesWhatIsNotThere) {
 }
 
 TEST(PosixFileSystem, MakesFilesForTheirOwnerAlone) {
-    std::string pattern = testing::TempDir() + "lumaro-XXXXXX";
-    const std::string root = mkdtemp(pattern.data());
+    const ScratchFolder scratch;
     PosixFileSystem files;
-    ASSERT_TRUE(files.createDirectories(root + "/a"));
-    ASSERT_TRUE(files.writeFile(root + "/a/file", "x"));
+    ASSERT_TRUE(files.createDirectories(scratch.file("a")));
+    ASSERT_TRUE(files.writeFile(scratch.file("a/file"), "x"));
     struct stat folder{};
     struct stat file{};
-    ASSERT_EQ(stat((root + "/a").c_str(), &folder) + stat((root + "/a/file").c_str(), &file), 0);
+    ASSERT_EQ(stat(scratch.file("a").c_str(), &folder) + stat(scratch.file("a/file").c_str(), &file), 0);
     EXPECT_EQ(folder.st_mode & 0777U, 0700U);
     EXPECT_EQ(file.st_mode & 0777U, 0600U);
     EXPECT_EQ(files.writeFile("/dev/full", "x").error().fault, FileFault::noSpace);
-    std::filesystem::remove_all(root);
 }
 
 } // namespace

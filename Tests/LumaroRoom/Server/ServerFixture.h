@@ -8,33 +8,15 @@
 #include "LumaroRoom/Sqlite/SqliteStore.h"
 #include "Platform/Posix/SystemClock.h"
 #include "Tests/LumaroRoom/Server/TestClient.h"
+#include "Tests/Support/ScratchFolder.h"
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <mutex>
-#include <optional>
 #include <string>
 #include <vector>
 
 namespace lumaro {
-
-/// A folder that goes with the test.
-class TemporaryFolder {
-public:
-    TemporaryFolder() {
-        std::string name = (std::filesystem::temp_directory_path() / "lumaro-XXXXXX").string();
-        path_ = ::mkdtemp(name.data());
-    }
-    TemporaryFolder(const TemporaryFolder&) = delete;
-    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-    ~TemporaryFolder() { std::filesystem::remove_all(path_); }
-
-    std::string file(const std::string& name) const { return path_ + "/" + name; }
-
-private:
-    std::string path_;
-};
 
 /// Keeps what all threads say.
 class SharedLog final : public Log {
@@ -100,7 +82,7 @@ protected:
         return DeviceSocket{port(), coupleId, token, std::move(headers), layer};
     }
 
-    TemporaryFolder folder;
+    ScratchFolder folder;
     ServerConfig config;
     SharedLog log;
     Layer layer = Layer::plain;

@@ -71,7 +71,6 @@ public:
     int closeCode();
 
     static constexpr std::uint8_t text = 1;
-    static constexpr std::uint8_t binary = 2;
     static constexpr std::uint8_t goodbye = 8;
 
 private:

@@ -63,17 +63,5 @@ TEST_F(LoginSignalsTest, TellsOnceOfANetworkThatGoesAndComesInOneStroke) {
     EXPECT_EQ(wakes_, 0);
 }
 
-TEST_F(LoginSignalsTest, IsHarmlessWithoutDaemonsAndWithoutABus) {
-    LoginSignals nowhere{noBus()};
-    auto deaf = nowhere.listen(*this);
-    const auto listening = signals_.listen(*this);
-    settle();
-    deaf.reset();
-    startMock(login_, QStringLiteral("logind"));
-    prepareForSleep(false);
-    waitUntil([&] { return wakes_ > 0; });
-    EXPECT_EQ(wakes_, 1);
-}
-
 } // namespace
 } // namespace lumaro

@@ -37,14 +37,6 @@ TEST_F(SecretServiceTest, AKeyringThatIsReallyLockedIsNotAnEmptyOne) {
     EXPECT_EQ(store.query(token), "secret");
 }
 
-TEST_F(SecretServiceTest, AKeyringThatIsLockedAndHasNoSuchItemIsLocked) {
-    startKeyring();
-    lockKeyring();
-    SecretServiceStore store;
-    EXPECT_EQ(store.add(token, "secret"), SecretStatus::promptDismissed);
-    EXPECT_EQ(everyAnswer(store), allOf(SecretStatus::locked));
-}
-
 TEST_F(SecretServiceTest, AServiceWithoutAnyKeyringIsEmptyUntilOneIsLeftBehindShut) {
     startDaemonAlone();
     SecretServiceStore store;
@@ -58,16 +50,6 @@ TEST_F(SecretServiceTest, AServiceWithoutAnyKeyringIsEmptyUntilOneIsLeftBehindSh
     stopKeyring();
     startDaemonAlone();
     EXPECT_EQ(everyAnswer(store), allOf(SecretStatus::locked));
-}
-
-TEST_F(SecretServiceTest, KeepsBytesOfAnyKindAcrossARestartOfTheKeyring) {
-    const std::string bytes("a\0b\xff\r\n", 6);
-    startKeyring();
-    SecretServiceStore store;
-    ASSERT_EQ(store.add(token, bytes), SecretStatus::success);
-    stopKeyring();
-    startKeyring();
-    EXPECT_EQ(store.query(token), bytes);
 }
 
 TEST_F(SecretServiceTest, NoServiceAndNoBusAreNotEmptyEither) {

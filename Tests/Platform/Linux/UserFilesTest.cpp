@@ -91,11 +91,6 @@ TEST_F(UserFilesTest, AnInstalledPlayerPlaysTheSoundOfTheFirstThemeThatHasIt) {
     sounds.play("Glass");
     waitUntil([&] { return std::filesystem::exists(path("played")); });
     EXPECT_EQ(read("played"), path("system" + sound) + "\n");
-    writeProgram("bin/pw-play", "preferred");
-    write("home" + sound, "x");
-    sounds.play("Glass");
-    waitUntil([&] { return std::filesystem::exists(path("preferred")); });
-    EXPECT_EQ(read("preferred"), path("home" + sound) + "\n");
     DesktopSound{{.data = {path("home")}, .programs = {path("none")}}}.play("Glass");
     DesktopSound{{.data = {}, .programs = {path("bin")}}}.play("Glass");
 }

@@ -2,33 +2,21 @@
 #include "Platform/Qt/LocalSocket.h"
 
 #include "Platform/Posix/FolderLock.h"
-#include "Platform/Posix/SystemRandom.h"
-#include "Platform/Qt/QtLoop.h"
-#include "Platform/Qt/QtSleeper.h"
 #include "Tests/Platform/Qt/QtTest.h"
+#include "Tests/Support/ScratchFolder.h"
 
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <csignal>
 #include <filesystem>
 #include <fstream>
-#include <set>
 
 namespace lumaro {
 namespace {
 
 class LocalSocketTest : public QtTest {
 protected:
-    LocalSocketTest() {
-        std::string pattern = testing::TempDir() + "lumaro-XXXXXX";
-        folder_ = mkdtemp(pattern.data());
-    }
-    ~LocalSocketTest() override { std::filesystem::remove_all(folder_); }
-    LocalSocketTest(const LocalSocketTest&) = delete;
-    LocalSocketTest& operator=(const LocalSocketTest&) = delete;
-
-    std::string path() const { return folder_ + "/socket"; }
+    std::string path() const { return folder_.file("socket"); }
     auto listen(LocalSocketServer::Handler handler) {
         return LocalSocketServer::listen(path(), std::move(handler)).value();
     }
@@ -43,7 +31,7 @@ protected:
         return answer;
     }
 
-    std::string folder_;
+    ScratchFolder folder_;
 };
 
 TEST_F(LocalSocketTest, AnswersLinesOfAnySizeToTheOwnerAlone) {
@@ -83,7 +71,7 @@ TEST_F(LocalSocketTest, TakesThePlaceOfASocketThatWasLeftBehind) {
 }
 
 TEST_F(LocalSocketTest, AFolderHasOneOwnerWhoIsKnown) {
-    const auto lockPath = folder_ + "/lock";
+    const auto lockPath = folder_.file("lock");
     {
         auto lock = FolderLock::take(lockPath);
         ASSERT_TRUE(lock);
@@ -93,35 +81,8 @@ TEST_F(LocalSocketTest, AFolderHasOneOwnerWhoIsKnown) {
         EXPECT_EQ(std::get<FolderLock::Held>(second.error()).process, getpid());
     }
     EXPECT_TRUE(FolderLock::take(lockPath));
-    const auto nowhere = FolderLock::take(folder_ + "/none/lock");
+    const auto nowhere = FolderLock::take(folder_.file("none/lock"));
     EXPECT_EQ(std::get<FileError>(nowhere.error()).fault, FileFault::notFound);
-}
-
-TEST_F(LocalSocketTest, ALoopEndsWhenItIsToldAndOnASignal) {
-    QtLoop loop;
-    loop.quit();
-    loop.run();
-    int heard = 0;
-    loop.onTermination([&] {
-        ++heard;
-        loop.quit();
-    });
-    QtSleeper sleeper;
-    const auto wait = sleeper.wait(Seconds{0}, [] { std::raise(SIGTERM); });
-    loop.run();
-    EXPECT_EQ(heard, 1);
-}
-
-TEST(SystemRandom, MakesIdsOfTheFourthVersionThatDiffer) {
-    SystemRandom random;
-    std::set<UUID> ids;
-    for (int i = 0; i < 1000; ++i) {
-        const auto id = random.next();
-        EXPECT_EQ(id.bytes[6] >> 4, 4);
-        EXPECT_EQ(id.bytes[8] >> 6, 2);
-        ids.insert(id);
-    }
-    EXPECT_EQ(ids.size(), 1000U);
 }
 
 } // namespace
