@@ -15,7 +15,7 @@ namespace lumaro {
 namespace {
 
 // What a person wrote, on one line and not too long of it.
-std::string quoted(std::string_view text) {
+std::string inQuotes(std::string_view text) {
     constexpr std::size_t longest = 60;
     std::string line{text};
     std::ranges::replace(line, '\n', ' ');
@@ -31,10 +31,10 @@ std::string quoted(std::string_view text) {
 std::string payloadText(const Payload& payload) {
     const auto cardOf = [](const char* what, PartnerID slot) { return what + std::string{nameOf(slot)}; };
     return std::visit(
-        Overloaded{[](const NotePayload& note) { return "note " + quoted(note.pm.plainText()); },
-                   [](const PhotoPayload& photo) { return "photo " + quoted(photo.caption); },
+        Overloaded{[](const NotePayload& note) { return "note " + inQuotes(note.pm.plainText()); },
+                   [](const PhotoPayload& photo) { return "photo " + inQuotes(photo.caption); },
                    [](const CountdownPayload& countdown) {
-                       return "countdown " + quoted(countdown.label) + " to " + momentText(countdown.targetDate);
+                       return "countdown " + inQuotes(countdown.label) + " to " + momentText(countdown.targetDate);
                    },
                    [&](const NowPlayingSlotPayload& card) { return cardOf("music of ", card.slot); },
                    [&](const LocationPayload& card) { return cardOf("location of ", card.slot); },
@@ -147,7 +147,7 @@ std::optional<std::string> messageText(const ServerMessage& message, const SlotN
             [&](const ServerMessage::Presence& presence) {
                 const auto& playing = presence.nowPlaying;
                 if (!playing || !playing->isPlaying) return Text{};
-                return Text{nameOfSlot(names, presence.from) + " plays " + quoted(playing->title)};
+                return Text{nameOfSlot(names, presence.from) + " plays " + inQuotes(playing->title)};
             },
             [](const ServerMessage::Error& error) { return Text{"the room: " + onOneLine(error.message)}; },
             [](const ServerMessage::Ops&) { return Text{}; }, [](const ServerMessage::Ack&) { return Text{}; },

@@ -62,7 +62,8 @@ int serve(ServeCommand command) {
     if (!store) return fail("the database cannot be opened: " + store.error().message);
     const auto server = Server::start(std::move(command.config), std::move(*store), {clock, random, log});
     if (!server) return fail(server.error());
-    std::cout << "listening on " << (*server)->url() << '\n' << std::flush; // whoever waits for the line gets it at once
+    std::cout << "listening on " << (*server)->url() << '\n'
+              << std::flush; // whoever waits for the line gets it at once
     int signal = 0;
     ::sigwait(&signals, &signal);
     (*server)->stop();

@@ -71,8 +71,8 @@ struct RoomHost::Hosted : std::enable_shared_from_this<Hosted> {
     bool isReady = false;         ///< not while it is read
     std::uint64_t readAs = 0;     ///< the number of the read it comes from
     std::uint64_t generation = 0; ///< what was submitted for an older one does not count any more
-    /// Whether a commit since the read was refused. What came after it builds on it, and must not be stored even if
-    /// another node's commits have made the versions fit. Touched by the store's works alone.
+    /// Whether a commit since the read was refused or failed. What came after it builds on it, and must not be stored
+    /// even if another node's commits have made the versions fit. Touched on the store's thread alone.
     std::shared_ptr<bool> isCut;
     std::optional<UUID> taken; ///< the batch that the store had before, when that is why it is read again
     std::vector<Visitor> visitors;
@@ -390,16 +390,19 @@ void RoomHost::submit(Hosted& hosted, Commit commit) {
     auto work = [commit = std::move(commit), outcome, isCut = hosted.isCut](Store& store) -> StoreResult<void> {
         if (*isCut) return {};
         const auto done = store.commit(commit);
-        *isCut = !done || *done != CommitOutcome::stored;
         if (!done) return std::unexpected(done.error());
+        *isCut = *done != CommitOutcome::stored;
         *outcome = *done;
         return {};
     };
-    store_.submit(std::move(work), [this, place = hosted.weak_from_this(), generation = hosted.generation,
-                                    outcome](const StoreResult<void>& done) {
-        const auto alive = place.lock();
-        if (alive && alive->generation == generation) settle(*alive, done, *outcome);
-    });
+    store_.submit(
+        std::move(work),
+        [this, place = hosted.weak_from_this(), generation = hosted.generation,
+         outcome](const StoreResult<void>& done) {
+            const auto alive = place.lock();
+            if (alive && alive->generation == generation) settle(*alive, done, *outcome);
+        },
+        [isCut = hosted.isCut] { *isCut = true; });
 }
 
 // Commits are reported in the order of the flights: this one is the first's.

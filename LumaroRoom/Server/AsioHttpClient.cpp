@@ -2,6 +2,7 @@
 #include "LumaroRoom/Server/AsioHttpClient.h"
 
 #include "LumaroRoom/Server/Asio.h"
+#include "LumaroRoom/Server/BeastHttp.h"
 #include "LumaroRoom/Server/Url.h"
 
 #include <boost/asio/co_spawn.hpp>
@@ -22,11 +23,6 @@
 
 namespace lumaro {
 namespace {
-
-namespace beast = boost::beast;
-namespace http = boost::beast::http;
-using TlsSocket = asio::ssl::stream<TcpSocket>;
-using Request = http::request<http::string_body>;
 
 constexpr std::size_t maxAnswerBytes = std::size_t{1024} * 1024;
 
@@ -51,7 +47,7 @@ struct Exchange {
     TcpResolver resolver;
     SteadyTimer deadline;
     Url url;
-    Request request;
+    BeastRequest request;
     std::move_only_function<void(HttpClient::Answer)> then;
     bool isCancelled = false;
 };
@@ -66,7 +62,7 @@ private:
 };
 
 template <class Stream>
-Awaitable<HttpClient::Answer> ask(Stream& stream, const Request& request) {
+Awaitable<HttpClient::Answer> ask(Stream& stream, const BeastRequest& request) {
     const auto [unsent, sent] = co_await http::async_write(stream, request, asTuple);
     if (unsent) co_return failed("sending", unsent);
     beast::flat_buffer buffer;
@@ -137,7 +133,7 @@ std::unique_ptr<HttpClient::Call> AsioHttpClient::send(HttpRequest request,
     }
     exchange->url = std::move(*url);
     constexpr unsigned version = 11;
-    exchange->request = Request{http::string_to_verb(request.method), exchange->url.target, version};
+    exchange->request = BeastRequest{http::string_to_verb(request.method), exchange->url.target, version};
     exchange->request.set(http::field::host, exchange->url.authority());
     for (const auto& header : request.headers) exchange->request.set(header.name, header.value);
     exchange->request.keep_alive(false);

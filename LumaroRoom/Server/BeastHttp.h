@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-// What the two files that know Beast share. No other file includes this: each that does compiles for a quarter of a
+// What the files that know Beast share. No other file includes this: each that does compiles for a quarter of a
 // minute.
 
 #include "LumaroRoom/Server/Asio.h"

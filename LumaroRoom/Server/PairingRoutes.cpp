@@ -8,8 +8,8 @@
 namespace lumaro {
 namespace {
 
-constexpr int ok = 200;
-constexpr int created = 201;
+constexpr int statusOk = 200;
+constexpr int statusCreated = 201;
 
 ServerResponse unreadable() {
     return errorResponse(400, "bad_request", "the body of this request cannot be read");
@@ -61,13 +61,13 @@ void Routes::createCouple(const Call& call, Respond respond) {
     auto body = Wire::decode<CreateCoupleRequest>(call.request.body);
     if (!body) return respond(unreadable());
     inStore([&pairing = ports_.pairing, person = personOf(*body), now = ports_.clock.now()](
-                Store& store) { return outcomeOf(pairing.createCouple(store, person, now), created); },
+                Store& store) { return outcomeOf(pairing.createCouple(store, person, now), statusCreated); },
             std::move(respond));
 }
 
 StoreResult<Routes::Outcome> Routes::cameBy(PairingResult<Joined> joined) {
     const auto coupleId = joined && *joined ? (*joined)->coupleId : std::string{};
-    return outcomeOf(std::move(joined), ok, coupleId);
+    return outcomeOf(std::move(joined), statusOk, coupleId);
 }
 
 void Routes::joinByCode(const Call& call, Respond respond) {
@@ -96,7 +96,8 @@ void Routes::handoff(const Call& call, Respond respond) {
             auto alive = pairing.handoff(store, inviteId, now);
             if (!alive) return std::unexpected(std::move(alive.error()));
             using Result = std::expected<Handoff, PairingRefusal>;
-            return outcomeOf<Handoff>(*alive ? Result{Handoff{**alive}} : Result{std::unexpected(alive->error())}, ok);
+            return outcomeOf<Handoff>(*alive ? Result{Handoff{**alive}} : Result{std::unexpected(alive->error())},
+                                      statusOk);
         },
         std::move(respond));
 }
@@ -111,10 +112,11 @@ void Routes::takeName(const Call& call, Respond respond) {
          now = ports_.clock.now()](Store& store, const DeviceRecord& by) {
             const auto& coupleId = match.id;
             switch (match.route) {
-            case Route::mintLink: return outcomeOf(pairing.mintLink(store, coupleId, by, name, now), created, coupleId);
+            case Route::mintLink:
+                return outcomeOf(pairing.mintLink(store, coupleId, by, name, now), statusCreated, coupleId);
             case Route::createCode:
-                return outcomeOf(pairing.createCode(store, coupleId, by, name, now), created, coupleId);
-            default: return outcomeOf(pairing.setName(store, coupleId, by, name), ok, coupleId);
+                return outcomeOf(pairing.createCode(store, coupleId, by, name, now), statusCreated, coupleId);
+            default: return outcomeOf(pairing.setName(store, coupleId, by, name), statusOk, coupleId);
             }
         },
         std::move(respond));
@@ -128,10 +130,10 @@ void Routes::removeDevices(const Call& call, Respond respond) {
                                                                                   const DeviceRecord& by) {
             const auto& coupleId = match.id;
             switch (match.route) {
-            case Route::leave: return outcomeOf(pairing.leave(store, coupleId, by, now), ok, coupleId);
+            case Route::leave: return outcomeOf(pairing.leave(store, coupleId, by, now), statusOk, coupleId);
             case Route::releasePartner:
-                return outcomeOf(pairing.releasePartner(store, coupleId, by, now), ok, coupleId);
-            default: return outcomeOf(pairing.resetLinks(store, coupleId), ok);
+                return outcomeOf(pairing.releasePartner(store, coupleId, by, now), statusOk, coupleId);
+            default: return outcomeOf(pairing.resetLinks(store, coupleId), statusOk);
             }
         },
         std::move(respond));

@@ -95,15 +95,14 @@ void Shard::authorize(const std::string& coupleId, const TokenHash& token,
                       std::move_only_function<void(StoreResult<bool>)> then) {
     auto& owner = shardOf(coupleId);
     owner.dispatch([this, &owner, coupleId, token, then = std::move(then)]() mutable {
-        owner.rooms_.authorize(
-            coupleId, token, [this, then = std::move(then)](StoreResult<bool> opens) mutable {
-                dispatch([then = std::move(then), opens = std::move(opens)]() mutable { then(std::move(opens)); });
-            });
+        owner.rooms_.authorize(coupleId, token, [this, then = std::move(then)](StoreResult<bool> opens) mutable {
+            dispatch([then = std::move(then), opens = std::move(opens)]() mutable { then(std::move(opens)); });
+        });
     });
 }
 
-void Shard::joined(SocketId id, Shard& home, std::weak_ptr<RoomSocket> socket,
-                   const std::string& coupleId, const TokenHash& token) {
+void Shard::joined(SocketId id, Shard& home, std::weak_ptr<RoomSocket> socket, const std::string& coupleId,
+                   const TokenHash& token) {
     sockets_.emplace(id, Link{&home, std::move(socket)});
     rooms_.joined(id, coupleId, token);
 }

@@ -45,7 +45,8 @@ void Rows::check(int code) {
 }
 
 void Rows::fail(std::string_view message) {
-    if (!fault_) fault_ = StoreError{"column " + std::to_string(column_) + ": " + std::string{message}, StoreFault::damaged};
+    if (!fault_)
+        fault_ = StoreError{"column " + std::to_string(column_) + ": " + std::string{message}, StoreFault::damaged};
 }
 
 void Rows::bind(std::int64_t value) {

@@ -12,8 +12,13 @@ class StoreThread::Queue final : public StoreQueue {
 public:
     Queue(StoreThread& thread, const Post& post) : thread_(thread), post_(post) {}
 
-    void submit(Work work, Done done) override {
-        thread_.submit({.work = std::move(work), .done = std::move(done), .post = &post_, .result = {}});
+    using StoreQueue::submit;
+    void submit(Work work, Done done, Undone undone) override {
+        thread_.submit({.work = std::move(work),
+                        .done = std::move(done),
+                        .undone = std::move(undone),
+                        .post = &post_,
+                        .result = {}});
     }
 
 private:
@@ -101,6 +106,7 @@ void StoreThread::carryOut(Group& group) {
         // After a fault one by one, so that only the faulty ones fail.
         for (auto& submission : group) {
             submission.result = inTransaction({&submission, 1});
+            if (!submission.result && submission.undone) submission.undone();
             ++(submission.result ? transactions : failures);
         }
     }

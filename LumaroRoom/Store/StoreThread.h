@@ -52,6 +52,7 @@ private:
     struct Submission {
         StoreQueue::Work work;
         StoreQueue::Done done;
+        StoreQueue::Undone undone;
         const Post* post = nullptr; ///< one of `posts_`
         StoreResult<void> result;
     };

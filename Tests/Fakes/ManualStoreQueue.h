@@ -16,7 +16,10 @@ class ManualStoreQueue final : public StoreQueue {
 public:
     explicit ManualStoreQueue(TransactionalStore& store) : store_(store) {}
 
-    void submit(Work work, Done done) override { waiting_.push_back({std::move(work), std::move(done)}); }
+    using StoreQueue::submit;
+    void submit(Work work, Done done, Undone undone) override {
+        waiting_.push_back({std::move(work), {std::move(done), std::move(undone)}});
+    }
 
     /// Works that have not run.
     std::size_t waitingCount() const { return waiting_.size(); }
@@ -33,7 +36,7 @@ public:
         auto job = std::move(waiting_.front());
         waiting_.pop_front();
         auto done = job.work(store_);
-        run_.push_back(std::move(job.done));
+        run_.push_back(std::move(job.end));
         if (!done) fail(done.error());
         return true;
     }
@@ -49,7 +52,7 @@ public:
     void fail(const StoreError& error = {"the disk is full"}) {
         store_.rollBack();
         if (run_.empty() && !waiting_.empty()) {
-            run_.push_back(std::move(waiting_.front().done));
+            run_.push_back(std::move(waiting_.front().end));
             waiting_.pop_front();
         }
         report(std::unexpected(error));
@@ -69,18 +72,25 @@ public:
     }
 
 private:
+    struct End {
+        Done done;
+        Undone undone;
+    };
     struct Job {
         Work work;
-        Done done;
+        End end;
     };
 
     void report(const StoreResult<void>& result) {
-        for (auto& done : std::exchange(run_, {})) done(result);
+        for (auto& end : run_) {
+            if (!result && end.undone) end.undone();
+        }
+        for (auto& end : std::exchange(run_, {})) end.done(result);
     }
 
     TransactionalStore& store_;
     std::deque<Job> waiting_;
-    std::vector<Done> run_;
+    std::vector<End> run_;
 };
 
 } // namespace lumaro

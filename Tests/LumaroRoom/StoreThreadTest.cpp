@@ -104,11 +104,18 @@ TEST_F(StoreThreadTest, AWorkIsToldToHaveFailedWhenItsCommitDoes) {
     // That of both together, and then that of the first by itself; the one before them is the held work's.
     store_->failWhen(
         [&](std::string_view call) { return call == "commitTransaction" && (++commits == 2 || commits == 3); });
-    for (const auto* id : {"a", "b"}) create(id);
+    bool isUndone = false;
+    bool knewOfIt = false;
+    queue_->submit([](Store& store) { return store.createCouple(coupleNamed("a")); },
+                   [this](const StoreResult<void>& result) { told_.emplace_back("a", result.has_value()); },
+                   [&] { isUndone = true; });
+    queue_->submit([&](Store&) { return knewOfIt = isUndone, StoreResult<void>{}; }, [](const StoreResult<void>&) {});
+    create("b");
     goOn.set_value();
     loop_.runOne();
     loop_.runOne();
     EXPECT_EQ(told_, (Told{{"a", false}, {"b", true}}));
+    EXPECT_TRUE(knewOfIt) << "before anything that was submitted later ran";
     create("a");
     loop_.runOne();
     EXPECT_EQ(told_.back(), std::pair(std::string{"a"}, true)) << "it had left nothing";

@@ -5,8 +5,8 @@
 
 namespace lumaro::simulation {
 
-void SimStoreQueue::submit(Work work, Done done) {
-    waiting_.push_back({.work = std::move(work), .done = std::move(done)});
+void SimStoreQueue::submit(Work work, Done done, Undone undone) {
+    waiting_.push_back({.work = std::move(work), .done = std::move(done), .undone = std::move(undone)});
     if (!next_) startLater();
 }
 
@@ -59,7 +59,10 @@ void SimStoreQueue::fail() {
     if (failing_ > 0) --failing_;
     coverage_.note(Met::storeFaults);
     if (sabotage_ == Sabotage::failuresReportedAsDone) return;
-    for (auto& job : done_) job.outcome = std::unexpected(StoreError{.message = "as the script wants it"});
+    for (auto& job : done_) {
+        job.outcome = std::unexpected(StoreError{.message = "as the script wants it"});
+        if (job.undone) job.undone();
+    }
 }
 
 // The planted fault: what was reported is not durable yet, and is lost when the server dies now.

@@ -27,7 +27,8 @@ public:
     SimStoreQueue(SimStore& store, ManualSleeper& time, Sabotage sabotage, Trace& trace, Coverage& coverage)
         : store_(store), time_(time), sabotage_(sabotage), trace_(trace), coverage_(coverage) {}
 
-    void submit(Work work, Done done) override;
+    using StoreQueue::submit;
+    void submit(Work work, Done done, Undone undone) override;
 
     /// How long a transaction takes, and the report of it.
     void setPace(Seconds pace) { pace_ = pace; }
@@ -41,6 +42,7 @@ private:
     struct Job {
         Work work;
         Done done;
+        Undone undone;
         StoreResult<void> outcome{};
     };
 

@@ -16,6 +16,14 @@ using samples::Random;
 
 constexpr Seconds year{365.0 * 86400};
 
+BoardItem foreignItem(std::uint64_t salt) {
+    BoardItem item;
+    item.id = samples::numberedId(salt);
+    item.updatedAt = samples::noon;
+    item.payload = samples::plainNote("from elsewhere");
+    return item;
+}
+
 } // namespace
 
 World::World(const Script& script, const MutantCase& mutant, bool isPrinted)
@@ -210,6 +218,8 @@ void World::commitElsewhere(const Step& step) {
         commit.change.background = static_cast<BackgroundID>(step.salt % 6);
         commit.change.threadTiedAt = board.threadTiedAt;
         commit.change.updatedAt = board.updatedAt;
+        // What this node does not read again it would never show.
+        if (board.items.size() < BoardSpec::maxLiveItems) commit.change.upserted.push_back(foreignItem(step.salt));
         const auto stored = store.commit(commit);
         return stored ? StoreResult<void>{} : std::unexpected(stored.error());
     });
