@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "LumaroCore/BoardModel/Board.h"
+#include "LumaroCore/Support/Plane.h"
+
+#include <optional>
+#include <vector>
+
+namespace lumaro {
+
+/// The item in front at a place on the canvas: its paper, turned and scaled, or a doodle's ink within `reach` points.
+/// None where there is only glass.
+std::optional<UUID> itemAt(const Board& board, Point place, double reach);
+
+/// The ids of all items in the order in which people read them: rows from the top, each from the left. Items whose
+/// middles are less than half a note apart in height are in one row.
+std::vector<UUID> readingOrder(const Board& board);
+
+} // namespace lumaro
