@@ -1,0 +1,146 @@
+// SPDX-License-Identifier: Apache-2.0
+import QtQuick
+import QtQuick.Templates as T
+import DesignSystem
+
+/// A sheet of paper that is taped over everything else in the window, with its content in a column. The keys stay on it;
+/// Esc takes it off, unless people must answer it.
+T.Popup {
+    id: sheet
+
+    default property alias content: column.data
+    property string title
+    property bool isDismissable: true
+    property real paperWidth: 520
+
+    /// Where the keys were before the sheet came, and go again after it.
+    property Item cameFrom: null
+
+    onAboutToShow: cameFrom = parent ? parent.Window.activeFocusItem : null
+    onClosed: if (cameFrom) cameFrom.forceActiveFocus(Qt.PopupFocusReason)
+    parent: T.Overlay.overlay
+    x: parent ? Math.round((parent.width - width) / 2) : 0
+    y: parent ? Math.round((parent.height - height) / 2) : 0
+    width: parent ? Math.min(paperWidth, parent.width - 2 * Theme.size.large) : paperWidth
+    height: parent ? Math.min(flick.contentHeight + 2 * verticalPadding, parent.height - 2 * Theme.size.medium) : 0
+    horizontalPadding: Theme.size.huge
+    verticalPadding: 1
+    modal: true
+    focus: true
+    closePolicy: isDismissable ? T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutside : T.Popup.NoAutoClose
+
+    T.Overlay.modal: Shade {}
+
+    enter: Transition {
+        NumberAnimation {
+            property: "scale"
+            from: Theme.isMotionReduced ? 1 : 0.92
+            to: 1
+            duration: Theme.isMotionReduced ? 0 : Theme.motion.land
+            easing.type: Easing.OutBack
+            easing.overshoot: Theme.motion.overshoot
+        }
+        NumberAnimation {
+            property: "opacity"
+            from: 0
+            to: 1
+            duration: Theme.motion.quick
+        }
+    }
+    exit: Transition {
+        NumberAnimation {
+            property: "opacity"
+            to: 0
+            duration: Theme.motion.quick
+        }
+    }
+
+    background: Rectangle {
+        radius: Theme.size.largeRadius
+        color: Theme.color.surface
+        border.width: 1
+        border.color: Theme.color.edge
+
+        Shadow {
+            radius: Theme.size.largeRadius
+            lift: 22
+        }
+        Tape {
+            anchors.horizontalCenter: parent.horizontalCenter
+            y: -11
+        }
+    }
+
+    Flickable {
+        id: flick
+
+        // What the keys go to is brought into view.
+        readonly property Item focused: T.Overlay.overlay && sheet.opened ? Window.activeFocusItem : null
+
+        onHeightChanged: returnToBounds()
+        onFocusedChanged: {
+            if (!interactive || !focused || !column.contains(column.mapFromItem(focused, 0, 0)))
+                return;
+            const top = column.mapFromItem(focused, 0, 0).y;
+            const room = Theme.size.medium;
+            contentY = Math.max(Math.min(contentY, top - room), top + focused.height + room - height, 0);
+        }
+        anchors.fill: parent
+        contentWidth: width
+        contentHeight: column.implicitHeight
+        interactive: contentHeight > height + 1
+        boundsBehavior: Flickable.StopAtBounds
+        clip: interactive
+        Accessible.role: Accessible.Dialog
+        Accessible.name: sheet.title
+
+        Column {
+            id: column
+
+            width: parent.width
+            topPadding: Theme.size.huge
+            bottomPadding: Theme.size.huge
+            spacing: Theme.size.large
+
+            Item {
+                visible: sheet.title !== ""
+                width: parent.width
+                height: Theme.size.control
+
+                HandText {
+                    anchors.verticalCenter: parent.verticalCenter
+                    text: sheet.title
+                    isLarge: true
+                    font.pixelSize: 38
+                }
+                IconButton {
+                    anchors.right: parent.right
+                    anchors.rightMargin: -10
+                    visible: sheet.isDismissable
+                    iconName: "x"
+                    text: "close"
+                    isTipBelow: true
+                    onClicked: sheet.close()
+                }
+            }
+        }
+    }
+
+    Rectangle { // there is more below
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.bottom: parent.bottom
+        visible: flick.interactive && !flick.atYEnd
+        height: Theme.size.huge + Theme.size.large
+        gradient: Gradient {
+            GradientStop {
+                position: 0
+                color: Qt.rgba(Theme.color.surface.r, Theme.color.surface.g, Theme.color.surface.b, 0)
+            }
+            GradientStop {
+                position: 0.8
+                color: Theme.color.surface
+            }
+        }
+    }
+}

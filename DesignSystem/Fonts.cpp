@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "DesignSystem/Fonts.h"
+
+#include <QtGui/QFontDatabase>
+#include <QtGui/QGuiApplication>
+
+#include <algorithm>
+
+static void initResources() {
+    Q_INIT_RESOURCE(lumaro_fonts);
+}
+
+namespace lumaro {
+namespace {
+
+QFont font(const QString& family, double pixels, QFont::Weight weight) {
+    QFont font;
+    // Without a named font for emoji several come out black and white.
+    font.setFamilies({family, QStringLiteral("Noto Sans"), QStringLiteral("Noto Color Emoji")});
+    font.setPixelSize(std::max(1, qRound(pixels)));
+    font.setWeight(weight);
+    return font;
+}
+
+} // namespace
+
+void registerFonts() {
+    initResources();
+    for (const auto* const file :
+         {"Nunito-Regular", "Nunito-SemiBold", "Nunito-ExtraBold", "Caveat-Regular", "Caveat-Bold"}) {
+        QFontDatabase::addApplicationFont(QStringLiteral(":/lumaro/fonts/%1.ttf").arg(QLatin1String{file}));
+    }
+    QGuiApplication::setFont(sansFont(15));
+}
+
+QFont sansFont(double pixels, QFont::Weight weight) {
+    return font(sansFamily, pixels, weight);
+}
+
+QFont handFont(double pixels, QFont::Weight weight) {
+    return font(handFamily, pixels, weight);
+}
+
+} // namespace lumaro
