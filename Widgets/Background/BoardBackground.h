@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QtQml/qqmlregistration.h>
+#include <QtQuick/QQuickPaintedItem>
+
+namespace lumaro {
+
+/// The pane of glass with the board's paper behind it. `background` is a paper's name, `butter` for any other. In dark
+/// surroundings the room's light is dimmed; colours keep their hue.
+class BoardBackground : public QQuickPaintedItem {
+    Q_OBJECT
+    QML_ELEMENT
+    Q_PROPERTY(QString background READ background WRITE setBackground NOTIFY backgroundChanged)
+    Q_PROPERTY(bool dark READ isDark WRITE setDark NOTIFY darkChanged)
+
+public:
+    explicit BoardBackground(QQuickItem* parent = nullptr);
+
+    const QString& background() const { return background_; }
+    void setBackground(const QString& background);
+    bool isDark() const { return isDark_; }
+    void setDark(bool isDark);
+
+    void paint(QPainter* painter) override;
+
+Q_SIGNALS:
+    void backgroundChanged();
+    void darkChanged();
+
+private:
+    QString background_ = QStringLiteral("butter");
+    bool isDark_ = false;
+};
+
+} // namespace lumaro

@@ -1,0 +1,192 @@
+// SPDX-License-Identifier: Apache-2.0
+import QtQuick
+import DesignSystem
+import Widgets
+
+/// One item where it hangs. It springs to a new place unless it is in somebody's hand, drops in when it arrives, and falls
+/// out of the window when it is taken down.
+Item {
+    id: item
+
+    required property BoardFrame frame
+    required property string itemId
+    required property string kind
+    required property real centerX
+    required property real centerY
+    required property real anchorX
+    required property real anchorY
+    required property real naturalWidth
+    required property real naturalHeight
+    required property real tilt
+    required property real itemScale
+    required property int stack
+    required property itemFace face
+    required property string spoken
+    required property bool isArriving
+    required property bool isFalling
+    required property bool isInHand
+
+    readonly property real pointScale: frame.pointScale * itemScale
+    readonly property bool isSpringing: !isInHand && isSettled && !Theme.isMotionReduced && !frame.isPaused
+    property bool isSettled: false
+    property real placeX: centerX
+    property real placeY: centerY
+    property real drop: 0
+
+    width: naturalWidth * pointScale
+    height: naturalHeight * pointScale
+    x: frame.origin.x + frame.pointScale * (placeX + frame.hiddenX * (1 - anchorX / 800)) - width / 2
+    y: frame.origin.y + frame.pointScale * (placeY + frame.hiddenY * (1 - anchorY / 500)) - height / 2 + drop
+    z: stack
+    rotation: tilt
+
+    Accessible.role: Accessible.Graphic
+    Accessible.name: spoken
+    Accessible.focusable: true
+    Accessible.selected: frame.selected === itemId
+    Accessible.selectable: true
+
+    Behavior on placeX {
+        enabled: item.isSpringing
+        SpringAnimation {
+            spring: Theme.motion.spring
+            damping: Theme.motion.damping
+            epsilon: 0.5
+        }
+    }
+    Behavior on placeY {
+        enabled: item.isSpringing
+        SpringAnimation {
+            spring: Theme.motion.spring
+            damping: Theme.motion.damping
+            epsilon: 0.5
+        }
+    }
+    Behavior on rotation {
+        enabled: item.isSpringing
+        SpringAnimation {
+            spring: Theme.motion.spring
+            damping: Theme.motion.damping
+            epsilon: 0.1
+        }
+    }
+
+    Component.onCompleted: {
+        if (isArriving) {
+            arrive();
+        }
+        isSettled = true;
+    }
+    onIsArrivingChanged: {
+        if (isArriving) {
+            arrive();
+        }
+    }
+    onIsFallingChanged: {
+        if (isFalling) {
+            fall.start();
+        } else {
+            fall.stop();
+            drop = 0;
+            opacity = 1;
+        }
+    }
+
+    function arrive(): void {
+        if (frame.isPaused) {
+            return;
+        }
+        glow.active = true;
+        if (Theme.isMotionReduced) {
+            appear.restart();
+        } else {
+            land.restart();
+        }
+    }
+
+    Loader {
+        id: glow
+
+        active: false
+        anchors.centerIn: parent
+        width: item.width + 120 * item.frame.pointScale
+        height: item.height + 120 * item.frame.pointScale
+        // Behind what has no paper of its own it is only a hint.
+        opacity: ["doodle", "sticker", "nowPlayingSlot"].includes(item.kind) ? 0.3 : 1
+        source: "ArrivalGlow.qml"
+    }
+
+    ItemPaper {
+        part: item.kind === "nowPlayingSlot" ? ItemPaper.Under : ItemPaper.Whole
+        face: item.frame.written === item.itemId ? item.face.withoutText() : item.face
+        pointScale: item.pointScale
+        naturalSize: Qt.size(item.naturalWidth, item.naturalHeight)
+        x: -bleedLeft
+        y: -bleedTop
+    }
+
+    Loader {
+        anchors.fill: parent
+        active: item.kind === "nowPlayingSlot"
+        source: "TurningRecord.qml"
+    }
+
+    ParallelAnimation {
+        id: land
+
+        NumberAnimation {
+            target: item
+            property: "scale"
+            from: 1.22
+            to: 1
+            duration: Theme.motion.land
+            easing.type: Easing.OutBack
+            easing.overshoot: Theme.motion.overshoot
+        }
+        NumberAnimation {
+            target: item
+            property: "drop"
+            from: -70 * item.frame.pointScale
+            to: 0
+            duration: Theme.motion.land
+            easing.type: Easing.OutBack
+            easing.overshoot: Theme.motion.overshoot
+        }
+    }
+
+    NumberAnimation {
+        id: appear
+
+        target: item
+        property: "opacity"
+        from: 0
+        to: 1
+        duration: Theme.motion.quick
+    }
+
+    ParallelAnimation {
+        id: fall
+
+        NumberAnimation {
+            target: item
+            property: "drop"
+            to: Theme.isMotionReduced ? 0 : item.frame.height
+            duration: Theme.isMotionReduced ? Theme.motion.quick : Theme.motion.fall
+            easing.type: Easing.InCubic
+        }
+        NumberAnimation {
+            target: item
+            property: "rotation"
+            to: Theme.isMotionReduced ? item.tilt : item.tilt + (item.stack % 2 ? 14 : -14)
+            duration: Theme.motion.fall
+            easing.type: Easing.InQuad
+        }
+        NumberAnimation {
+            target: item
+            property: "opacity"
+            to: 0
+            duration: Theme.isMotionReduced ? Theme.motion.quick : Theme.motion.fall
+            easing.type: Easing.InExpo
+        }
+    }
+}

@@ -1,0 +1,78 @@
+// SPDX-License-Identifier: Apache-2.0
+import QtQuick
+import DesignSystem
+import Widgets
+
+/// The board, as large as there is room: whole, or covering all of it as on a desktop. Everything that hangs on it comes
+/// from `rows`; nothing here is drawn anew while nothing changes.
+Item {
+    id: view
+
+    required property var rows
+    property string background: "butter"
+    property bool isThreadTied: false
+    property alias topMargin: frame.topMargin
+    property alias bottomMargin: frame.bottomMargin
+    property alias isFilling: frame.isFilling
+    property alias isPaused: frame.isPaused
+    property alias selected: frame.selected
+    property alias written: frame.written
+    readonly property alias pointScale: frame.pointScale
+    readonly property alias origin: frame.origin
+
+    function toCanvas(place: point): point {
+        return Qt.point((place.x - origin.x) / pointScale, (place.y - origin.y) / pointScale);
+    }
+
+    function drawThread(): void {
+        if (Theme.isMotionReduced || isPaused) {
+            thread.progress = 1;
+        } else {
+            draw.restart();
+        }
+    }
+
+    BoardFrame {
+        id: frame
+
+        width: view.width
+        height: view.height
+    }
+
+    BoardBackground {
+        anchors.fill: parent
+        background: view.background
+        dark: Theme.isDark
+    }
+
+    RedThread {
+        id: thread
+
+        anchors {
+            left: parent.left
+            right: parent.right
+            top: parent.top
+        }
+        height: Math.round(190 * view.pointScale)
+        visible: view.isThreadTied
+        tied: view.isThreadTied
+        progress: 1
+    }
+
+    NumberAnimation {
+        id: draw
+
+        target: thread
+        property: "progress"
+        from: 0
+        to: 1
+        duration: Theme.motion.thread
+        easing.type: Easing.InOutSine
+    }
+
+    BoardCanvas {
+        anchors.fill: parent
+        rows: view.rows
+        frame: frame
+    }
+}

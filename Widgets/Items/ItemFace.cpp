@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Widgets/Items/ItemFace.h"
+
+namespace lumaro {
+
+ItemFace ItemFace::withoutText() const {
+    const auto* const note = as<NoteFace>();
+    if (note == nullptr) return *this;
+    auto bare = *note;
+    bare.hidesText = true;
+    return bare;
+}
+
+const ItemFace::Value& ItemFace::emptyValue() {
+    static const Value empty = NoteFace{};
+    return empty;
+}
+
+} // namespace lumaro

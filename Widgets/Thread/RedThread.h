@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QtQml/qqmlregistration.h>
+#include <QtQuick/QQuickPaintedItem>
+
+namespace lumaro {
+
+/// The red thread between two homes: it hangs across the item's width, which is meant to be the board's, once it is
+/// `tied`. `progress` draws it, 0 to 1.
+class RedThread : public QQuickPaintedItem {
+    Q_OBJECT
+    QML_ELEMENT
+    Q_PROPERTY(bool tied READ isTied WRITE setTied NOTIFY changed)
+    Q_PROPERTY(double progress READ progress WRITE setProgress NOTIFY changed)
+    Q_PROPERTY(double pointScale READ pointScale WRITE setPointScale NOTIFY changed)
+
+public:
+    explicit RedThread(QQuickItem* parent = nullptr);
+
+    bool isTied() const { return isTied_; }
+    void setTied(bool isTied);
+    double progress() const { return progress_; }
+    void setProgress(double progress);
+    /// Pixels of the view for a point of the canvas.
+    double pointScale() const { return pointScale_; }
+    void setPointScale(double scale);
+
+    void paint(QPainter* painter) override;
+
+Q_SIGNALS:
+    void changed();
+
+private:
+    template <class Value>
+    void set(Value& place, Value value);
+
+    bool isTied_ = false;
+    double progress_ = 1;
+    double pointScale_ = 1;
+};
+
+} // namespace lumaro
