@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QImage>
+#include <QPainterPath>
+#include <QPointF>
+#include <QRectF>
+
+#include <cstdint>
+#include <memory>
+#include <span>
+
+namespace lumaro {
+
+/// Cuts what people point at out of a picture. They draw a frame around it or scribble over it, look at the edge, and
+/// scribble again where it is wrong. All places are in pixels of the picture.
+///
+/// A picture that is transparent in places is cut along them, and nothing that people point at changes that.
+///
+/// Pure: the same gestures cut the same edge. On a slow computer the first gesture takes a second and each further one
+/// a quarter of that, so this is used on any one thread at a time that may wait.
+class CutOut {
+public:
+    enum class Scribble : std::uint8_t { keep, drop };
+
+    /// Of a picture that is not null.
+    explicit CutOut(QImage picture);
+    CutOut(CutOut&&) noexcept;
+    CutOut& operator=(CutOut&&) noexcept;
+    ~CutOut();
+
+    /// The picture was cut before it came here.
+    bool isCutAlready() const;
+    /// What is wanted lies wholly within; what was scribbled stays.
+    void setFrame(const QRectF& frame);
+    /// One stroke of a brush. Without a frame, what is wanted is looked for around what is scribbled.
+    void scribble(std::span<const QPointF> points, double width, Scribble what);
+
+    /// How much of each place is kept, from 0 to 255, in the picture's proportions and at most `workingSide` long.
+    QImage mask() const;
+    /// The edge around what is kept; empty when nothing is.
+    QPainterPath outline() const;
+    /// What is kept, trimmed, with a soft edge, its longest side at most `stickerSide`; null when nothing is.
+    QImage sticker() const;
+
+    static constexpr int workingSide = 400;
+    static constexpr int stickerSide = 1024;
+
+private:
+    struct Work;
+    std::unique_ptr<Work> work_;
+};
+
+} // namespace lumaro
