@@ -140,13 +140,14 @@ void AppModel::requestQuickNote(std::optional<std::string> text) {
 }
 
 void AppModel::setPresence(OwnPresence presence) {
-    presence_ = std::move(presence);
+    state_.ownPresence = std::move(presence);
     sendPresenceSoon();
+    announce();
 }
 
 void AppModel::sendPresenceSoon() {
     presenceCoalesceTask_ = ports_.sleeper.wait(presencePause, [this] {
-        if (link_) link_->sendPresence(presence_);
+        if (link_) link_->sendPresence(state_.ownPresence);
     });
 }
 

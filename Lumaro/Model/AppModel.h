@@ -201,7 +201,6 @@ private:
     std::set<UUID> unstored_; ///< batches that the line has not answered for
     bool isStarter_ = true;   ///< what hangs there is no couple's board
     std::map<UUID, BoardItem> fallingItems_;
-    OwnPresence presence_;
     EditorModel editor_;
     BoardStore boardStore_;
     MediaCache media_;

@@ -269,7 +269,7 @@ void AppModel::takeExpiredDown() {
 void AppModel::ring(Instant end) {
     if (state_.lastBlockRang == end) return;
     state_.lastBlockRang = end;
-    ports_.sounds.play("Glass");
+    if (ports_.defaults.boolean("playsSounds").value_or(true)) ports_.sounds.play("Glass");
     announce();
 }
 

@@ -5,6 +5,7 @@
 #include "LumaroCore/BoardModel/Board.h"
 #include "LumaroCore/Pairing/PairingMessages.h"
 #include "LumaroCore/Protocol/CoupleToken.h"
+#include "LumaroCore/Protocol/Messages.h"
 #include "LumaroCore/Protocol/Presence.h"
 #include "LumaroCore/Services/ContactCard.h"
 #include "LumaroCore/SyncClient/SyncClient.h"
@@ -93,6 +94,8 @@ struct AppState {
     /// As this device shows it, with those items that are falling.
     Board board;
     BoardPresence presence;
+    /// What the partner sees of this person.
+    ClientMessage::Presence ownPresence;
     ConnectionState connection;
     std::size_t pendingBatches = 0;
     /// Acts that are shown but not on disk yet.

@@ -65,6 +65,8 @@ public:
     const std::optional<UUID>& selection() const { return selection_; }
     /// In the hand, over the board; when it is gone, it waits for `putBack` or `cancel`.
     const std::optional<Draft>& draft() const { return draft_; }
+    /// Whether the one in the hand is being written on.
+    bool isEditing() const { return isEditing_; }
     const std::optional<DoodleSession>& doodle() const { return doodle_; }
     bool canUndo() const { return history_.can(UndoHistory::Way::undo) || (draft_ && draft_->hasUnwritten()); }
     bool canRedo() const { return history_.can(UndoHistory::Way::redo); }
