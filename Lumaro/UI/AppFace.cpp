@@ -1,0 +1,110 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Lumaro/UI/AppFace.h"
+
+#include "Lumaro/UI/StatusLine.h"
+#include "Lumaro/UI/Text.h"
+#include "LumaroCore/Support/EnumNames.h"
+#include "LumaroCore/Support/Overloaded.h"
+
+#include <algorithm>
+#include <chrono>
+#include <utility>
+#include <variant>
+
+namespace lumaro {
+namespace {
+
+Stage stageOf(const AppState& state) {
+    if (state.secretPlace == SecretPlace::asking) return Stage::asksForFile;
+    if (state.keychainLocked) return Stage::locked;
+    if (state.isRestoring) return Stage::restoring;
+    if (state.token) {
+        if (state.connectionRejected) return Stage::refused;
+        return state.onboarding == OnboardingStep::bringThemOver ? Stage::bringThemOver : Stage::board;
+    }
+    if (state.wasPaired) return Stage::offBoard;
+    // Nobody can be brought over to no board.
+    const bool hasBegun = state.onboarding && *state.onboarding != OnboardingStep::welcome;
+    return hasBegun ? Stage::makeItYours : Stage::welcome;
+}
+
+bool isOffline(const ConnectionState& connection) {
+    return !std::holds_alternative<ConnectionState::Connected>(connection.value);
+}
+
+QString nameOr(const std::optional<std::string>& name, const char16_t* otherwise) {
+    return name && !name->empty() ? qText(*name) : QString::fromUtf16(otherwise);
+}
+
+void takePairing(AppFace& face, const PairingPhase& pairing) {
+    std::visit(Overloaded{[](const PairingPhase::Idle&) {},
+                          [&](const PairingPhase::Working&) { face.isWorking = true; },
+                          [&](const PairingPhase::Choosing& choosing) {
+                              face.isChoosing = true;
+                              face.firstName = nameOr(choosing.names.a, u"the one who began");
+                              face.secondName = nameOr(choosing.names.b, u"the one who came along");
+                              if (choosing.suggested) face.suggested = *choosing.suggested == PartnerID::a ? 0 : 1;
+                          },
+                          [&](const PairingPhase::Failed& failed) { face.failure = qText(failed.message); }},
+               pairing.value);
+}
+
+QString spanText(Microseconds left) {
+    const auto minutes = std::chrono::ceil<std::chrono::minutes>(left).count();
+    if (minutes <= 1) return QStringLiteral("works for one more minute");
+    return QStringLiteral("works for %1 more minutes").arg(minutes);
+}
+
+void takeCode(AppFace& face, const ShareCode& code, Instant now) {
+    const auto digits = qText(code.code);
+    const auto middle = digits.size() / 2;
+    face.isCodeOver = now >= code.expiresAt;
+    face.code = digits.left(middle) + QLatin1Char{' '} + digits.mid(middle);
+    face.codeWorks = face.isCodeOver ? QStringLiteral("that code timed out") : spanText(code.expiresAt - now);
+}
+
+QString greetingOf(const Arrival& arrival, const QString& partner) {
+    switch (arrival.status) {
+    case JoinStatus::joined: return QStringLiteral("%1 is on the board 💌").arg(partner);
+    case JoinStatus::rejoined: return QStringLiteral("welcome back — %1 is on the board 💌").arg(partner);
+    case JoinStatus::already: return QStringLiteral("you're on the board with %1 already 💌").arg(partner);
+    }
+    std::unreachable();
+}
+
+} // namespace
+
+QString AppFace::stageName() const {
+    return qText(nameOf(stage));
+}
+
+bool AppFace::needsPerson() const {
+    return isChoosing || !failure.isEmpty() || (stage != Stage::board && stage != Stage::restoring);
+}
+
+AppFace appFace(const AppState& state, Instant now) {
+    AppFace face;
+    face.stage = stageOf(state);
+    face.status = statusLine(state);
+    face.isOnBoard = state.token && !state.connectionRejected;
+    face.isOffline = face.isOnBoard && isOffline(state.connection);
+    face.waiting = static_cast<int>(std::min<std::size_t>(state.pendingBatches, 9999));
+    face.isPartnerHere = state.presence.isPartnerOnline;
+    face.hasPartner = face.isPartnerHere || !state.partnerDisplayName.empty();
+    face.myName = qText(state.myDisplayName);
+    face.partnerName = nameOr(state.partnerDisplayName, u"your person");
+    takePairing(face, state.pairing);
+    if (state.shareCode) takeCode(face, *state.shareCode, now);
+    face.isMintingCode = state.isMintingCode;
+    if (state.boardLink) face.link = qText(state.boardLink->url);
+    if (state.arrival) face.greeting = greetingOf(*state.arrival, nameOr(state.arrival->partnerName, u"your person"));
+    face.showsOnDesktop = state.showsBoardOnDesktop;
+    face.background = qText(nameOf(state.board.background));
+    face.notice = qText(state.notice);
+    face.notices = state.notices;
+    face.quickNoteRequest = state.quickNoteRequest;
+    face.quickNoteText = qText(state.quickNoteText.value_or(""));
+    return face;
+}
+
+} // namespace lumaro

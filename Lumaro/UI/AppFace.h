@@ -1,0 +1,106 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "Lumaro/Model/AppState.h"
+
+#include <QtCore/QObject>
+#include <QtCore/QString>
+#include <QtQml/qqmlregistration.h>
+
+#include <array>
+#include <cstdint>
+#include <string_view>
+
+namespace lumaro {
+
+/// Which page stands between people and their board; `board` when none does.
+enum class Stage : std::uint8_t {
+    restoring,
+    locked,      ///< the keychain would not open
+    asksForFile, ///< there is no keychain: will a file do?
+    welcome,
+    makeItYours,
+    bringThemOver,
+    offBoard, ///< paired once, with no key to a board now
+    refused,  ///< the room no longer knows this device
+    board,
+};
+
+constexpr std::array<std::string_view, 9> namesOf(Stage) {
+    return {"restoring",     "locked",   "asksForFile", "welcome", "makeItYours",
+            "bringThemOver", "offBoard", "refused",     "board"};
+}
+
+/// What the pages show of the application, in the words that people read. A plain value.
+struct AppFace {
+    Q_GADGET
+    QML_ANONYMOUS
+    Q_PROPERTY(QString stage READ stageName)
+    Q_PROPERTY(bool needsPerson READ needsPerson)
+    Q_PROPERTY(QString status MEMBER status)
+    Q_PROPERTY(bool isOnBoard MEMBER isOnBoard)
+    Q_PROPERTY(bool isOffline MEMBER isOffline)
+    Q_PROPERTY(int waiting MEMBER waiting)
+    Q_PROPERTY(bool isPartnerHere MEMBER isPartnerHere)
+    Q_PROPERTY(bool hasPartner MEMBER hasPartner)
+    Q_PROPERTY(QString myName MEMBER myName)
+    Q_PROPERTY(QString partnerName MEMBER partnerName)
+    Q_PROPERTY(bool isWorking MEMBER isWorking)
+    Q_PROPERTY(bool isChoosing MEMBER isChoosing)
+    Q_PROPERTY(QString firstName MEMBER firstName)
+    Q_PROPERTY(QString secondName MEMBER secondName)
+    Q_PROPERTY(int suggested MEMBER suggested)
+    Q_PROPERTY(QString failure MEMBER failure)
+    Q_PROPERTY(QString code MEMBER code)
+    Q_PROPERTY(QString codeWorks MEMBER codeWorks)
+    Q_PROPERTY(bool isCodeOver MEMBER isCodeOver)
+    Q_PROPERTY(bool isMintingCode MEMBER isMintingCode)
+    Q_PROPERTY(QString link MEMBER link)
+    Q_PROPERTY(QString greeting MEMBER greeting)
+    Q_PROPERTY(bool showsOnDesktop MEMBER showsOnDesktop)
+    Q_PROPERTY(QString background MEMBER background)
+    Q_PROPERTY(QString notice MEMBER notice)
+    Q_PROPERTY(int notices MEMBER notices)
+    Q_PROPERTY(int quickNoteRequest MEMBER quickNoteRequest)
+    Q_PROPERTY(QString quickNoteText MEMBER quickNoteText)
+
+public:
+    Stage stage = Stage::restoring;
+    QString status; ///< the line of the tray
+    bool isOnBoard = false;
+    bool isOffline = false; ///< on a board whose room does not answer
+    int waiting = 0;        ///< changes that the room has not heard of
+    bool isPartnerHere = false;
+    bool hasPartner = false; ///< somebody else is, or was, on the board
+    QString myName;
+    QString partnerName; ///< as it may stand in a sentence: never empty
+    bool isWorking = false;
+    bool isChoosing = false; ///< this person must say which of the two they are
+    QString firstName;
+    QString secondName;
+    int suggested = -1; ///< 0, 1, or -1 when the service has no idea
+    QString failure;    ///< of the latest pairing; empty when there is none
+    QString code;       ///< "123 456"; empty when there is none
+    QString codeWorks;  ///< "works for 9 more minutes"
+    bool isCodeOver = false;
+    bool isMintingCode = false;
+    QString link;
+    QString greeting; ///< of a join that has just come about
+    bool showsOnDesktop = true;
+    QString background;
+    QString notice;  ///< the latest of them
+    int notices = 0; ///< how many there have been
+    int quickNoteRequest = 0;
+    QString quickNoteText;
+
+    QString stageName() const;
+    /// There is something to read, to answer or to fill in before the board.
+    bool needsPerson() const;
+
+    bool operator==(const AppFace&) const = default;
+};
+
+/// How long a code works is told from `now` on.
+AppFace appFace(const AppState& state, Instant now);
+
+} // namespace lumaro

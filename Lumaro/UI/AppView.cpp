@@ -1,0 +1,155 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Lumaro/UI/AppView.h"
+
+#include "Lumaro/UI/Text.h"
+#include "LumaroCore/Support/EnumNames.h"
+#include "LumaroCore/Support/Wire.h"
+
+#include <QtCore/QSaveFile>
+#include <QtGui/QClipboard>
+#include <QtGui/QDesktopServices>
+#include <QtGui/QGuiApplication>
+#include <QtWidgets/QFileDialog>
+
+#include <chrono>
+#include <utility>
+
+namespace lumaro {
+
+AppView::AppView(Setup setup, AppModel& app, WallClock& clock, Sleeper& sleeper)
+    : setup_(std::move(setup)), app_(app), clock_(clock), sleeper_(sleeper), face_(appFace(app.state(), clock.now())) {
+    watchCode();
+}
+
+QString AppView::server() const {
+    return qText(app_.serverURL());
+}
+
+void AppView::refresh() {
+    auto face = appFace(app_.state(), clock_.now());
+    if (ownNotices_ > 0 && app_.state().notices == modelNotices_) face.notice = ownNotice_;
+    face.notices += ownNotices_;
+    isTold_ = isTold_ && face == face_;
+    face_ = std::move(face);
+    watchCode();
+    tell();
+}
+
+void AppView::tell() {
+    if (isTelling_) return;
+    isTelling_ = true;
+    while (!std::exchange(isTold_, true)) Q_EMIT faceChanged();
+    isTelling_ = false;
+}
+
+void AppView::watchCode() {
+    const auto& code = app_.state().shareCode;
+    if (!code || face_.isCodeOver) return codeTask_.reset();
+    // To when the next minute of what is left begins.
+    const auto left = code->expiresAt - clock_.now();
+    const auto partial = left % std::chrono::minutes{1};
+    const auto pause = partial > Microseconds{0} ? partial : Microseconds{std::chrono::minutes{1}};
+    codeTask_ = sleeper_.wait(pause, [this] { refresh(); });
+}
+
+void AppView::say(const QString& notice) {
+    ownNotice_ = notice;
+    ++ownNotices_;
+    modelNotices_ = app_.state().notices;
+    refresh();
+}
+
+// Onto a board.
+
+void AppView::startOurBoard() {
+    app_.startOurBoard();
+}
+
+void AppView::joinByCode(const QString& typed) {
+    app_.joinByCode(typed.toStdString());
+}
+
+void AppView::joinByLink(const QString& text) {
+    app_.joinByLink(text.toStdString());
+}
+
+void AppView::chooseOneself(int person) {
+    app_.chooseOneself(person == 0 ? PartnerID::a : PartnerID::b);
+}
+
+void AppView::forgetPairingFailure() {
+    app_.forgetPairingFailure();
+}
+
+void AppView::goTo(const QString& step) {
+    app_.setOnboarding(fromName<OnboardingStep>(step.toStdString()));
+}
+
+void AppView::setName(const QString& name) {
+    const auto trimmed = name.trimmed();
+    if (trimmed != face_.myName) app_.setMyDisplayName(trimmed.toStdString());
+}
+
+void AppView::retryKeychain() {
+    app_.retryKeychain();
+}
+
+void AppView::keepSecretsInFile(bool agreed) {
+    app_.keepSecretsInFile(agreed);
+}
+
+// While on it.
+
+void AppView::mintCode() {
+    app_.mintCode();
+}
+
+void AppView::copyText(const QString& text) {
+    QGuiApplication::clipboard()->setText(text);
+}
+
+void AppView::resetLinks() {
+    app_.resetLinks();
+}
+
+void AppView::releasePartner() {
+    app_.releasePartner();
+}
+
+void AppView::leaveBoard() {
+    app_.leaveBoard();
+}
+
+void AppView::setShowsOnDesktop(bool shows) {
+    app_.setShowsBoardOnDesktop(shows);
+}
+
+void AppView::exportBoard(const QUrl& file) {
+    const auto text = Wire::encode(app_.board());
+    QSaveFile out{file.toLocalFile()};
+    const bool isWritten = text && out.open(QIODevice::WriteOnly) &&
+                           out.write(text->data(), static_cast<qint64>(text->size())) >= 0 && out.commit();
+    say(isWritten ? QStringLiteral("your board is in %1").arg(file.fileName())
+                  : QStringLiteral("the board couldn't be written there"));
+}
+
+void AppView::askWhereToExport() {
+    auto* const dialog = new QFileDialog{nullptr, QStringLiteral("a copy of our board")};
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->setAcceptMode(QFileDialog::AcceptSave);
+    dialog->setDefaultSuffix(QStringLiteral("json"));
+    dialog->selectFile(QStringLiteral("our board.json"));
+    connect(dialog, &QFileDialog::fileSelected, this,
+            [this](const QString& file) { exportBoard(QUrl::fromLocalFile(file)); });
+    dialog->open();
+}
+
+void AppView::openFolder() {
+    QDesktopServices::openUrl(QUrl::fromLocalFile(setup_.folder));
+}
+
+void AppView::askForQuickNote() {
+    app_.requestQuickNote(std::nullopt);
+}
+
+} // namespace lumaro

@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Lumaro/UI/Board/BoardRow.h"
+
+#include "Lumaro/UI/Board/CardFaces.h"
+#include "Lumaro/UI/Board/SpokenItem.h"
+#include "Lumaro/UI/Text.h"
+#include "LumaroCore/Support/EnumNames.h"
+
+#include <algorithm>
+#include <numeric>
+
+namespace lumaro {
+namespace {
+
+/// The rank of each item from back to front; of two at one height the later one is in front.
+std::vector<int> ranksOf(const Board& board) {
+    std::vector<std::size_t> order(board.items.size());
+    std::iota(order.begin(), order.end(), std::size_t{0});
+    std::ranges::stable_sort(order, {}, [&](std::size_t row) { return board.items[row].z; });
+    std::vector<int> ranks(order.size());
+    for (std::size_t rank = 0; rank < order.size(); ++rank) ranks[order[rank]] = static_cast<int>(rank);
+    return ranks;
+}
+
+Point anchorOf(const BoardItem& item, const Board& board) {
+    const auto* const doodle = item.payload.as<DoodlePayload>();
+    const auto* const surface = doodle != nullptr && doodle->on ? board.find(*doodle->on) : nullptr;
+    return surface == nullptr ? item.center : surface->center;
+}
+
+} // namespace
+
+std::vector<BoardRow> rowsOf(const Board& board, const BoardMoves& moves, const LiveContext& live) {
+    std::vector<BoardRow> rows;
+    rows.reserve(board.items.size());
+    const auto ranks = ranksOf(board);
+    for (const auto& item : board.items) {
+        auto face = faceOf(item, live);
+        auto words = spoken(item, face, live);
+        rows.push_back({.itemId = qText(item.id),
+                        .kind = qText(nameOf(item.kind())),
+                        .center = item.center,
+                        .anchor = anchorOf(item, board),
+                        .size = item.naturalSize(),
+                        .tilt = item.rotationDegrees,
+                        .scale = item.scale,
+                        .stack = ranks[rows.size()],
+                        .face = std::move(face),
+                        .spoken = std::move(words),
+                        .isArriving = moves.arriving.contains(item.id),
+                        .isFalling = moves.falling.contains(item.id),
+                        .isInHand = moves.inHand.contains(item.id)});
+    }
+    return rows;
+}
+
+} // namespace lumaro

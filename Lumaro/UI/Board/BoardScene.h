@@ -1,0 +1,72 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "Lumaro/Model/AppModel.h"
+#include "Lumaro/UI/Board/BoardListModel.h"
+#include "Lumaro/UI/Board/PictureStore.h"
+#include "LumaroCore/Support/Sleeper.h"
+#include "LumaroCore/Support/WallClock.h"
+
+#include <QtCore/QObject>
+#include <QtCore/QTimeZone>
+#include <QtQml/qqmlregistration.h>
+
+#include <memory>
+#include <optional>
+
+namespace lumaro {
+
+/// The board as all windows of this device show it: the application's, with what is in the hand over it. It keeps time
+/// for what changes by itself, and draws no breath when nothing does.
+class BoardScene final : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("the application has it")
+    Q_PROPERTY(lumaro::BoardListModel* rows READ rows CONSTANT)
+    Q_PROPERTY(QString background READ background NOTIFY boardChanged)
+    Q_PROPERTY(bool isThreadTied READ isThreadTied NOTIFY boardChanged)
+    Q_PROPERTY(bool isEmpty READ isEmpty NOTIFY boardChanged)
+
+public:
+    /// All outlive the scene.
+    struct Ports {
+        AppModel& app;
+        WallClock& clock;
+        Sleeper& sleeper;
+        BackgroundRunner& background;
+    };
+
+    explicit BoardScene(Ports ports, QObject* parent = nullptr);
+    ~BoardScene() override = default;
+
+    BoardListModel* rows() { return &rows_; }
+    QString background() const;
+    bool isThreadTied() const { return shown_.threadTiedAt.has_value(); }
+    bool isEmpty() const { return shown_.items.empty(); }
+    const Board& shown() const { return shown_; }
+
+    /// The application or its editor looks different.
+    void refresh();
+    /// How many pixels of the sharpest window one point of the canvas has.
+    Q_INVOKABLE void wantPixels(double perPoint);
+
+Q_SIGNALS:
+    void boardChanged();
+    /// The red thread was tied just now: it is to be seen drawing itself.
+    void threadTied();
+
+private:
+    Board onScreen() const;
+    void waitForChange(const LiveContext& live);
+
+    Ports ports_;
+    PictureStore pictures_;
+    LiveContext::Picture picture_;
+    QTimeZone zone_;
+    Board shown_;
+    BoardListModel rows_;
+    double pixelsPerPoint_ = 1;
+    std::unique_ptr<Sleeper::Wait> change_;
+};
+
+} // namespace lumaro

@@ -1,0 +1,148 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Lumaro/UI/Board/CardFaces.h"
+
+#include "Lumaro/UI/Board/LiveCards.h"
+#include "Lumaro/UI/Text.h"
+#include "LumaroCore/BoardModel/BoardSpec.h"
+#include "LumaroCore/Presence/Countdown.h"
+#include "LumaroCore/Presence/Pomodoro.h"
+#include "LumaroCore/Support/EnumNames.h"
+#include "LumaroCore/Support/Overloaded.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+
+namespace lumaro {
+namespace {
+
+/// A note pales in so many steps, so that it is not painted anew all day.
+constexpr int fadeSteps = 12;
+constexpr std::chrono::microseconds fadeStep = std::chrono::microseconds{BoardSpec::noteLifespan} / fadeSteps;
+
+NoteFace noteFace(const NotePayload& note, const LiveContext& live) {
+    NoteFace face;
+    face.text = note.pm;
+    face.paper = qText(note.paper);
+    face.pin = qText(note.pin);
+    face.isKept = note.isKept();
+    if (note.expiresAt) {
+        const double steps =
+            std::floor(secondsBetween(live.now, *note.expiresAt) * 1e6 / static_cast<double>(fadeStep.count()));
+        face.fade = 1 - std::clamp((steps + 1) / fadeSteps, 0.0, 1.0);
+    }
+    return face;
+}
+
+PhotoFace photoFace(const PhotoPayload& photo, const LiveContext& live) {
+    PhotoFace face;
+    face.picture = live.picture(photo.mediaId, BoardSpec::printSize(photo.aspect));
+    face.caption = qText(photo.caption);
+    face.aspect = photo.aspect;
+    if (face.picture.isNull()) face.words = QStringLiteral("on its way…");
+    return face;
+}
+
+StickerFace stickerFace(const StickerPayload& sticker, const LiveContext& live) {
+    StickerFace face;
+    face.picture = live.picture(sticker.mediaId, BoardSpec::stickerSize(sticker.aspect));
+    face.aspect = sticker.aspect;
+    if (face.picture.isNull()) face.words = QStringLiteral("on its way…");
+    return face;
+}
+
+CountdownFace countdownFace(const CountdownPayload& countdown, const LiveContext& live) {
+    const auto reading = Countdown::reading(countdown.targetDate, live.now);
+    CountdownFace face;
+    face.label = qText(countdown.label);
+    face.isThere = reading.unit == Countdown::Unit::there;
+    if (face.isThere) {
+        face.figure = QStringLiteral("now");
+        return face;
+    }
+    face.figure = QString::number(reading.count);
+    face.unit = qText(nameOf(reading.unit));
+    if (reading.count == 1) face.unit.chop(1);
+    return face;
+}
+
+QString whoIsIn(const PomodoroPayload& timer, const LiveContext& live) {
+    if (!timer.startedBy) return {};
+    if (Pomodoro::isShared(timer)) return QStringLiteral("you're both in");
+    const bool isMine = live.isMe(*timer.startedBy);
+    const auto name = personName(*timer.startedBy, live);
+    return isMine || name == QStringLiteral("they") ? name + QStringLiteral("'re in") : name + QStringLiteral(" is in");
+}
+
+BlockFace blockFace(const PomodoroPayload& timer, const LiveContext& live) {
+    BlockFace face;
+    face.face = Pomodoro::face(timer, live.now);
+    face.isCoolDown = timer.phase == PomodoroPhase::coolDown;
+    const bool isRunning = face.face == Pomodoro::Face::running;
+    const auto minutes = face.isCoolDown ? Pomodoro::defaultMinutes : timer.minutes;
+    const double seconds = isRunning ? Pomodoro::remaining(timer, live.now) : static_cast<double>(minutes * 60);
+    face.figure =
+        face.face == Pomodoro::Face::rung ? QStringLiteral("done") : qText(PomodoroFormatting::figure(seconds));
+    // As far as the figure says, so that both change together.
+    face.progress = isRunning ? 1 - std::ceil(seconds) / static_cast<double>(timer.minutes * 60)
+                              : static_cast<double>(face.face == Pomodoro::Face::rung);
+    face.who = face.face == Pomodoro::Face::resting ? QStringLiteral("whenever you two like") : whoIsIn(timer, live);
+    return face;
+}
+
+std::optional<Instant> nextChangeOf(const NotePayload& note, Instant now) {
+    if (!note.expiresAt || *note.expiresAt <= now) return std::nullopt;
+    const auto left = *note.expiresAt - now;
+    return *note.expiresAt - (left / fadeStep) * fadeStep + Microseconds{1};
+}
+
+std::optional<Instant> nextChangeOf(const PomodoroPayload& timer, Instant now) {
+    const auto end = Pomodoro::endsAt(timer);
+    switch (Pomodoro::face(timer, now)) {
+    case Pomodoro::Face::resting: return std::nullopt;
+    case Pomodoro::Face::rung: return saturatingAdd(*end, Pomodoro::ringingSpan);
+    case Pomodoro::Face::running: {
+        // The figure is rounded up: it changes when whole seconds are left.
+        const auto left = std::chrono::ceil<std::chrono::seconds>(*end - now);
+        return *end - left + std::chrono::seconds{1};
+    }
+    }
+    return std::nullopt;
+}
+
+} // namespace
+
+ItemFace faceOf(const BoardItem& item, const LiveContext& live) {
+    return std::visit(Overloaded{[&](const NotePayload& it) { return ItemFace{noteFace(it, live)}; },
+                                 [&](const PhotoPayload& it) { return ItemFace{photoFace(it, live)}; },
+                                 [&](const CountdownPayload& it) { return ItemFace{countdownFace(it, live)}; },
+                                 [&](const NowPlayingSlotPayload& it) { return ItemFace{musicFace(it, live)}; },
+                                 [&](const LocationPayload& it) { return ItemFace{windowFace(it, live)}; },
+                                 [&](const TimezonesPayload& it) { return ItemFace{clocksFace(it, live)}; },
+                                 [&](const CalendarPayload& it) { return ItemFace{dayFace(it, live)}; },
+                                 [&](const PomodoroPayload& it) { return ItemFace{blockFace(it, live)}; },
+                                 [&](const StickerPayload& it) { return ItemFace{stickerFace(it, live)}; },
+                                 [&](const DoodlePayload& it) { return ItemFace{DoodleFace{it}}; }},
+                      item.payload.value());
+}
+
+std::optional<Instant> nextChange(const BoardItem& item, const LiveContext& live) {
+    const auto minute = [&](const auto&) -> std::optional<Instant> {
+        return std::chrono::floor<std::chrono::minutes>(live.now) + std::chrono::minutes{1};
+    };
+    const auto never = [](const auto&) -> std::optional<Instant> { return std::nullopt; };
+    return std::visit(
+        Overloaded{[&](const NotePayload& it) { return nextChangeOf(it, live.now); },
+                   [&](const CountdownPayload& it) { return Countdown::reading(it.targetDate, live.now).nextChange; },
+                   [&](const PomodoroPayload& it) { return nextChangeOf(it, live.now); },
+                   [&](const LocationPayload& it) { return minute(it); },
+                   [&](const TimezonesPayload& it) { return minute(it); },
+                   [&](const CalendarPayload& it) { return minute(it); },
+                   [&](const NowPlayingSlotPayload& it) { return never(it); },
+                   [&](const PhotoPayload& it) { return never(it); },
+                   [&](const StickerPayload& it) { return never(it); },
+                   [&](const DoodlePayload& it) { return never(it); }},
+        item.payload.value());
+}
+
+} // namespace lumaro

@@ -1,0 +1,196 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Lumaro/UI/Board/LiveCards.h"
+
+#include "Lumaro/UI/Text.h"
+#include "LumaroCore/Presence/Sky.h"
+
+#include <QtCore/QDateTime>
+#include <QtCore/QLocale>
+
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+
+namespace lumaro {
+namespace {
+
+/// Positions older than this are told with their time.
+constexpr std::chrono::minutes freshness{60};
+constexpr std::size_t eventsShown = 4;
+
+QDateTime at(Instant instant, const QTimeZone& zone) {
+    const auto milliseconds = std::chrono::floor<std::chrono::milliseconds>(instant).time_since_epoch().count();
+    return QDateTime::fromMSecsSinceEpoch(milliseconds, zone);
+}
+
+QString clock(const QDateTime& time) {
+    return time.toString(QStringLiteral("HH:mm"));
+}
+
+/// To the minute, as clocks show it.
+double hourOf(const QDateTime& time) {
+    return time.time().hour() + time.time().minute() / 60.0;
+}
+
+QString word(QStringView figure, const char* unit) {
+    return QStringLiteral("%1 %2").arg(figure, QLatin1String{unit});
+}
+
+QString temperature(double celsius, bool isFahrenheit) {
+    const double shown = isFahrenheit ? celsius * 9 / 5 + 32 : celsius;
+    return QStringLiteral("%1°").arg(std::lround(shown));
+}
+
+/// The zone of a person: what they shared, or this device's own.
+std::optional<QTimeZone> zoneOf(PartnerID slot, const LiveContext& live) {
+    if (live.isMe(slot)) return live.zone;
+    const auto& here = live.here(slot);
+    if (!here) return std::nullopt;
+    const QTimeZone zone{QByteArray::fromStdString(here->tz)};
+    return zone.isValid() ? std::optional{zone} : std::nullopt;
+}
+
+QString noPlace(PartnerID slot, const LiveContext& live) {
+    if (live.isMe(slot)) return QStringLiteral("location is off");
+    return live.partner.isPartnerOnline ? QStringLiteral("waiting for a fix")
+                                        : QStringLiteral("no word from there yet");
+}
+
+std::optional<Sky> skyOver(const std::optional<Here>& here) {
+    if (!here || !here->weather) return std::nullopt;
+    return skyOf(here->weather->code, here->weather->isDay);
+}
+
+ClocksFace::Side side(PartnerID slot, const LiveContext& live) {
+    ClocksFace::Side side;
+    side.name = personName(slot, live);
+    side.sky = skyOver(live.here(slot));
+    if (const auto zone = zoneOf(slot, live)) {
+        const auto time = at(live.now, *zone);
+        side.time = clock(time);
+        side.hour = hourOf(time);
+    } else {
+        side.words = noPlace(slot, live);
+    }
+    return side;
+}
+
+QString hoursBetween(const QTimeZone& mine, const QTimeZone& theirs, Instant now) {
+    const auto time = at(now, mine);
+    const int minutes = (theirs.offsetFromUtc(time) - mine.offsetFromUtc(time)) / 60;
+    if (minutes == 0) return QStringLiteral("the same time");
+    const int size = std::abs(minutes);
+    const auto hours = size % 60 == 0 ? QString::number(size / 60) : QString::number(size / 60.0, 'g', 3);
+    return word(hours, size == 60 ? "hour" : "hours") +
+           (minutes > 0 ? QStringLiteral(" ahead") : QStringLiteral(" behind"));
+}
+
+QString dayWords(CalendarStatus status, PartnerID slot, const LiveContext& live) {
+    switch (status) {
+    case CalendarStatus::notConnected:
+        return live.isMe(slot) ? QStringLiteral("no calendar yet")
+                               : QStringLiteral("they keep their day to themselves");
+    case CalendarStatus::pending: return QStringLiteral("the day is on its way");
+    case CalendarStatus::failed: return QStringLiteral("the calendar didn't answer");
+    case CalendarStatus::connected: return QStringLiteral("nothing planned");
+    }
+    return {};
+}
+
+void addEvents(DayFace& face, const CalendarDay& day, const QTimeZone& zone) {
+    for (const auto& event : day.events) {
+        if (face.events.size() == eventsShown) break;
+        face.events.push_back(
+            {event.allDay ? QStringLiteral("all day") : clock(at(event.start, zone)), qText(event.title)});
+    }
+    face.more = static_cast<int>(day.events.size() - face.events.size());
+}
+
+} // namespace
+
+QString personName(PartnerID slot, const LiveContext& live) {
+    if (live.isMe(slot)) return QStringLiteral("you");
+    const auto name = live.names.find(slot);
+    return name == live.names.end() || name->second.empty() ? QStringLiteral("they") : qText(name->second);
+}
+
+MusicFace musicFace(const NowPlayingSlotPayload& card, const LiveContext& live) {
+    MusicFace face;
+    const auto& playing = live.nowPlaying(card.slot);
+    if (!playing) {
+        face.words = QStringLiteral("nothing playing");
+        return face;
+    }
+    face.state = playing->isPlaying ? MusicFace::State::playing : MusicFace::State::paused;
+    face.title = qText(playing->title);
+    face.artist = qText(playing->artist);
+    if (!playing->isPlaying) face.words = QStringLiteral("paused");
+    return face;
+}
+
+WindowFace windowFace(const LocationPayload& card, const LiveContext& live) {
+    WindowFace face;
+    const auto& here = live.here(card.slot);
+    face.sky = skyOver(here);
+    const auto zone = zoneOf(card.slot, live);
+    if (zone) {
+        const auto time = at(live.now, *zone);
+        face.time = clock(time);
+        face.hour = hourOf(time);
+    }
+    face.isDay = here && here->weather ? here->weather->isDay : face.hour >= 7 && face.hour < 20;
+    if (!here) {
+        face.place = personName(card.slot, live);
+        face.words = noPlace(card.slot, live);
+        return face;
+    }
+    face.place = qText(here->label);
+    if (here->weather) face.temperature = temperature(here->weather->tempC, live.isFahrenheit);
+    if (zone && live.now - here->sampledAt > freshness) {
+        face.words = QStringLiteral("as of %1").arg(clock(at(here->sampledAt, *zone)));
+    }
+    return face;
+}
+
+ClocksFace clocksFace(const TimezonesPayload& card, const LiveContext& live) {
+    ClocksFace face;
+    const auto partner = other(live.me);
+    face.mine = side(live.me, live);
+    face.theirs = side(partner, live);
+    const auto zone = zoneOf(partner, live);
+    face.between = zone ? hoursBetween(live.zone, *zone, live.now) : QString{};
+    const auto& here = live.here(partner);
+    if (here && here->weather) {
+        face.theirs.words = temperature(here->weather->tempC, card.units == TemperatureUnit::fahrenheit);
+    }
+    const auto& own = live.here(live.me);
+    if (own && own->weather) {
+        face.mine.words = temperature(own->weather->tempC, card.units == TemperatureUnit::fahrenheit);
+    }
+    return face;
+}
+
+DayFace dayFace(const CalendarPayload& card, const LiveContext& live) {
+    DayFace face;
+    const auto zone = zoneOf(card.slot, live).value_or(live.zone);
+    const auto date = at(live.now, zone).date();
+    const QLocale english{QLocale::English};
+    face.weekday = english.dayName(date.dayOfWeek()).toLower();
+    face.day = QString::number(date.day());
+    face.month = english.monthName(date.month()).toLower();
+    face.whose =
+        live.isMe(card.slot) ? QStringLiteral("your day") : QStringLiteral("%1's day").arg(personName(card.slot, live));
+    const auto status = live.partner.calendarStatus.find(card.slot);
+    const auto known = live.partner.calendar.find(card.slot);
+    const bool isToday =
+        known != live.partner.calendar.end() && qText(known->second.date) == date.toString(Qt::ISODate);
+    if (isToday) addEvents(face, known->second, zone);
+    if (face.events.empty()) {
+        const auto state = status == live.partner.calendarStatus.end() ? CalendarStatus::notConnected : status->second;
+        face.words =
+            dayWords(state == CalendarStatus::connected && !isToday ? CalendarStatus::pending : state, card.slot, live);
+    }
+    return face;
+}
+
+} // namespace lumaro

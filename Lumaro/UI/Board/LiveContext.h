@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "Lumaro/Model/AppState.h"
+
+#include <QtCore/QString>
+#include <QtCore/QTimeZone>
+#include <QtGui/QImage>
+
+#include <functional>
+#include <optional>
+
+namespace lumaro {
+
+/// What the pictures of a board depend on beside its items. A view of what others own, for the length of a call.
+struct LiveContext {
+    /// The picture of that id, as wide as the item wants it; null while it is not here.
+    using Picture = std::function<QImage(const UUID& id, Size points)>;
+
+    const BoardPresence& partner;
+    const ClientMessage::Presence& own;
+    const std::map<PartnerID, std::string>& names;
+    PartnerID me = PartnerID::a;
+    Instant now;
+    const QTimeZone& zone; ///< of this device
+    bool isFahrenheit = false;
+    const Picture& picture;
+
+    bool isMe(PartnerID slot) const { return slot == me; }
+    const std::optional<NowPlaying>& nowPlaying(PartnerID slot) const {
+        return isMe(slot) ? own.nowPlaying : partner.nowPlaying;
+    }
+    const std::optional<Here>& here(PartnerID slot) const { return isMe(slot) ? own.here : partner.here; }
+};
+
+/// What people call the person: "you", their name, or "they" as long as it is not known.
+QString personName(PartnerID slot, const LiveContext& live);
+
+} // namespace lumaro

@@ -1,0 +1,76 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "Lumaro/Model/AppModel.h"
+#include "LumaroCore/DesktopKit/DesktopLevel.h"
+#include "LumaroCore/Services/UserDefaults.h"
+
+#include <QtCore/QObject>
+#include <QtCore/QString>
+#include <QtCore/QStringList>
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <vector>
+
+class QQuickWindow;
+class QScreen;
+
+namespace lumaro {
+
+/// The board on the desktop: one window on each screen that was chosen, at the lowest level that the desktop grants.
+/// Follows screens that come, go and change. On the main thread.
+///
+/// A window that nobody can see, or that hangs behind the screen's lock, should do nothing: its property `isPaused`
+/// says so, and that of its root item where the window is a `QQuickView`.
+class DesktopBoards final : public QObject, public WallpaperController {
+    Q_OBJECT
+
+public:
+    /// Makes the board's window for a screen; its place and its level are not the maker's.
+    using MakeWindow = std::function<std::unique_ptr<QQuickWindow>(QScreen&)>;
+    struct Choice {
+        QString screen; ///< its name
+        bool isChosen = true;
+        bool operator==(const Choice&) const = default;
+    };
+
+    /// The settings outlive the boards.
+    DesktopBoards(UserDefaults& defaults, MakeWindow make);
+    ~DesktopBoards() override;
+
+    void setEnabled(bool enabled) override;
+    /// The windows show the model's state, and draw what changes by themselves.
+    void refresh() override {}
+
+    /// Behind the icons, or merely below other windows; none while no board hangs.
+    std::optional<DesktopLevel> level() const { return level_; }
+    /// The screens there are. People who never chose have chosen all, and so have those who chose all.
+    std::vector<Choice> choices() const;
+    void choose(const QString& screen, bool isChosen);
+    void setScreenLocked(bool isLocked);
+
+Q_SIGNALS:
+    /// Of the level or the choices.
+    void changed();
+
+private:
+    struct Board;
+
+    std::optional<QStringList> chosen() const;
+    void hang();
+    void hangOn(QScreen& screen);
+    void take(QScreen* screen);
+    void pauseAsNeeded(Board& board) const;
+
+    UserDefaults& defaults_;
+    MakeWindow make_;
+    bool isEnabled_ = false;
+    bool isLocked_ = false;
+    std::optional<DesktopLevel> level_;
+    std::map<QScreen*, std::unique_ptr<Board>> boards_;
+};
+
+} // namespace lumaro

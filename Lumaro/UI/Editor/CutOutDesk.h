@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "Lumaro/Pictures/CutOut.h"
+#include "LumaroCore/Support/BackgroundRunner.h"
+
+#include <QtCore/QObject>
+#include <QtGui/QImage>
+#include <QtGui/QPainterPath>
+#include <QtQml/qqmlregistration.h>
+
+#include <deque>
+#include <functional>
+#include <memory>
+
+namespace lumaro {
+
+/// A picture that is being cut out: gestures are worked off in the background one after the other, and the edge
+/// follows. Places are fractions of the picture, 0 to 1.
+class CutOutDesk final : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("the picture desk has it")
+    Q_PROPERTY(bool isOpen READ isOpen NOTIFY changed)
+    Q_PROPERTY(bool isWorking READ isWorking NOTIFY changed)
+    Q_PROPERTY(bool hasEdge READ hasEdge NOTIFY changed)
+    Q_PROPERTY(double aspect READ aspect NOTIFY changed)
+
+public:
+    /// The runner outlives the desk.
+    explicit CutOutDesk(BackgroundRunner& background, QObject* parent = nullptr)
+        : QObject(parent), background_(background) {}
+
+    using Cut = std::move_only_function<void(QImage sticker)>;
+    /// Opens the picture; `then` gets what was cut out, when the person takes it.
+    void open(QImage picture, Cut then);
+
+    bool isOpen() const { return cut_ != nullptr; }
+    bool isWorking() const { return task_ != nullptr; }
+    bool hasEdge() const { return !outline_.isEmpty(); }
+    double aspect() const { return picture_.isNull() ? 1.0 : picture_.width() * 1.0 / picture_.height(); }
+    const QImage& picture() const { return picture_; }
+    /// In pixels of the picture.
+    const QPainterPath& outline() const { return outline_; }
+
+    Q_INVOKABLE void frame(double left, double top, double right, double bottom);
+    /// `places` alternate x and y; `width` is a fraction of the picture's width.
+    Q_INVOKABLE void scribble(const QList<double>& places, double width, bool isKept);
+    /// Puts up what is within the edge, and closes.
+    Q_INVOKABLE void take();
+    Q_INVOKABLE void close();
+
+Q_SIGNALS:
+    void changed();
+
+private:
+    using Gesture = std::function<void(CutOut&)>;
+
+    void add(Gesture gesture);
+    void workOff();
+
+    BackgroundRunner& background_;
+    QImage picture_;
+    QPainterPath outline_;
+    std::shared_ptr<CutOut> cut_; ///< the background's while a task is under way
+    std::deque<Gesture> gestures_;
+    std::unique_ptr<BackgroundRunner::Task> task_;
+    Cut then_;
+};
+
+} // namespace lumaro

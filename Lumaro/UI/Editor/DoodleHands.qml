@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: Apache-2.0
+import QtQuick
+import Widgets
+import Lumaro.UI
+
+/// The pen or the eraser over the board.
+FocusScope {
+    id: hands
+
+    required property BoardView board
+    required property EditorView editor
+    required property DoodleBar bar
+
+    Accessible.role: Accessible.Canvas
+    Accessible.name: qsTr("the glass, to draw on")
+    onVisibleChanged: {
+        if (visible) {
+            forceActiveFocus();
+        }
+    }
+    Keys.onEscapePressed: editor.cancelDoodle()
+    Keys.onReturnPressed: editor.finishDoodle()
+    Keys.onPressed: event => {
+        if (event.key === Qt.Key_E) {
+            bar.isErasing = !bar.isErasing;
+            event.accepted = true;
+        }
+    }
+
+    MouseArea {
+        property point last
+
+        function place(mouse: var): point {
+            return hands.board.toCanvas(Qt.point(mouse.x, mouse.y));
+        }
+
+        anchors.fill: parent
+        cursorShape: Qt.CrossCursor
+        onPressed: mouse => {
+            hands.forceActiveFocus();
+            last = place(mouse);
+            if (hands.bar.isErasing) {
+                hands.editor.erase(last, last, 14);
+            } else {
+                hands.editor.penDown(last, hands.bar.ink, hands.bar.penWidth);
+            }
+        }
+        onPositionChanged: mouse => {
+            const there = place(mouse);
+            if (hands.bar.isErasing) {
+                hands.editor.erase(last, there, 14);
+            } else {
+                hands.editor.penTo(there);
+            }
+            last = there;
+        }
+        onReleased: hands.editor.penUp()
+        onCanceled: hands.editor.penUp()
+    }
+}

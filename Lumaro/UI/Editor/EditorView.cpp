@@ -1,0 +1,356 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Lumaro/UI/Editor/EditorView.h"
+
+#include "Lumaro/UI/Text.h"
+#include "LumaroCore/Geometry/ItemAt.h"
+#include "LumaroCore/Presence/Pomodoro.h"
+#include "LumaroCore/Support/EnumNames.h"
+
+#include <QtCore/QDateTime>
+#include <QtCore/QMimeData>
+#include <QtGui/QClipboard>
+#include <QtGui/QGuiApplication>
+#include <QtGui/QImage>
+
+#include <algorithm>
+#include <chrono>
+#include <limits>
+#include <utility>
+
+namespace lumaro {
+namespace {
+
+Point point(QPointF place) {
+    return {place.x(), place.y()};
+}
+
+std::optional<UUID> idOf(const QString& itemId) {
+    return UUID::parse(itemId.toStdString());
+}
+
+Instant instant(double ms) {
+    return Instant{std::chrono::milliseconds{static_cast<std::int64_t>(ms)}};
+}
+
+/// A card that people put up as it is.
+std::optional<Payload> cardOf(ItemKind kind, PartnerID partner) {
+    switch (kind) {
+    case ItemKind::nowPlayingSlot: return NowPlayingSlotPayload{partner};
+    case ItemKind::location: return LocationPayload{partner};
+    case ItemKind::timezones: return TimezonesPayload{};
+    case ItemKind::calendar: return CalendarPayload{partner};
+    case ItemKind::pomodoro: return PomodoroPayload{};
+    case ItemKind::note:
+    case ItemKind::photo:
+    case ItemKind::countdown:
+    case ItemKind::sticker:
+    case ItemKind::doodle: return std::nullopt;
+    }
+    std::unreachable();
+}
+
+} // namespace
+
+EditorView::EditorView(AppModel& app, WallClock& clock, QObject* parent)
+    : QObject(parent), app_(app), editor_(app.editor()), clock_(clock) {
+    refresh();
+}
+
+PartnerID EditorView::me() const {
+    return app_.state().token ? app_.state().token->slot : PartnerID::a;
+}
+
+const BoardItem* EditorView::selectedOnBoard() const {
+    return editor_.selection() ? app_.board().find(*editor_.selection()) : nullptr;
+}
+
+std::optional<BoardItem> EditorView::itemInSight() const {
+    const auto& id = editor_.selection();
+    if (!id) return std::nullopt;
+    if (editor_.draft() && editor_.draft()->id() == *id) return editor_.draft()->items().front();
+    const auto* const item = selectedOnBoard();
+    return item == nullptr ? std::nullopt : std::optional{*item};
+}
+
+void EditorView::refresh() {
+    const auto item = itemInSight();
+    selected_ = item ? selectedItem(*item, me(), clock_.now()) : SelectedItem{};
+    Q_EMIT changed();
+    const auto& notice = editor_.notice();
+    if (std::exchange(notices_, notice.count) != notice.count) Q_EMIT noticed(qText(notice.text));
+}
+
+// Selecting.
+
+QString EditorView::itemAt(QPointF place, double reach) const {
+    const auto id = lumaro::itemAt(app_.state().board, point(place), reach);
+    return id ? qText(*id) : QString{};
+}
+
+void EditorView::select(const QString& itemId) {
+    editor_.select(idOf(itemId));
+}
+
+void EditorView::selectNothing() {
+    editor_.select(std::nullopt);
+}
+
+bool EditorView::selectNext(bool isForward) {
+    const auto order = readingOrder(app_.board());
+    const auto here = editor_.selection() ? std::ranges::find(order, *editor_.selection()) : order.end();
+    std::optional<UUID> next;
+    if (here == order.end()) {
+        if (!order.empty()) next = isForward ? order.front() : order.back();
+    } else if (isForward ? here + 1 != order.end() : here != order.begin()) {
+        next = isForward ? *(here + 1) : *(here - 1);
+    }
+    editor_.select(next);
+    return next.has_value();
+}
+
+// The selected one in the hand.
+
+void EditorView::grip(QPointF at) {
+    const auto item = itemInSight();
+    if (!item || !editor_.beginGesture(item->id)) return;
+    grip_.emplace(*item, point(at));
+}
+
+void EditorView::moveTo(QPointF pointer) {
+    if (grip_) static_cast<void>(editor_.moveTo(grip_->centerAt(point(pointer))));
+}
+
+void EditorView::turnTo(QPointF pointer) {
+    if (grip_) static_cast<void>(editor_.turnTo(grip_->tiltAt(point(pointer))));
+}
+
+void EditorView::resizeTo(QPointF pointer) {
+    if (grip_) static_cast<void>(editor_.resizeTo(grip_->scaleAt(point(pointer))));
+}
+
+void EditorView::letGo() {
+    const bool isGripped = std::exchange(grip_, std::nullopt).has_value();
+    const bool isHeld = std::exchange(isHeld_, false);
+    if (isGripped || isHeld) static_cast<void>(editor_.endGesture());
+}
+
+// The selected one by keys, wheel and menu.
+
+std::optional<BoardItem> EditorView::hold() {
+    auto item = itemInSight();
+    if (!item || grip_) return std::nullopt;
+    if (!isHeld_ && !editor_.beginGesture(item->id)) return std::nullopt;
+    isHeld_ = true;
+    return item;
+}
+
+void EditorView::nudge(double dx, double dy) {
+    if (const auto item = hold()) static_cast<void>(editor_.moveTo(item->center + Point{dx, dy}));
+}
+
+void EditorView::turnBy(double degrees) {
+    if (const auto item = hold()) static_cast<void>(editor_.turnTo(item->rotationDegrees + degrees));
+}
+
+void EditorView::resizeBy(double factor) {
+    if (const auto item = hold()) static_cast<void>(editor_.resizeTo(item->scale * factor));
+}
+
+void EditorView::bringToFront() {
+    const auto* const item = selectedOnBoard();
+    if (item != nullptr && editor_.beginGesture(item->id)) static_cast<void>(editor_.endGesture());
+}
+
+void EditorView::takeDown() {
+    if (editor_.selection()) static_cast<void>(editor_.takeDown(*editor_.selection()));
+}
+
+void EditorView::duplicate() {
+    if (editor_.selection()) static_cast<void>(editor_.duplicate(*editor_.selection()));
+}
+
+void EditorView::setKept(bool isKept) {
+    if (!editor_.selection()) return;
+    static_cast<void>(isKept ? editor_.keep(*editor_.selection()) : editor_.unkeep(*editor_.selection()));
+}
+
+void EditorView::copy() const {
+    const auto item = itemInSight();
+    if (!item) return;
+    if (const auto* const note = item->payload.as<NotePayload>()) {
+        QGuiApplication::clipboard()->setText(qText(std::string_view{note->pm.plainText()}));
+        return;
+    }
+    const auto* const photo = item->payload.as<PhotoPayload>();
+    const auto* const sticker = item->payload.as<StickerPayload>();
+    if (photo == nullptr && sticker == nullptr) return;
+    if (const auto path = app_.media().pathOf(photo != nullptr ? photo->mediaId : sticker->mediaId)) {
+        QGuiApplication::clipboard()->setImage(QImage{qText(std::string_view{*path})});
+    }
+}
+
+// What the selected one holds.
+
+template <class Value, class Change>
+void EditorView::change(Change change) {
+    const auto* const item = selectedOnBoard();
+    const auto* const held = item == nullptr ? nullptr : item->payload.as<Value>();
+    if (held != nullptr) static_cast<void>(editor_.replacePayload(item->id, change(*held)));
+}
+
+void EditorView::startWriting() {
+    if (selected_.kind == QStringLiteral("note")) static_cast<void>(editor_.beginEditing(*editor_.selection()));
+}
+
+void EditorView::finishWriting() {
+    static_cast<void>(editor_.endEditing());
+}
+
+void EditorView::setPaper(const QString& paper) {
+    change<NotePayload>([&](NotePayload note) {
+        note.paper = paper.toStdString();
+        return note;
+    });
+}
+
+void EditorView::setCaption(const QString& caption) {
+    change<PhotoPayload>([&](PhotoPayload photo) {
+        photo.caption = caption.trimmed().toStdString();
+        return photo;
+    });
+}
+
+void EditorView::setCountdown(const QString& label, double targetMs) {
+    change<CountdownPayload>(
+        [&](const CountdownPayload&) { return CountdownPayload{instant(targetMs), label.trimmed().toStdString()}; });
+}
+
+void EditorView::startBlock(int minutes) {
+    change<PomodoroPayload>(
+        [&](PomodoroPayload timer) { return Pomodoro::started(std::move(timer), minutes, me(), clock_.now()); });
+}
+
+void EditorView::joinBlock() {
+    change<PomodoroPayload>(
+        [&](PomodoroPayload timer) { return Pomodoro::joined(std::move(timer), me(), clock_.now()); });
+}
+
+void EditorView::coolDown() {
+    change<PomodoroPayload>(
+        [&](PomodoroPayload timer) { return Pomodoro::coolingDown(std::move(timer), me(), clock_.now()); });
+}
+
+void EditorView::rest() {
+    change<PomodoroPayload>([](PomodoroPayload timer) { return Pomodoro::rested(std::move(timer)); });
+}
+
+// Putting up.
+
+void EditorView::putUpNote(const QString& paper) {
+    // That it has a time to come down makes it a note for a day.
+    const auto id = editor_.putUp(NotePayload{pm::emptyDoc(), paper.toStdString(), "brass", clock_.now()});
+    if (id) startWriting();
+}
+
+bool EditorView::putUpText(const QString& text) {
+    return editor_.pasteText(text.toStdString()).has_value();
+}
+
+void EditorView::putUpCountdown(const QString& label, double targetMs) {
+    static_cast<void>(editor_.putUp(CountdownPayload{instant(targetMs), label.trimmed().toStdString()}));
+}
+
+void EditorView::putUpCard(const QString& kind) {
+    const auto known = fromName<ItemKind>(kind.toStdString());
+    auto card = known ? cardOf(*known, other(me())) : std::nullopt;
+    if (card) static_cast<void>(editor_.putUp(std::move(*card)));
+}
+
+void EditorView::setBackground(const QString& background) {
+    if (const auto known = fromName<BackgroundID>(background.toStdString())) {
+        static_cast<void>(editor_.setBackground(*known));
+    }
+}
+
+// Pen and eraser.
+
+void EditorView::beginDoodle(const QString& onItem) {
+    const auto id = idOf(onItem);
+    const auto* const item = id ? app_.board().find(*id) : nullptr;
+    if (item != nullptr && item->kind() == ItemKind::doodle) {
+        static_cast<void>(editor_.editDoodle(*id));
+    } else {
+        editor_.beginDoodle(item != nullptr ? id : std::nullopt);
+    }
+    Q_EMIT inkChanged();
+}
+
+void EditorView::penDown(QPointF place, const QString& ink, double width) {
+    static_cast<void>(editor_.penDown(point(place), {ink.toStdString(), width}));
+    Q_EMIT inkChanged();
+}
+
+void EditorView::penTo(QPointF place) {
+    editor_.penTo(point(place));
+    Q_EMIT inkChanged();
+}
+
+void EditorView::penUp() {
+    editor_.penUp();
+    Q_EMIT inkChanged();
+}
+
+void EditorView::erase(QPointF from, QPointF to, double radius) {
+    editor_.eraseAlong(point(from), point(to), radius);
+    Q_EMIT inkChanged();
+}
+
+void EditorView::finishDoodle() {
+    static_cast<void>(editor_.finishDoodle());
+    Q_EMIT inkChanged();
+}
+
+void EditorView::cancelDoodle() {
+    editor_.cancelDoodle();
+    Q_EMIT inkChanged();
+}
+
+void EditorView::undo() {
+    static_cast<void>(editor_.undo());
+}
+
+void EditorView::redo() {
+    static_cast<void>(editor_.redo());
+}
+
+void EditorView::putBack() {
+    static_cast<void>(editor_.putBack());
+}
+
+void EditorView::letBe() {
+    editor_.cancel();
+}
+
+// Moments.
+
+double EditorView::momentFrom(const QString& day, const QString& time) {
+    const auto date = QDate::fromString(day.trimmed(), Qt::ISODate);
+    const auto clock =
+        time.trimmed().isEmpty() ? QTime{0, 0} : QTime::fromString(time.trimmed(), QStringLiteral("H:mm"));
+    if (!date.isValid() || !clock.isValid()) return std::numeric_limits<double>::quiet_NaN();
+    return static_cast<double>(QDateTime{date, clock}.toMSecsSinceEpoch());
+}
+
+QString EditorView::dayOf(double ms) {
+    return QDateTime::fromMSecsSinceEpoch(static_cast<qint64>(ms)).date().toString(Qt::ISODate);
+}
+
+QString EditorView::timeOf(double ms) {
+    return QDateTime::fromMSecsSinceEpoch(static_cast<qint64>(ms)).time().toString(QStringLiteral("HH:mm"));
+}
+
+double EditorView::inDays(int days) {
+    return static_cast<double>(QDate::currentDate().addDays(days).startOfDay().addSecs(18 * 3600).toMSecsSinceEpoch());
+}
+
+} // namespace lumaro

@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Lumaro/UI/Editor/InkSheet.h"
+
+#include "LumaroCore/BoardModel/BoardSpec.h"
+#include "Widgets/Items/ItemPainting.h"
+
+#include <QtGui/QPainter>
+
+#include <algorithm>
+
+namespace lumaro {
+namespace {
+
+/// A smoothed line still moves between its last points.
+constexpr std::size_t unsettledPoints = 4;
+
+QRectF boxOf(std::span<const Point> points, double margin) {
+    QRectF box;
+    for (const auto& point : points) {
+        box |= QRectF{point.x - margin, point.y - margin, 2 * margin, 2 * margin};
+    }
+    return box;
+}
+
+} // namespace
+
+InkSheet::InkSheet(QQuickItem* parent) : QQuickPaintedItem(parent) {
+    setAntialiasing(true);
+    connect(this, &InkSheet::placeChanged, this, [this] { update(); });
+}
+
+void InkSheet::setEditor(EditorView* editor) {
+    if (editor_ == editor) return;
+    if (editor_ != nullptr) editor_->disconnect(this);
+    editor_ = editor;
+    if (editor_ != nullptr) connect(editor_, &EditorView::inkChanged, this, &InkSheet::inkChanged);
+    Q_EMIT editorChanged();
+    update();
+}
+
+void InkSheet::inkChanged() {
+    const auto& doodle = editor_->model().doodle();
+    const auto* const line = doodle && doodle->line() ? &*doodle->line() : nullptr;
+    if (line == nullptr || line->points.size() < painted_ || painted_ == 0) {
+        painted_ = line == nullptr ? 0 : line->points.size();
+        update();
+        return;
+    }
+    const std::size_t from = painted_ - std::min(painted_, unsettledPoints);
+    const auto box = boxOf(std::span{line->points}.subspan(from), line->width);
+    painted_ = line->points.size();
+    update(
+        QRectF{box.topLeft() * pointScale_ + origin_, box.size() * pointScale_}.toAlignedRect().adjusted(-2, -2, 2, 2));
+}
+
+void InkSheet::paint(QPainter* painter) {
+    if (editor_ == nullptr || !editor_->model().doodle()) return;
+    const auto& doodle = *editor_->model().doodle();
+    DoodlePayload ink{.width = BoardSpec::canvasSize.width,
+                      .height = BoardSpec::canvasSize.height,
+                      .strokes = doodle.strokes(),
+                      .on = {}};
+    if (doodle.line()) ink.strokes.push_back(*doodle.line());
+    painter->translate(origin_);
+    painter->scale(pointScale_, pointScale_);
+    paintItem(*painter, ItemFace{DoodleFace{std::move(ink)}},
+              {BoardSpec::canvasSize.width, BoardSpec::canvasSize.height});
+}
+
+} // namespace lumaro

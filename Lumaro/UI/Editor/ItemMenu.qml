@@ -1,0 +1,101 @@
+// SPDX-License-Identifier: Apache-2.0
+import QtQuick
+import QtQuick.Templates as T
+import DesignSystem
+import Lumaro.UI
+
+/// Everything that can be done to the selected item.
+T.Menu {
+    id: menu
+
+    required property EditorView editor
+    readonly property selectedItem item: editor.selected
+
+    signal editWanted
+    signal doodleWanted
+
+    implicitWidth: 220
+    implicitHeight: contentHeight + topPadding + bottomPadding
+    padding: Theme.size.tiny
+    margins: Theme.size.small
+
+    contentItem: ListView {
+        implicitHeight: contentHeight
+        model: menu.contentModel
+        interactive: false
+        currentIndex: menu.currentIndex
+    }
+
+    background: Rectangle {
+        id: paper
+
+        radius: Theme.size.radius
+        color: Theme.color.raised
+        border.width: 1
+        border.color: Theme.color.edge
+
+        Shadow {
+            radius: paper.radius
+            lift: 8
+        }
+    }
+
+    MenuEntry {
+        visible: ["note", "photo", "countdown", "doodle"].includes(menu.item.kind)
+        text: qsTr("edit")
+        hint: qsTr("Enter")
+        onTriggered: menu.editWanted()
+    }
+    MenuEntry {
+        visible: menu.item.canKeep
+        text: menu.item.isKept ? qsTr("let it go after a day") : qsTr("keep it up")
+        hint: "K"
+        onTriggered: menu.editor.setKept(!menu.item.isKept)
+    }
+    MenuEntry {
+        visible: menu.item.kind !== "doodle"
+        text: qsTr("draw on it")
+        hint: "D"
+        onTriggered: menu.doodleWanted()
+    }
+    MenuEntry {
+        text: qsTr("to the front")
+        hint: "F"
+        onTriggered: menu.editor.bringToFront()
+    }
+    MenuEntry {
+        text: qsTr("copy")
+        hint: "Ctrl C"
+        onTriggered: menu.editor.copy()
+    }
+    MenuEntry {
+        text: qsTr("once more")
+        hint: "Ctrl D"
+        onTriggered: menu.editor.duplicate()
+    }
+    MenuEntry {
+        visible: menu.item.canJoin
+        text: qsTr("join")
+        onTriggered: menu.editor.joinBlock()
+    }
+    MenuEntry {
+        visible: menu.item.canStart
+        text: qsTr("start %1 minutes").arg(menu.item.minutes)
+        onTriggered: menu.editor.startBlock(menu.item.minutes)
+    }
+    MenuEntry {
+        visible: menu.item.canCoolDown
+        text: qsTr("cool down")
+        onTriggered: menu.editor.coolDown()
+    }
+    MenuEntry {
+        visible: menu.item.canRest
+        text: qsTr("rest")
+        onTriggered: menu.editor.rest()
+    }
+    MenuEntry {
+        text: qsTr("take down")
+        hint: qsTr("Delete")
+        onTriggered: menu.editor.takeDown()
+    }
+}

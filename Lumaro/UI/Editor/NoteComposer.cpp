@@ -1,0 +1,125 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Lumaro/UI/Editor/NoteComposer.h"
+
+#include "DesignSystem/Fonts.h"
+#include "Lumaro/UI/Text.h"
+#include "LumaroCore/Support/EnumNames.h"
+#include "Widgets/Items/ItemPainting.h"
+#include "Widgets/Items/NoteText.h"
+#include "Widgets/Items/Paper.h"
+
+#include <QtGui/QTextBlock>
+#include <QtGui/QTextDocument>
+
+#include <algorithm>
+#include <utility>
+
+namespace lumaro {
+namespace {
+
+std::optional<PMMark::Kind> markNamed(const QString& mark) {
+    return fromName<PMMark::Kind>(mark.toStdString());
+}
+
+} // namespace
+
+void NoteComposer::setDocument(QQuickTextDocument* document) {
+    if (document_ == document) return;
+    document_ = document;
+    connect(document_->textDocument(), &QTextDocument::contentsChanged, this, &NoteComposer::edited);
+    Q_EMIT setUp();
+}
+
+std::optional<NotePayload> NoteComposer::note() const {
+    const auto& draft = editor_->model().draft();
+    const auto* const held = draft ? draft->items().front().payload.as<NotePayload>() : nullptr;
+    return held == nullptr ? std::nullopt : std::optional{*held};
+}
+
+void NoteComposer::begin() {
+    const auto held = note();
+    if (!held) return;
+    original_ = held->pm;
+    ink_ = paperNamed(qText(std::string_view{held->paper})).ink;
+    Q_EMIT setUp();
+    isFilling_ = true;
+    fit(original_);
+    fillDocument(*document_->textDocument(), original_, {.ink = ink_, .fontSize = font_.pixelSize() * 1.0});
+    isFilling_ = false;
+    Q_EMIT formatChanged();
+}
+
+void NoteComposer::edited() {
+    // A document also tells of changes to nothing but its looks.
+    if (isFilling_ || editor_ == nullptr || !editor_->isWriting()) return;
+    auto text = documentNode(*document_->textDocument(), original_);
+    const auto held = note();
+    if (!held || held->pm == text) return;
+    fit(text);
+    static_cast<void>(editor_->model().changeText(std::move(text)));
+    Q_EMIT formatChanged();
+}
+
+void NoteComposer::fit(const PMNode& text) {
+    const auto box = noteTextBox({BoardSpec::noteSize.width, BoardSpec::noteSize.height});
+    const auto font = handFont(fittedFontSize(text, box.size()));
+    if (std::exchange(font_, font) != font) Q_EMIT fontChanged();
+}
+
+// Marks.
+
+QTextCursor NoteComposer::cursor() const {
+    QTextCursor cursor{document_->textDocument()};
+    const int end = document_->textDocument()->characterCount() - 1;
+    cursor.setPosition(std::min(selectionStart_, end));
+    cursor.setPosition(std::min(selectionEnd_, end), QTextCursor::KeepAnchor);
+    return cursor;
+}
+
+bool NoteComposer::has(PMMark::Kind mark) const {
+    return document_ != nullptr && hasMark(cursor().charFormat(), mark);
+}
+
+QString NoteComposer::color() const {
+    return document_ == nullptr ? QString{} : textColor(cursor().charFormat());
+}
+
+template <class Change>
+void NoteComposer::format(Change change) {
+    auto where = cursor();
+    // With nothing selected the word under the cursor is meant.
+    if (!where.hasSelection()) where.select(QTextCursor::WordUnderCursor);
+    const int start = where.selectionStart();
+    const int end = where.selectionEnd();
+    where.beginEditBlock();
+    if (where.block().length() <= 1) {
+        // On an empty line: what is typed there next.
+        auto format = where.blockCharFormat();
+        change(format);
+        where.setBlockCharFormat(format);
+    }
+    // Each run keeps what else it is.
+    for (int at = start; at < end; ++at) {
+        where.setPosition(at);
+        where.setPosition(at + 1, QTextCursor::KeepAnchor);
+        auto format = where.charFormat();
+        change(format);
+        where.setCharFormat(format);
+    }
+    where.endEditBlock();
+    Q_EMIT formatChanged();
+}
+
+void NoteComposer::toggle(const QString& mark) {
+    const auto kind = markNamed(mark);
+    if (!kind || document_ == nullptr) return;
+    const bool isOn = !has(*kind);
+    format([&](QTextCharFormat& format) { setMark(format, *kind, isOn); });
+}
+
+void NoteComposer::setColor(const QString& color) {
+    if (document_ == nullptr) return;
+    format([&](QTextCharFormat& format) { setTextColor(format, color, ink_); });
+}
+
+} // namespace lumaro

@@ -1,0 +1,77 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "Lumaro/UI/Editor/EditorView.h"
+
+#include <QtGui/QColor>
+#include <QtGui/QFont>
+#include <QtGui/QTextCursor>
+#include <QtQml/qqmlregistration.h>
+#include <QtQuick/QQuickTextDocument>
+
+#include <optional>
+
+namespace lumaro {
+
+/// Stands between a field that people write in and the note in the editor's hand: fills the one from the other, and
+/// gives back every change. The text's size follows what fits the note.
+class NoteComposer : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    Q_PROPERTY(lumaro::EditorView* editor MEMBER editor_ NOTIFY setUp REQUIRED)
+    Q_PROPERTY(QQuickTextDocument* document READ document WRITE setDocument NOTIFY setUp REQUIRED)
+    Q_PROPERTY(int selectionStart MEMBER selectionStart_ NOTIFY formatChanged)
+    Q_PROPERTY(int selectionEnd MEMBER selectionEnd_ NOTIFY formatChanged)
+    Q_PROPERTY(QFont font READ font NOTIFY fontChanged)
+    Q_PROPERTY(QColor ink READ ink NOTIFY setUp)
+    Q_PROPERTY(bool isBold READ isBold NOTIFY formatChanged)
+    Q_PROPERTY(bool isItalic READ isItalic NOTIFY formatChanged)
+    Q_PROPERTY(bool isUnderlined READ isUnderlined NOTIFY formatChanged)
+    Q_PROPERTY(bool isStruck READ isStruck NOTIFY formatChanged)
+    Q_PROPERTY(QString color READ color NOTIFY formatChanged)
+
+public:
+    using QObject::QObject;
+
+    QQuickTextDocument* document() const { return document_; }
+    void setDocument(QQuickTextDocument* document);
+    const QFont& font() const { return font_; }
+    QColor ink() const { return ink_; }
+    bool isBold() const { return has(PMMark::Kind::bold); }
+    bool isItalic() const { return has(PMMark::Kind::italic); }
+    bool isUnderlined() const { return has(PMMark::Kind::underline); }
+    bool isStruck() const { return has(PMMark::Kind::strike); }
+    QString color() const;
+
+    /// The note in the hand is to be written on.
+    Q_INVOKABLE void begin();
+    /// "bold", "italic", "underline" or "strike", for what is selected or is typed next.
+    Q_INVOKABLE void toggle(const QString& mark);
+    /// As the note stores it; empty for the paper's own ink.
+    Q_INVOKABLE void setColor(const QString& color);
+
+Q_SIGNALS:
+    void setUp();
+    void formatChanged();
+    void fontChanged();
+
+private:
+    QTextCursor cursor() const;
+    bool has(PMMark::Kind mark) const;
+    std::optional<NotePayload> note() const;
+    template <class Change>
+    void format(Change change);
+    void edited();
+    void fit(const PMNode& text);
+
+    EditorView* editor_ = nullptr;
+    QQuickTextDocument* document_ = nullptr;
+    int selectionStart_ = 0;
+    int selectionEnd_ = 0;
+    QFont font_;
+    QColor ink_;
+    PMNode original_;
+    bool isFilling_ = false;
+};
+
+} // namespace lumaro

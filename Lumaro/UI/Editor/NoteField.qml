@@ -1,0 +1,109 @@
+// SPDX-License-Identifier: Apache-2.0
+import QtQuick
+import DesignSystem
+import Widgets
+import Lumaro.UI
+
+/// Writing on the note itself, in its hand and at its tilt, with a small bar above for how letters look.
+FocusScope {
+    id: field
+
+    required property BoardView board
+    required property EditorView editor
+    readonly property selectedItem note: editor.selected
+    readonly property real pointScale: board.pointScale * note.itemScale
+
+    signal done
+
+    onVisibleChanged: {
+        if (visible) {
+            composer.begin();
+            text.cursorPosition = text.length;
+            text.forceActiveFocus();
+        } else {
+            done();
+        }
+    }
+
+    NoteComposer {
+        id: composer
+
+        editor: field.editor
+        document: text.textDocument
+        selectionStart: text.selectionStart
+        selectionEnd: text.selectionEnd
+    }
+
+    Item {
+        id: paper
+
+        x: field.board.origin.x + field.board.pointScale * field.note.centerX - width / 2
+        y: field.board.origin.y + field.board.pointScale * field.note.centerY - height / 2
+        width: 280
+        height: 280
+        rotation: field.note.tilt
+        scale: field.pointScale
+
+        TextEdit {
+            id: text
+
+            x: 22
+            y: 34
+            width: paper.width - 44
+            height: paper.height - 64
+            font: composer.font
+            color: composer.ink
+            selectionColor: Theme.color.accent
+            selectedTextColor: Theme.color.onAccent
+            wrapMode: TextEdit.Wrap
+            textFormat: TextEdit.RichText
+            verticalAlignment: TextEdit.AlignVCenter
+            selectByMouse: true
+            persistentSelection: true
+            clip: true
+            focus: true
+            Accessible.role: Accessible.EditableText
+            Accessible.name: qsTr("the note's text")
+            Keys.onEscapePressed: field.editor.finishWriting()
+            Keys.onPressed: event => {
+                if (event.modifiers & (Qt.ControlModifier | Qt.MetaModifier)) {
+                    event.accepted = field.shortcut(event.key, (event.modifiers & Qt.ShiftModifier) !== 0);
+                }
+            }
+        }
+    }
+
+    function shortcut(key: int, isShift: bool): bool {
+        switch (key) {
+        case Qt.Key_B:
+            composer.toggle("bold");
+            return true;
+        case Qt.Key_I:
+            composer.toggle("italic");
+            return true;
+        case Qt.Key_U:
+            composer.toggle("underline");
+            return true;
+        case Qt.Key_X:
+            if (isShift) {
+                composer.toggle("strike");
+            }
+            return isShift;
+        case Qt.Key_Return:
+            field.editor.finishWriting();
+            return true;
+        }
+        return false;
+    }
+
+    NoteBar {
+        composer: composer
+        x: Math.round(Math.max(Theme.size.small, Math.min(field.width - width - Theme.size.small, paper.x + (paper.width - width) / 2)))
+        y: {
+            const half = 140 * field.pointScale;
+            const above = paper.y + 140 - half - height - Theme.size.huge;
+            return Math.round(above > Theme.size.small ? above : paper.y + 140 + half + Theme.size.large);
+        }
+        onDone: field.editor.finishWriting()
+    }
+}

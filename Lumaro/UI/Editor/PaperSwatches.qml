@@ -1,0 +1,9 @@
+// SPDX-License-Identifier: Apache-2.0
+import DesignSystem
+import Lumaro.UI
+
+/// The paper colours of notes and of the board.
+Swatches {
+    names: ["butter", "blush", "sage", "sky", "lilac", "oat"]
+    colors: names.map(name => Theme.backgroundColor(name))
+}

@@ -1,0 +1,127 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Lumaro/UI/Editor/PictureDesk.h"
+
+#include "Lumaro/UI/Text.h"
+
+#include <QtCore/QFile>
+#include <QtGui/QClipboard>
+#include <QtGui/QGuiApplication>
+#include <QtWidgets/QFileDialog>
+
+#include <utility>
+
+namespace lumaro {
+namespace {
+
+/// No picture that people take is larger; what is, is no picture.
+constexpr qint64 largestFile = qint64{256} * 1024 * 1024;
+constexpr double step = 36; ///< points between pictures that are dropped together
+
+std::expected<ImportedPicture, ImportFault> importFile(const QString& path) {
+    QFile file{path};
+    if (file.size() > largestFile) return std::unexpected(ImportFault::tooManyPixels);
+    if (!file.open(QIODevice::ReadOnly)) return std::unexpected(ImportFault::notAPicture);
+    const auto bytes = file.readAll();
+    return importPicture({bytes.constData(), static_cast<std::size_t>(bytes.size())});
+}
+
+} // namespace
+
+PictureDesk::PictureDesk(AppModel& app, UUIDSource& ids, BackgroundRunner& background, QObject* parent)
+    : QObject(parent), app_(app), ids_(ids), background_(background), cutOut_(background) {
+}
+
+bool PictureDesk::paste() {
+    const auto* const data = QGuiApplication::clipboard()->mimeData();
+    if (data == nullptr) return false;
+    if (data->hasImage()) {
+        add({.import = [image = data->imageData().value<QImage>()] { return importPicture(image); },
+             .isSticker = false,
+             .place = {}});
+        return true;
+    }
+    if (data->hasUrls() && data->urls().front().isLocalFile()) {
+        drop(data->urls(), {});
+        return true;
+    }
+    return data->hasText() && app_.editor().pasteText(data->text().toStdString()).has_value();
+}
+
+void PictureDesk::drop(const QList<QUrl>& urls, QPointF place) {
+    double away = 0;
+    for (const auto& url : urls) {
+        const bool isPlaced = !place.isNull();
+        putUp(url, false, isPlaced ? std::optional{Point{place.x() + away, place.y() + away}} : std::nullopt);
+        away += step;
+    }
+}
+
+void PictureDesk::choose(bool isSticker) {
+    auto* const dialog =
+        new QFileDialog{nullptr,
+                        isSticker ? QStringLiteral("a picture to cut out of") : QStringLiteral("a photo to put up"),
+                        {},
+                        QStringLiteral("pictures (*.jpg *.jpeg *.png *.webp *.gif *.bmp *.heic *.avif)")};
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->setFileMode(isSticker ? QFileDialog::ExistingFile : QFileDialog::ExistingFiles);
+    connect(dialog, &QFileDialog::urlsSelected, this, [this, isSticker](const QList<QUrl>& urls) {
+        for (const auto& url : urls) putUp(url, isSticker, std::nullopt);
+    });
+    dialog->open();
+}
+
+void PictureDesk::putUp(const QUrl& url, bool isSticker, std::optional<Point> place) {
+    if (!url.isLocalFile())
+        return Q_EMIT noticed(QStringLiteral("save the picture first — only files can come up here"));
+    add({.import = [path = url.toLocalFile()] { return importFile(path); }, .isSticker = isSticker, .place = place});
+}
+
+void PictureDesk::add(Wish wish) {
+    waiting_.push_back(std::move(wish));
+    if (waiting_.size() == 1) next();
+    Q_EMIT changed();
+}
+
+void PictureDesk::next() {
+    if (waiting_.empty()) return;
+    task_ = inBackground(background_, std::move(waiting_.front().import),
+                         [this](std::expected<ImportedPicture, ImportFault> picture) { imported(std::move(picture)); });
+}
+
+void PictureDesk::imported(std::expected<ImportedPicture, ImportFault> picture) {
+    const auto done = std::move(task_);
+    const auto wish = std::move(waiting_.front());
+    waiting_.pop_front();
+    if (!picture) {
+        Q_EMIT noticed(qText(textOf(picture.error())));
+    } else if (wish.isSticker && !picture->hasTransparency) {
+        cut(*picture, wish.place);
+    } else {
+        const bool isSticker = wish.isSticker || picture->hasTransparency;
+        hang(std::move(*picture), isSticker, wish.place);
+    }
+    next();
+    Q_EMIT changed();
+}
+
+void PictureDesk::cut(const ImportedPicture& picture, std::optional<Point> place) {
+    auto image = QImage::fromData(QByteArray::fromStdString(picture.bytes));
+    cutOut_.open(std::move(image), [this, place](QImage sticker) {
+        add({.import = [sticker = std::move(sticker)] { return importPicture(sticker); },
+             .isSticker = true,
+             .place = place});
+    });
+}
+
+void PictureDesk::hang(ImportedPicture picture, bool isSticker, std::optional<Point> place) {
+    const auto id = ids_.next();
+    Payload payload =
+        isSticker ? Payload{StickerPayload{id, picture.aspect}} : Payload{PhotoPayload{id, {}, {}, picture.aspect}};
+    app_.storeMedia(id, std::move(picture.bytes),
+                    [this, payload = std::move(payload), place](std::expected<void, MediaError> stored) mutable {
+                        if (!stored) return Q_EMIT noticed(qText(textOf(stored.error().fault)));
+                        static_cast<void>(app_.editor().putUp(std::move(payload), place));
+                    });
+}
+
+} // namespace lumaro

@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "Lumaro/Model/AppModel.h"
+#include "Lumaro/Pictures/PictureImport.h"
+#include "Lumaro/UI/Editor/CutOutDesk.h"
+
+#include <QtCore/QMimeData>
+#include <QtCore/QObject>
+#include <QtCore/QPointF>
+#include <QtCore/QUrl>
+#include <QtQml/qqmlregistration.h>
+
+#include <deque>
+#include <expected>
+#include <optional>
+
+namespace lumaro {
+
+/// What people paste, drop and choose becomes notes, photos and stickers. Pictures are made ready in the background,
+/// one after the other, stored, and put up when they are on disk. Refusals come as notices.
+class PictureDesk final : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("the application has it")
+    Q_PROPERTY(bool isBusy READ isBusy NOTIFY changed)
+    Q_PROPERTY(lumaro::CutOutDesk* cutOut READ cutOut CONSTANT)
+
+public:
+    /// All outlive the desk.
+    PictureDesk(AppModel& app, UUIDSource& ids, BackgroundRunner& background, QObject* parent = nullptr);
+
+    bool isBusy() const { return !waiting_.empty(); }
+    CutOutDesk* cutOut() { return &cutOut_; }
+
+    /// The clipboard: a picture, files, or a text.
+    Q_INVOKABLE bool paste();
+    /// Files, at a place of the canvas; several hang a step apart.
+    Q_INVOKABLE void drop(const QList<QUrl>& urls, QPointF place);
+    /// Asks for a file; a sticker is cut out of its picture.
+    Q_INVOKABLE void choose(bool isSticker);
+    void putUp(const QUrl& url, bool isSticker, std::optional<Point> place);
+
+Q_SIGNALS:
+    void changed();
+    void noticed(const QString& text);
+
+private:
+    struct Wish {
+        std::move_only_function<std::expected<ImportedPicture, ImportFault>()> import;
+        bool isSticker = false;
+        std::optional<Point> place;
+    };
+
+    void add(Wish wish);
+    void next();
+    void imported(std::expected<ImportedPicture, ImportFault> picture);
+    void hang(ImportedPicture picture, bool isSticker, std::optional<Point> place);
+    void cut(const ImportedPicture& picture, std::optional<Point> place);
+
+    AppModel& app_;
+    UUIDSource& ids_;
+    BackgroundRunner& background_;
+    CutOutDesk cutOut_;
+    std::deque<Wish> waiting_; ///< the first one is under way
+    std::unique_ptr<BackgroundRunner::Task> task_;
+};
+
+} // namespace lumaro

@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Lumaro/UI/Editor/SelectedItem.h"
+
+#include "Lumaro/UI/Text.h"
+#include "LumaroCore/Presence/Pomodoro.h"
+#include "LumaroCore/Support/EnumNames.h"
+
+#include <chrono>
+
+namespace lumaro {
+namespace {
+
+void addBlock(SelectedItem& selected, const PomodoroPayload& timer, PartnerID me, Instant now) {
+    const auto face = Pomodoro::face(timer, now);
+    selected.minutes =
+        static_cast<int>(timer.phase == PomodoroPhase::coolDown ? Pomodoro::defaultMinutes : timer.minutes);
+    selected.canStart = face != Pomodoro::Face::running;
+    selected.canJoin = face == Pomodoro::Face::running && !Pomodoro::includes(timer, me);
+    selected.canCoolDown = face == Pomodoro::Face::rung;
+    selected.canRest = face != Pomodoro::Face::resting;
+}
+
+} // namespace
+
+SelectedItem selectedItem(const BoardItem& item, PartnerID me, Instant now) {
+    const auto size = item.naturalSize() * item.scale;
+    SelectedItem selected{.isThere = true,
+                          .itemId = qText(item.id),
+                          .kind = qText(nameOf(item.kind())),
+                          .centerX = item.center.x,
+                          .centerY = item.center.y,
+                          .width = size.width,
+                          .height = size.height,
+                          .tilt = item.rotationDegrees,
+                          .itemScale = item.scale,
+                          .canResize = BoardSpec::canResize(item.kind())};
+    if (const auto* const note = item.payload.as<NotePayload>()) {
+        selected.canKeep = true;
+        selected.isKept = note->isKept();
+        selected.paper = qText(note->paper);
+    } else if (const auto* const photo = item.payload.as<PhotoPayload>()) {
+        selected.text = qText(photo->caption);
+    } else if (const auto* const countdown = item.payload.as<CountdownPayload>()) {
+        selected.text = qText(countdown->label);
+        selected.targetMs = static_cast<double>(
+            std::chrono::floor<std::chrono::milliseconds>(countdown->targetDate).time_since_epoch().count());
+    } else if (const auto* const timer = item.payload.as<PomodoroPayload>()) {
+        addBlock(selected, *timer, me, now);
+    }
+    return selected;
+}
+
+} // namespace lumaro

@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "LumaroCore/BoardModel/Board.h"
+
+#include <QtCore/QObject>
+#include <QtCore/QString>
+#include <QtQml/qqmlregistration.h>
+
+namespace lumaro {
+
+/// The selected item as handles and menus need it. Places are points of the canvas.
+struct SelectedItem {
+    Q_GADGET
+    QML_VALUE_TYPE(selectedItem)
+    Q_PROPERTY(bool isThere MEMBER isThere CONSTANT)
+    Q_PROPERTY(QString itemId MEMBER itemId CONSTANT)
+    Q_PROPERTY(QString kind MEMBER kind CONSTANT)
+    Q_PROPERTY(double centerX MEMBER centerX CONSTANT)
+    Q_PROPERTY(double centerY MEMBER centerY CONSTANT)
+    Q_PROPERTY(double width MEMBER width CONSTANT)
+    Q_PROPERTY(double height MEMBER height CONSTANT)
+    Q_PROPERTY(double tilt MEMBER tilt CONSTANT)
+    Q_PROPERTY(double itemScale MEMBER itemScale CONSTANT)
+    Q_PROPERTY(bool canResize MEMBER canResize CONSTANT)
+    Q_PROPERTY(bool canKeep MEMBER canKeep CONSTANT)
+    Q_PROPERTY(bool isKept MEMBER isKept CONSTANT)
+    Q_PROPERTY(QString paper MEMBER paper CONSTANT)
+    Q_PROPERTY(QString text MEMBER text CONSTANT)
+    Q_PROPERTY(double targetMs MEMBER targetMs CONSTANT)
+    Q_PROPERTY(int minutes MEMBER minutes CONSTANT)
+    Q_PROPERTY(bool canStart MEMBER canStart CONSTANT)
+    Q_PROPERTY(bool canJoin MEMBER canJoin CONSTANT)
+    Q_PROPERTY(bool canCoolDown MEMBER canCoolDown CONSTANT)
+    Q_PROPERTY(bool canRest MEMBER canRest CONSTANT)
+
+public:
+    bool isThere = false;
+    QString itemId;
+    QString kind;
+    double centerX = 0;
+    double centerY = 0;
+    double width = 0; ///< with its scale
+    double height = 0;
+    double tilt = 0;
+    double itemScale = 1;
+    bool canResize = false;
+    bool canKeep = false;
+    bool isKept = false;
+    QString paper{};     ///< of a note
+    QString text{};      ///< a caption or label
+    double targetMs = 0; ///< of a countdown, since 1970
+    int minutes = 0;     ///< of a block
+    bool canStart = false;
+    bool canJoin = false;
+    bool canCoolDown = false;
+    bool canRest = false;
+
+    bool operator==(const SelectedItem&) const = default;
+};
+
+SelectedItem selectedItem(const BoardItem& item, PartnerID me, Instant now);
+
+} // namespace lumaro

@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: Apache-2.0
+import QtQuick
+import DesignSystem
+import Lumaro.UI
+
+/// A row of colours to choose from, each with its name.
+Row {
+    id: row
+
+    required property list<string> names
+    required property list<color> colors
+    property string chosen
+
+    signal chose(name: string)
+
+    Repeater {
+        model: row.names
+
+        Swatch {
+            required property string modelData
+            required property int index
+            readonly property Swatches owner: parent as Swatches
+
+            text: modelData
+            swatch: owner?.colors[index] ?? "white"
+            checked: owner?.chosen === modelData
+            focusPolicy: Qt.TabFocus
+            onClicked: owner.chose(modelData)
+        }
+    }
+}

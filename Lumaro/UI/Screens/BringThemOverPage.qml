@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: Apache-2.0
+import QtQuick
+import DesignSystem
+import Lumaro.UI
+
+/// Six digits to read out over the phone, and a link to send. A code is made as soon as the page opens.
+SheetPage {
+    id: page
+
+    required property AppView view
+    readonly property bool isPartnerHere: view.face.isPartnerHere
+
+    signal done
+
+    onVisibleChanged: if (visible && (view.face.code === "" || view.face.isCodeOver)) view.mintCode()
+    onIsPartnerHereChanged: if (isPartnerHere) onwards.forceActiveFocus(Qt.OtherFocusReason)
+
+    Column {
+        width: parent.width
+        spacing: Theme.size.small
+
+        HandText {
+            width: parent.width
+            horizontalAlignment: Text.AlignHCenter
+            text: page.isPartnerHere ? page.view.face.partnerName + " is here" : "bring them over"
+            isLarge: true
+        }
+        Body {
+            width: parent.width
+            horizontalAlignment: Text.AlignHCenter
+            isSoft: true
+            text: page.isPartnerHere ? "you two have a window now." : "read these digits to them. they type them in on their side."
+        }
+    }
+    ThreadMark {
+        visible: page.isPartnerHere
+        anchors.horizontalCenter: parent.horizontalCenter
+    }
+    CodeCard {
+        visible: !page.isPartnerHere
+        width: parent.width
+        view: page.view
+    }
+    LinkCard {
+        visible: !page.isPartnerHere && page.view.face.link !== ""
+        width: parent.width
+        view: page.view
+    }
+    PaperButton {
+        id: onwards
+
+        width: parent.width
+        focus: true
+        kind: page.isPartnerHere ? PaperButton.Primary : PaperButton.Plain
+        text: page.isPartnerHere ? "to our board" : "they can come later"
+        onClicked: page.done()
+    }
+}

@@ -1,0 +1,114 @@
+// SPDX-License-Identifier: Apache-2.0
+import QtQuick
+import DesignSystem
+import Lumaro.UI
+
+/// What this person is called, and the code or link if they have one. The last digit, or Enter, goes on.
+SheetPage {
+    id: page
+
+    required property AppView view
+    /// "start", "code" or "link".
+    required property string door
+    readonly property bool isStart: door === "start"
+    readonly property string fault: view.face.failure
+
+    signal backAsked
+
+    function goOn(): void {
+        if (page.view.face.isWorking)
+            return;
+        page.view.setName(name.text);
+        if (page.isStart)
+            page.view.startOurBoard();
+        else if (page.door === "link")
+            page.view.joinByLink(link.text);
+        else if (digits.digits.length < digits.count)
+            digits.forceActiveFocus(Qt.TabFocusReason);
+        else
+            page.view.joinByCode(digits.digits);
+    }
+    // Who is known already goes straight to what is missing.
+    function settle(): void {
+        const isKnown = !isStart && name.text !== "";
+        name.focus = !isKnown;
+        name.selectAll();
+        digits.focus = isKnown && door === "code";
+        link.focus = isKnown && door === "link";
+    }
+    function nameGiven(): void {
+        if (page.door === "code")
+            digits.forceActiveFocus(Qt.TabFocusReason);
+        else if (page.door === "link" && link.text === "")
+            link.forceActiveFocus(Qt.TabFocusReason);
+        else
+            page.goOn();
+    }
+    function forgetFault(): void {
+        if (page.fault !== "")
+            page.view.forgetPairingFailure();
+    }
+
+    onFaultChanged: {
+        if (fault === "" || door !== "code")
+            return;
+        digits.clear();
+        digits.forceActiveFocus(Qt.TabFocusReason);
+    }
+    onVisibleChanged: settle()
+    onDoorChanged: settle()
+
+    PageHead {
+        text: page.isStart ? "make it yours" : "come on over"
+        onBackAsked: page.backAsked()
+    }
+    Field {
+        id: name
+
+        width: parent.width
+        focus: true
+        label: "what do they call you?"
+        placeholder: "your name"
+        maximumLength: 40
+        text: page.view.face.myName === "" ? page.view.suggestedName : page.view.face.myName
+        fault: page.isStart ? page.fault : ""
+        helper: page.isStart ? "it stands on what you put up." : ""
+        onAccepted: page.nameGiven()
+        onEdited: page.forgetFault()
+    }
+    DigitsField {
+        id: digits
+
+        visible: page.door === "code"
+        width: parent.width
+        label: "the six digits they read out"
+        fault: page.fault
+        helper: "they find them under “bring them over”."
+        onCompleted: page.goOn()
+        onAccepted: page.goOn()
+        onEdited: page.forgetFault()
+    }
+    Field {
+        id: link
+
+        visible: page.door === "link"
+        width: parent.width
+        label: "the link they sent you"
+        placeholder: "paste it here"
+        fault: page.fault
+        helper: "the whole message will do."
+        onAccepted: page.goOn()
+        onEdited: page.forgetFault()
+    }
+    PaperButton {
+        width: parent.width
+        kind: PaperButton.Primary
+        enabled: !page.view.face.isWorking
+        text: {
+            if (page.view.face.isWorking)
+                return "just a moment…";
+            return page.isStart ? "hang up our board" : "come in";
+        }
+        onClicked: page.goOn()
+    }
+}

@@ -1,0 +1,120 @@
+// SPDX-License-Identifier: Apache-2.0
+import QtQuick
+import QtQuick.Templates as T
+import DesignSystem
+import Lumaro.UI
+
+/// Everything that stands between people and their board, on a sheet that lies over it: opens and goes by itself.
+Sheet {
+    id: firstRun
+
+    required property AppView view
+    /// How this person comes in, once they have said so: "start", "code" or "link".
+    property string door
+    readonly property string stage: view.face.stage
+    /// What it shows stays while it goes.
+    property string page: wanted
+    readonly property string wanted: {
+        if (view.face.isChoosing)
+            return "choosing";
+        if (stage === "board")
+            return "failure";
+        const isOutside = ["welcome", "makeItYours", "offBoard", "refused"].includes(stage);
+        return isOutside && (door !== "" || stage === "makeItYours") ? "comeIn" : stage;
+    }
+
+    function chooseDoor(how: string): void {
+        door = how;
+        if (stage === "welcome")
+            view.goTo("makeItYours");
+    }
+    function goBack(): void {
+        door = "";
+        view.forgetPairingFailure();
+        if (stage === "makeItYours")
+            view.goTo("welcome");
+    }
+
+    title: ""
+    paperWidth: 520
+    isDismissable: false
+    visible: view.face.needsPerson
+    onWantedChanged: if (view.face.needsPerson) page = wanted
+    onClosed: door = ""
+
+    // The board behind it is a part of the welcome.
+    T.Overlay.modal: Shade {
+        strength: 0.45
+    }
+
+    WelcomePage {
+        visible: firstRun.page === "welcome"
+        focus: visible
+        onDoorChosen: door => firstRun.chooseDoor(door)
+    }
+    ComeInPage {
+        visible: firstRun.page === "comeIn"
+        focus: visible
+        view: firstRun.view
+        door: firstRun.door === "" ? "start" : firstRun.door
+        onBackAsked: firstRun.goBack()
+    }
+    BringThemOverPage {
+        visible: firstRun.page === "bringThemOver"
+        focus: visible
+        view: firstRun.view
+        onDone: firstRun.view.goTo("")
+    }
+    WhichOfYouPage {
+        visible: firstRun.page === "choosing"
+        focus: visible
+        view: firstRun.view
+    }
+    WelcomePage {
+        visible: firstRun.page === "offBoard"
+        focus: visible
+        isReturn: true
+        heading: "you're off the board"
+        words: "it may well hang there still.\na code or your link brings you back."
+        startText: "or start a new one"
+        onDoorChosen: door => firstRun.chooseDoor(door)
+    }
+    WelcomePage {
+        visible: firstRun.page === "refused"
+        focus: visible
+        isReturn: true
+        heading: "the board let this mac go"
+        words: "what hangs here stays as it was.\na code or your link brings you back."
+        startText: "or leave it for good"
+        onDoorChosen: door => door === "start" ? firstRun.view.leaveBoard() : firstRun.chooseDoor(door)
+    }
+    WordPage {
+        visible: firstRun.page === "locked"
+        focus: visible
+        iconName: "refresh-cw"
+        heading: "this mac's keychain didn't open"
+        words: "your board is still here — it just needs the keychain to say yes."
+        yes: "ask again"
+        onAgreed: firstRun.view.retryKeychain()
+    }
+    WordPage {
+        visible: firstRun.page === "asksForFile"
+        focus: visible
+        iconName: "folder"
+        heading: "there's no keychain here"
+        words: "the key to your board needs a place. a file in your own folder will do; only you can read it."
+        yes: "a file will do"
+        no: "rather not"
+        onAgreed: firstRun.view.keepSecretsInFile(true)
+        onRefused: firstRun.view.keepSecretsInFile(false)
+    }
+    WordPage {
+        visible: firstRun.page === "failure"
+        focus: visible
+        iconName: "heart"
+        heading: "that didn't work out"
+        words: firstRun.view.face.failure
+        yes: "all right"
+        onAgreed: firstRun.view.forgetPairingFailure()
+    }
+}

@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: Apache-2.0
+import QtQuick
+import DesignSystem
+import Lumaro.UI
+
+/// Who is on the board, and what they are called.
+Section {
+    id: people
+
+    required property AppView view
+
+    Row {
+        width: parent.width
+        spacing: Theme.size.medium
+
+        Initial {
+            anchors.verticalCenter: parent.verticalCenter
+            name: people.view.face.myName === "" ? "you" : people.view.face.myName
+        }
+        Field {
+            id: name
+
+            width: parent.width - 44 - parent.spacing
+            placeholder: "what do they call you?"
+            maximumLength: 40
+            text: people.view.face.myName
+            onAccepted: people.view.setName(name.text)
+            onActiveFocusChanged: if (!activeFocus) people.view.setName(name.text)
+        }
+    }
+    Row {
+        width: parent.width
+        spacing: Theme.size.medium
+
+        Initial {
+            anchors.verticalCenter: parent.verticalCenter
+            name: people.view.face.hasPartner ? people.view.face.partnerName : "?"
+            isSecond: true
+        }
+        Column {
+            anchors.verticalCenter: parent.verticalCenter
+            width: parent.width - 44 - parent.spacing
+
+            Body {
+                width: parent.width
+                text: people.view.face.hasPartner ? people.view.face.partnerName : "nobody else yet"
+                font.weight: Font.DemiBold
+            }
+            Row {
+                spacing: 6
+
+                Rectangle {
+                    anchors.verticalCenter: parent.verticalCenter
+                    width: 8
+                    height: 8
+                    radius: 4
+                    color: people.view.face.isPartnerHere ? Theme.color.here : Theme.color.away
+                }
+                Body {
+                    isSmall: true
+                    isSoft: true
+                    text: {
+                        if (people.view.face.isPartnerHere)
+                            return "is here now";
+                        return people.view.face.hasPartner ? "isn't here just now" : "the place beside you is free";
+                    }
+                }
+            }
+        }
+    }
+}

@@ -1,0 +1,111 @@
+// SPDX-License-Identifier: Apache-2.0
+import QtQuick
+import DesignSystem
+import Lumaro.UI
+
+/// What people may set for this computer.
+Sheet {
+    id: page
+
+    required property AppView view
+    required property SettingsView settings
+    /// The screens there are, a list model with the roles `name` and `isShown`, which is written.
+    required property var screens
+    /// Whether this desktop lets the board hang behind its icons.
+    required property bool hangsBehindIcons
+
+    title: "settings"
+    paperWidth: 560
+
+    Section {
+        heading: "on the desktop"
+        isFirst: true
+
+        Toggle {
+            width: parent.width
+            text: "show the board on the desktop"
+            helper: page.hangsBehindIcons ? "behind the icons; clicks go through it." : "this desktop keeps its own picture in front, so our board hangs just behind your windows."
+            checked: page.view.face.showsOnDesktop
+            onClicked: page.view.setShowsOnDesktop(checked)
+        }
+        Repeater {
+            model: page.view.face.showsOnDesktop ? page.screens : null
+
+            Toggle {
+                required property var model
+
+                x: Theme.size.large
+                width: parent ? parent.width - x : 0
+                text: model.name
+                checked: model.isShown
+                onClicked: model.isShown = checked
+            }
+        }
+        Toggle {
+            width: parent.width
+            text: "open at login"
+            helper: page.settings.fault === "" ? "so it hangs there when you come in." : page.settings.fault
+            checked: page.settings.opensAtLogin
+            onClicked: page.settings.opensAtLogin = checked
+        }
+    }
+    Section {
+        heading: "telling you"
+
+        Toggle {
+            width: parent.width
+            text: "when they pin something"
+            helper: "a quiet note from them, like a text."
+            checked: page.settings.notifiesOfItems
+            onClicked: page.settings.notifiesOfItems = checked
+        }
+        Toggle {
+            width: parent.width
+            text: "sounds"
+            helper: "a glass rings when a block ends."
+            checked: page.settings.playsSounds
+            onClicked: page.settings.playsSounds = checked
+        }
+    }
+    Section {
+        heading: "how it looks"
+
+        Row {
+            spacing: Theme.size.small
+            Accessible.role: Accessible.Grouping
+            Accessible.name: "surroundings"
+
+            Chip {
+                checkable: true
+                checked: page.settings.surroundings === "follow"
+                text: "like the system"
+                onClicked: page.settings.surroundings = "follow"
+            }
+            Chip {
+                checkable: true
+                checked: page.settings.surroundings === "light"
+                text: "by day"
+                onClicked: page.settings.surroundings = "light"
+            }
+            Chip {
+                checkable: true
+                checked: page.settings.surroundings === "dark"
+                text: "by lamplight"
+                onClicked: page.settings.surroundings = "dark"
+            }
+        }
+        Toggle {
+            width: parent.width
+            text: "less motion"
+            helper: "things fade instead of springing."
+            checked: page.settings.reducesMotion
+            onClicked: page.settings.reducesMotion = checked
+        }
+    }
+    Body {
+        width: parent.width
+        isSmall: true
+        isSoft: true
+        text: "lumaro " + page.view.version + "  ·  " + page.view.server
+    }
+}

@@ -1,0 +1,92 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Lumaro/UI/SettingsView.h"
+
+#include "Lumaro/UI/Text.h"
+
+#include <QtCore/QEvent>
+#include <QtGui/QGuiApplication>
+#include <QtGui/QPalette>
+
+namespace lumaro {
+namespace {
+
+constexpr std::string_view notifiesKey = "notifiesOfItems";
+constexpr std::string_view soundsKey = "playsSounds";
+constexpr std::string_view motionKey = "reducesMotion";
+constexpr std::string_view surroundingsKey = "surroundings";
+
+bool isSystemDark() {
+    const auto palette = QGuiApplication::palette();
+    return palette.color(QPalette::Window).lightness() < palette.color(QPalette::WindowText).lightness();
+}
+
+} // namespace
+
+bool SettingsView::notifiesOfItems() const {
+    return defaults_.boolean(notifiesKey).value_or(true);
+}
+
+bool SettingsView::playsSounds() const {
+    return defaults_.boolean(soundsKey).value_or(true);
+}
+
+bool SettingsView::reducesMotion() const {
+    return defaults_.boolean(motionKey).value_or(false);
+}
+
+QString SettingsView::surroundings() const {
+    const auto kept = qText(defaults_.string(surroundingsKey).value_or(""));
+    const bool isKnown = kept == QLatin1String{"light"} || kept == QLatin1String{"dark"};
+    return isKnown ? kept : QStringLiteral("follow");
+}
+
+void SettingsView::setOpensAtLogin(bool opens) {
+    const auto done = opens ? loginItem_.enable() : loginItem_.disable();
+    fault_ = done ? QString{} : QStringLiteral("this computer wouldn't take that down");
+    Q_EMIT changed();
+}
+
+void SettingsView::setNotifiesOfItems(bool notifies) {
+    keep(notifiesKey, notifies);
+}
+
+void SettingsView::setPlaysSounds(bool plays) {
+    keep(soundsKey, plays);
+}
+
+void SettingsView::setReducesMotion(bool reduces) {
+    keep(motionKey, reduces);
+}
+
+void SettingsView::setSurroundings(const QString& surroundings) {
+    defaults_.setString(surroundingsKey, surroundings.toStdString());
+    fault_.clear();
+    Q_EMIT changed();
+}
+
+void SettingsView::keep(std::string_view key, bool value) {
+    defaults_.setBoolean(key, value);
+    fault_.clear();
+    Q_EMIT changed();
+}
+
+void SettingsView::dress(Theme& theme) {
+    theme_ = &theme;
+    connect(this, &SettingsView::changed, this, &SettingsView::tellTheme, Qt::UniqueConnection);
+    qGuiApp->installEventFilter(this);
+    tellTheme();
+}
+
+void SettingsView::tellTheme() {
+    if (!theme_) return;
+    const auto wanted = surroundings();
+    theme_->setDark(wanted == QLatin1String{"follow"} ? isSystemDark() : wanted == QLatin1String{"dark"});
+    theme_->setMotionReduced(reducesMotion());
+}
+
+bool SettingsView::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::ApplicationPaletteChange) tellTheme();
+    return QObject::eventFilter(watched, event);
+}
+
+} // namespace lumaro

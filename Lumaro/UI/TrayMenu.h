@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "Lumaro/Model/AppState.h"
+
+#include <QtCore/QString>
+
+#include <functional>
+#include <memory>
+
+namespace lumaro {
+
+/// What the tray shows. A plain value.
+struct TrayLook {
+    QString status;
+    bool showsOnDesktop = true;
+    bool hasBoard = false; ///< something can be put up
+
+    bool operator==(const TrayLook&) const = default;
+};
+
+TrayLook trayLook(const AppState& state);
+
+/// The icon in the panel, and its menu. Needs a `QApplication`; where there is no panel, it is silent until one comes.
+class TrayMenu {
+public:
+    /// What people ask for. All are set.
+    struct Verbs {
+        std::function<void()> quickNote;
+        std::function<void()> openBoard; ///< also by a click on the icon
+        std::function<void(bool shows)> showOnDesktop;
+        std::function<void()> settings;
+        std::function<void()> quit;
+    };
+
+    explicit TrayMenu(Verbs verbs);
+    TrayMenu(const TrayMenu&) = delete;
+    TrayMenu& operator=(const TrayMenu&) = delete;
+    ~TrayMenu();
+
+    void show(const TrayLook& look);
+
+    /// Whether there is a panel that shows icons. Without one, the board's window is the way to everything.
+    static bool isThere();
+
+private:
+    struct Entries;
+    std::unique_ptr<Entries> entries_;
+};
+
+} // namespace lumaro

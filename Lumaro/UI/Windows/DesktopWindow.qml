@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: Apache-2.0
+import QtQuick
+import DesignSystem
+import Widgets
+import Lumaro.UI
+
+/// The board as it hangs on a screen: it covers all of it, shows everything and edits nothing.
+Window {
+    id: window
+
+    required property BoardScene scene
+    property bool isPaused: false
+
+    title: "lumaro · desktop"
+    color: Theme.color.room
+
+    BoardView {
+        id: board
+
+        anchors.fill: parent
+        rows: window.scene.rows
+        background: window.scene.background
+        isThreadTied: window.scene.isThreadTied
+        isFilling: true
+        isPaused: window.isPaused
+        onPointScaleChanged: window.scene.wantPixels(pointScale * Screen.devicePixelRatio)
+    }
+
+    Connections {
+        target: window.scene
+
+        function onThreadTied(): void {
+            board.drawThread();
+        }
+    }
+}
