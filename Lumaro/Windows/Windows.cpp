@@ -1,0 +1,116 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Lumaro/Windows/Windows.h"
+
+#include "DesignSystem/Fonts.h"
+#include "DesignSystem/Furnish.h"
+#include "Lumaro/UI/Text.h"
+
+#include <QtQml/QQmlComponent>
+#include <QtQml/QQmlExtensionPlugin>
+#include <QtQuick/QQuickWindow>
+
+#include <utility>
+
+Q_IMPORT_QML_PLUGIN(DesignSystemPlugin)
+Q_IMPORT_QML_PLUGIN(WidgetsPlugin)
+Q_IMPORT_QML_PLUGIN(Lumaro_UIPlugin)
+
+namespace lumaro {
+namespace {
+
+template <class Object>
+QVariant shared(Object& object) {
+    return QVariant::fromValue(&object);
+}
+
+} // namespace
+
+void prepareWindows() {
+    registerFonts();
+}
+
+Windows::Windows(AppView::Setup setup, Ports ports, std::function<void()> quit)
+    : ports_(ports), view_(std::move(setup), ports.app, ports.clock, ports.sleeper),
+      scene_({ports.app, ports.clock, ports.sleeper, ports.background}), editor_(ports.app, ports.clock),
+      pictures_(ports.app, ports.ids, ports.background), settings_(ports.defaults, ports.loginItem),
+      screens_(ports.desktop), tray_(verbs(std::move(quit))) {
+    furnish(engine_);
+    settings_.dress(themeOf(engine_));
+    quickNotes_ = ports.app.state().quickNoteRequest;
+    ports_.app.editor().onChange([this] {
+        scene_.refresh();
+        editor_.refresh();
+    });
+}
+
+Windows::~Windows() {
+    ports_.app.editor().onChange(nullptr);
+}
+
+TrayMenu::Verbs Windows::verbs(std::function<void()> quit) {
+    return {.quickNote = [this] { ports_.app.requestQuickNote(std::nullopt); },
+            .openBoard = [this] { openBoard(); },
+            .showOnDesktop = [this](bool shows) { ports_.app.setShowsBoardOnDesktop(shows); },
+            .settings = [this] { openSettings(); },
+            .quit = std::move(quit)};
+}
+
+void Windows::dress(const QString& surroundings, bool isMotionReduced) {
+    settings_.setSurroundings(surroundings);
+    settings_.setReducesMotion(isMotionReduced);
+}
+
+void Windows::refresh() {
+    view_.refresh();
+    scene_.refresh();
+    editor_.refresh();
+    const auto& state = ports_.app.state();
+    tray_.show(trayLook(state));
+    if (std::exchange(quickNotes_, state.quickNoteRequest) != state.quickNoteRequest) {
+        openQuickNote(qText(state.quickNoteText.value_or("")));
+    }
+}
+
+std::unique_ptr<QQuickWindow> Windows::make(const char* type, QVariantMap properties) {
+    const QUrl url{QStringLiteral("qrc:/qt/qml/Lumaro/UI/Windows/%1.qml").arg(QLatin1String{type})};
+    QQmlComponent component{&engine_, url};
+    std::unique_ptr<QObject> made{component.createWithInitialProperties(properties)};
+    auto* const window = qobject_cast<QQuickWindow*>(made.get());
+    if (window == nullptr) qFatal("%s", qPrintable(component.errorString()));
+    static_cast<void>(made.release());
+    return std::unique_ptr<QQuickWindow>{window};
+}
+
+void Windows::openBoard() {
+    if (!boardWindow_) {
+        boardWindow_ = make("BoardWindow",
+                            {{QStringLiteral("view"), shared(view_)},
+                             {QStringLiteral("scene"), shared(scene_)},
+                             {QStringLiteral("editor"), shared(editor_)},
+                             {QStringLiteral("pictures"), shared(pictures_)},
+                             {QStringLiteral("settings"), shared(settings_)},
+                             {QStringLiteral("screens"), shared(screens_)},
+                             {QStringLiteral("hangsBehindIcons"), ports_.desktop.level() != DesktopLevel::bottomMost}});
+    }
+    boardWindow_->show();
+    boardWindow_->raise();
+    boardWindow_->requestActivate();
+}
+
+void Windows::openSettings() {
+    openBoard();
+    QMetaObject::invokeMethod(boardWindow_.get(), "showPage", Q_ARG(QString, QStringLiteral("settings")));
+}
+
+void Windows::openQuickNote(const QString& text) {
+    if (!quickNoteWindow_) {
+        quickNoteWindow_ = make("QuickNoteWindow", {{QStringLiteral("editor"), shared(editor_)}});
+    }
+    QMetaObject::invokeMethod(quickNoteWindow_.get(), "ask", Q_ARG(QString, text));
+}
+
+std::unique_ptr<QQuickWindow> Windows::makeDesktopWindow() {
+    return make("DesktopWindow", {{QStringLiteral("scene"), shared(scene_)}});
+}
+
+} // namespace lumaro
