@@ -1,0 +1,118 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "LumaroCore/Services/ContactCard.h"
+#include "LumaroCore/Services/LoginItem.h"
+#include "LumaroCore/Services/NotificationCenter.h"
+#include "LumaroCore/Services/SecretStore.h"
+#include "LumaroCore/Services/SoundPlayer.h"
+#include "LumaroCore/Services/SystemSignals.h"
+#include "LumaroCore/Support/HttpClient.h"
+#include "LumaroCore/Support/Sleeper.h"
+
+#include <atomic>
+#include <map>
+#include <mutex>
+
+namespace lumaro {
+
+// A computer that offers nothing and keeps nothing, so that a demonstration leaves no trace on the real one.
+
+class QuietNotifications final : public NotificationCenter {
+public:
+    void post(LocalNotification) override {}
+    std::unique_ptr<Question> permission(Answer) override { return std::make_unique<Question>(); }
+    std::unique_ptr<Question> askPermission(Answer) override { return std::make_unique<Question>(); }
+};
+
+class QuietLoginItem final : public LoginItem {
+public:
+    bool isEnabled() override { return isEnabled_; }
+    std::expected<void, std::string> enable() override {
+        isEnabled_ = true;
+        return {};
+    }
+    std::expected<void, std::string> disable() override {
+        isEnabled_ = false;
+        return {};
+    }
+
+private:
+    bool isEnabled_ = false;
+};
+
+class QuietContacts final : public ContactCard {
+public:
+    ContactsAccess access() override { return ContactsAccess::denied; }
+    OwnCard ownCard() override { return {.fullName = "ana", .picturePath = std::nullopt}; }
+};
+
+class QuietSounds final : public SoundPlayer {
+public:
+    void play(std::string_view) override {}
+};
+
+class QuietSignals final : public SystemSignals {
+public:
+    std::unique_ptr<Listening> listen(SystemListener&) override { return std::make_unique<Listening>(); }
+};
+
+/// No server answers.
+class QuietHttp final : public HttpClient {
+public:
+    explicit QuietHttp(Sleeper& sleeper) : sleeper_(sleeper) {}
+
+    std::unique_ptr<Call> send(HttpRequest, std::move_only_function<void(Answer)> then) override {
+        struct Waiting final : Call {
+            std::unique_ptr<Sleeper::Wait> wait;
+        };
+        auto call = std::make_unique<Waiting>();
+        call->wait = sleeper_.wait(Seconds{0.3}, [then = std::move(then)]() mutable {
+            then(std::unexpected(HttpFailure{"there is no network in a demonstration"}));
+        });
+        return call;
+    }
+
+private:
+    Sleeper& sleeper_;
+};
+
+/// Secrets in memory; it may be locked.
+class QuietSecrets final : public SecretStore {
+public:
+    void setLocked(bool isLocked) { isLocked_ = isLocked; }
+    void hold(SecretAddress address, std::string data) {
+        const std::scoped_lock lock{mutex_};
+        items_[std::move(address)] = std::move(data);
+    }
+
+    std::expected<std::string, SecretStatus> query(const SecretAddress& address) override {
+        if (isLocked_) return std::unexpected(SecretStatus::locked);
+        const std::scoped_lock lock{mutex_};
+        const auto item = items_.find(address);
+        if (item == items_.end()) return std::unexpected(SecretStatus::itemNotFound);
+        return item->second;
+    }
+    SecretStatus add(const SecretAddress& address, std::string_view data) override {
+        const std::scoped_lock lock{mutex_};
+        return items_.emplace(address, data).second ? SecretStatus::success : SecretStatus::duplicateItem;
+    }
+    SecretStatus update(const SecretAddress& address, std::string_view data) override {
+        const std::scoped_lock lock{mutex_};
+        const auto item = items_.find(address);
+        if (item == items_.end()) return SecretStatus::itemNotFound;
+        item->second = data;
+        return SecretStatus::success;
+    }
+    SecretStatus remove(const SecretAddress& address) override {
+        const std::scoped_lock lock{mutex_};
+        return items_.erase(address) == 0 ? SecretStatus::itemNotFound : SecretStatus::success;
+    }
+
+private:
+    std::atomic<bool> isLocked_ = false;
+    std::mutex mutex_;
+    std::map<SecretAddress, std::string> items_;
+};
+
+} // namespace lumaro

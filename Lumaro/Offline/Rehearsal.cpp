@@ -1,0 +1,146 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Lumaro/Offline/Rehearsal.h"
+
+#include "Lumaro/UI/Text.h"
+#include "LumaroCore/BoardLogic/Edits.h"
+#include "LumaroCore/Presence/Pomodoro.h"
+#include "LumaroCore/Support/Fatal.h"
+
+#include <QtQuick/QQuickWindow>
+
+#include <utility>
+
+namespace lumaro {
+namespace {
+
+constexpr std::string_view token = "lm1.q3m7xk2p.a.nbswy3dpo5xxe3de";
+constexpr std::string_view couple = "q3m7xk2p";
+
+template <class Value, class Change>
+void changeItem(Board& board, Change change) {
+    for (auto& item : board.items) {
+        if (const auto* const held = item.payload.as<Value>()) item.payload = change(*held);
+    }
+}
+
+DemoBoard boardOf(Scene scene, Instant now) {
+    if (scene == Scene::full) return fullDemoBoard(now);
+    auto demo = demoBoard(now);
+    switch (scene) {
+    case Scene::empty: demo.board.items.clear(); break;
+    case Scene::quiet:
+        demo.presence = {};
+        demo.presence.from = PartnerID::b;
+        demo.calendar.status = CalendarStatus::notConnected;
+        demo.calendar.day.reset();
+        break;
+    case Scene::storm:
+        demo.presence.here->weather->code = 95;
+        demo.presence.here->weather->isDay = false;
+        demo.presence.here->weather->tempC = 9;
+        demo.presence.nowPlaying->isPlaying = false;
+        break;
+    case Scene::rung:
+        changeItem<PomodoroPayload>(demo.board, [&](PomodoroPayload timer) {
+            timer.startedAt = now - std::chrono::minutes{27};
+            timer.joinedAt = timer.startedAt;
+            return timer;
+        });
+        changeItem<CountdownPayload>(demo.board, [&](CountdownPayload countdown) {
+            countdown.targetDate = now;
+            return countdown;
+        });
+        break;
+    case Scene::thread: demo.board.threadTiedAt.reset(); break;
+    case Scene::together:
+    case Scene::alone:
+    case Scene::offline:
+    case Scene::arrival:
+    case Scene::refused:
+    case Scene::full:
+    case Scene::locked:
+    case Scene::welcome:
+    case Scene::bringThemOver: break;
+    }
+    return demo;
+}
+
+} // namespace
+
+Rehearsal::Rehearsal(Scene scene)
+    : scene_(scene), profile_(folder_.path().toStdString() + "/profile"), defaults_(profile_ + "/settings.ini", log_),
+      desktop_(defaults_, [this](QScreen&) { return windows_->makeDesktopWindow(); }),
+      app_({.profile = profile_, .version = LUMARO_VERSION}, (settle(), ports())) {
+    windows_ = std::make_unique<Windows>(
+        AppView::Setup{.folder = qText(std::string_view{profile_}),
+                       .version = QStringLiteral(LUMARO_VERSION),
+                       .suggestedName = QStringLiteral("ana")},
+        Windows::Ports{app_, desktop_, clock_, sleeper_, ids_, background_, defaults_, loginItem_}, [] {});
+    app_.onChange([this] { windows_->refresh(); });
+}
+
+Rehearsal::~Rehearsal() {
+    app_.onChange(nullptr);
+    app_.shutdown();
+}
+
+AppModel::Ports Rehearsal::ports() {
+    return {sleeper_,          clock_,  log_,     ids_,        files_,    http_,          background_,
+            secretBackground_, room_,   keyring_, secretFile_, defaults_, notifications_, loginItem_,
+            contacts_,         sounds_, signals_, desktop_};
+}
+
+/// What the computer holds before the application starts.
+void Rehearsal::settle() {
+    if (!files_.createDirectories(profile_)) fatal("there is no room for temporary files");
+    defaults_.setBoolean("showsBoardOnDesktop", false);
+    defaults_.setString("myDisplayName", "ana");
+    if (scene_ == Scene::welcome) return;
+    defaults_.setString("partnerDisplayName", "bo");
+    defaults_.setString("pairedCoupleId", couple);
+    if (scene_ == Scene::bringThemOver) defaults_.setString("onboardingStep", "bringThemOver");
+    keyring_.hold({std::string{keychainService}, "joinToken"}, std::string{token});
+    keyring_.setLocked(scene_ == Scene::locked);
+    auto demo = boardOf(scene_, clock_.now());
+    room_.hang(std::move(demo), scene_ != Scene::alone);
+    room_.setOnline(scene_ != Scene::offline);
+}
+
+void Rehearsal::storePictures(const DemoBoard& demo) {
+    for (const auto& [id, file] : demo.pictures) {
+        if (!app_.media().put(id, file)) fatal("a demonstration's picture cannot be kept");
+    }
+}
+
+void Rehearsal::open() {
+    storePictures(room_.demo());
+    app_.start();
+    windows_->openBoard();
+    cue_ = sleeper_.wait(Seconds{0.8}, [this] { play(); });
+}
+
+void Rehearsal::play() {
+    switch (scene_) {
+    case Scene::arrival:
+        room_.relay(*Edits::putUp(
+            room_.demo().board, ids_.next(),
+            NotePayload{pm::docOfLines("i'm on the train!"), "sage", "mint", clock_.now() + BoardSpec::noteLifespan},
+            Point{1190, 180}, {PartnerID::b, clock_.now()}));
+        break;
+    case Scene::thread: room_.tieThread(clock_.now()); break;
+    case Scene::refused: room_.refuse(); break;
+    case Scene::offline: static_cast<void>(app_.editor().pasteText("this one waits for the network")); break;
+    case Scene::together:
+    case Scene::alone:
+    case Scene::storm:
+    case Scene::quiet:
+    case Scene::rung:
+    case Scene::full:
+    case Scene::empty:
+    case Scene::locked:
+    case Scene::welcome:
+    case Scene::bringThemOver: break;
+    }
+}
+
+} // namespace lumaro

@@ -1,0 +1,93 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "Lumaro/Offline/DemoRoom.h"
+#include "Lumaro/Offline/QuietServices.h"
+#include "Lumaro/Windows/Windows.h"
+#include "Platform/Posix/PosixFileSystem.h"
+#include "Platform/Posix/StderrLog.h"
+#include "Platform/Posix/SystemClock.h"
+#include "Platform/Posix/SystemRandom.h"
+#include "Platform/Qt/QtBackgroundRunner.h"
+#include "Platform/Qt/QtSleeper.h"
+#include "Platform/Qt/SettingsFile.h"
+
+#include <QtCore/QTemporaryDir>
+
+#include <array>
+#include <cstdint>
+#include <string_view>
+
+namespace lumaro {
+
+/// What a demonstration can show.
+enum class Scene : std::uint8_t {
+    together, ///< the partner is here
+    alone,
+    offline,
+    storm, ///< over the partner's roofs, and it is night
+    quiet, ///< nothing is known of the partner
+    arrival,
+    thread, ///< being tied
+    rung,
+    full,
+    empty,
+    refused,
+    locked, ///< from here on the board is not there yet
+    welcome,
+    bringThemOver,
+};
+
+constexpr std::array<std::string_view, 14> namesOf(Scene) {
+    return {"together", "alone", "offline", "storm",   "quiet",  "arrival", "thread",
+            "rung",     "full",  "empty",   "refused", "locked", "welcome", "bringThemOver"};
+}
+
+/// The real application over a computer that is not there, playing one scene. Its files lie in a folder that goes with
+/// it.
+class Rehearsal {
+public:
+    explicit Rehearsal(Scene scene);
+    Rehearsal(const Rehearsal&) = delete;
+    Rehearsal& operator=(const Rehearsal&) = delete;
+    ~Rehearsal();
+
+    /// Opens the window; from then on the scene plays.
+    void open();
+    Windows& windows() { return *windows_; }
+    AppModel& app() { return app_; }
+    DesktopBoards& desktop() { return desktop_; }
+
+private:
+    AppModel::Ports ports();
+    void settle();
+    void storePictures(const DemoBoard& demo);
+    void play();
+
+    Scene scene_;
+    QTemporaryDir folder_;
+    std::string profile_;
+    StderrLog log_{LogLevel::error};
+    PosixFileSystem files_;
+    SystemRandom ids_;
+    SystemClock clock_;
+    QtSleeper sleeper_;
+    QuietHttp http_{sleeper_};
+    QtBackgroundRunner background_;
+    QtBackgroundRunner secretBackground_;
+    QuietSecrets keyring_;
+    QuietSecrets secretFile_;
+    DemoRoom room_{sleeper_};
+    SettingsFile defaults_;
+    QuietNotifications notifications_;
+    QuietLoginItem loginItem_;
+    QuietContacts contacts_;
+    QuietSounds sounds_;
+    QuietSignals signals_;
+    DesktopBoards desktop_;
+    AppModel app_;
+    std::unique_ptr<Windows> windows_;
+    std::unique_ptr<Sleeper::Wait> cue_;
+};
+
+} // namespace lumaro

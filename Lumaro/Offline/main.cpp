@@ -1,0 +1,91 @@
+// SPDX-License-Identifier: Apache-2.0
+// The real windows over a computer that is not there, for people who work on the look.
+#include "Lumaro/Offline/Rehearsal.h"
+#include "Lumaro/UI/Text.h"
+#include "LumaroCore/Support/EnumNames.h"
+
+#include <CLI/CLI.hpp>
+#include <QtCore/QTimer>
+#include <QtQuick/QQuickWindow>
+#include <QtWidgets/QApplication>
+
+#include <iostream>
+#include <string>
+
+namespace lumaro {
+namespace {
+
+struct Arguments {
+    std::string scene = "together";
+    std::string show = "board";
+    std::string surroundings = "light";
+    bool isMotionReduced = false;
+    int width = 1280;
+    int height = 800;
+    std::string grab;
+    double after = 2;
+};
+
+std::string scenes() {
+    std::string all;
+    for (const auto name : namesOf(Scene{})) all += (all.empty() ? "" : ", ") + std::string{name};
+    return all;
+}
+
+/// The window that was asked for, with its scene playing.
+QQuickWindow* open(Rehearsal& rehearsal, const Arguments& arguments) {
+    rehearsal.open();
+    auto* const window = rehearsal.windows().boardWindow();
+    if (arguments.show == "desktop") {
+        auto desktop = rehearsal.windows().makeDesktopWindow();
+        desktop->resize(arguments.width, arguments.height);
+        desktop->show();
+        window->hide();
+        return desktop.release();
+    }
+    window->resize(arguments.width, arguments.height);
+    if (arguments.show != "board") {
+        QTimer::singleShot(1000, window, [window, page = qText(std::string_view{arguments.show})] {
+            QMetaObject::invokeMethod(window, "showPage", Q_ARG(QString, page));
+        });
+    }
+    return window;
+}
+
+int run(QApplication& application, const Arguments& arguments) {
+    const auto scene = fromName<Scene>(arguments.scene);
+    if (!scene) {
+        std::cerr << "lumaro-offline: the scenes are " << scenes() << '\n';
+        return EXIT_FAILURE;
+    }
+    prepareWindows();
+    Rehearsal rehearsal{*scene};
+    rehearsal.windows().dress(qText(std::string_view{arguments.surroundings}), arguments.isMotionReduced);
+    auto* const window = open(rehearsal, arguments);
+    if (!arguments.grab.empty()) {
+        QTimer::singleShot(static_cast<int>(arguments.after * 1000), window, [&, window] {
+            const bool isSaved = window->grabWindow().save(qText(std::string_view{arguments.grab}));
+            QApplication::exit(isSaved ? EXIT_SUCCESS : EXIT_FAILURE);
+        });
+    }
+    return application.exec();
+}
+
+} // namespace
+} // namespace lumaro
+
+int main(int argc, char** argv) {
+    lumaro::Arguments arguments;
+    CLI::App app{"The board's windows without a network, a keyring or a partner.", "lumaro-offline"};
+    app.add_option("--scene", arguments.scene, "what is going on: " + lumaro::scenes());
+    app.add_option("--show", arguments.show, "board, desktop, gallery, boardPage or settings");
+    app.add_option("--surroundings", arguments.surroundings, "light or dark");
+    app.add_flag("--reduced-motion", arguments.isMotionReduced, "fades instead of springs");
+    app.add_option("--width", arguments.width, "of the window")->type_name("PX");
+    app.add_option("--height", arguments.height, "of the window")->type_name("PX");
+    app.add_option("--grab", arguments.grab, "save a picture of the window and end")->type_name("FILE");
+    app.add_option("--after", arguments.after, "seconds before the picture")->type_name("S");
+    CLI11_PARSE(app, argc, argv);
+    QApplication application{argc, argv};
+    return lumaro::run(application, arguments);
+}
