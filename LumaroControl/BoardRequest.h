@@ -157,6 +157,14 @@ struct BoardRequest {
         static constexpr auto fields() { return std::tuple{Field{"text", &QuickNote::text}}; }
         bool operator==(const QuickNote&) const = default;
     };
+    /// Brings the board's window to the front, and joins through the link, if there is one.
+    struct Open {
+        static constexpr std::string_view tag = "open";
+        std::optional<std::string> link;
+
+        static constexpr auto fields() { return std::tuple{Field{"link", &Open::link}}; }
+        bool operator==(const Open&) const = default;
+    };
     /// What the partner sees of this person, the whole of it.
     using Presence = ClientMessage::Presence;
     /// The person's answer where there is no keyring: whether a file of the profile may hold the token.
@@ -177,7 +185,7 @@ struct BoardRequest {
 
     struct Verb {
         std::variant<PutUp, Move, Turn, Resize, TakeDown, Paint, Show, Pending, Status, Start, Join, Code, Leave, Undo,
-                     Redo, QuickNote, Presence, Secrets, Unlock>
+                     Redo, QuickNote, Open, Presence, Secrets, Unlock>
             value;
 
         bool operator==(const Verb&) const = default;

@@ -45,19 +45,15 @@ std::string boardJson(const Board& board) {
 
 } // namespace
 
-std::expected<std::unique_ptr<AppControl>, std::string> AppControl::listen(const std::string& path, AppModel& app) {
-    std::unique_ptr<AppControl> control{new AppControl{app}};
+std::expected<std::unique_ptr<AppControl>, std::string> AppControl::listen(const std::string& path, AppModel& app,
+                                                                           std::function<void()> openBoard) {
+    std::unique_ptr<AppControl> control{new AppControl{app, std::move(openBoard)}};
     auto* const raw = control.get();
     auto server = LocalSocketServer::listen(
         path, [raw](const std::string& line, LocalSocketServer::Reply reply) { raw->take(line, std::move(reply)); });
     if (!server) return std::unexpected(std::move(server.error()));
     control->server_ = std::move(*server);
-    app.onChange([raw] { raw->look(); });
     return control;
-}
-
-AppControl::~AppControl() {
-    app_.onChange(nullptr);
 }
 
 void AppControl::take(const std::string& line, LocalSocketServer::Reply reply) {
@@ -182,6 +178,13 @@ AppControl::Outcome AppControl::answer(const BoardRequest::Unlock&) {
 
 AppControl::Outcome AppControl::answer(const BoardRequest::QuickNote& note) {
     app_.requestQuickNote(note.text);
+    return atOnce({});
+}
+
+AppControl::Outcome AppControl::answer(const BoardRequest::Open& open) {
+    if (!openBoard_) return atOnce(refusal(ExitStatus::unavailable, "this one runs without windows"));
+    if (open.link) app_.joinByLink(*open.link);
+    openBoard_();
     return atOnce({});
 }
 

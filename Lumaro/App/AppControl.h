@@ -18,13 +18,17 @@ namespace lumaro {
 /// by a line of `BoardAnswer`. An edit is answered once it is on disk, a pairing once it has come to its end.
 class AppControl {
 public:
-    /// Listens at `path`. The model outlives the control, which hears of its changes. The error is the system's words.
-    [[nodiscard]] static std::expected<std::unique_ptr<AppControl>, std::string> listen(const std::string& path,
-                                                                                        AppModel& app);
+    /// Listens at `path`. The model outlives the control. `openBoard` shows the board's window; none where there are no
+    /// windows. The error is the system's words.
+    [[nodiscard]] static std::expected<std::unique_ptr<AppControl>, std::string>
+    listen(const std::string& path, AppModel& app, std::function<void()> openBoard);
 
     AppControl(const AppControl&) = delete;
     AppControl& operator=(const AppControl&) = delete;
-    ~AppControl();
+    ~AppControl() = default;
+
+    /// Whoever listens to `AppModel::onChange` calls this: what was waited for may have come about.
+    void look();
 
 private:
     /// The answer, once there is one.
@@ -34,10 +38,9 @@ private:
         LocalSocketServer::Reply reply;
     };
 
-    explicit AppControl(AppModel& app) : app_(app) {}
+    AppControl(AppModel& app, std::function<void()> openBoard) : app_(app), openBoard_(std::move(openBoard)) {}
 
     void take(const std::string& line, LocalSocketServer::Reply reply);
-    void look();
     Outcome begin(const BoardRequest& request);
     Outcome answer(const BoardRequest::PutUp& put);
     Outcome answer(const BoardRequest::Move& move);
@@ -57,6 +60,7 @@ private:
     Outcome answer(const BoardRequest::Secrets& secrets);
     Outcome answer(const BoardRequest::Unlock&);
     Outcome answer(const BoardRequest::QuickNote& note);
+    Outcome answer(const BoardRequest::Open& open);
     Outcome answer(const BoardRequest::Presence& seen);
 
     Outcome edited(std::expected<void, EditorFault> done, std::string out = "");
@@ -66,6 +70,7 @@ private:
     EditorModel& editor() { return app_.editor(); }
 
     AppModel& app_;
+    std::function<void()> openBoard_;
     std::unique_ptr<LocalSocketServer> server_;
     std::list<Waiting> waiting_;
 };

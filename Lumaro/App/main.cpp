@@ -1,29 +1,22 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Lumaro/App/AppControl.h"
-#include "Lumaro/App/ThreadedRoomLinks.h"
-#include "Platform/Linux/AutostartEntry.h"
-#include "Platform/Linux/DesktopNotifications.h"
-#include "Platform/Linux/DesktopSound.h"
-#include "Platform/Linux/LoginSignals.h"
-#include "Platform/Linux/SecretServiceStore.h"
-#include "Platform/Linux/UserContactCard.h"
-#include "Platform/Posix/FileSecretStore.h"
+#include "Lumaro/App/Desktop.h"
+#include "Lumaro/App/HandOver.h"
+#include "Lumaro/Windows/Windows.h"
+#include "Platform/Linux/ScreenLock.h"
+#include "Platform/Linux/UrlScheme.h"
 #include "Platform/Posix/FolderLock.h"
-#include "Platform/Posix/PosixFileSystem.h"
-#include "Platform/Posix/StderrLog.h"
-#include "Platform/Posix/SystemClock.h"
-#include "Platform/Posix/SystemRandom.h"
-#include "Platform/Qt/QtBackgroundRunner.h"
-#include "Platform/Qt/QtHttpClient.h"
 #include "Platform/Qt/QtLoop.h"
-#include "Platform/Qt/QtSleeper.h"
-#include "Platform/Qt/SettingsFile.h"
 
 #include <CLI/CLI.hpp>
+#include <QtQuick/QQuickWindow>
+#include <QtWidgets/QApplication>
 
 #include <cstdlib>
 #include <filesystem>
 #include <iostream>
+#include <memory>
+#include <optional>
 #include <string>
 
 namespace lumaro {
@@ -31,9 +24,11 @@ namespace {
 
 struct Arguments {
     bool isHeadless = false;
+    bool isHidden = false;
     bool isVerbose = false;
     std::string profile;
     std::string server;
+    std::string link;
 };
 
 std::string environment(const char* name) {
@@ -58,42 +53,69 @@ int fail(const std::string& why) {
     return EXIT_FAILURE;
 }
 
-/// Everything that the model is built on, in the order in which it depends on each other.
-struct Desktop {
-    Desktop(const std::string& profile, bool isDefault, const std::string& program, bool isVerbose)
-        : log(isVerbose ? LogLevel::debug : LogLevel::info), secretFile(files, profile + "/secrets"),
-          rooms(profile + "/outbox", log), defaults(profile + "/settings.ini", log),
-          loginItem(files, AutostartEntry::userFolder(),
-                    {isDefault ? "lumaro" : "lumaro-" + std::filesystem::path{profile}.filename().string(),
-                     "Lumaro",
-                     {program, "--profile", profile}}),
-          contacts(UserContactCard::ownAccount()), sounds(DesktopSound::userFolders()) {}
+std::optional<std::string> linkOf(const Arguments& arguments) {
+    return arguments.link.empty() ? std::nullopt : std::optional{arguments.link};
+}
 
-    AppModel::Ports ports() {
-        return {sleeper,          clock,  log,     ids,        files,    http,          background,
-                secretBackground, rooms,  keyring, secretFile, defaults, notifications, loginItem,
-                contacts,         sounds, signals, wallpaper};
-    }
+/// The model with its socket for commands, until it is told to end.
+int serve(AppModel& app, Desktop& desktop, QtLoop& loop, const std::string& profile, const Arguments& arguments,
+          std::unique_ptr<Windows> windows) {
+    std::function<void()> openBoard;
+    if (windows) openBoard = [&windows] { windows->openBoard(); };
+    const auto control = AppControl::listen(profile + "/" + std::string{ProfileSocket::ofApplication}, app, openBoard);
+    if (!control) return fail("no socket for commands: " + control.error());
+    app.onChange([&] {
+        if (windows) windows->refresh();
+        (*control)->look();
+    });
+    loop.onTermination([&] { loop.quit(); });
+    app.start();
+    if (const auto link = linkOf(arguments)) app.joinByLink(*link);
+    if (windows && !(arguments.isHidden && app.state().showsBoardOnDesktop)) windows->openBoard();
+    loop.run();
+    app.onChange(nullptr);
+    windows.reset();
+    app.shutdown();
+    desktop.keyring.stop();
+    return EXIT_SUCCESS;
+}
 
-    StderrLog log;
-    PosixFileSystem files;
-    SystemRandom ids;
-    SystemClock clock;
-    QtSleeper sleeper;
-    QtHttpClient http;
-    SecretServiceStore keyring;
-    FileSecretStore secretFile;
-    QtBackgroundRunner background;
-    QtBackgroundRunner secretBackground;
-    ThreadedRoomLinks rooms;
-    SettingsFile defaults;
-    DesktopNotifications notifications;
-    AutostartEntry loginItem;
-    UserContactCard contacts;
-    DesktopSound sounds;
-    LoginSignals signals;
+AppModel::Setup setupOf(const std::string& profile, bool isDefault) {
+    AppModel::Setup setup{.profile = profile, .version = LUMARO_VERSION};
+    // Two people on one computer share a keyring, not a token.
+    if (!isDefault) setup.keychainService += ":" + profile;
+    return setup;
+}
+
+int runHeadless(Desktop& desktop, QtLoop& loop, const std::string& profile, const Arguments& arguments) {
     NoWallpaper wallpaper;
-};
+    AppModel app{setupOf(profile, arguments.profile.empty()), desktop.ports(wallpaper)};
+    return serve(app, desktop, loop, profile, arguments, nullptr);
+}
+
+int runWindows(Desktop& desktop, QtLoop& loop, const std::string& profile, const Arguments& arguments) {
+    prepareWindows();
+    Windows* windows = nullptr;
+    DesktopBoards boards{desktop.defaults, [&](QScreen&) { return windows->makeDesktopWindow(); }};
+    const ScreenLock screenLock{[&](bool isLocked) { boards.setScreenLocked(isLocked); }};
+    AppModel app{setupOf(profile, arguments.profile.empty()), desktop.ports(boards)};
+    auto made = std::make_unique<Windows>(
+        AppView::Setup{.folder = QString::fromStdString(profile),
+                       .version = QStringLiteral(LUMARO_VERSION),
+                       .suggestedName = QString::fromStdString(desktop.contacts.ownCard().fullName)},
+        Windows::Ports{app, boards, desktop.clock, desktop.sleeper, desktop.ids, desktop.pictureBackground,
+                       desktop.defaults, desktop.loginItem},
+        [&] { loop.quit(); });
+    windows = made.get();
+    return serve(app, desktop, loop, profile, arguments, std::move(made));
+}
+
+void claimLinks(Desktop& desktop, const std::string& program) {
+    UrlScheme scheme{desktop.files, UrlScheme::userFolders(), {program}};
+    if (const auto claimed = scheme.claim(); !claimed) {
+        desktop.log.write(LogLevel::error, "app", "links will not open here: " + claimed.error());
+    }
+}
 
 int run(const Arguments& arguments, const std::string& program) {
     const bool isDefault = arguments.profile.empty();
@@ -103,21 +125,15 @@ int run(const Arguments& arguments, const std::string& program) {
         return fail("the profile's folder cannot be made: " + made.error().message);
     }
     const auto lock = FolderLock::take(profile + "/app.lock");
-    if (!lock) return fail("another one has this profile");
+    if (!lock) {
+        if (!arguments.isHeadless && handOver(profile, linkOf(arguments))) return EXIT_SUCCESS;
+        return fail("another one has this profile");
+    }
     Desktop desktop{profile, isDefault, program, arguments.isVerbose};
     if (!arguments.server.empty()) desktop.defaults.setString("serverURL", arguments.server);
-    AppModel::Setup setup{.profile = profile, .version = LUMARO_VERSION};
-    // Two people on one computer share a keyring, not a token.
-    if (!isDefault) setup.keychainService += ":" + profile;
-    AppModel app{std::move(setup), desktop.ports()};
-    const auto control = AppControl::listen(profile + "/" + std::string{ProfileSocket::ofApplication}, app);
-    if (!control) return fail("no socket for commands: " + control.error());
-    loop.onTermination([&] { loop.quit(); });
-    app.start();
-    loop.run();
-    app.shutdown();
-    desktop.keyring.stop();
-    return EXIT_SUCCESS;
+    if (arguments.isHeadless) return runHeadless(desktop, loop, profile, arguments);
+    if (isDefault) claimLinks(desktop, program);
+    return runWindows(desktop, loop, profile, arguments);
 }
 
 } // namespace
@@ -127,10 +143,19 @@ int main(int argc, char** argv) {
     lumaro::Arguments arguments;
     CLI::App app{"One board for two people, behind the icons of both their desktops.", "lumaro"};
     app.set_version_flag("--version", LUMARO_VERSION);
-    app.add_flag("--headless", arguments.isHeadless, "run the session without a window")->required();
+    app.add_flag("--headless", arguments.isHeadless, "run the session without a window");
+    app.add_flag("--hidden", arguments.isHidden, "hang on the desktop, and open no window");
     app.add_flag("--verbose", arguments.isVerbose, "log everything");
     app.add_option("--profile", arguments.profile, "the folder of this person's files")->type_name("DIR");
     app.add_option("--server", arguments.server, "the board's server, from now on")->type_name("URL");
+    app.add_option("LINK", arguments.link, "an invite to join through")->type_name("");
     CLI11_PARSE(app, argc, argv);
-    return lumaro::run(arguments, std::filesystem::absolute(argv[0]).string());
+    const auto program = std::filesystem::absolute(argv[0]).string();
+    std::optional<QApplication> windows;
+    if (!arguments.isHeadless) {
+        windows.emplace(argc, argv);
+        // The tray and the desktop stay when the board's window is closed.
+        QApplication::setQuitOnLastWindowClosed(false);
+    }
+    return lumaro::run(arguments, program);
 }
