@@ -141,6 +141,15 @@ TEST_F(AppRoomTest, ABlockRingsOnceForThoseInIt) {
     }
 }
 
+TEST_F(AppRoomTest, ABlockEndsInSilenceForWhoWantsNoSounds) {
+    defaults.setBoolean("playsSounds", false);
+    auto timer = Pomodoro::started({}, 25, PartnerID::a, clock.now());
+    relay(*Edits::putUp(app->board(), ids.next(), timer, std::nullopt, {PartnerID::a, clock.now()}));
+    pass(Seconds{25 * 60});
+    EXPECT_TRUE(state().lastBlockRang.has_value());
+    EXPECT_TRUE(sounds.played.empty());
+}
+
 TEST_F(AppRoomTest, TenPresencesInAQuarterOfASecondAreOne) {
     pass(Seconds{1});
     rooms.presences.clear();

@@ -1,0 +1,138 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Lumaro/UI/Board/CardFaces.h"
+#include "Lumaro/UI/Board/SpokenItem.h"
+#include "LumaroCore/BoardModel/BoardSpec.h"
+#include "LumaroCore/Presence/Pomodoro.h"
+
+#include <QtCore/QTimeZone>
+#include <gtest/gtest.h>
+
+#include <chrono>
+
+namespace lumaro {
+namespace {
+
+using namespace std::chrono_literals;
+
+const LiveContext::Picture noPicture = [](const UUID&, Size) { return QImage{}; };
+
+struct LiveCardsTest : testing::Test {
+    // 2026-09-21 14:13:20 UTC
+    Instant now{1'790'000'000s};
+    BoardPresence partner;
+    ClientMessage::Presence own;
+    std::map<PartnerID, std::string> names{{PartnerID::a, "ana"}, {PartnerID::b, "bo"}};
+    QTimeZone zone{QByteArray{"Europe/Berlin"}};
+
+    LiveContext live() const {
+        return {.partner = partner,
+                .own = own,
+                .names = names,
+                .me = PartnerID::a,
+                .now = now,
+                .zone = zone,
+                .picture = noPicture};
+    }
+    BoardItem item(Payload payload) const {
+        BoardItem made;
+        made.author = PartnerID::b;
+        made.createdAt = now - 1h;
+        made.payload = std::move(payload);
+        return made;
+    }
+    template <class Face>
+    Face face(Payload payload) const {
+        return *faceOf(item(std::move(payload)), live()).as<Face>();
+    }
+    void partnerIsIn(const char* zoneName, Instant sampledAt) {
+        Weather weather;
+        weather.tempC = 16.6;
+        weather.code = 95;
+        weather.isDay = false;
+        Here here;
+        here.label = "alfama";
+        here.tz = zoneName;
+        here.sampledAt = sampledAt;
+        here.weather = weather;
+        partner.here = here;
+    }
+};
+
+TEST_F(LiveCardsTest, cardsSayWhatTheyDoNotKnow) {
+    EXPECT_EQ(face<MusicFace>(NowPlayingSlotPayload{PartnerID::b}).words, "nothing playing");
+    EXPECT_EQ(face<WindowFace>(LocationPayload{PartnerID::a}).words, "location is off");
+    EXPECT_EQ(face<DayFace>(CalendarPayload{PartnerID::a}).words, "no calendar yet");
+    partner.isPartnerOnline = true;
+    EXPECT_EQ(face<WindowFace>(LocationPayload{PartnerID::b}).words, "waiting for a fix");
+    EXPECT_EQ(face<ClocksFace>(TimezonesPayload{}).theirs.words, "waiting for a fix");
+    EXPECT_EQ(face<ClocksFace>(TimezonesPayload{}).mine.time, "16:13");
+}
+
+TEST_F(LiveCardsTest, aPlaceIsToldWithItsTimeWeatherAndAge) {
+    partnerIsIn("Asia/Kolkata", now - 2h);
+    const auto window = face<WindowFace>(LocationPayload{PartnerID::b});
+    EXPECT_EQ(window.place, "alfama");
+    EXPECT_EQ(window.time, "19:43");
+    EXPECT_EQ(window.temperature, "17°");
+    EXPECT_EQ(window.sky, Sky::storm);
+    EXPECT_EQ(window.words, "as of 17:43");
+    EXPECT_EQ(face<ClocksFace>(TimezonesPayload{}).between, "3.5 hours ahead");
+    EXPECT_EQ(face<ClocksFace>(TimezonesPayload{.units = TemperatureUnit::fahrenheit}).theirs.words, "62°");
+    partnerIsIn("no/such zone", now);
+    EXPECT_EQ(face<WindowFace>(LocationPayload{PartnerID::b}).time, "");
+}
+
+TEST_F(LiveCardsTest, aDayIsThePersonsOwnAndYesterdaysIsNotShown) {
+    partnerIsIn("Pacific/Auckland", now);
+    partner.calendarStatus[PartnerID::b] = CalendarStatus::connected;
+    CalendarDay day{.date = "2026-09-22", .events = {}, .fetchedAt = now};
+    for (int i = 0; i < 6; ++i) day.events.push_back({"event", now + i * 1h, now + i * 1h, i == 0});
+    partner.calendar[PartnerID::b] = day;
+    const auto shown = face<DayFace>(CalendarPayload{PartnerID::b});
+    EXPECT_EQ(shown.day, "22");
+    EXPECT_EQ(shown.weekday, "tuesday");
+    ASSERT_EQ(shown.events.size(), 4U);
+    EXPECT_EQ(shown.events.front().time, "all day");
+    EXPECT_EQ(shown.more, 2);
+    partner.calendar[PartnerID::b].date = "2026-09-21";
+    EXPECT_EQ(face<DayFace>(CalendarPayload{PartnerID::b}).words, "the day is on its way");
+}
+
+TEST_F(LiveCardsTest, whatChangesByItselfSaysWhenAndThenLooksDifferent) {
+    PomodoroPayload block;
+    block.phase = PomodoroPhase::block;
+    block.startedAt = now - 10min - 300ms;
+    block.startedBy = PartnerID::b;
+    const Payload cards[] = {NotePayload{pm::emptyDoc(), "butter", "brass", now + 5h + 7s},
+                             CountdownPayload{now + 49h, "x"},
+                             CountdownPayload{now + 61min, "x"},
+                             CountdownPayload{now + 90s, "x"},
+                             block,
+                             TimezonesPayload{}};
+    for (const auto& card : cards) {
+        auto before = item(card);
+        const auto change = nextChange(before, live());
+        ASSERT_TRUE(change && *change > now) << card.value().index();
+        const auto looks = faceOf(before, live());
+        const auto wasNow = now;
+        now = *change - 1ms;
+        EXPECT_EQ(faceOf(before, live()), looks) << "changes before it says, kind " << card.value().index();
+        now = *change;
+        EXPECT_FALSE(faceOf(before, live()) == looks)
+            << "looks the same after its change, kind " << card.value().index();
+        now = wasNow;
+    }
+    EXPECT_EQ(nextChange(item(NotePayload{pm::emptyDoc(), "butter", "brass", std::nullopt}), live()), std::nullopt);
+}
+
+TEST_F(LiveCardsTest, itemsReadAsASentence) {
+    const auto note = item(NotePayload{pm::docOfLines("buy\noranges"), "butter", "brass", now + 1h});
+    EXPECT_EQ(spoken(note, faceOf(note, live()), live()), "note from bo, pinned today, 'buy oranges'");
+    auto old = item(PhotoPayload{.mediaId = {}, .caption = "the lake", .takenAt = {}, .aspect = {}});
+    old.author = PartnerID::a;
+    old.createdAt = now - std::chrono::days{1};
+    EXPECT_EQ(spoken(old, faceOf(old, live()), live()), "photo from you, pinned yesterday, 'the lake', on its way…");
+}
+
+} // namespace
+} // namespace lumaro

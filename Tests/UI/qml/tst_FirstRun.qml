@@ -1,0 +1,144 @@
+// SPDX-License-Identifier: Apache-2.0
+import QtQuick
+import QtTest
+import Lumaro.UI
+import Lumaro.Testing
+
+Item {
+    id: room
+
+    width: 1200
+    height: 900
+
+    Component {
+        id: pages
+
+        Item {
+            property alias sheet: sheet
+
+            anchors.fill: parent
+
+            FirstRun {
+                id: sheet
+
+                view: Bed.view
+            }
+        }
+    }
+
+    TestCase {
+        id: walk
+
+        property var sheet
+
+        readonly property string board: '{"coupleId":"q3m7xk2p","token":"lm1.q3m7xk2p.a.nbswy3dpo5xxe3de","invite":{"inviteId":"abcdefgh12","link":"https://x/for/abcdefgh12","expiresAt":1900000000000}}'
+        readonly property string joined: '{"coupleId":"q3m7xk2p","token":"lm1.q3m7xk2p.b.nbswy3dpo5xxe3de","partnerName":"ann","slot":"b","status":"joined"}'
+        readonly property string choose: '{"code":"choose_person","message":"","names":{"a":"ann","b":"bo"},"suggested":"b"}'
+
+        name: "FirstRun"
+        when: windowShown
+
+        function init() {
+            Bed.make();
+            open();
+        }
+        function open() {
+            sheet = createTemporaryObject(pages, room).sheet;
+            tryCompare(sheet, "opened", true);
+        }
+        function type(text) {
+            for (const key of text)
+                keyClick(key);
+        }
+        function focusedName() {
+            return room.Window.activeFocusItem.Accessible.name;
+        }
+        function checkNames() {
+            verify(Bed.reached(sheet.contentItem) > 0);
+            compare(Bed.unnamed(sheet.contentItem), []);
+        }
+        function comeTo(door) {
+            while (focusedName() !== door)
+                keyClick(Qt.Key_Tab);
+            keyClick(Qt.Key_Return);
+        }
+
+        function test_oneStartsABoardByKeysAlone() {
+            checkNames();
+            compare(focusedName(), "start our board");
+            keyClick(Qt.Key_Return);
+            checkNames();
+            type("ann");
+            keyClick(Qt.Key_Return);
+            compare(Bed.storedName(), "ann");
+            verify(Bed.lastRequest().includes('"name":"ann"'));
+            verify(Bed.answer(201, board));
+            compare(sheet.page, "bringThemOver");
+            verify(Bed.answer(201, '{"code":"481936","expiresAt":1790000540000,"slot":"b"}'), "no code was asked for");
+            compare(Bed.view.face.code, "481 936");
+            checkNames();
+            Bed.partnerComes("bo");
+            compare(focusedName(), "to our board");
+            keyClick(Qt.Key_Return);
+            tryCompare(sheet, "visible", false);
+        }
+
+        function test_theOtherComesInAtTheSixthDigit() {
+            comeTo("i have a code");
+            type("bo");
+            keyClick(Qt.Key_Return);
+            checkNames();
+            type("111111");
+            verify(Bed.answer(404, '{"code":"code_not_found","message":""}'));
+            verify(Bed.view.face.failure !== "");
+            type("222222");
+            verify(Bed.lastRequest().includes('"code":"222222"'));
+            compare(Bed.view.face.failure, "");
+            verify(Bed.answer(200, joined));
+            compare(Bed.storedName(), "bo");
+            compare(Bed.view.face.greeting, "ann is on the board 💌");
+            tryCompare(sheet, "visible", false);
+        }
+
+        function test_aLinkInAMessageWillDo() {
+            comeTo("i have a link");
+            type("bo");
+            keyClick(Qt.Key_Return);
+            Bed.copy("come! https://x/for/abcdefgh12 :)");
+            keyClick(Qt.Key_V, Qt.ControlModifier);
+            keyClick(Qt.Key_Return);
+            verify(Bed.lastRequest().includes("abcdefgh12"));
+        }
+
+        function test_theWayBackForgetsWhatFailed() {
+            keyClick(Qt.Key_Return);
+            keyClick(Qt.Key_Return);
+            verify(Bed.answer(503, ""));
+            compare(sheet.page, "comeIn");
+            comeTo("back");
+            compare(sheet.page, "welcome");
+            compare(Bed.view.face.failure, "");
+            compare(focusedName(), "start our board");
+        }
+
+        function test_oneSaysWhoOneIs() {
+            Bed.view.joinByCode("123456");
+            verify(Bed.answer(409, choose));
+            compare(sheet.page, "choosing");
+            checkNames();
+            compare(focusedName(), "bo");
+            keyClick(Qt.Key_Return);
+            verify(Bed.lastRequest().includes('"slot":"b"'));
+        }
+
+        function test_aLockedKeychainIsAskedAgain() {
+            Bed.makeLocked();
+            open();
+            compare(sheet.page, "locked");
+            checkNames();
+            keyClick(Qt.Key_Return);
+            Bed.openKeychain();
+            compare(sheet.page, "welcome");
+        }
+    }
+}

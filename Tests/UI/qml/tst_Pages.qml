@@ -1,0 +1,159 @@
+// SPDX-License-Identifier: Apache-2.0
+import QtQuick
+import QtTest
+import DesignSystem
+import Lumaro.UI
+import Lumaro.Testing
+
+Item {
+    id: room
+
+    width: 1200
+    height: 900
+
+    Component {
+        id: boardPage
+
+        BoardPage {
+            view: Bed.view
+        }
+    }
+    Component {
+        id: settingsPage
+
+        SettingsPage {
+            view: Bed.view
+            settings: Bed.settings
+            hangsBehindIcons: false
+            screens: screenList
+        }
+    }
+    ListModel {
+        id: screenList
+
+        ListElement {
+            name: "this screen"
+            isShown: true
+        }
+    }
+    QuickNote {
+        id: note
+
+        visible: false
+    }
+    SignalSpy {
+        id: accepted
+
+        target: note
+        signalName: "accepted"
+    }
+    SignalSpy {
+        id: closed
+
+        target: note
+        signalName: "closed"
+    }
+
+    TestCase {
+        name: "Pages"
+        when: windowShown
+
+        function open(page) {
+            const sheet = createTemporaryObject(page, room);
+            sheet.open();
+            tryCompare(sheet, "opened", true);
+            verify(Bed.reached(sheet.contentItem) > 4);
+            compare(Bed.unnamed(sheet.contentItem), []);
+            return sheet;
+        }
+        function comeTo(name) {
+            for (let step = 0; step < 40; ++step) {
+                if (room.Window.activeFocusItem.Accessible.name === name)
+                    return;
+                keyClick(Qt.Key_Tab);
+            }
+            fail("the keys never came to " + name);
+        }
+        function goOnBoard() {
+            Bed.make();
+            Bed.view.startOurBoard();
+            Bed.answer(201, '{"coupleId":"q3m7xk2p","token":"lm1.q3m7xk2p.a.nbswy3dpo5xxe3de","invite":{"inviteId":"abcdefgh12","link":"https://x/for/abcdefgh12","expiresAt":1900000000000}}');
+            Bed.partnerComes("bo");
+        }
+
+        function test_leavingIsAskedOnce() {
+            goOnBoard();
+            const sheet = open(boardPage);
+            comeTo("leave the board");
+            keyClick(Qt.Key_Return);
+            verify(Bed.view.face.isOnBoard);
+            compare(room.Window.activeFocusItem.Accessible.name, "no, leave it");
+            keyClick(Qt.Key_Backtab);
+            keyClick(Qt.Key_Return);
+            verify(!Bed.view.face.isOnBoard);
+            tryCompare(sheet, "visible", false);
+        }
+
+        function test_aNewNameIsKept() {
+            goOnBoard();
+            open(boardPage);
+            comeTo("what do they call you?");
+            for (const key of "zoe")
+                keyClick(key);
+            keyClick(Qt.Key_Return);
+            compare(Bed.storedName(), "zoe");
+        }
+
+        function test_everySettingDoesSomething_data() {
+            return ["notifiesOfItems", "playsSounds", "reducesMotion", "opensAtLogin"].map((setting, at) => ({
+                        tag: setting,
+                        control: ["when they pin something", "sounds", "less motion", "open at login"][at]
+                    }));
+        }
+        function test_everySettingDoesSomething(data) {
+            Bed.make();
+            const sheet = open(settingsPage);
+            const before = Bed.settings[data.tag];
+            comeTo(data.control);
+            keyClick(Qt.Key_Space);
+            compare(Bed.settings[data.tag], !before);
+            sheet.close();
+        }
+
+        function test_theThemeFollowsTheSettings() {
+            Bed.make();
+            Bed.settings.surroundings = "dark";
+            Bed.dress(Theme);
+            verify(Theme.isDark);
+            Bed.settings.surroundings = "light";
+            Bed.settings.reducesMotion = true;
+            verify(!Theme.isDark);
+            verify(Theme.isMotionReduced);
+            Bed.settings.reducesMotion = false;
+        }
+
+        function test_aScreenIsChosen() {
+            Bed.make();
+            open(settingsPage);
+            comeTo("this screen");
+            keyClick(Qt.Key_Space);
+            compare(screenList.get(0).isShown, false);
+        }
+
+        function test_aQuickNoteGoesUpAtEnter() {
+            note.visible = true;
+            note.forceActiveFocus();
+            keyClick(Qt.Key_Return);
+            compare(accepted.count, 0);
+            keyClick("a");
+            keyClick(Qt.Key_Return, Qt.ShiftModifier);
+            keyClick("b");
+            keyClick(Qt.Key_Return);
+            compare(accepted.signalArguments[0][0], "a\nb");
+            compare(note.text, "");
+            keyClick(Qt.Key_Escape);
+            compare(closed.count, 1);
+            compare(Bed.unnamed(note), []);
+        }
+    }
+}

@@ -1,0 +1,161 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Tests/Widgets/ItemSamples.h"
+#include "Widgets/Background/BackgroundPainting.h"
+#include "Widgets/Items/ItemPainting.h"
+#include "Widgets/Thread/ThreadPainting.h"
+
+#include <QtCore/QDir>
+#include <QtGui/QPainter>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+#include <utility>
+
+namespace lumaro {
+namespace {
+
+using samples::Sheet;
+
+// Kept pictures show a sheet at half its size, whatever the scale it was painted at.
+constexpr double keptScale = 0.5;
+
+struct Difference {
+    double mean = 0;    ///< of a channel, 0 to 255
+    double largest = 0; ///< of the average colour of a small square
+    QPoint where;
+};
+
+// Letters and edges fall a little differently on the pixels of another scale; the average of a square does not care.
+Difference compare(const QImage& a, const QImage& b) {
+    constexpr int square = 8;
+    Difference found;
+    for (int top = 0; top + square <= a.height(); top += square) {
+        for (int left = 0; left + square <= a.width(); left += square) {
+            std::array<double, 3> sum{};
+            for (int i = 0; i < square * square; ++i) {
+                const QColor p = a.pixelColor(left + i % square, top + i / square);
+                const QColor q = b.pixelColor(left + i % square, top + i / square);
+                const std::array parts{p.red() - q.red(), p.green() - q.green(), p.blue() - q.blue()};
+                for (std::size_t c = 0; c < parts.size(); ++c) sum[c] += parts[c];
+                found.mean += std::abs(parts[0]) + std::abs(parts[1]) + std::abs(parts[2]);
+            }
+            const auto [low, high] = std::ranges::minmax(sum);
+            const double here = std::max(-low, high) / (square * square);
+            if (here > found.largest) found = {found.mean, here, {left, top}};
+        }
+    }
+    found.mean /= 3.0 * a.width() * a.height();
+    return found;
+}
+
+QImage blank(QSizeF size, double scale) {
+    return {(size * scale).toSize(), QImage::Format_RGB32};
+}
+
+QImage painted(const Sheet& sheet, double scale) {
+    constexpr double gap = 52;
+    std::vector<QPointF> places;
+    QPointF place{gap, gap};
+    double width = 0;
+    double row = 0;
+    for (std::size_t i = 0; i < sheet.items.size(); ++i) {
+        if (i > 0 && i % static_cast<std::size_t>(sheet.columns) == 0)
+            place = {gap, place.y() + std::exchange(row, 0) + gap};
+        places.push_back(place);
+        place.rx() += sheet.items[i].size.width() + gap;
+        row = std::max(row, sheet.items[i].size.height());
+        width = std::max(width, place.x());
+    }
+    const QSizeF size{width, place.y() + row + gap};
+    QImage picture = blank(size, scale);
+    QPainter painter{&picture};
+    painter.scale(scale, scale);
+    paintBackground(painter, size, QStringLiteral("oat"), Surroundings::light);
+    for (std::size_t i = 0; i < places.size(); ++i) {
+        painter.save();
+        painter.translate(places[i]);
+        paintItem(painter, sheet.items[i].face, sheet.items[i].size);
+        painter.restore();
+    }
+    return picture;
+}
+
+QImage paintedBoards(double scale) {
+    constexpr QSizeF pane{400, 240};
+    constexpr std::array backgrounds{"butter", "blush", "sage", "sky", "lilac", "oat"};
+    QImage picture = blank({3 * pane.width(), 3 * pane.height()}, scale);
+    QPainter painter{&picture};
+    for (std::size_t i = 0; i < 9; ++i) {
+        painter.resetTransform();
+        painter.scale(scale, scale);
+        painter.translate(static_cast<double>(i % 3) * pane.width(), static_cast<double>(i / 3) * pane.height());
+        painter.setClipRect(QRectF{{0, 0}, pane});
+        paintBackground(painter, pane, QString::fromUtf8(backgrounds[i % 6]),
+                        i < 6 ? Surroundings::light : Surroundings::dark);
+        paintThread(painter, {pane.width(), 100}, 0.7, 0.2 + 0.1 * static_cast<double>(i));
+    }
+    return picture;
+}
+
+void expectAsKept(const QImage& picture, double scale, const char* name) {
+    const QString path = QStringLiteral(LUMARO_GOLDEN_DIR "/widgets/%1.png").arg(QString::fromUtf8(name));
+    const QSize size = (QSizeF{picture.size()} * (keptScale / scale)).toSize();
+    QImage small =
+        picture.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation).convertToFormat(QImage::Format_RGB888);
+    if (std::getenv("LUMARO_WRITE_GOLDEN") != nullptr && scale == 1) {
+        // Without the last bits, which the eye does not see, the file is half as large.
+        std::for_each_n(small.bits(), small.sizeInBytes(),
+                        [](uchar& part) { part = static_cast<uchar>((part & 0xF8) | 4); });
+        ASSERT_TRUE(small.save(path));
+    }
+    const QImage kept{path};
+    ASSERT_EQ(kept.size(), small.size()) << path.toStdString();
+    const auto difference = compare(small, kept);
+    const double most = scale == 1 ? 6 : 13;
+    const auto seen = QDir::temp().filePath(QStringLiteral("lumaro-%1@%2.png").arg(QString::fromUtf8(name)).arg(scale));
+    if (difference.mean <= 3 && difference.largest <= most) return;
+    picture.save(seen);
+    ADD_FAILURE() << seen.toStdString() << " differs by " << difference.mean << ", and by " << difference.largest
+                  << " at " << difference.where.x() << ", " << difference.where.y();
+}
+
+class ItemPictures : public testing::TestWithParam<double> {};
+
+TEST_P(ItemPictures, LookAsTheyWereKept) {
+    for (const auto& sheet : samples::itemSheets()) {
+        SCOPED_TRACE(sheet.name);
+        expectAsKept(painted(sheet, GetParam()), GetParam(), sheet.name);
+    }
+}
+
+TEST_P(ItemPictures, BoardsAndTheThreadLookAsTheyWereKept) {
+    expectAsKept(paintedBoards(GetParam()), GetParam(), "boards");
+}
+
+INSTANTIATE_TEST_SUITE_P(AtOneAndTwoPixelsAPoint, ItemPictures, testing::Values(1.0, 2.0));
+
+TEST(ItemBleed, HoldsEverythingThatIsPainted) {
+    for (const auto& sheet : samples::itemSheets()) {
+        for (const auto& item : sheet.items) {
+            constexpr int margin = 80;
+            QImage around{(item.size + QSizeF{2 * margin, 2 * margin}).toSize(), QImage::Format_ARGB32_Premultiplied};
+            around.fill(Qt::transparent);
+            QPainter painter{&around};
+            painter.translate(margin, margin);
+            paintItem(painter, item.face, item.size);
+            painter.setCompositionMode(QPainter::CompositionMode_Clear);
+            painter.fillRect(QRectF{{0, 0}, item.size}.marginsAdded(bleed(item.face)), Qt::transparent);
+            painter.end();
+            const auto* pixels = reinterpret_cast<const QRgb*>(around.constBits());
+            const auto visible =
+                std::count_if(pixels, pixels + around.width() * around.height(), [](QRgb p) { return qAlpha(p) > 4; });
+            EXPECT_EQ(visible, 0) << sheet.name << ' ' << item.name.toStdString();
+        }
+    }
+}
+
+} // namespace
+} // namespace lumaro
