@@ -5,7 +5,8 @@
 
 namespace lumaro {
 
-/// Faults that the simulation must find: each is one line in the code, and stands in the simulation's own build alone.
+/// Faults that the simulation must find: each is one line in the code, and stands in
+/// builds for tests alone.
 enum class Mutant : std::uint8_t {
     none,
     welcomeWipesPending,
