@@ -6,7 +6,7 @@
 
 #include <algorithm>
 
-static void initResources() {
+static void initFonts() {
     Q_INIT_RESOURCE(lumaro_fonts);
 }
 
@@ -25,7 +25,7 @@ QFont font(const QString& family, double pixels, QFont::Weight weight) {
 } // namespace
 
 void registerFonts() {
-    initResources();
+    initFonts();
     for (const auto* const file :
          {"Nunito-Regular", "Nunito-SemiBold", "Nunito-ExtraBold", "Caveat-Regular", "Caveat-Bold"}) {
         QFontDatabase::addApplicationFont(QStringLiteral(":/lumaro/fonts/%1.ttf").arg(QLatin1String{file}));

@@ -5,7 +5,7 @@
 #include <QtGui/QPainter>
 #include <QtSvg/QSvgRenderer>
 
-static void initResources() {
+static void initIcons() {
     Q_INIT_RESOURCE(lumaro_icons);
 }
 
@@ -17,7 +17,7 @@ constexpr int naturalSide = 24;
 } // namespace
 
 QImage IconProvider::requestImage(const QString& id, QSize* size, const QSize& requestedSize) {
-    initResources();
+    initIcons();
     QFile file{QStringLiteral(":/lumaro/icons/%1.svg").arg(id.section(QLatin1Char{'?'}, 0, 0))};
     if (!file.open(QIODevice::ReadOnly)) return {};
     auto svg = file.readAll();

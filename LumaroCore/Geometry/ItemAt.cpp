@@ -41,6 +41,7 @@ std::optional<UUID> itemAt(const Board& board, Point place, double reach) {
 
 std::vector<UUID> readingOrder(const Board& board) {
     std::vector<const BoardItem*> items;
+    items.reserve(board.items.size());
     for (const auto& item : board.items) items.push_back(&item);
     std::ranges::stable_sort(items, {}, [](const BoardItem* item) { return item->center.y; });
     for (auto row = items.begin(); row != items.end();) {
@@ -52,6 +53,7 @@ std::vector<UUID> readingOrder(const Board& board) {
         row = end;
     }
     std::vector<UUID> ids;
+    ids.reserve(items.size());
     for (const auto* const item : items) ids.push_back(item->id);
     return ids;
 }

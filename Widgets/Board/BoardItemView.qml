@@ -71,11 +71,12 @@ Item {
         }
     }
 
-    Component.onCompleted: {
+    Component.onCompleted: isSettled = true
+    // A delegate is made before it hangs anywhere.
+    onFrameChanged: {
         if (isArriving) {
             arrive();
         }
-        isSettled = true;
     }
     onIsArrivingChanged: {
         if (isArriving) {
@@ -93,7 +94,7 @@ Item {
     }
 
     function arrive(): void {
-        if (frame.isPaused) {
+        if (!frame || frame.isPaused) {
             return;
         }
         glow.active = true;
@@ -112,7 +113,7 @@ Item {
         width: item.width + 120 * item.frame.pointScale
         height: item.height + 120 * item.frame.pointScale
         // Behind what has no paper of its own it is only a hint.
-        opacity: ["doodle", "sticker", "nowPlayingSlot"].includes(item.kind) ? 0.3 : 1
+        opacity: item.kind === "doodle" || item.kind === "sticker" || item.kind === "nowPlayingSlot" ? 0.3 : 1
         source: "ArrivalGlow.qml"
     }
 

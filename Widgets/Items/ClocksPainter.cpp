@@ -13,7 +13,7 @@
 namespace lumaro {
 namespace {
 
-constexpr double margin = 16;
+constexpr double cardMargin = 16;
 constexpr double gap = 74; // between the two sides, where the hours stand
 
 void paintStrip(QPainter& painter, const QRectF& rect, const ClocksFace::Side& side) {
@@ -80,11 +80,11 @@ void paintFace(QPainter& painter, const ClocksFace& face, QSizeF size) {
     card.addRoundedRect(QRectF{{0, 0}, size}, 12, 12);
     paintShadow(painter, card);
     paintPaper(painter, card, cardPaper());
-    const double width = (size.width() - 2 * margin - gap) / 2;
-    const double height = size.height() - 2 * margin;
-    paintSide(painter, {margin, margin, width, height}, face.mine);
-    paintSide(painter, {size.width() - margin - width, margin, width, height}, face.theirs);
-    paintBetween(painter, {size.width() / 2, margin + 56}, face.between);
+    const double width = (size.width() - 2 * cardMargin - gap) / 2;
+    const double height = size.height() - 2 * cardMargin;
+    paintSide(painter, {cardMargin, cardMargin, width, height}, face.mine);
+    paintSide(painter, {size.width() - cardMargin - width, cardMargin, width, height}, face.theirs);
+    paintBetween(painter, {size.width() / 2, cardMargin + 56}, face.between);
     paintTape(painter, {size.width() / 2, 0}, {78, 24}, 1.8, {170, 204, 184});
 }
 

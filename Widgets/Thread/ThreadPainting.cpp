@@ -24,11 +24,11 @@ QPointF knotOf(QSizeF size) {
 // From one edge to the knot: it hangs through, as thread does.
 QPainterPath halfOf(QSizeF size, bool isLeft) {
     const QPointF knot = knotOf(size);
-    const double edge = isLeft ? 0 : size.width();
-    const double way = knot.x() - edge;
-    QPainterPath half{{edge, size.height() * (isLeft ? 0.06 : 0.12)}};
-    half.cubicTo({edge + way * 0.30, size.height() * (isLeft ? 0.44 : 0.42)},
-                 {edge + way * 0.66, knot.y() + size.height() * 0.06}, knot);
+    const double start = isLeft ? 0 : size.width();
+    const double length = knot.x() - start;
+    QPainterPath half{{start, size.height() * (isLeft ? 0.06 : 0.12)}};
+    half.cubicTo({start + length * 0.30, size.height() * (isLeft ? 0.44 : 0.42)},
+                 {start + length * 0.66, knot.y() + size.height() * 0.06}, knot);
     return half;
 }
 

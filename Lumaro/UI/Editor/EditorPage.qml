@@ -19,11 +19,25 @@ FocusScope {
     signal quickNoteWanted
 
     function takeKeys(): void {
-        hands.forceActiveFocus();
+        if (page.editor.isWriting) {
+            noteField.takeKeys();
+        } else if (page.editor.isDoodling) {
+            doodleHands.forceActiveFocus();
+        } else {
+            hands.forceActiveFocus();
+        }
     }
 
     function say(text: string): void {
         toast.show(text, "");
+    }
+
+    // What the bar and the dock leave of the keys is the board's.
+    Keys.onEscapePressed: takeKeys()
+    Keys.onPressed: event => {
+        if (event.modifiers & (Qt.ControlModifier | Qt.MetaModifier)) {
+            event.accepted = hands.command(event.key, (event.modifiers & Qt.ShiftModifier) !== 0);
+        }
     }
 
     BoardView {
@@ -68,6 +82,7 @@ FocusScope {
         onEditWanted: page.editSelected()
         onQuickNoteWanted: page.quickNoteWanted()
         onDoodleWanted: page.editor.beginDoodle(page.editor.selected.itemId)
+        onBarWanted: selectionBar.takeKeys()
     }
 
     InkSheet {
@@ -79,12 +94,15 @@ FocusScope {
     }
 
     DoodleHands {
+        id: doodleHands
+
         anchors.fill: parent
         visible: page.editor.isDoodling
         enabled: visible
         board: board
         editor: page.editor
         bar: doodleBar
+        onDone: page.takeKeys()
     }
 
     SelectionFrame {
@@ -94,14 +112,19 @@ FocusScope {
     }
 
     SelectionBar {
+        id: selectionBar
+
         board: board
         editor: page.editor
         visible: page.editor.selected.isThere && !page.editor.isDoodling && !page.editor.isWriting && !page.isQuiet && !hands.isDragging
         onEditWanted: page.editSelected()
         onMenuWanted: menu.popup(x + width / 2, y + height)
+        onKeysLeft: page.takeKeys()
     }
 
     NoteField {
+        id: noteField
+
         anchors.fill: parent
         visible: page.editor.isWriting
         board: board
@@ -143,6 +166,7 @@ FocusScope {
         id: menu
 
         editor: page.editor
+        onClosed: page.takeKeys()
         onEditWanted: page.editSelected()
         onDoodleWanted: page.editor.beginDoodle(page.editor.selected.itemId)
     }

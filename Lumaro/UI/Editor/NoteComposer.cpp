@@ -32,7 +32,8 @@ void NoteComposer::setDocument(QQuickTextDocument* document) {
 
 std::optional<NotePayload> NoteComposer::note() const {
     const auto& draft = editor_->model().draft();
-    const auto* const held = draft ? draft->items().front().payload.as<NotePayload>() : nullptr;
+    const auto payload = draft ? draft->items().front().payload : Payload{};
+    const auto* const held = draft ? payload.as<NotePayload>() : nullptr;
     return held == nullptr ? std::nullopt : std::optional{*held};
 }
 
