@@ -10,7 +10,7 @@ function(lumaro_add_qml_module target uri)
         get_filename_component(type "${file}" NAME_WE)
         set_source_files_properties("${file}" PROPERTIES QT_QML_SOURCE_TYPENAME "${type}")
     endforeach()
-    set_target_properties(${target} PROPERTIES AUTOMOC ON)
+    lumaro_use_moc(${target})
     # QML that is compiled ahead starts faster, which no build for tests needs.
     set(ahead "")
     if(LUMARO_SANITIZERS OR LUMARO_TIDY)
@@ -26,8 +26,7 @@ function(lumaro_add_qml_module target uri)
         RESOURCES ${ARG_RESOURCES}
         ${ahead}
     )
-    # What the build tools of QML write is not ours to mend. Of clang-tidy a check must be left that finds nothing there.
-    file(WRITE "${CMAKE_CURRENT_BINARY_DIR}/.rcc/.clang-tidy" "Checks: '-*,misc-unused-alias-decls'\n")
+    # Nor is what the build tools of QML write.
     get_target_property(sources ${target} SOURCES)
     list(FILTER sources INCLUDE REGEX "/qmlcache/")
     if(sources)

@@ -6,7 +6,7 @@
 
 #include <CLI/CLI.hpp>
 #include <QtCore/QTimer>
-#include <QtQuick/QQuickWindow>
+#include <QtQuick/QQuickView>
 #include <QtWidgets/QApplication>
 
 #include <iostream>
@@ -32,8 +32,18 @@ std::string scenes() {
     return all;
 }
 
+QQuickWindow* openGallery(Rehearsal& rehearsal, const Arguments& arguments) {
+    auto* const view = new QQuickView{&rehearsal.windows().engine(), nullptr};
+    view->setResizeMode(QQuickView::SizeRootObjectToView);
+    view->setSource(QUrl{QStringLiteral("qrc:/qt/qml/DesignSystem/Gallery/Gallery.qml")});
+    view->resize(arguments.width, arguments.height);
+    view->show();
+    return view;
+}
+
 /// The window that was asked for, with its scene playing.
 QQuickWindow* open(Rehearsal& rehearsal, const Arguments& arguments) {
+    if (arguments.show == "gallery") return openGallery(rehearsal, arguments);
     rehearsal.open();
     auto* const window = rehearsal.windows().boardWindow();
     if (arguments.show == "desktop") {

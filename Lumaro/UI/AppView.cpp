@@ -144,7 +144,7 @@ void AppView::askWhereToExport() {
     dialog->open();
 }
 
-void AppView::openFolder() {
+void AppView::openFolder() const {
     QDesktopServices::openUrl(QUrl::fromLocalFile(setup_.folder));
 }
 

@@ -57,7 +57,7 @@ public:
 
     // While on it.
     Q_INVOKABLE void mintCode();
-    Q_INVOKABLE void copyText(const QString& text);
+    Q_INVOKABLE static void copyText(const QString& text);
     Q_INVOKABLE void resetLinks();
     Q_INVOKABLE void releasePartner();
     Q_INVOKABLE void leaveBoard();
@@ -66,7 +66,7 @@ public:
     Q_INVOKABLE void exportBoard(const QUrl& file);
     /// The same, where the person says in a dialog.
     Q_INVOKABLE void askWhereToExport();
-    Q_INVOKABLE void openFolder();
+    Q_INVOKABLE void openFolder() const;
     Q_INVOKABLE void askForQuickNote();
 
 Q_SIGNALS:
