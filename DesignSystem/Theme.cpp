@@ -36,7 +36,7 @@ QColor Theme::inkColor(const QString& ink) const {
     return QColor::fromRgba(tone == inkTones.end() ? inkTones.front().color : tone->color);
 }
 
-QList<QString> Theme::inks() const {
+QStringList Theme::inks() const {
     QStringList names;
     for (const auto& tone : inkTones) names.append(QLatin1String{tone.name});
     return names;

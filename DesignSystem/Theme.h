@@ -38,7 +38,7 @@ public:
     /// How the board's paper colour of that name looks.
     Q_INVOKABLE QColor backgroundColor(const QString& background) const;
     Q_INVOKABLE QColor inkColor(const QString& ink) const;
-    Q_INVOKABLE QList<QString> inks() const;
+    Q_INVOKABLE QStringList inks() const;
 
 Q_SIGNALS:
     void changed();

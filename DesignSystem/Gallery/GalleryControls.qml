@@ -82,13 +82,13 @@ Column {
         heading: "fields"
 
         Field {
-            width: 320
+            width: 360
             label: "what do they call you?"
             placeholder: "your name"
             helper: "it stands on what you put up."
         }
         Field {
-            width: 320
+            width: 360
             label: "the link they sent you"
             text: "https://board.example/for/abcdefgh"
             fault: "that link was replaced — ask them for the new one 💌"
@@ -105,20 +105,24 @@ Column {
     GalleryPart {
         heading: "toggles"
 
-        Toggle {
-            width: 360
-            text: "open at login"
-            helper: "so it hangs there when you come in."
-            checked: true
-        }
-        Toggle {
-            width: 360
-            text: "less motion"
-        }
-        Toggle {
-            width: 360
-            text: "sounds"
-            enabled: false
+        Column {
+            spacing: Theme.size.medium
+
+            Toggle {
+                width: 360
+                text: "open at login"
+                helper: "so it hangs there when you come in."
+                checked: true
+            }
+            Toggle {
+                width: 360
+                text: "less motion"
+            }
+            Toggle {
+                width: 360
+                text: "sounds"
+                enabled: false
+            }
         }
     }
     GalleryPart {

@@ -12,10 +12,11 @@ Column {
         required property string name
         required property color tint
 
+        width: 68
         spacing: Theme.size.tiny
 
         Rectangle {
-            width: 84
+            width: dab.width
             height: 48
             radius: Theme.size.smallRadius
             color: dab.tint
@@ -72,27 +73,38 @@ Column {
     GalleryPart {
         heading: "type"
 
-        HandText {
-            text: "a window for two"
-            isLarge: true
-        }
-        HandText {
-            text: "buy oranges 🍊"
-        }
-        Title {
-            text: "bring them over"
-        }
-        Body {
-            text: "what is read, 0123456789"
-        }
-        Body {
-            text: "what steps back"
-            isSoft: true
-        }
-        Body {
-            text: "small, and stepping back 💌"
-            isSmall: true
-            isSoft: true
+        Row {
+            spacing: Theme.size.large
+
+            HandText {
+                id: largest
+
+                text: "a window for two"
+                isLarge: true
+            }
+            HandText {
+                anchors.baseline: largest.baseline
+                text: "buy oranges 🍊"
+            }
+            Title {
+                anchors.baseline: largest.baseline
+                text: "bring them over"
+            }
+            Body {
+                anchors.baseline: largest.baseline
+                text: "what is read, 0123456789"
+            }
+            Body {
+                anchors.baseline: largest.baseline
+                text: "what steps back"
+                isSoft: true
+            }
+            Body {
+                anchors.baseline: largest.baseline
+                text: "small, and stepping back 💌"
+                isSmall: true
+                isSoft: true
+            }
         }
     }
     GalleryPart {

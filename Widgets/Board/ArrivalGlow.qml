@@ -17,18 +17,19 @@ Item {
         }
     }
 
-    SequentialAnimation on opacity {
+    SequentialAnimation {
         running: true
+        onFinished: (glow.parent as Loader).active = false
+
         PauseAnimation {
             duration: Theme.motion.glow / 2
         }
         NumberAnimation {
+            target: glow
+            property: "opacity"
             from: 1
             to: 0
             duration: Theme.motion.glow / 2
-        }
-        ScriptAction {
-            script: (glow.parent as Loader).active = false
         }
     }
 }

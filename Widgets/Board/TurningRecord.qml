@@ -3,7 +3,7 @@ import QtQuick
 import Widgets
 
 /// The disc of a record and what lies still over it. It turns in steps while music plays, so that only its own square is
-/// drawn, fifteen times a second.
+/// drawn, ten times a second.
 Item {
     id: record
 
@@ -32,7 +32,7 @@ Item {
     Timer {
         readonly property real degrees: 30 * interval / 1000
 
-        interval: 66
+        interval: 100
         repeat: true
         running: disc.isTurning && !record.isPaused && record.visible
         onTriggered: disc.rotation = (disc.rotation + degrees) % 360

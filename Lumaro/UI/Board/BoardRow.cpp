@@ -28,6 +28,15 @@ Point anchorOf(const BoardItem& item, const Board& board) {
     return surface == nullptr ? item.center : surface->center;
 }
 
+/// A sticker's corner peels while it is in the hand.
+ItemFace lifted(ItemFace face) {
+    const auto* const sticker = face.as<StickerFace>();
+    if (sticker == nullptr) return face;
+    auto peeled = *sticker;
+    peeled.isLifted = true;
+    return peeled;
+}
+
 } // namespace
 
 std::vector<BoardRow> rowsOf(const Board& board, const BoardMoves& moves, const LiveContext& live) {
@@ -37,6 +46,8 @@ std::vector<BoardRow> rowsOf(const Board& board, const BoardMoves& moves, const 
     for (const auto& item : board.items) {
         auto face = faceOf(item, live);
         auto words = spoken(item, face, live);
+        const bool isInHand = moves.inHand.contains(item.id);
+        if (isInHand) face = lifted(std::move(face));
         rows.push_back({.itemId = qText(item.id),
                         .kind = qText(nameOf(item.kind())),
                         .center = item.center,
@@ -49,7 +60,7 @@ std::vector<BoardRow> rowsOf(const Board& board, const BoardMoves& moves, const 
                         .spoken = std::move(words),
                         .isArriving = moves.arriving.contains(item.id),
                         .isFalling = moves.falling.contains(item.id),
-                        .isInHand = moves.inHand.contains(item.id)});
+                        .isInHand = isInHand});
     }
     return rows;
 }

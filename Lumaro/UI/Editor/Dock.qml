@@ -35,6 +35,11 @@ Rectangle {
         anchors.fill: parent
     }
 
+    // Pointing at it leaves the keys with the board.
+    component Tool: IconButton {
+        focusPolicy: Qt.TabFocus
+    }
+
     component Divider: Rectangle {
         width: 1
         height: 24
@@ -48,75 +53,75 @@ Rectangle {
         anchors.centerIn: parent
         spacing: Theme.size.tiny
 
-        IconButton {
+        Tool {
             text: qsTr("a note")
             hint: "N"
             iconName: "sticky-note"
             onClicked: dock.editor.putUpNote("butter")
         }
-        IconButton {
+        Tool {
             text: qsTr("a photo")
             iconName: "image"
             onClicked: dock.pictures.choose(false)
         }
-        IconButton {
+        Tool {
             text: qsTr("a sticker")
             iconName: "sticker"
             onClicked: dock.pictures.choose(true)
         }
-        IconButton {
+        Tool {
             text: qsTr("doodle")
             hint: "D"
             iconName: "pencil"
             onClicked: dock.doodleWanted()
         }
-        IconButton {
+        Tool {
             text: qsTr("a countdown")
             iconName: "hourglass"
             onClicked: dock.countdownWanted()
         }
-        IconButton {
+        Tool {
             text: qsTr("a block together")
             iconName: "timer"
             onClicked: dock.editor.putUpCard("pomodoro")
         }
         Divider {}
-        IconButton {
+        Tool {
             text: qsTr("their window")
             iconName: "house"
             onClicked: dock.editor.putUpCard("location")
         }
-        IconButton {
+        Tool {
             text: qsTr("their music")
             iconName: "disc-3"
             onClicked: dock.editor.putUpCard("nowPlayingSlot")
         }
-        IconButton {
+        Tool {
             text: qsTr("both clocks")
             iconName: "clock"
             onClicked: dock.editor.putUpCard("timezones")
         }
-        IconButton {
+        Tool {
             text: qsTr("their day")
             iconName: "calendar-heart"
             onClicked: dock.editor.putUpCard("calendar")
         }
         Divider {}
-        IconButton {
+        Tool {
             id: palette
 
             text: qsTr("paper colour")
             iconName: "palette"
             checkable: true
         }
-        IconButton {
+        Tool {
             text: qsTr("take back")
             hint: "Ctrl Z"
             iconName: "undo-2"
             enabled: dock.editor.canUndo
             onClicked: dock.editor.undo()
         }
-        IconButton {
+        Tool {
             text: qsTr("do again")
             hint: "Ctrl Shift Z"
             iconName: "redo-2"
@@ -124,12 +129,12 @@ Rectangle {
             onClicked: dock.editor.redo()
         }
         Divider {}
-        IconButton {
+        Tool {
             text: qsTr("the two of you")
             iconName: "users"
             onClicked: dock.boardPageWanted()
         }
-        IconButton {
+        Tool {
             text: qsTr("settings")
             iconName: "settings"
             onClicked: dock.settingsWanted()

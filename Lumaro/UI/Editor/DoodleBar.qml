@@ -3,7 +3,7 @@ import QtQuick
 import DesignSystem
 import Lumaro.UI
 
-/// The pencil case: inks, three widths, the eraser.
+/// The pencil case: inks, three widths, the eraser. Pointing at it leaves the keys with the drawing.
 Rectangle {
     id: bar
 
@@ -42,8 +42,14 @@ Rectangle {
         spacing: Theme.size.tiny
 
         Swatches {
-            names: Theme.inks()
-            colors: names.map(name => Theme.inkColor(name))
+            names: [...Theme.inks()]
+            colors: {
+                const colors = [];
+                for (const name of names) {
+                    colors.push(Theme.inkColor(name));
+                }
+                return colors;
+            }
             chosen: bar.isErasing ? "" : bar.ink
             onChose: name => {
                 bar.ink = name;
@@ -52,24 +58,28 @@ Rectangle {
         }
         Chip {
             text: qsTr("fine")
+            focusPolicy: Qt.TabFocus
             checkable: true
             checked: !bar.isErasing && bar.penWidth === 3
             onClicked: bar.take(3)
         }
         Chip {
             text: qsTr("pen")
+            focusPolicy: Qt.TabFocus
             checkable: true
             checked: !bar.isErasing && bar.penWidth === 6
             onClicked: bar.take(6)
         }
         Chip {
             text: qsTr("brush")
+            focusPolicy: Qt.TabFocus
             checkable: true
             checked: !bar.isErasing && bar.penWidth === 14
             onClicked: bar.take(14)
         }
         IconButton {
             text: qsTr("eraser")
+            focusPolicy: Qt.TabFocus
             hint: "E"
             iconName: "eraser"
             checkable: true
@@ -78,11 +88,13 @@ Rectangle {
         }
         PaperButton {
             text: qsTr("leave it")
+            focusPolicy: Qt.TabFocus
             kind: PaperButton.Quiet
             onClicked: bar.editor.cancelDoodle()
         }
         PaperButton {
             text: qsTr("stick it up")
+            focusPolicy: Qt.TabFocus
             kind: PaperButton.Primary
             onClicked: bar.editor.finishDoodle()
         }

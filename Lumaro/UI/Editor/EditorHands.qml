@@ -16,11 +16,13 @@ FocusScope {
     signal editWanted
     signal quickNoteWanted
     signal doodleWanted
+    /// The keys are to go where everything that can be done to the selected one is.
+    signal barWanted
 
     activeFocusOnTab: true
     Accessible.role: Accessible.Canvas
     Accessible.name: qsTr("the board")
-    Accessible.description: editor.selected.isThere ? qsTr("selected") : qsTr("tab walks from one thing to the next")
+    Accessible.description: editor.selected.isThere ? qsTr("selected; space goes to what can be done with it") : qsTr("tab walks from one thing to the next")
 
     Keys.onPressed: event => event.accepted = key(event.key, event.modifiers)
     Keys.onReleased: event => {
@@ -83,6 +85,9 @@ FocusScope {
         case Qt.Key_Delete:
         case Qt.Key_Backspace:
             editor.takeDown();
+            return true;
+        case Qt.Key_Space:
+            barWanted();
             return true;
         case Qt.Key_K:
             editor.setKept(!editor.selected.isKept);

@@ -118,7 +118,6 @@ FocusScope {
         editor: page.editor
         visible: page.editor.selected.isThere && !page.editor.isDoodling && !page.editor.isWriting && !page.isQuiet && !hands.isDragging
         onEditWanted: page.editSelected()
-        onMenuWanted: menu.popup(x + width / 2, y + height)
         onKeysLeft: page.takeKeys()
     }
 

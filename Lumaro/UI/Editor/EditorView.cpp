@@ -191,11 +191,15 @@ void EditorView::copy() const {
 
 // What the selected one holds.
 
+void EditorView::hold(const BoardItem& item, Payload payload) {
+    static_cast<void>(editor_.replacePayload(item.id, std::move(payload)));
+}
+
 template <class Value, class Change>
 void EditorView::change(Change change) {
     const auto* const item = selectedOnBoard();
     const auto* const held = item == nullptr ? nullptr : item->payload.as<Value>();
-    if (held != nullptr) static_cast<void>(editor_.replacePayload(item->id, change(*held)));
+    if (held != nullptr) hold(*item, change(*held));
 }
 
 void EditorView::startWriting() {
@@ -227,21 +231,19 @@ void EditorView::setCountdown(const QString& label, double targetMs) {
 
 void EditorView::startBlock(int minutes) {
     change<PomodoroPayload>(
-        [&](PomodoroPayload timer) { return Pomodoro::started(std::move(timer), minutes, me(), clock_.now()); });
+        [&](PomodoroPayload timer) { return Pomodoro::started(timer, minutes, me(), clock_.now()); });
 }
 
 void EditorView::joinBlock() {
-    change<PomodoroPayload>(
-        [&](PomodoroPayload timer) { return Pomodoro::joined(std::move(timer), me(), clock_.now()); });
+    change<PomodoroPayload>([&](PomodoroPayload timer) { return Pomodoro::joined(timer, me(), clock_.now()); });
 }
 
 void EditorView::coolDown() {
-    change<PomodoroPayload>(
-        [&](PomodoroPayload timer) { return Pomodoro::coolingDown(std::move(timer), me(), clock_.now()); });
+    change<PomodoroPayload>([&](PomodoroPayload timer) { return Pomodoro::coolingDown(timer, me(), clock_.now()); });
 }
 
 void EditorView::rest() {
-    change<PomodoroPayload>([](PomodoroPayload timer) { return Pomodoro::rested(std::move(timer)); });
+    change<PomodoroPayload>([](PomodoroPayload timer) { return Pomodoro::rested(timer); });
 }
 
 // Putting up.
@@ -350,7 +352,8 @@ QString EditorView::timeOf(double ms) {
 }
 
 double EditorView::inDays(int days) {
-    return static_cast<double>(QDate::currentDate().addDays(days).startOfDay().addSecs(18 * 3600).toMSecsSinceEpoch());
+    return static_cast<double>(
+        QDate::currentDate().addDays(days).startOfDay().addSecs(qint64{18} * 3600).toMSecsSinceEpoch());
 }
 
 } // namespace lumaro

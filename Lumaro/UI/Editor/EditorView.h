@@ -117,6 +117,7 @@ private:
     const BoardItem* selectedOnBoard() const;
     std::optional<BoardItem> hold();
     std::optional<BoardItem> itemInSight() const;
+    void hold(const BoardItem& item, Payload payload);
     template <class Value, class Change>
     void change(Change change);
     PartnerID me() const;

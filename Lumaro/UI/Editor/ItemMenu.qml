@@ -27,21 +27,19 @@ T.Menu {
     }
 
     background: Rectangle {
-        id: paper
-
         radius: Theme.size.radius
         color: Theme.color.raised
         border.width: 1
         border.color: Theme.color.edge
 
         Shadow {
-            radius: paper.radius
+            radius: Theme.size.radius
             lift: 8
         }
     }
 
     MenuEntry {
-        visible: ["note", "photo", "countdown", "doodle"].includes(menu.item.kind)
+        visible: menu.item.canEdit
         text: qsTr("edit")
         hint: qsTr("Enter")
         onTriggered: menu.editWanted()

@@ -11,6 +11,7 @@ T.MenuItem {
 
     implicitHeight: visible ? 36 : 0
     height: implicitHeight
+    activeFocusOnTab: visible
     leftPadding: Theme.size.medium
     rightPadding: Theme.size.medium
     Accessible.role: Accessible.MenuItem

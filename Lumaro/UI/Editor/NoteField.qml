@@ -15,11 +15,16 @@ FocusScope {
 
     signal done
 
+    function takeKeys(): void {
+        text.forceActiveFocus();
+    }
+
+    Keys.onEscapePressed: editor.finishWriting()
     onVisibleChanged: {
         if (visible) {
             composer.begin();
             text.cursorPosition = text.length;
-            text.forceActiveFocus();
+            takeKeys();
         } else {
             done();
         }
@@ -62,9 +67,11 @@ FocusScope {
             persistentSelection: true
             clip: true
             focus: true
+            activeFocusOnTab: true
             Accessible.role: Accessible.EditableText
             Accessible.name: qsTr("the note's text")
-            Keys.onEscapePressed: field.editor.finishWriting()
+            // To the bar above.
+            Keys.onTabPressed: nextItemInFocusChain(true).forceActiveFocus(Qt.TabFocusReason)
             Keys.onPressed: event => {
                 if (event.modifiers & (Qt.ControlModifier | Qt.MetaModifier)) {
                     event.accepted = field.shortcut(event.key, (event.modifiers & Qt.ShiftModifier) !== 0);

@@ -5,5 +5,11 @@ import Lumaro.UI
 /// The paper colours of notes and of the board.
 Swatches {
     names: ["butter", "blush", "sage", "sky", "lilac", "oat"]
-    colors: names.map(name => Theme.backgroundColor(name))
+    colors: {
+        const colors = [];
+        for (const name of names) {
+            colors.push(Theme.backgroundColor(name));
+        }
+        return colors;
+    }
 }

@@ -6,9 +6,26 @@
 #include "LumaroCore/Support/EnumNames.h"
 
 #include <chrono>
+#include <utility>
 
 namespace lumaro {
 namespace {
+
+bool canEdit(ItemKind kind) {
+    switch (kind) {
+    case ItemKind::note:
+    case ItemKind::photo:
+    case ItemKind::countdown:
+    case ItemKind::doodle: return true;
+    case ItemKind::sticker:
+    case ItemKind::nowPlayingSlot:
+    case ItemKind::location:
+    case ItemKind::timezones:
+    case ItemKind::calendar:
+    case ItemKind::pomodoro: return false;
+    }
+    std::unreachable();
+}
 
 void addBlock(SelectedItem& selected, const PomodoroPayload& timer, PartnerID me, Instant now) {
     const auto face = Pomodoro::face(timer, now);
@@ -33,7 +50,8 @@ SelectedItem selectedItem(const BoardItem& item, PartnerID me, Instant now) {
                           .height = size.height,
                           .tilt = item.rotationDegrees,
                           .itemScale = item.scale,
-                          .canResize = BoardSpec::canResize(item.kind())};
+                          .canResize = BoardSpec::canResize(item.kind()),
+                          .canEdit = canEdit(item.kind())};
     if (const auto* const note = item.payload.as<NotePayload>()) {
         selected.canKeep = true;
         selected.isKept = note->isKept();

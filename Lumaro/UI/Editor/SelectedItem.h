@@ -23,6 +23,7 @@ struct SelectedItem {
     Q_PROPERTY(double tilt MEMBER tilt CONSTANT)
     Q_PROPERTY(double itemScale MEMBER itemScale CONSTANT)
     Q_PROPERTY(bool canResize MEMBER canResize CONSTANT)
+    Q_PROPERTY(bool canEdit MEMBER canEdit CONSTANT)
     Q_PROPERTY(bool canKeep MEMBER canKeep CONSTANT)
     Q_PROPERTY(bool isKept MEMBER isKept CONSTANT)
     Q_PROPERTY(QString paper MEMBER paper CONSTANT)
@@ -45,6 +46,7 @@ public:
     double tilt = 0;
     double itemScale = 1;
     bool canResize = false;
+    bool canEdit = false; ///< there is something to write, draw or set
     bool canKeep = false;
     bool isKept = false;
     QString paper{};     ///< of a note

@@ -14,7 +14,18 @@ Rectangle {
     readonly property bool isBlock: item.kind === "pomodoro"
 
     signal editWanted
-    signal menuWanted
+    /// The keys went with the bar.
+    signal keysLeft
+
+    function takeKeys(): void {
+        keys.nextItemInFocusChain(true).forceActiveFocus(Qt.TabFocusReason);
+    }
+
+    onVisibleChanged: {
+        if (!visible && keys.activeFocus) {
+            keysLeft();
+        }
+    }
 
     readonly property real middle: board.origin.x + board.pointScale * item.centerX
     readonly property real below: board.origin.y + board.pointScale * (item.centerY + item.height / 2) + 28
@@ -34,80 +45,95 @@ Rectangle {
         lift: 6
     }
 
+    // Pointing at it leaves the keys with the board.
+    component Tool: IconButton {
+        focusPolicy: Qt.TabFocus
+    }
+    component Word: Chip {
+        focusPolicy: Qt.TabFocus
+    }
+
     // The glass behind it is not meant.
     MouseArea {
         anchors.fill: parent
     }
 
-    Row {
-        id: row
+    FocusScope {
+        id: keys
 
         anchors.centerIn: parent
-        spacing: 2
+        width: row.implicitWidth
+        height: row.implicitHeight
 
-        Chip {
-            visible: bar.isBlock && bar.item.canJoin
-            text: qsTr("join")
-            iconName: "users"
-            onClicked: bar.editor.joinBlock()
-        }
-        Chip {
-            visible: bar.isBlock && bar.item.canStart
-            text: qsTr("15 minutes")
-            onClicked: bar.editor.startBlock(15)
-        }
-        Chip {
-            visible: bar.isBlock && bar.item.canStart
-            text: qsTr("25 minutes")
-            onClicked: bar.editor.startBlock(25)
-        }
-        Chip {
-            visible: bar.isBlock && bar.item.canStart
-            text: qsTr("50 minutes")
-            onClicked: bar.editor.startBlock(50)
-        }
-        Chip {
-            visible: bar.isBlock && bar.item.canCoolDown
-            text: qsTr("cool down")
-            onClicked: bar.editor.coolDown()
-        }
-        Chip {
-            visible: bar.isBlock && bar.item.canRest
-            text: qsTr("rest")
-            onClicked: bar.editor.rest()
-        }
-        PaperSwatches {
-            visible: bar.item.kind === "note"
-            chosen: bar.item.paper
-            onChose: name => bar.editor.setPaper(name)
-        }
-        IconButton {
-            visible: ["note", "photo", "countdown", "doodle"].includes(bar.item.kind)
-            text: qsTr("edit")
-            hint: qsTr("Enter")
-            iconName: "pencil"
-            onClicked: bar.editWanted()
-        }
-        IconButton {
-            visible: bar.item.canKeep
-            checkable: true
-            checked: bar.item.isKept
-            text: bar.item.isKept ? qsTr("let it go after a day") : qsTr("keep it up")
-            hint: "K"
-            iconName: "heart"
-            onClicked: bar.editor.setKept(!bar.item.isKept)
-        }
-        IconButton {
-            text: qsTr("to the front")
-            hint: "F"
-            iconName: "bring-to-front"
-            onClicked: bar.editor.bringToFront()
-        }
-        IconButton {
-            text: qsTr("take down")
-            hint: qsTr("Delete")
-            iconName: "trash-2"
-            onClicked: bar.editor.takeDown()
+        Row {
+            id: row
+
+            spacing: 2
+
+            Word {
+                visible: bar.isBlock && bar.item.canJoin
+                text: qsTr("join")
+                iconName: "users"
+                onClicked: bar.editor.joinBlock()
+            }
+            Word {
+                visible: bar.isBlock && bar.item.canStart
+                text: qsTr("15 minutes")
+                onClicked: bar.editor.startBlock(15)
+            }
+            Word {
+                visible: bar.isBlock && bar.item.canStart
+                text: qsTr("25 minutes")
+                onClicked: bar.editor.startBlock(25)
+            }
+            Word {
+                visible: bar.isBlock && bar.item.canStart
+                text: qsTr("50 minutes")
+                onClicked: bar.editor.startBlock(50)
+            }
+            Word {
+                visible: bar.isBlock && bar.item.canCoolDown
+                text: qsTr("cool down")
+                onClicked: bar.editor.coolDown()
+            }
+            Word {
+                visible: bar.isBlock && bar.item.canRest
+                text: qsTr("rest")
+                onClicked: bar.editor.rest()
+            }
+            PaperSwatches {
+                visible: bar.item.kind === "note"
+                chosen: bar.item.paper
+                onChose: name => bar.editor.setPaper(name)
+            }
+            Tool {
+                visible: bar.item.canEdit
+                text: qsTr("edit")
+                hint: qsTr("Enter")
+                iconName: "pencil"
+                onClicked: bar.editWanted()
+            }
+            Tool {
+                visible: bar.item.canKeep
+                checkable: true
+                checked: bar.item.isKept
+                text: bar.item.isKept ? qsTr("let it go after a day") : qsTr("keep it up")
+                hint: "K"
+                iconName: "heart"
+                onClicked: bar.editor.setKept(!bar.item.isKept)
+            }
+            Tool {
+                text: qsTr("to the front")
+                hint: "F"
+                iconName: "bring-to-front"
+                onClicked: bar.editor.bringToFront()
+            }
+            Tool {
+                text: qsTr("take down")
+                hint: qsTr("Delete")
+                iconName: "trash-2"
+                onClicked: bar.editor.takeDown()
+            }
         }
     }
 }

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 import QtQuick
+import DesignSystem
 import Lumaro.UI
 
 /// A note to jot down, over whatever else is on the screen.
@@ -21,7 +22,8 @@ Window {
     height: note.implicitHeight
     flags: Qt.Dialog | Qt.FramelessWindowHint | Qt.WindowStaysOnTopHint
     title: qsTr("lumaro · quick note")
-    color: "transparent"
+    // Not every desktop knows windows that one sees through.
+    color: Theme.color.room
 
     QuickNote {
         id: note
