@@ -69,9 +69,10 @@ int serve(AppModel& app, Desktop& desktop, QtLoop& loop, const std::string& prof
         (*control)->look();
     });
     loop.onTermination([&] { loop.quit(); });
+    // The board under one's hands is drawn before the desktop's, which takes longer.
+    if (windows && !(arguments.isHidden && app.state().showsBoardOnDesktop)) windows->openBoard();
     app.start();
     if (const auto link = linkOf(arguments)) app.joinByLink(*link);
-    if (windows && !(arguments.isHidden && app.state().showsBoardOnDesktop)) windows->openBoard();
     loop.run();
     app.onChange(nullptr);
     windows.reset();

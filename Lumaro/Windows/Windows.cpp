@@ -4,6 +4,7 @@
 #include "DesignSystem/Fonts.h"
 #include "DesignSystem/Furnish.h"
 #include "Lumaro/UI/Text.h"
+#include "Lumaro/Windows/FrameLog.h"
 
 #include <QtQml/QQmlComponent>
 #include <QtQml/QQmlExtensionPlugin>
@@ -33,10 +34,9 @@ Windows::Windows(AppView::Setup setup, Ports ports, std::function<void()> quit)
     : ports_(ports), view_(std::move(setup), ports.app, ports.clock, ports.sleeper),
       scene_({ports.app, ports.clock, ports.sleeper, ports.background}), editor_(ports.app, ports.clock),
       pictures_(ports.app, ports.ids, ports.background), settings_(ports.defaults, ports.loginItem),
-      screens_(ports.desktop), tray_(verbs(std::move(quit))) {
+      screens_(ports.desktop), tray_(verbs(std::move(quit))), quickNotes_(ports.app.state().quickNoteRequest) {
     furnish(engine_);
     settings_.dress(themeOf(engine_));
-    quickNotes_ = ports.app.state().quickNoteRequest;
     ports_.app.editor().onChange([this] {
         scene_.refresh();
         editor_.refresh();
@@ -78,6 +78,7 @@ std::unique_ptr<QQuickWindow> Windows::make(const char* type, QVariantMap proper
     auto* const window = qobject_cast<QQuickWindow*>(made.get());
     if (window == nullptr) qFatal("%s", qPrintable(component.errorString()));
     static_cast<void>(made.release());
+    logFrames(*window);
     return std::unique_ptr<QQuickWindow>{window};
 }
 

@@ -68,7 +68,7 @@ private:
     SettingsView settings_;
     ScreenList screens_;
     TrayMenu tray_;
-    int quickNotes_ = 0;
+    int quickNotes_;
     QQmlApplicationEngine engine_;
     std::unique_ptr<QQuickWindow> boardWindow_;
     std::unique_ptr<QQuickWindow> quickNoteWindow_;
