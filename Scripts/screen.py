@@ -172,14 +172,18 @@ class Person:
         self.focus()
         self.screen.xdotool("type", "--delay", 25, text)
 
+    def geometry(self):
+        """Left, top, width and height of what is within the window's frame."""
+        text = self.screen.output(["xwininfo", "-id", self.window])
+        return [int(text.split(f"{what}:")[1].split()[0]) for what in ("Absolute upper-left X", "Absolute upper-left Y", "Width", "Height")]
+
     def place(self, x, y):
         """Where a point of the canvas is on the screen."""
-        where = dict(line.split("=") for line in self.screen.xdotool("getwindowgeometry", "--shell", self.window).splitlines())
-        width, height = int(where["WIDTH"]), int(where["HEIGHT"])
+        left, top, width, height = self.geometry()
         inner = height - self.ABOVE - self.BELOW
         scale = min(width / 1600, inner / 1000)
-        return (round(int(where["X"]) + (width - 1600 * scale) / 2 + x * scale),
-                round(int(where["Y"]) + self.ABOVE + (inner - 1000 * scale) / 2 + y * scale))
+        return (round(left + (width - 1600 * scale) / 2 + x * scale),
+                round(top + self.ABOVE + (inner - 1000 * scale) / 2 + y * scale))
 
     def click(self, x, y, button=1):
         self.focus()

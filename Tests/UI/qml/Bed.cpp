@@ -2,24 +2,52 @@
 #include "Tests/UI/qml/Bed.h"
 
 #include "Lumaro/UI/Text.h"
+#include "LumaroCore/BoardModel/BoardJson.h"
 #include "Tests/UI/FocusNodes.h"
 
 #include <QtGui/QClipboard>
 #include <QtGui/QGuiApplication>
 
+#include <QtCore/QJsonDocument>
+#include <QtCore/QJsonObject>
+
+#include <chrono>
+
 namespace lumaro {
+namespace {
+
+UUID idOf(const QString& itemId) {
+    return UUID::parse(itemId.toStdString()).value();
+}
+
+} // namespace
 
 void Bed::build() {
     // Pages let go of what there was when they hear of the new; then it goes, the application last.
     const auto app = std::move(app_);
     const auto settings = std::move(settings_);
     const auto view = std::move(view_);
+    const auto scene = std::move(scene_);
+    const auto editor = std::move(editor_);
+    const auto pictures = std::move(pictures_);
     app_ = std::make_unique<AppFixture>();
     view_ = std::make_unique<AppView>(AppView::Setup{QStringLiteral("/profile"), QStringLiteral("1"), {}}, *app_->app,
                                       app_->clock, app_->sleeper);
     settings_ = std::make_unique<SettingsView>(app_->defaults, app_->loginItem);
-    app_->app->onChange([this] { view_->refresh(); });
+    scene_ = std::make_unique<BoardScene>(BoardScene::Ports{*app_->app, app_->clock, app_->sleeper, app_->background});
+    editor_ = std::make_unique<EditorView>(*app_->app, app_->clock);
+    pictures_ = std::make_unique<PictureDesk>(*app_->app, app_->ids, app_->background);
+    app_->app->onChange([this] {
+        view_->refresh();
+        look();
+    });
+    app_->app->editor().onChange([this] { look(); });
     Q_EMIT made();
+}
+
+void Bed::look() {
+    scene_->refresh();
+    editor_->refresh();
 }
 
 void Bed::make() {
@@ -73,6 +101,49 @@ int Bed::reached(QQuickItem* root) const {
 
 QStringList Bed::unnamed(QQuickItem* root) const {
     return focusNodes(*root).unnamed;
+}
+
+// On a board.
+
+void Bed::makeOnBoard() {
+    build();
+    app_->goOnBoard();
+    partnerComes(QStringLiteral("bo"));
+}
+
+QString Bed::hang(QVariantMap item) {
+    const auto now = std::chrono::floor<std::chrono::milliseconds>(app_->clock.now()).time_since_epoch().count();
+    const QVariantMap usual{{QStringLiteral("id"), qText(app_->ids.next())},
+                            {QStringLiteral("rotationDegrees"), 0},
+                            {QStringLiteral("scale"), 1},
+                            {QStringLiteral("z"), items().size()},
+                            {QStringLiteral("author"), QStringLiteral("b")},
+                            {QStringLiteral("createdAt"), qlonglong{now}},
+                            {QStringLiteral("updatedAt"), qlonglong{now}}};
+    for (const auto& [field, value] : usual.asKeyValueRange()) {
+        if (!item.contains(field)) item[field] = value;
+    }
+    const auto json = QJsonDocument::fromVariant(item).toJson(QJsonDocument::Compact);
+    const auto read = Wire::decode<BoardItem>(json.toStdString());
+    if (!read) qFatal("%s: %s", read.error().path.c_str(), read.error().message.c_str());
+    app_->relay({Op{Upsert{*read}}});
+    return item[QStringLiteral("id")].toString();
+}
+
+void Bed::partnerTakesDown(const QString& itemId) {
+    app_->relay(*Edits::takeDown(app_->app->board(), idOf(itemId), {PartnerID::b, app_->clock.now()}));
+}
+
+QVariantMap Bed::item(const QString& itemId) const {
+    const auto* const found = app_->app->board().find(idOf(itemId));
+    if (found == nullptr) return {};
+    return QJsonDocument::fromJson(QByteArray::fromStdString(*Wire::encode(*found))).object().toVariantMap();
+}
+
+QStringList Bed::items() const {
+    QStringList ids;
+    for (const auto& item : app_->app->board().items) ids.append(qText(item.id));
+    return ids;
 }
 
 } // namespace lumaro

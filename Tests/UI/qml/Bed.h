@@ -2,10 +2,14 @@
 #pragma once
 
 #include "Lumaro/UI/AppView.h"
+#include "Lumaro/UI/Board/BoardScene.h"
+#include "Lumaro/UI/Editor/EditorView.h"
+#include "Lumaro/UI/Editor/PictureDesk.h"
 #include "Lumaro/UI/SettingsView.h"
 #include "Tests/Model/AppFixture.h"
 
 #include <QtCore/QObject>
+#include <QtCore/QVariantMap>
 #include <QtQuick/QQuickItem>
 
 #include <memory>
@@ -17,12 +21,18 @@ class Bed final : public QObject {
     Q_OBJECT
     Q_PROPERTY(lumaro::AppView* view READ view NOTIFY made)
     Q_PROPERTY(lumaro::SettingsView* settings READ settings NOTIFY made)
+    Q_PROPERTY(lumaro::BoardScene* scene READ scene NOTIFY made)
+    Q_PROPERTY(lumaro::EditorView* editor READ editor NOTIFY made)
+    Q_PROPERTY(lumaro::PictureDesk* pictures READ pictures NOTIFY made)
 
 public:
     Bed() { make(); }
 
     AppView* view() const { return view_.get(); }
     SettingsView* settings() const { return settings_.get(); }
+    BoardScene* scene() const { return scene_.get(); }
+    EditorView* editor() const { return editor_.get(); }
+    PictureDesk* pictures() const { return pictures_.get(); }
 
     /// A new person at a new computer, whose program has just been started; no invite waits for them.
     Q_INVOKABLE void make();
@@ -40,15 +50,34 @@ public:
     Q_INVOKABLE int reached(QQuickItem* root) const;
     Q_INVOKABLE QStringList unnamed(QQuickItem* root) const;
 
+    // On a board.
+
+    /// A person on an empty board; the partner is "bo".
+    Q_INVOKABLE void makeOnBoard();
+    /// The partner writes that item, as the wire has it; what it does not name is as usual. Its id.
+    Q_INVOKABLE QString hang(QVariantMap item);
+    Q_INVOKABLE void partnerTakesDown(const QString& itemId);
+    /// What hangs there as the wire has it; empty when nothing does.
+    Q_INVOKABLE QVariantMap item(const QString& itemId) const;
+    /// In the order in which they were put up.
+    Q_INVOKABLE QStringList items() const;
+    /// How many batches were sent.
+    Q_INVOKABLE int acts() const { return static_cast<int>(app_->rooms.sent.size()); }
+    Q_INVOKABLE void pass(double seconds) { app_->pass(Seconds{seconds}); }
+
 Q_SIGNALS:
     void made();
 
 private:
     void build();
+    void look();
 
     std::unique_ptr<AppFixture> app_;
     std::unique_ptr<AppView> view_;
     std::unique_ptr<SettingsView> settings_;
+    std::unique_ptr<BoardScene> scene_;
+    std::unique_ptr<EditorView> editor_;
+    std::unique_ptr<PictureDesk> pictures_;
 };
 
 } // namespace lumaro

@@ -8,6 +8,7 @@
 #include <QtQuickTest/quicktest.h>
 
 Q_IMPORT_QML_PLUGIN(DesignSystemPlugin)
+Q_IMPORT_QML_PLUGIN(WidgetsPlugin)
 Q_IMPORT_QML_PLUGIN(Lumaro_UIPlugin)
 
 namespace lumaro {

@@ -1,0 +1,111 @@
+// SPDX-License-Identifier: Apache-2.0
+import QtQuick
+import QtTest
+import Lumaro.Testing
+
+Item {
+    id: room
+
+    width: 1200
+    height: 900
+
+    EditorCase {
+        name: "EditorVerbs"
+        room: room
+
+        function test_theKeysStayOnTheBoardWhenThePointerPressesAButton() {
+            hangNote(700, 500);
+            click(700, 500);
+            press("take down");
+            compare(Bed.items(), []);
+            keyClick(Qt.Key_Z, Qt.ControlModifier);
+            compare(Bed.items().length, 1);
+            press("both clocks");
+            const before = center(Bed.items()[1]).x;
+            keyClick(Qt.Key_Right);
+            compare(center(Bed.items()[1]).x, before + 1);
+        }
+
+        function test_aDoodleIsDrawnErasedAndPutUp() {
+            keyClick(Qt.Key_D);
+            pull(Qt.point(400, 400), Qt.point(600, 400));
+            pull(Qt.point(400, 600), Qt.point(600, 600));
+            keyClick(Qt.Key_E);
+            pull(Qt.point(380, 600), Qt.point(620, 600));
+            keyClick(Qt.Key_Return);
+            compare(kinds(), ["doodle"]);
+            const drawn = Bed.item(Bed.items()[0]);
+            compare(drawn.payload.strokes.length, 1);
+            fuzzyCompare(drawn.center.y, 400, 3);
+            keyClick(Qt.Key_Z, Qt.ControlModifier);
+            compare(Bed.items(), []);
+        }
+
+        function test_aRightClickOffersEverything() {
+            hangNote(700, 500);
+            click(700, 500, Qt.RightButton);
+            tryVerify(() => named("once more"));
+            for (const verb of ["edit", "let it go after a day", "draw on it", "to the front", "copy", "once more", "take down"]) {
+                keyClick(Qt.Key_Down);
+                compare(focused(), verb);
+            }
+            keyClick(Qt.Key_Return);
+            compare(Bed.items(), []);
+            tryVerify(() => !named("once more"));
+            compare(focused(), "the board");
+        }
+
+        function test_whatIsTakenOutOfTheHandCanBePutBack() {
+            const id = hangNote(400, 400);
+            pull(Qt.point(400, 400), Qt.point(600, 500), () => {
+                Bed.pass(1);
+                Bed.partnerTakesDown(id);
+                compare(Bed.items(), []);
+            });
+            press("put it back");
+            compare(kinds(), ["note"]);
+            fuzzyCompare(center(Bed.items()[0]).x, 600, 3);
+        }
+
+        function test_aBlockIsStartedAndJoined() {
+            const id = hang("pomodoro", 700, 500, {
+                minutes: 25,
+                phase: "resting"
+            });
+            click(700, 500);
+            press("15 minutes");
+            compare(Bed.item(id).payload.minutes, 15);
+            compare(Bed.item(id).payload.startedBy, "a");
+            verify(!named("15 minutes"));
+            Bed.pass(5);
+            const theirs = Object.assign(Bed.item(id), {
+                author: "b",
+                updatedAt: Bed.item(id).updatedAt + 5000
+            });
+            theirs.payload.startedBy = "b";
+            Bed.hang(theirs);
+            press("join");
+            verify(Bed.item(id).payload.joinedAt > 0);
+            verify(!named("join"));
+        }
+
+        function test_aCountdownNeedsADay() {
+            press("a countdown");
+            tryVerify(() => focused() === "until");
+            keys("the train");
+            keyClick(Qt.Key_Tab);
+            compare(focused(), "day");
+            keyClick(Qt.Key_A, Qt.ControlModifier);
+            keys("2026-13-01");
+            keyClick(Qt.Key_Return);
+            compare(Bed.items(), []);
+            verify(find(room.Window.contentItem, item => item.text === "a day like 2026-12-24"));
+            keyClick(Qt.Key_A, Qt.ControlModifier);
+            keys("2026-12-24");
+            keyClick(Qt.Key_Return);
+            compare(kinds(), ["countdown"]);
+            compare(Bed.item(Bed.items()[0]).payload.label, "the train");
+            tryVerify(() => focused() === "the board");
+        }
+    }
+}

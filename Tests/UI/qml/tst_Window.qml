@@ -1,0 +1,178 @@
+// SPDX-License-Identifier: Apache-2.0
+import QtQuick
+import QtTest
+import DesignSystem
+import Lumaro.UI
+import Lumaro.Testing
+
+Item {
+    id: room
+
+    width: 400
+    height: 300
+
+    Component {
+        id: boardWindow
+
+        BoardWindow {
+            view: Bed.view
+            scene: Bed.scene
+            editor: Bed.editor
+            pictures: Bed.pictures
+            settings: Bed.settings
+            screens: []
+            hangsBehindIcons: false
+        }
+    }
+
+    TestCase {
+        name: "Window"
+        when: windowShown
+
+        property BoardWindow window
+
+        function open() {
+            Theme.isMotionReduced = true;
+            window = createTemporaryObject(boardWindow, room);
+            window.show();
+            window.requestActivate();
+            tryVerify(() => window.active && window.activeFocusItem);
+        }
+        function hang(kind, payload) {
+            return Bed.hang({
+                kind: kind,
+                center: {
+                    x: 700,
+                    y: 500
+                },
+                payload: payload
+            });
+        }
+        function hangNote() {
+            return hang("note", {
+                pm: {
+                    type: "doc"
+                },
+                paper: "butter",
+                pin: "brass"
+            });
+        }
+        function focused() {
+            return window.activeFocusItem.Accessible.name;
+        }
+        function hear(least) {
+            verify(Bed.reached(window.contentItem) >= least, Bed.reached(window.contentItem));
+            compare(Bed.unnamed(window.contentItem), []);
+        }
+        // What Tab comes to from here on, until it has been everywhere.
+        function walk(most = 60) {
+            const names = [];
+            for (let step = 0; step < most && !names.includes(focused()); ++step) {
+                names.push(focused());
+                keyClick(Qt.Key_Tab);
+            }
+            return names;
+        }
+        function comeTo(name, key = Qt.Key_Tab) {
+            for (let step = 0; step < 60 && focused() !== name; ++step)
+                keyClick(key);
+            compare(focused(), name);
+        }
+
+        function test_everyControlHasANameWhateverLiesOnTheBoard_data() {
+            return [["the board", () => {}, 14], ["an item", () => keyClick(Qt.Key_Tab), 24], ["the pen", () => keyClick(Qt.Key_D), 12], ["the writing", () => {
+                    keyClick(Qt.Key_Tab);
+                    keyClick(Qt.Key_Return);
+                }, 20], ["the board page", () => window.showPage("boardPage"), 20], ["the settings", () => window.showPage("settings"), 20]].map(([tag, lay, least]) => ({
+                        tag: tag,
+                        lay: lay,
+                        least: least
+                    }));
+        }
+        function test_everyControlHasANameWhateverLiesOnTheBoard(data) {
+            Bed.makeOnBoard();
+            open();
+            hangNote();
+            data.lay();
+            wait(0);
+            hear(data.least);
+        }
+        function test_firstRunHasNames() {
+            Bed.make();
+            open();
+            tryVerify(() => focused() !== "the board");
+            hear(3);
+        }
+
+        function test_tabComesToEverythingInTheDock() {
+            Bed.makeOnBoard();
+            open();
+            const dock = ["a note", "a photo", "a sticker", "doodle", "a countdown", "a block together", "their window", "their music", "both clocks", "their day", "paper colour", "the two of you", "settings"];
+            compare(walk(), ["the board"].concat(dock));
+        }
+
+        function test_spaceGoesToWhatCanBeDoneWithAnItem_data() {
+            return [
+                {
+                    tag: "note",
+                    item: {
+                        pm: {
+                            type: "doc"
+                        },
+                        paper: "butter",
+                        pin: "brass"
+                    },
+                    verbs: ["butter", "blush", "sage", "sky", "lilac", "oat", "edit", "let it go after a day", "to the front", "take down"]
+                },
+                {
+                    tag: "pomodoro",
+                    item: {
+                        minutes: 25,
+                        phase: "resting"
+                    },
+                    verbs: ["15 minutes", "25 minutes", "50 minutes", "to the front", "take down"]
+                }
+            ];
+        }
+        function test_spaceGoesToWhatCanBeDoneWithAnItem(data) {
+            Bed.makeOnBoard();
+            open();
+            hang(data.tag, data.item);
+            keyClick(Qt.Key_Tab);
+            keyClick(Qt.Key_Space);
+            compare(walk(data.verbs.length + 1), data.verbs.concat("a note"));
+            comeTo("take down", Qt.Key_Backtab);
+            keyClick(Qt.Key_Escape);
+            compare(focused(), "the board");
+            keyClick(Qt.Key_Space);
+            comeTo("take down");
+            keyClick(Qt.Key_Return);
+            compare(Bed.items(), []);
+            compare(focused(), "the board");
+        }
+
+        function test_tabComesFromTheTextToItsLetters() {
+            Bed.makeOnBoard();
+            open();
+            hangNote();
+            keyClick(Qt.Key_Tab);
+            keyClick(Qt.Key_Return);
+            compare(walk(5), ["the note's text", "bold", "italic", "underline", "strike"]);
+            comeTo("done");
+            keyClick(Qt.Key_Return);
+            compare(focused(), "the board");
+        }
+
+        function test_thePencilCaseIsReachedAndLeft() {
+            Bed.makeOnBoard();
+            open();
+            keyClick(Qt.Key_D);
+            const names = walk();
+            for (const name of Theme.inks().concat("fine", "pen", "brush", "eraser", "leave it", "stick it up"))
+                verify(names.includes(name), name);
+            comeTo("leave it");
+            keyClick(Qt.Key_Return);
+            compare(focused(), "the board");
+        }
+    }
+}
