@@ -64,8 +64,9 @@ void PictureDesk::choose(bool isSticker) {
                         QStringLiteral("pictures (*.jpg *.jpeg *.png *.webp *.gif *.bmp *.heic *.avif)")};
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->setFileMode(isSticker ? QFileDialog::ExistingFile : QFileDialog::ExistingFiles);
-    connect(dialog, &QFileDialog::urlsSelected, this, [this, isSticker](const QList<QUrl>& urls) {
-        for (const auto& url : urls) putUp(url, isSticker, std::nullopt);
+    // What is selected counts when it is accepted: not every dialog tells of both in one.
+    connect(dialog, &QFileDialog::accepted, this, [this, dialog, isSticker] {
+        for (const auto& url : dialog->selectedUrls()) putUp(url, isSticker, std::nullopt);
     });
     dialog->open();
 }
