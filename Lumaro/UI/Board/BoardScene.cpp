@@ -4,6 +4,7 @@
 #include "Lumaro/UI/Board/CardFaces.h"
 #include "Lumaro/UI/Text.h"
 #include "LumaroCore/BoardModel/BoardSpec.h"
+#include "LumaroCore/BoardModel/Media.h"
 #include "LumaroCore/Support/EnumNames.h"
 
 #include <QtCore/QLocale>
@@ -77,6 +78,8 @@ void BoardScene::refresh() {
     auto rows = rowsOf(board, {state.arriving, state.falling, inHand}, live);
     const auto wasTied = shown_.threadTiedAt;
     shown_ = board;
+    const auto media = mediaNamedBy(shown_);
+    pictures_.keepOnly({media.begin(), media.end()});
     rows_.show(std::move(board), std::move(rows));
     waitForChange(live);
     Q_EMIT boardChanged();

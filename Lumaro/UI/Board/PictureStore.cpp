@@ -42,7 +42,6 @@ QImage decoded(const QString& path, int side) {
 QImage PictureStore::picture(const UUID& id, Size pixels) {
     auto& entry = entries_[id];
     const int side = roundedSide(pixels);
-    // Half again as many pixels as wanted do no harm.
     if (side > entry.side && !entry.decoding) {
         entry.side = side;
         decode(id, entry);
@@ -64,7 +63,7 @@ void PictureStore::decode(const UUID& id, Entry& entry) {
     entry.decoding = inBackground(
         background_, [path = qText(*path), side = entry.side] { return decoded(path, side); },
         [this, id](QImage picture) {
-            auto& done = entries_[id];
+            auto& done = entries_.at(id); // which ends with its entry
             const auto task = std::move(done.decoding);
             if (!picture.isNull()) done.picture = std::move(picture);
             if (arrived_) arrived_();

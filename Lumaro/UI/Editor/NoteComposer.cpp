@@ -61,9 +61,12 @@ void NoteComposer::edited() {
     Q_EMIT formatChanged();
 }
 
+QRectF NoteComposer::box() {
+    return noteTextBox({BoardSpec::noteSize.width, BoardSpec::noteSize.height});
+}
+
 void NoteComposer::fit(const PMNode& text) {
-    const auto box = noteTextBox({BoardSpec::noteSize.width, BoardSpec::noteSize.height});
-    const auto font = handFont(fittedFontSize(text, box.size()));
+    const auto font = handFont(fittedFontSize(text, box().size()));
     if (std::exchange(font_, font) != font) Q_EMIT fontChanged();
 }
 

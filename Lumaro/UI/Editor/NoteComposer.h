@@ -3,6 +3,7 @@
 
 #include "Lumaro/UI/Editor/EditorView.h"
 
+#include <QtCore/QRectF>
 #include <QtGui/QColor>
 #include <QtGui/QFont>
 #include <QtGui/QTextCursor>
@@ -22,6 +23,7 @@ class NoteComposer : public QObject {
     Q_PROPERTY(QQuickTextDocument* document READ document WRITE setDocument NOTIFY setUp REQUIRED)
     Q_PROPERTY(int selectionStart MEMBER selectionStart_ NOTIFY formatChanged)
     Q_PROPERTY(int selectionEnd MEMBER selectionEnd_ NOTIFY formatChanged)
+    Q_PROPERTY(QRectF box READ box CONSTANT)
     Q_PROPERTY(QFont font READ font NOTIFY fontChanged)
     Q_PROPERTY(QColor ink READ ink NOTIFY setUp)
     Q_PROPERTY(bool isBold READ isBold NOTIFY formatChanged)
@@ -35,6 +37,8 @@ public:
 
     QQuickTextDocument* document() const { return document_; }
     void setDocument(QQuickTextDocument* document);
+    /// Where the text lies on the note, in points of the canvas.
+    static QRectF box();
     const QFont& font() const { return font_; }
     QColor ink() const { return ink_; }
     bool isBold() const { return has(PMMark::Kind::bold); }

@@ -52,10 +52,10 @@ FocusScope {
         TextEdit {
             id: text
 
-            x: 22
-            y: 34
-            width: paper.width - 44
-            height: paper.height - 64
+            x: composer.box.x
+            y: composer.box.y
+            width: composer.box.width
+            height: composer.box.height
             font: composer.font
             color: composer.ink
             selectionColor: Theme.color.accent
