@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "DesignSystem/Fonts.h"
 
+#include <QtCore/QResource>
 #include <QtGui/QFontDatabase>
 #include <QtGui/QGuiApplication>
 
@@ -28,7 +29,9 @@ void registerFonts() {
     initFonts();
     for (const auto* const file :
          {"Nunito-Regular", "Nunito-SemiBold", "Nunito-ExtraBold", "Caveat-Regular", "Caveat-Bold"}) {
-        QFontDatabase::addApplicationFont(QStringLiteral(":/lumaro/fonts/%1.ttf").arg(QLatin1String{file}));
+        // Where it lies in the program: read from a file of resources it would be in memory twice.
+        const QResource font{QStringLiteral(":/lumaro/fonts/%1.ttf").arg(QLatin1String{file})};
+        QFontDatabase::addApplicationFontFromData(font.uncompressedData());
     }
     QGuiApplication::setFont(sansFont(15));
 }

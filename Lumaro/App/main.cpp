@@ -3,6 +3,7 @@
 #include "Lumaro/App/Desktop.h"
 #include "Lumaro/App/HandOver.h"
 #include "Lumaro/Windows/Windows.h"
+#include "Platform/Linux/PictureMemory.h"
 #include "Platform/Linux/ScreenLock.h"
 #include "Platform/Linux/UrlScheme.h"
 #include "Platform/Posix/FolderLock.h"
@@ -151,6 +152,7 @@ int main(int argc, char** argv) {
     app.add_option("--server", arguments.server, "the board's server, from now on")->type_name("URL");
     app.add_option("LINK", arguments.link, "an invite to join through")->type_name("");
     CLI11_PARSE(app, argc, argv);
+    lumaro::giveBackPictureMemory();
     const auto program = std::filesystem::absolute(argv[0]).string();
     std::optional<QApplication> windows;
     if (!arguments.isHeadless) {

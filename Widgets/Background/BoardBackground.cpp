@@ -5,26 +5,25 @@
 
 namespace lumaro {
 
-BoardBackground::BoardBackground(QQuickItem* parent) : QQuickPaintedItem(parent) {
-    setOpaquePainting(true);
+BoardBackground::BoardBackground(QQuickItem* parent) : PictureItem(parent, Cover::opaque) {
 }
 
 void BoardBackground::setBackground(const QString& background) {
     if (background_ == background) return;
     background_ = background;
-    update();
+    repaint();
     Q_EMIT backgroundChanged();
 }
 
 void BoardBackground::setDark(bool isDark) {
     if (isDark_ == isDark) return;
     isDark_ = isDark;
-    update();
+    repaint();
     Q_EMIT darkChanged();
 }
 
-void BoardBackground::paint(QPainter* painter) {
-    paintBackground(*painter, size(), background_, isDark_ ? Surroundings::dark : Surroundings::light);
+void BoardBackground::paint(QPainter& painter) {
+    paintBackground(painter, size(), background_, isDark_ ? Surroundings::dark : Surroundings::light);
 }
 
 } // namespace lumaro

@@ -1,14 +1,16 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "Widgets/Picture/PictureItem.h"
+
 #include <QtQml/qqmlregistration.h>
-#include <QtQuick/QQuickPaintedItem>
 
 namespace lumaro {
 
 /// The pane of glass with the board's paper behind it. `background` is a paper's name, `butter` for any other. In dark
 /// surroundings the room's light is dimmed; colours keep their hue.
-class BoardBackground : public QQuickPaintedItem {
+// The tools of QML look for the base by its whole name.
+class BoardBackground : public lumaro::PictureItem {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(QString background READ background WRITE setBackground NOTIFY backgroundChanged)
@@ -22,7 +24,7 @@ public:
     bool isDark() const { return isDark_; }
     void setDark(bool isDark);
 
-    void paint(QPainter* painter) override;
+    void paint(QPainter& painter) override;
 
 Q_SIGNALS:
     void backgroundChanged();

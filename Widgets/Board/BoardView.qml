@@ -55,6 +55,7 @@ Item {
         }
         height: Math.round(190 * view.pointScale)
         visible: view.isThreadTied
+        pointScale: view.pointScale
         tied: view.isThreadTied
         progress: 1
     }

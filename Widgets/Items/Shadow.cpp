@@ -11,6 +11,7 @@
 #include <array>
 #include <cmath>
 #include <deque>
+#include <mutex>
 
 namespace lumaro {
 namespace {
@@ -53,14 +54,16 @@ std::array<Shade, 2> shadesOf(const QPainterPath& outline, double lift) {
 }
 
 // Most items are of few shapes: the shadows of the latest ones are kept.
-const std::array<Shade, 2>& keptShades(const QPainterPath& outline, double lift) {
+std::array<Shade, 2> keptShades(const QPainterPath& outline, double lift) {
     struct Kept {
         QPainterPath outline;
         double lift;
         std::array<Shade, 2> shades;
     };
     constexpr std::size_t most = 24;
-    thread_local std::deque<Kept> kept;
+    static std::mutex mutex; // windows may be painted on several threads
+    static std::deque<Kept> kept;
+    const std::scoped_lock lock{mutex};
     const auto found =
         std::ranges::find_if(kept, [&](const Kept& one) { return one.lift == lift && one.outline == outline; });
     if (found != kept.end()) return found->shades;

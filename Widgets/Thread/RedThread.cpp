@@ -5,15 +5,11 @@
 
 namespace lumaro {
 
-RedThread::RedThread(QQuickItem* parent) : QQuickPaintedItem(parent) {
-    setAntialiasing(true);
-}
-
 template <class Value>
 void RedThread::set(Value& place, Value value) {
     if (place == value) return;
     place = value;
-    update();
+    repaint();
     Q_EMIT changed();
 }
 
@@ -29,8 +25,8 @@ void RedThread::setPointScale(double scale) {
     set(pointScale_, scale);
 }
 
-void RedThread::paint(QPainter* painter) {
-    if (isTied_) paintThread(*painter, size(), pointScale_, progress_);
+void RedThread::paint(QPainter& painter) {
+    if (isTied_) paintThread(painter, size(), pointScale_, progress_);
 }
 
 } // namespace lumaro

@@ -1,14 +1,16 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "Widgets/Picture/PictureItem.h"
+
 #include <QtQml/qqmlregistration.h>
-#include <QtQuick/QQuickPaintedItem>
 
 namespace lumaro {
 
 /// The red thread between two homes: it hangs across the item's width, which is meant to be the board's, once it is
 /// `tied`. `progress` draws it, 0 to 1.
-class RedThread : public QQuickPaintedItem {
+// The tools of QML look for the base by its whole name.
+class RedThread : public lumaro::PictureItem {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(bool tied READ isTied WRITE setTied NOTIFY changed)
@@ -16,7 +18,7 @@ class RedThread : public QQuickPaintedItem {
     Q_PROPERTY(double pointScale READ pointScale WRITE setPointScale NOTIFY changed)
 
 public:
-    explicit RedThread(QQuickItem* parent = nullptr);
+    using PictureItem::PictureItem;
 
     bool isTied() const { return isTied_; }
     void setTied(bool isTied);
@@ -26,7 +28,7 @@ public:
     double pointScale() const { return pointScale_; }
     void setPointScale(double scale);
 
-    void paint(QPainter* painter) override;
+    void paint(QPainter& painter) override;
 
 Q_SIGNALS:
     void changed();

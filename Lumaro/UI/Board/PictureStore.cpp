@@ -13,14 +13,13 @@
 namespace lumaro {
 namespace {
 
-/// Sides asked for are rounded up to these steps, so that a window that grows decodes a few times, not at every pixel.
-constexpr int smallestSide = 128;
-
+/// Sides asked for are rounded up to steps of an eighth, so that a window that grows decodes a few times, not at every
+/// pixel.
 int roundedSide(Size pixels) {
-    const auto side = static_cast<unsigned>(std::clamp(std::ceil(std::max(pixels.width, pixels.height)), 1.0, 4096.0));
-    const int power = static_cast<int>(std::bit_ceil(side));
-    const int between = power / 4 * 3;
-    return std::max(smallestSide, std::cmp_less_equal(side, between) ? between : power);
+    const auto side =
+        static_cast<unsigned>(std::clamp(std::ceil(std::max(pixels.width, pixels.height)), 128.0, 4096.0));
+    const unsigned step = std::bit_ceil(side) / 8;
+    return static_cast<int>((side + step - 1) / step * step);
 }
 
 /// The file may be anything that the room let through: what is no picture is null.

@@ -1,15 +1,32 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "Widgets/Board/PictureItem.h"
+#include "Widgets/Picture/PictureItem.h"
 
+#include <QtCore/QSemaphore>
+#include <QtCore/QThreadPool>
 #include <QtGui/QPainter>
 #include <QtQuick/QQuickWindow>
 #include <QtQuick/QSGImageNode>
 
+#include <functional>
 #include <utility>
 
 namespace lumaro {
+namespace {
 
-PictureItem::PictureItem(QQuickItem* parent) : QQuickItem(parent) {
+/// Runs `work` and waits for it. Qt shares out the lines of each fill among the threads of its pool, unless it paints
+/// on one of them: for a card that would be a hundred times to wake a thread for next to nothing.
+void onPoolThread(const std::function<void()>& work) {
+    QSemaphore done;
+    QThreadPool::globalInstance()->start([&] {
+        work();
+        done.release();
+    });
+    done.acquire();
+}
+
+} // namespace
+
+PictureItem::PictureItem(QQuickItem* parent, Cover cover) : QQuickItem(parent), cover_(cover) {
     setFlag(ItemHasContents);
 }
 
@@ -21,7 +38,7 @@ void PictureItem::repaint() {
 QSGNode* PictureItem::updatePaintNode(QSGNode* old, UpdatePaintNodeData*) {
     const double density = window()->effectiveDevicePixelRatio();
     const QSize pixels = (size() * density).toSize();
-    if (pixels.isEmpty()) {
+    if (pixels.isEmpty() || !isVisible()) {
         delete old;
         return nullptr;
     }
@@ -33,8 +50,9 @@ QSGNode* PictureItem::updatePaintNode(QSGNode* old, UpdatePaintNodeData*) {
         isStale_ = true;
     }
     if (std::exchange(isStale_, false)) {
-        node->setTexture(
-            window()->createTextureFromImage(painted(pixels, density), QQuickWindow::TextureHasAlphaChannel));
+        const auto kind =
+            cover_ == Cover::opaque ? QQuickWindow::TextureIsOpaque : QQuickWindow::TextureHasAlphaChannel;
+        node->setTexture(window()->createTextureFromImage(painted(pixels, density), kind));
         node->setSourceRect(QRectF{{0, 0}, pixels.toSizeF()});
         node->setRect(QRectF{{0, 0}, pixels.toSizeF() / density});
     }
@@ -42,11 +60,14 @@ QSGNode* PictureItem::updatePaintNode(QSGNode* old, UpdatePaintNodeData*) {
 }
 
 QImage PictureItem::painted(QSize pixels, double density) {
-    QImage picture{pixels, QImage::Format_ARGB32_Premultiplied};
+    const bool isOpaque = cover_ == Cover::opaque;
+    QImage picture{pixels, isOpaque ? QImage::Format_RGB32 : QImage::Format_ARGB32_Premultiplied};
     picture.setDevicePixelRatio(density);
-    picture.fill(Qt::transparent);
-    QPainter painter{&picture};
-    paint(painter);
+    if (!isOpaque) picture.fill(Qt::transparent);
+    onPoolThread([&] {
+        QPainter painter{&picture};
+        paint(painter);
+    });
     return picture;
 }
 
@@ -58,6 +79,7 @@ void PictureItem::geometryChange(const QRectF& now, const QRectF& before) {
 void PictureItem::itemChange(ItemChange change, const ItemChangeData& data) {
     QQuickItem::itemChange(change, data);
     if (change == ItemDevicePixelRatioHasChanged) repaint();
+    if (change == ItemVisibleHasChanged) update();
 }
 
 } // namespace lumaro

@@ -9,13 +9,17 @@ class QPainter;
 namespace lumaro {
 
 /// An item that is painted once and then kept as pixels of its screen, to be moved, turned and covered at little cost.
-/// Unlike a painted item of Qt it is also smooth when turned without a graphics processor.
+/// Unlike a painted item of Qt it is also smooth when turned without a graphics processor, and holds its pixels once,
+/// and only while it is visible.
 class PictureItem : public QQuickItem {
     Q_OBJECT
     QML_ANONYMOUS
 
 public:
-    explicit PictureItem(QQuickItem* parent = nullptr);
+    /// Whether every pixel is painted, so that nothing shows through and what lies behind need not be drawn.
+    enum class Cover { translucent, opaque };
+
+    explicit PictureItem(QQuickItem* parent = nullptr, Cover cover = Cover::translucent);
 
     /// Paints the whole item, in pixels of the view. Called while the scene is synchronised, when `repaint` asked for
     /// it.
@@ -31,6 +35,7 @@ protected:
 private:
     QImage painted(QSize pixels, double density);
 
+    Cover cover_;
     bool isStale_ = true;
 };
 

@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Widgets/Board/FacePicture.h"
+
+#include <utility>
+
+namespace lumaro {
+
+void FacePicture::setFace(const ItemFace& face) {
+    if (face_ == face) return;
+    const auto before = std::exchange(face_, face);
+    if (!looksSame(before, face_)) layAnew();
+    Q_EMIT faceChanged();
+}
+
+void FacePicture::setNaturalSize(QSizeF size) {
+    if (naturalSize_ == size) return;
+    naturalSize_ = size;
+    layAnew();
+}
+
+void FacePicture::setPointScale(double scale) {
+    if (pointScale_ == scale) return;
+    pointScale_ = scale;
+    layAnew();
+}
+
+void FacePicture::layAnew() {
+    lay();
+    repaint();
+    Q_EMIT placeChanged();
+}
+
+} // namespace lumaro
