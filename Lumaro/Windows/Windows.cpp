@@ -38,13 +38,14 @@ Windows::Windows(AppView::Setup setup, Ports ports, std::function<void()> quit)
     furnish(engine_);
     settings_.dress(themeOf(engine_));
     ports_.app.editor().onChange([this] {
-        scene_.refresh();
+        scene_.refreshHand();
         editor_.refresh();
     });
 }
 
 Windows::~Windows() {
     ports_.app.editor().onChange(nullptr);
+    if (boardWindow_) QObject::disconnect(boardWindow_.get(), nullptr, &view_, nullptr);
 }
 
 TrayMenu::Verbs Windows::verbs(std::function<void()> quit) {
@@ -92,10 +93,19 @@ void Windows::openBoard() {
                              {QStringLiteral("settings"), shared(settings_)},
                              {QStringLiteral("screens"), shared(screens_)},
                              {QStringLiteral("hangsBehindIcons"), ports_.desktop.level() != DesktopLevel::bottomMost}});
+        QObject::connect(boardWindow_.get(), &QWindow::visibleChanged, &view_, [this](bool isVisible) {
+            if (!isVisible) letGoOfBoard();
+        });
     }
     boardWindow_->show();
     boardWindow_->raise();
     boardWindow_->requestActivate();
+}
+
+void Windows::letGoOfBoard() {
+    editor_.finishWriting();
+    // Its pictures go with it: most of the time the board is seen on the desktop alone.
+    boardWindow_.release()->deleteLater();
 }
 
 void Windows::openSettings() {

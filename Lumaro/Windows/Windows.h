@@ -57,6 +57,8 @@ public:
 
 private:
     std::unique_ptr<QQuickWindow> make(const char* type, QVariantMap properties);
+    /// Somebody closed its window.
+    void letGoOfBoard();
     void openQuickNote(const QString& text);
     TrayMenu::Verbs verbs(std::function<void()> quit);
 

@@ -45,10 +45,22 @@ BoardScene::BoardScene(Ports ports, QObject* parent)
 }
 
 QString BoardScene::background() const {
-    return qText(nameOf(shown_.background));
+    return qText(nameOf(hung_.background));
 }
 
-Board BoardScene::onScreen() const {
+LiveContext BoardScene::live() const {
+    const auto& state = ports_.app.state();
+    return {.partner = state.presence,
+            .own = state.ownPresence,
+            .names = state.partnerNames,
+            .me = state.token ? state.token->slot : PartnerID::a,
+            .now = ports_.clock.now(),
+            .zone = zone_,
+            .isFahrenheit = QLocale::system().measurementSystem() == QLocale::ImperialUSSystem,
+            .picture = picture_};
+}
+
+Board BoardScene::withHand() const {
     Board board = ports_.app.state().board;
     const auto& editor = ports_.app.editor();
     if (editor.draft()) layOver(board, editor.draft()->items());
@@ -61,43 +73,52 @@ Board BoardScene::onScreen() const {
 
 void BoardScene::refresh() {
     const auto& state = ports_.app.state();
-    const auto& editor = ports_.app.editor();
-    const LiveContext live{.partner = state.presence,
-                           .own = state.ownPresence,
-                           .names = state.partnerNames,
-                           .me = state.token ? state.token->slot : PartnerID::a,
-                           .now = ports_.clock.now(),
-                           .zone = zone_,
-                           .isFahrenheit = QLocale::system().measurementSystem() == QLocale::ImperialUSSystem,
-                           .picture = picture_};
-    auto board = onScreen();
-    std::set<UUID> inHand;
-    if (editor.draft()) {
-        for (const auto& item : editor.draft()->items()) inHand.insert(item.id);
-    }
-    auto rows = rowsOf(board, {state.arriving, state.falling, inHand}, live);
-    const auto wasTied = shown_.threadTiedAt;
-    shown_ = board;
-    const auto media = mediaNamedBy(shown_);
-    pictures_.keepOnly({media.begin(), media.end()});
-    rows_.show(std::move(board), std::move(rows));
-    waitForChange(live);
-    Q_EMIT boardChanged();
-    const auto& tiedAt = shown_.threadTiedAt;
-    if (tiedAt && tiedAt != wasTied && secondsBetween(*tiedAt, live.now) < 2 * BoardSpec::threadDrawSeconds) {
+    const auto wasTied = hung_.threadTiedAt;
+    hung_ = state.board;
+    hungRows_ = rowsOf(hung_, {state.arriving, state.falling, {}}, live());
+    waitForChange();
+    Q_EMIT hungChanged();
+    refreshHand();
+    const auto& tiedAt = hung_.threadTiedAt;
+    if (tiedAt && tiedAt != wasTied && secondsBetween(*tiedAt, ports_.clock.now()) < 2 * BoardSpec::threadDrawSeconds) {
         Q_EMIT threadTied();
     }
 }
 
-void BoardScene::waitForChange(const LiveContext& live) {
+void BoardScene::refreshHand() {
+    const auto& state = ports_.app.state();
+    const auto& draft = ports_.app.editor().draft();
+    auto board = withHand();
+    std::set<UUID> inHand;
+    if (draft) {
+        for (const auto& item : draft->items()) inHand.insert(item.id);
+    }
+    auto rows =
+        board == hung_ && inHand.empty() ? hungRows_ : rowsOf(board, {state.arriving, state.falling, inHand}, live());
+    shown_ = board;
+    letGoOfPictures();
+    rows_.show(std::move(board), std::move(rows));
+    Q_EMIT boardChanged();
+}
+
+void BoardScene::letGoOfPictures() {
+    std::set<UUID> named;
+    for (const auto* const board : {&hung_, &shown_}) {
+        const auto media = mediaNamedBy(*board);
+        named.insert(media.begin(), media.end());
+    }
+    pictures_.keepOnly(named);
+}
+
+void BoardScene::waitForChange() {
     std::optional<Instant> next;
-    for (const auto& item : shown_.items) {
-        const auto change = nextChange(item, live);
+    for (const auto& item : hung_.items) {
+        const auto change = nextChange(item, live());
         if (change && (!next || *change < *next)) next = change;
     }
     change_.reset();
     if (!next) return;
-    const Seconds wait{std::max(0.001, secondsBetween(live.now, *next))};
+    const Seconds wait{std::max(0.001, secondsBetween(ports_.clock.now(), *next))};
     change_ = ports_.sleeper.wait(std::min(wait, longestWait), [this] { refresh(); });
 }
 

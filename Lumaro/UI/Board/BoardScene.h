@@ -12,11 +12,11 @@
 #include <QtQml/qqmlregistration.h>
 
 #include <memory>
-#include <optional>
+#include <vector>
 
 namespace lumaro {
 
-/// The board as all windows of this device show it: the application's, with what is in the hand over it. It keeps time
+/// The board as the windows of this device show it: as it hangs, and with what is in the hand over it. It keeps time
 /// for what changes by itself, and draws no breath when nothing does.
 class BoardScene final : public QObject {
     Q_OBJECT
@@ -41,28 +41,40 @@ public:
 
     BoardListModel* rows() { return &rows_; }
     QString background() const;
-    bool isThreadTied() const { return shown_.threadTiedAt.has_value(); }
+    bool isThreadTied() const { return hung_.threadTiedAt.has_value(); }
     bool isEmpty() const { return shown_.items.empty(); }
+    /// With what is in the hand.
     const Board& shown() const { return shown_; }
+    /// Without, as one sees it from afar; the rows are those of its items.
+    const Board& hung() const { return hung_; }
+    const std::vector<BoardRow>& hungRows() const { return hungRows_; }
 
-    /// The application or its editor looks different.
+    /// The application looks different.
     void refresh();
+    /// Only its editor does.
+    void refreshHand();
     /// How many pixels of the sharpest window one point of the canvas has.
     Q_INVOKABLE void wantPixels(double perPoint);
 
 Q_SIGNALS:
     void boardChanged();
+    /// Of the board as it hangs.
+    void hungChanged();
     /// The red thread was tied just now: it is to be seen drawing itself.
     void threadTied();
 
 private:
-    Board onScreen() const;
-    void waitForChange(const LiveContext& live);
+    LiveContext live() const;
+    Board withHand() const;
+    void letGoOfPictures();
+    void waitForChange();
 
     Ports ports_;
     PictureStore pictures_;
     LiveContext::Picture picture_;
     QTimeZone zone_;
+    Board hung_;
+    std::vector<BoardRow> hungRows_;
     Board shown_;
     BoardListModel rows_;
     double pixelsPerPoint_ = 1;

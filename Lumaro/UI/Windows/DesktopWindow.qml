@@ -14,13 +14,20 @@ Window {
     title: "lumaro · desktop"
     color: Theme.color.room
 
+    HungBoard {
+        id: hung
+
+        scene: window.scene
+        isPaused: window.isPaused
+    }
+
     BoardView {
         id: board
 
         anchors.fill: parent
-        rows: window.scene.rows
-        background: window.scene.background
-        isThreadTied: window.scene.isThreadTied
+        rows: hung.rows
+        background: hung.background
+        isThreadTied: hung.isThreadTied
         isFilling: true
         isPaused: window.isPaused
         onPointScaleChanged: window.scene.wantPixels(pointScale * Screen.devicePixelRatio)
