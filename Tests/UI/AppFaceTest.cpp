@@ -46,47 +46,13 @@ TEST(AppFaceTest, TheStageIsWhatStandsInTheWayFirst) {
     }
 }
 
-TEST(AppFaceTest, ACodeSaysHowLongItWorks) {
-    const std::vector<std::pair<std::chrono::seconds, const char*>> cases{
-        {std::chrono::seconds{600}, "works for 10 more minutes"},
-        {std::chrono::seconds{541}, "works for 10 more minutes"},
-        {std::chrono::seconds{540}, "works for 9 more minutes"},
-        {std::chrono::seconds{60}, "works for one more minute"},
-        {std::chrono::seconds{1}, "works for one more minute"},
-        {std::chrono::seconds{0}, "that code timed out"},
-        {std::chrono::seconds{-9}, "that code timed out"}};
-    for (const auto& [left, text] : cases) {
-        const auto face = faceAfter([&](AppState& state) { state.shareCode = ShareCode{"012345", now + left, {}}; });
-        EXPECT_EQ(face.code, QStringLiteral("012 345"));
-        EXPECT_EQ(face.codeWorks.toStdString(), text);
-        EXPECT_EQ(face.isCodeOver, left <= std::chrono::seconds{0});
-    }
-}
-
-TEST(AppFaceTest, ThePairingIsShownAsItStands) {
-    const auto choosing = faceAfter(
-        [](AppState& state) { state.pairing.value = PairingPhase::Choosing{{"ann", std::nullopt}, PartnerID::b}; });
-    EXPECT_TRUE(choosing.isChoosing && choosing.needsPerson());
-    EXPECT_EQ(choosing.firstName, QStringLiteral("ann"));
-    EXPECT_EQ(choosing.secondName, QStringLiteral("the one who came along"));
-    EXPECT_EQ(choosing.suggested, 1);
+TEST(AppFaceTest, WhatFailedOnABoardStandsInTheWay) {
     const auto failed = faceAfter([](AppState& state) {
         state.token.emplace();
         state.pairing.value = PairingPhase::Failed{"no luck"};
     });
     EXPECT_EQ(failed.failure, QStringLiteral("no luck"));
     EXPECT_TRUE(failed.needsPerson()) << "it would be told nowhere";
-}
-
-TEST(AppFaceTest, AnArrivalIsGreetedByHowItCame) {
-    const std::vector<std::pair<JoinStatus, const char*>> cases{
-        {JoinStatus::joined, "bo is on the board 💌"},
-        {JoinStatus::rejoined, "welcome back — bo is on the board 💌"},
-        {JoinStatus::already, "you're on the board with bo already 💌"}};
-    for (const auto& [status, text] : cases) {
-        const auto face = faceAfter([&](AppState& state) { state.arrival = Arrival{"bo", status, now}; });
-        EXPECT_EQ(face.greeting.toStdString(), text);
-    }
 }
 
 } // namespace

@@ -46,7 +46,10 @@ TEST_F(AppViewTest, ACodeRunsOutMinuteByMinuteAndThenNothingWaits) {
     EXPECT_EQ(view.face().codeWorks, QStringLiteral("works for 3 more minutes"));
     pass(Seconds{30});
     EXPECT_EQ(view.face().codeWorks, QStringLiteral("works for 2 more minutes"));
-    pass(Seconds{120});
+    pass(Seconds{60});
+    EXPECT_EQ(view.face().codeWorks, QStringLiteral("works for one more minute"));
+    pass(Seconds{60});
+    EXPECT_EQ(view.face().codeWorks, QStringLiteral("that code timed out"));
     EXPECT_TRUE(view.face().isCodeOver);
     EXPECT_LE(sleeper.waiting(), before);
 }

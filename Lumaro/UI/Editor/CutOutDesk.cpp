@@ -1,19 +1,27 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Lumaro/UI/Editor/CutOutDesk.h"
 
+#include <tuple>
 #include <utility>
 #include <vector>
 
 namespace lumaro {
 
-void CutOutDesk::open(QImage picture, Cut then) {
-    picture_ = std::move(picture);
-    outline_ = {};
-    gestures_.clear();
-    task_.reset();
-    then_ = std::move(then);
-    cut_ = std::make_shared<CutOut>(picture_);
-    Q_EMIT changed();
+void CutOutDesk::open(std::string file, Cut then) {
+    close();
+    task_ = inBackground(
+        background_,
+        [file = std::move(file)] {
+            auto picture = QImage::fromData(QByteArrayView{file});
+            auto cut = picture.isNull() ? nullptr : std::make_shared<CutOut>(picture);
+            return std::pair{std::move(picture), std::move(cut)};
+        },
+        [this, then = std::move(then)](auto opened) mutable {
+            const auto done = std::move(task_);
+            std::tie(picture_, cut_) = std::move(opened);
+            then_ = std::move(then);
+            Q_EMIT changed();
+        });
 }
 
 void CutOutDesk::frame(double left, double top, double right, double bottom) {

@@ -12,6 +12,7 @@
 #include <deque>
 #include <functional>
 #include <memory>
+#include <string>
 
 namespace lumaro {
 
@@ -32,8 +33,9 @@ public:
         : QObject(parent), background_(background) {}
 
     using Cut = std::move_only_function<void(QImage sticker)>;
-    /// Opens the picture; `then` gets what was cut out, when the person takes it.
-    void open(QImage picture, Cut then);
+    /// Opens a file's picture as soon as it is decoded; `then` gets what was cut out, when the person takes it. What is
+    /// open or being opened goes.
+    void open(std::string file, Cut then);
 
     bool isOpen() const { return cut_ != nullptr; }
     bool isWorking() const { return task_ != nullptr; }

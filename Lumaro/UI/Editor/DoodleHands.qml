@@ -11,17 +11,8 @@ FocusScope {
     required property EditorView editor
     required property DoodleBar bar
 
-    signal done
-
     Accessible.role: Accessible.Canvas
     Accessible.name: qsTr("the glass, to draw on")
-    onVisibleChanged: {
-        if (visible) {
-            forceActiveFocus();
-        } else {
-            done();
-        }
-    }
     Keys.onEscapePressed: editor.cancelDoodle()
     Keys.onReturnPressed: editor.finishDoodle()
     Keys.onPressed: event => {

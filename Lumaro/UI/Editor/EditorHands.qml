@@ -111,7 +111,7 @@ FocusScope {
             editor.redo();
             return true;
         case Qt.Key_C:
-            editor.copy();
+            pictures.copy();
             return true;
         case Qt.Key_V:
             return pictures.paste();

@@ -20,9 +20,9 @@ FocusScope {
 
     function takeKeys(): void {
         if (page.editor.isWriting) {
-            noteField.takeKeys();
+            (noteField.made() as NoteField).takeKeys();
         } else if (page.editor.isDoodling) {
-            doodleHands.forceActiveFocus();
+            (doodleDesk.made() as DoodleDesk).takeKeys();
         } else {
             hands.forceActiveFocus();
         }
@@ -78,7 +78,7 @@ FocusScope {
         board: board
         editor: page.editor
         pictures: page.pictures
-        onMenuWanted: place => menu.popup(place.x, place.y)
+        onMenuWanted: place => (menu.made() as ItemMenu).popup(place.x, place.y)
         onEditWanted: page.editSelected()
         onQuickNoteWanted: page.quickNoteWanted()
         onDoodleWanted: page.editor.beginDoodle(page.editor.selected.itemId)
@@ -86,23 +86,13 @@ FocusScope {
     }
 
     InkSheet {
-        anchors.fill: parent
+        // As large as the window it would be kept, seen or not.
+        width: visible ? page.width : 0
+        height: visible ? page.height : 0
         visible: page.editor.isDoodling
         editor: page.editor
         pointScale: board.pointScale
         origin: board.origin
-    }
-
-    DoodleHands {
-        id: doodleHands
-
-        anchors.fill: parent
-        visible: page.editor.isDoodling
-        enabled: visible
-        board: board
-        editor: page.editor
-        bar: doodleBar
-        onDone: page.takeKeys()
     }
 
     SelectionFrame {
@@ -121,14 +111,17 @@ FocusScope {
         onKeysLeft: page.takeKeys()
     }
 
-    NoteField {
+    Later {
         id: noteField
 
         anchors.fill: parent
-        visible: page.editor.isWriting
-        board: board
-        editor: page.editor
-        onDone: page.takeKeys()
+        what: NoteField {}
+        properties: ({
+                board: board,
+                editor: page.editor
+            })
+        isWanted: page.editor.isWriting
+        onClosed: page.takeKeys()
     }
 
     Dock {
@@ -143,49 +136,68 @@ FocusScope {
         editor: page.editor
         pictures: page.pictures
         background: page.scene.background
-        onCountdownWanted: countdownSheet.put()
+        onCountdownWanted: (countdownSheet.made() as CountdownSheet).put()
         onDoodleWanted: page.editor.beginDoodle("")
         onBoardPageWanted: page.boardPageWanted()
         onSettingsWanted: page.settingsWanted()
     }
 
-    DoodleBar {
-        id: doodleBar
+    Later {
+        id: doodleDesk
 
-        anchors {
-            bottom: parent.bottom
-            bottomMargin: Theme.size.large
-            horizontalCenter: parent.horizontalCenter
-        }
-        visible: page.editor.isDoodling
-        editor: page.editor
+        anchors.fill: parent
+        what: DoodleDesk {}
+        properties: ({
+                board: board,
+                editor: page.editor
+            })
+        isWanted: page.editor.isDoodling
     }
 
-    ItemMenu {
+    Connections {
+        target: doodleDesk.thing as DoodleDesk
+
+        function onDone(): void {
+            page.takeKeys();
+        }
+    }
+
+    Later {
         id: menu
 
-        editor: page.editor
+        what: ItemMenu {}
+        properties: ({
+                hands: hands
+            })
         onClosed: page.takeKeys()
-        onEditWanted: page.editSelected()
-        onDoodleWanted: page.editor.beginDoodle(page.editor.selected.itemId)
     }
 
-    CountdownSheet {
+    Later {
         id: countdownSheet
 
-        editor: page.editor
+        what: CountdownSheet {}
+        properties: ({
+                editor: page.editor
+            })
         onClosed: page.takeKeys()
     }
 
-    CaptionSheet {
+    Later {
         id: captionSheet
 
-        editor: page.editor
+        what: CaptionSheet {}
+        properties: ({
+                editor: page.editor
+            })
         onClosed: page.takeKeys()
     }
 
-    CutOutPage {
-        desk: page.pictures.cutOut
+    Later {
+        what: CutOutPage {}
+        properties: ({
+                desk: page.pictures.cutOut
+            })
+        isWanted: page.pictures.cutOut.isOpen
         onClosed: page.takeKeys()
     }
 
@@ -218,10 +230,10 @@ FocusScope {
             page.editor.startWriting();
             break;
         case "photo":
-            captionSheet.edit();
+            (captionSheet.made() as CaptionSheet).edit();
             break;
         case "countdown":
-            countdownSheet.edit();
+            (countdownSheet.made() as CountdownSheet).edit();
             break;
         case "doodle":
             page.editor.beginDoodle(page.editor.selected.itemId);

@@ -7,10 +7,6 @@
 #include "LumaroCore/Support/EnumNames.h"
 
 #include <QtCore/QDateTime>
-#include <QtCore/QMimeData>
-#include <QtGui/QClipboard>
-#include <QtGui/QGuiApplication>
-#include <QtGui/QImage>
 
 #include <algorithm>
 #include <chrono>
@@ -172,21 +168,6 @@ void EditorView::duplicate() {
 void EditorView::setKept(bool isKept) {
     if (!editor_.selection()) return;
     static_cast<void>(isKept ? editor_.keep(*editor_.selection()) : editor_.unkeep(*editor_.selection()));
-}
-
-void EditorView::copy() const {
-    const auto item = itemInSight();
-    if (!item) return;
-    if (const auto* const note = item->payload.as<NotePayload>()) {
-        QGuiApplication::clipboard()->setText(qText(std::string_view{note->pm.plainText()}));
-        return;
-    }
-    const auto* const photo = item->payload.as<PhotoPayload>();
-    const auto* const sticker = item->payload.as<StickerPayload>();
-    if (photo == nullptr && sticker == nullptr) return;
-    if (const auto path = app_.media().pathOf(photo != nullptr ? photo->mediaId : sticker->mediaId)) {
-        QGuiApplication::clipboard()->setImage(QImage{qText(std::string_view{*path})});
-    }
 }
 
 // What the selected one holds.

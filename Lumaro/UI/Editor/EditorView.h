@@ -65,7 +65,6 @@ public:
     Q_INVOKABLE void takeDown();
     Q_INVOKABLE void duplicate();
     Q_INVOKABLE void setKept(bool isKept);
-    Q_INVOKABLE void copy() const;
 
     // What the selected one holds.
     Q_INVOKABLE void startWriting();

@@ -8,11 +8,9 @@ import Lumaro.UI
 T.Menu {
     id: menu
 
-    required property EditorView editor
+    required property EditorHands hands
+    readonly property EditorView editor: hands.editor
     readonly property selectedItem item: editor.selected
-
-    signal editWanted
-    signal doodleWanted
 
     implicitWidth: 220
     implicitHeight: contentHeight + topPadding + bottomPadding
@@ -42,7 +40,7 @@ T.Menu {
         visible: menu.item.canEdit
         text: qsTr("edit")
         hint: qsTr("Enter")
-        onTriggered: menu.editWanted()
+        onTriggered: menu.hands.editWanted()
     }
     MenuEntry {
         visible: menu.item.canKeep
@@ -54,7 +52,7 @@ T.Menu {
         visible: menu.item.kind !== "doodle"
         text: qsTr("draw on it")
         hint: "D"
-        onTriggered: menu.doodleWanted()
+        onTriggered: menu.hands.doodleWanted()
     }
     MenuEntry {
         text: qsTr("to the front")
@@ -64,7 +62,7 @@ T.Menu {
     MenuEntry {
         text: qsTr("copy")
         hint: "Ctrl C"
-        onTriggered: menu.editor.copy()
+        onTriggered: menu.hands.pictures.copy()
     }
     MenuEntry {
         text: qsTr("once more")

@@ -75,7 +75,7 @@ private:
     QFont font_;
     QColor ink_;
     PMNode original_;
-    bool isFilling_ = false;
+    bool isFilling_ = true; ///< also until it begins
 };
 
 } // namespace lumaro

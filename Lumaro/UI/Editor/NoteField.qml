@@ -13,21 +13,20 @@ FocusScope {
     readonly property selectedItem note: editor.selected
     readonly property real pointScale: board.pointScale * note.itemScale
 
-    signal done
+    signal closed
 
     function takeKeys(): void {
         text.forceActiveFocus();
     }
 
     Keys.onEscapePressed: editor.finishWriting()
-    onVisibleChanged: {
-        if (visible) {
-            composer.begin();
-            text.cursorPosition = text.length;
-            takeKeys();
-        } else {
-            done();
-        }
+    anchors.fill: parent
+    visible: editor.isWriting
+    onVisibleChanged: if (!visible) closed()
+    Component.onCompleted: {
+        composer.begin();
+        text.cursorPosition = text.length;
+        takeKeys();
     }
 
     NoteComposer {

@@ -29,6 +29,31 @@ std::expected<ImportedPicture, ImportFault> importFile(const QString& path) {
 
 PictureDesk::PictureDesk(AppModel& app, UUIDSource& ids, BackgroundRunner& background, QObject* parent)
     : QObject(parent), app_(app), ids_(ids), background_(background), cutOut_(background) {
+    connect(QGuiApplication::clipboard(), &QClipboard::dataChanged, this, [this] { copying_.reset(); });
+}
+
+void PictureDesk::copy() {
+    const auto& id = app_.editor().selection();
+    const auto* const item = id ? app_.board().find(*id) : nullptr;
+    if (item == nullptr) return;
+    if (const auto* const note = item->payload.as<NotePayload>()) {
+        QGuiApplication::clipboard()->setText(qText(std::string_view{note->pm.plainText()}));
+    } else if (const auto* const photo = item->payload.as<PhotoPayload>()) {
+        copyPicture(photo->mediaId);
+    } else if (const auto* const sticker = item->payload.as<StickerPayload>()) {
+        copyPicture(sticker->mediaId);
+    }
+}
+
+void PictureDesk::copyPicture(const UUID& mediaId) {
+    const auto path = app_.media().pathOf(mediaId);
+    if (!path) return;
+    copying_ = inBackground(
+        background_, [path = qText(std::string_view{*path})] { return QImage{path}; },
+        [this](const QImage& picture) {
+            const auto done = std::move(copying_);
+            if (!picture.isNull()) QGuiApplication::clipboard()->setImage(picture);
+        });
 }
 
 bool PictureDesk::paste() {
@@ -80,7 +105,6 @@ void PictureDesk::putUp(const QUrl& url, bool isSticker, std::optional<Point> pl
 void PictureDesk::add(Wish wish) {
     waiting_.push_back(std::move(wish));
     if (waiting_.size() == 1) next();
-    Q_EMIT changed();
 }
 
 void PictureDesk::next() {
@@ -96,18 +120,16 @@ void PictureDesk::imported(std::expected<ImportedPicture, ImportFault> picture) 
     if (!picture) {
         Q_EMIT noticed(qText(textOf(picture.error())));
     } else if (wish.isSticker && !picture->hasTransparency) {
-        cut(*picture, wish.place);
+        cut(std::move(*picture), wish.place);
     } else {
         const bool isSticker = wish.isSticker || picture->hasTransparency;
         hang(std::move(*picture), isSticker, wish.place);
     }
     next();
-    Q_EMIT changed();
 }
 
-void PictureDesk::cut(const ImportedPicture& picture, std::optional<Point> place) {
-    auto image = QImage::fromData(QByteArray::fromStdString(picture.bytes));
-    cutOut_.open(std::move(image), [this, place](QImage sticker) {
+void PictureDesk::cut(ImportedPicture picture, std::optional<Point> place) {
+    cutOut_.open(std::move(picture.bytes), [this, place](QImage sticker) {
         add({.import = [sticker = std::move(sticker)] { return importPicture(sticker); },
              .isSticker = true,
              .place = place});

@@ -17,22 +17,23 @@
 
 namespace lumaro {
 
-/// What people paste, drop and choose becomes notes, photos and stickers. Pictures are made ready in the background,
-/// one after the other, stored, and put up when they are on disk. Refusals come as notices.
+/// What people copy; and what they paste, drop and choose becomes notes, photos and stickers. Pictures are made ready
+/// in the background, one after the other, stored, and put up when they are on disk. Refusals come as notices.
 class PictureDesk final : public QObject {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("the application has it")
-    Q_PROPERTY(bool isBusy READ isBusy NOTIFY changed)
     Q_PROPERTY(lumaro::CutOutDesk* cutOut READ cutOut CONSTANT)
 
 public:
     /// All outlive the desk.
     PictureDesk(AppModel& app, UUIDSource& ids, BackgroundRunner& background, QObject* parent = nullptr);
 
-    bool isBusy() const { return !waiting_.empty(); }
     CutOutDesk* cutOut() { return &cutOut_; }
 
+    /// The selected note's text, photo or sticker, to the clipboard. A picture comes there when it is decoded, unless
+    /// something else was copied by then.
+    Q_INVOKABLE void copy();
     /// The clipboard: a picture, files, or a text.
     Q_INVOKABLE bool paste();
     /// Files, at a place of the canvas; several hang a step apart.
@@ -42,7 +43,6 @@ public:
     void putUp(const QUrl& url, bool isSticker, std::optional<Point> place);
 
 Q_SIGNALS:
-    void changed();
     void noticed(const QString& text);
 
 private:
@@ -56,7 +56,8 @@ private:
     void next();
     void imported(std::expected<ImportedPicture, ImportFault> picture);
     void hang(ImportedPicture picture, bool isSticker, std::optional<Point> place);
-    void cut(const ImportedPicture& picture, std::optional<Point> place);
+    void cut(ImportedPicture picture, std::optional<Point> place);
+    void copyPicture(const UUID& mediaId);
 
     AppModel& app_;
     UUIDSource& ids_;
@@ -64,6 +65,7 @@ private:
     CutOutDesk cutOut_;
     std::deque<Wish> waiting_; ///< the first one is under way
     std::unique_ptr<BackgroundRunner::Task> task_;
+    std::unique_ptr<BackgroundRunner::Task> copying_;
 };
 
 } // namespace lumaro

@@ -17,7 +17,7 @@ Window {
 
     /// Opens a page: "settings" or "boardPage".
     function showPage(page: string): void {
-        (page === "settings" ? settingsPage : boardPage).open();
+        ((page === "settings" ? settingsPage : boardPage).made() as Sheet).open();
     }
 
     width: 1180
@@ -36,8 +36,8 @@ Window {
         editor: window.editor
         pictures: window.pictures
         isQuiet: window.view.face.needsPerson
-        onBoardPageWanted: boardPage.open()
-        onSettingsWanted: settingsPage.open()
+        onBoardPageWanted: window.showPage("boardPage")
+        onSettingsWanted: window.showPage("settings")
         onQuickNoteWanted: window.view.askForQuickNote()
     }
 
@@ -51,26 +51,36 @@ Window {
     }
 
     // What lay over the board gives the keys back to it.
-    FirstRun {
-        view: window.view
+    Later {
+        what: FirstRun {}
+        properties: ({
+                view: window.view
+            })
+        isWanted: window.view.face.needsPerson
         onClosed: page.takeKeys()
     }
 
-    BoardPage {
+    Later {
         id: boardPage
 
-        view: window.view
+        what: BoardPage {}
+        properties: ({
+                view: window.view
+            })
         onClosed: page.takeKeys()
     }
 
-    SettingsPage {
+    Later {
         id: settingsPage
 
-        view: window.view
+        what: SettingsPage {}
+        properties: ({
+                view: window.view,
+                settings: window.settings,
+                screens: window.screens,
+                hangsBehindIcons: window.hangsBehindIcons
+            })
         onClosed: page.takeKeys()
-        settings: window.settings
-        screens: window.screens
-        hangsBehindIcons: window.hangsBehindIcons
     }
 
     Connections {

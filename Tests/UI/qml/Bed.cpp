@@ -3,13 +3,18 @@
 
 #include "Lumaro/UI/Text.h"
 #include "LumaroCore/BoardModel/BoardJson.h"
-#include "Tests/UI/FocusNodes.h"
-
-#include <QtGui/QClipboard>
-#include <QtGui/QGuiApplication>
 
 #include <QtCore/QJsonDocument>
 #include <QtCore/QJsonObject>
+#include <QtGui/QAccessible>
+#include <QtGui/QClipboard>
+#include <QtGui/QDropEvent>
+#include <QtGui/QPainter>
+#include <QtQuick/QQuickWindow>
+#include <QtTest/QTest>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QFileDialog>
+#include <QtWidgets/QLineEdit>
 
 #include <chrono>
 
@@ -18,6 +23,30 @@ namespace {
 
 UUID idOf(const QString& itemId) {
     return UUID::parse(itemId.toStdString()).value();
+}
+
+struct FocusNodes {
+    int reached = 0;
+    QStringList unnamed;
+};
+
+void walk(QQuickItem& item, const QString& path, FocusNodes& found) {
+    if (!item.isVisible()) return;
+    const auto here = path + QLatin1Char{'/'} + QString::fromLatin1(item.metaObject()->className());
+    if (item.activeFocusOnTab() && item.isEnabled()) {
+        ++found.reached;
+        auto* const node = QAccessible::queryAccessibleInterface(&item);
+        if (node == nullptr || node->text(QAccessible::Name).trimmed().isEmpty()) found.unnamed.append(here);
+    }
+    const auto children = item.childItems();
+    for (auto* const child : children) walk(*child, here, found);
+}
+
+FocusNodes focusNodes(QQuickItem& root) {
+    QAccessible::setActive(true);
+    FocusNodes found;
+    walk(root, {}, found);
+    return found;
 }
 
 } // namespace
@@ -144,6 +173,39 @@ QStringList Bed::items() const {
     QStringList ids;
     for (const auto& item : app_->app->board().items) ids.append(qText(item.id));
     return ids;
+}
+
+QUrl Bed::picture() const {
+    QImage picture{240, 120, QImage::Format_RGB32};
+    picture.fill(0xFFF8F0E4);
+    QPainter{&picture}.fillRect(90, 30, 60, 60, QColor{0xB0, 0x30, 0x20});
+    const auto path = folder_.filePath(QStringLiteral("square.png"));
+    if (!picture.save(path)) qFatal("no picture can be written");
+    return QUrl::fromLocalFile(path);
+}
+
+bool Bed::choose(const QUrl& file) const {
+    for (auto* const window : QApplication::topLevelWidgets()) {
+        if (qobject_cast<QFileDialog*>(window) == nullptr || !window->isVisible()) continue;
+        auto* const name = window->findChild<QLineEdit*>();
+        name->setText(file.toLocalFile());
+        QTest::keyClick(name, Qt::Key_Return);
+        app_->background.runAll();
+        return true;
+    }
+    return false;
+}
+
+void Bed::drop(QQuickItem* on, QPointF place, const QString& type, const QString& data) const {
+    QMimeData dragged;
+    dragged.setData(type, data.toUtf8());
+    const auto at = on->mapToScene(place);
+    QDragEnterEvent enter{at.toPoint(), Qt::CopyAction, &dragged, Qt::LeftButton, Qt::NoModifier};
+    QDropEvent drop{at, Qt::CopyAction, &dragged, Qt::LeftButton, Qt::NoModifier};
+    for (QEvent* const event : {static_cast<QEvent*>(&enter), static_cast<QEvent*>(&drop)}) {
+        QCoreApplication::sendEvent(on->window(), event);
+    }
+    app_->background.runAll();
 }
 
 } // namespace lumaro

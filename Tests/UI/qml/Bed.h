@@ -9,6 +9,8 @@
 #include "Tests/Model/AppFixture.h"
 
 #include <QtCore/QObject>
+#include <QtCore/QTemporaryDir>
+#include <QtCore/QUrl>
 #include <QtCore/QVariantMap>
 #include <QtQuick/QQuickItem>
 
@@ -47,7 +49,9 @@ public:
     Q_INVOKABLE QString storedName() const;
     Q_INVOKABLE void dress(lumaro::Theme* theme) { settings_->dress(*theme); }
     Q_INVOKABLE void copy(const QString& text) const;
+    /// How many items of a tree keys can reach.
     Q_INVOKABLE int reached(QQuickItem* root) const;
+    /// Which of them a screen reader cannot name: the type of each, and those it lies in.
     Q_INVOKABLE QStringList unnamed(QQuickItem* root) const;
 
     // On a board.
@@ -64,6 +68,12 @@ public:
     /// How many batches were sent.
     Q_INVOKABLE int acts() const { return static_cast<int>(app_->rooms.sent.size()); }
     Q_INVOKABLE void pass(double seconds) { app_->pass(Seconds{seconds}); }
+    /// A file with a red square on white paper, twice as wide as high.
+    Q_INVOKABLE QUrl picture() const;
+    /// Types the file's name into the dialog that asks for one; false when none does.
+    Q_INVOKABLE bool choose(const QUrl& file) const;
+    /// Lets something fall that comes from another program.
+    Q_INVOKABLE void drop(QQuickItem* on, QPointF place, const QString& type, const QString& data) const;
 
 Q_SIGNALS:
     void made();
@@ -72,6 +82,7 @@ private:
     void build();
     void look();
 
+    QTemporaryDir folder_;
     std::unique_ptr<AppFixture> app_;
     std::unique_ptr<AppView> view_;
     std::unique_ptr<SettingsView> settings_;

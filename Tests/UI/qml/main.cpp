@@ -6,6 +6,7 @@
 #include <QtQml/QQmlEngine>
 #include <QtQml/QQmlExtensionPlugin>
 #include <QtQuickTest/quicktest.h>
+#include <QtWidgets/QApplication>
 
 Q_IMPORT_QML_PLUGIN(DesignSystemPlugin)
 Q_IMPORT_QML_PLUGIN(WidgetsPlugin)
@@ -27,6 +28,11 @@ public Q_SLOTS:
 
 } // namespace lumaro
 
-QUICK_TEST_MAIN_WITH_SETUP(lumaro_ui, lumaro::Setup)
+int main(int argc, char** argv) {
+    QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+    const QApplication application{argc, argv};
+    lumaro::Setup setup;
+    return quick_test_main_with_setup(argc, argv, "lumaro_ui", QUICK_TEST_SOURCE_DIR, &setup);
+}
 
 #include "main.moc"

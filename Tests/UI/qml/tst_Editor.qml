@@ -128,16 +128,5 @@ Item {
                 y: 500
             });
         }
-
-        function test_whatIsTakenDownComesBackAndGoes() {
-            const id = hangNote(700, 500);
-            keyClick(Qt.Key_Tab);
-            keyClick(Qt.Key_Delete);
-            compare(Bed.items(), []);
-            keyClick(Qt.Key_Z, Qt.ControlModifier);
-            compare(Bed.items(), [id]);
-            keyClick(Qt.Key_Z, Qt.ControlModifier | Qt.ShiftModifier);
-            compare(Bed.items(), []);
-        }
     }
 }

@@ -41,9 +41,15 @@ Item {
             compare(Bed.items(), []);
         }
 
-        function test_aRightClickOffersEverything() {
+        function test_pointerAndMenuKeyOfferEverything_data() {
+            return [["right click", () => click(700, 500, Qt.RightButton)], ["menu key", () => [Qt.Key_Tab, Qt.Key_Menu].forEach(key => keyClick(key))]].map(([tag, ask]) => ({
+                        tag: tag,
+                        ask: ask
+                    }));
+        }
+        function test_pointerAndMenuKeyOfferEverything(data) {
             hangNote(700, 500);
-            click(700, 500, Qt.RightButton);
+            data.ask();
             tryVerify(() => named("once more"));
             for (const verb of ["edit", "let it go after a day", "draw on it", "to the front", "copy", "once more", "take down"]) {
                 keyClick(Qt.Key_Down);

@@ -11,18 +11,10 @@ Item {
     height: 900
 
     Component {
-        id: pages
+        id: firstRun
 
-        Item {
-            property alias sheet: sheet
-
-            anchors.fill: parent
-
-            FirstRun {
-                id: sheet
-
-                view: Bed.view
-            }
+        FirstRun {
+            view: Bed.view
         }
     }
 
@@ -43,7 +35,7 @@ Item {
             open();
         }
         function open() {
-            sheet = createTemporaryObject(pages, room).sheet;
+            sheet = createTemporaryObject(firstRun, room);
             tryCompare(sheet, "opened", true);
         }
         function type(text) {

@@ -74,15 +74,9 @@ Item {
             }
             fail("the keys never came to " + name);
         }
-        function goOnBoard() {
-            Bed.make();
-            Bed.view.startOurBoard();
-            Bed.answer(201, '{"coupleId":"q3m7xk2p","token":"lm1.q3m7xk2p.a.nbswy3dpo5xxe3de","invite":{"inviteId":"abcdefgh12","link":"https://x/for/abcdefgh12","expiresAt":1900000000000}}');
-            Bed.partnerComes("bo");
-        }
 
         function test_leavingIsAskedOnce() {
-            goOnBoard();
+            Bed.makeOnBoard();
             const sheet = open(boardPage);
             comeTo("leave the board");
             keyClick(Qt.Key_Return);
@@ -95,7 +89,7 @@ Item {
         }
 
         function test_aNewNameIsKept() {
-            goOnBoard();
+            Bed.makeOnBoard();
             open(boardPage);
             comeTo("what do they call you?");
             for (const key of "zoe")
