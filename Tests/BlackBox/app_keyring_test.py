@@ -1,12 +1,11 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: Apache-2.0
 """A keyring that is locked when the application starts: the board is still theirs, and comes back when the person opens it."""
-import argparse
 import os
 import subprocess
 
 from app import App, environment_of_nobody
-from blackbox import PATIENCE, Server
+from blackbox import PATIENCE, Server, options
 
 
 class Keyring:
@@ -50,15 +49,12 @@ class Keyring:
 
 
 def main():
-    parser = argparse.ArgumentParser(description=__doc__)
-    parser.add_argument("--room", required=True)
-    parser.add_argument("--lumaro", required=True)
-    options = parser.parse_args()
-    with Server(options.room) as server:
+    asked = options("room", "lumaro")
+    with Server(asked.room) as server:
         environment = environment_of_nobody(server.folder.name)
         keyring = Keyring(environment)
         keyring.open()
-        app = App(options.lumaro, os.path.join(server.folder.name, "ann"), server.url, environment)
+        app = App(asked.lumaro, os.path.join(server.folder.name, "ann"), server.url, environment)
         app.start()
         assert app.ask("start", name="Ann")["status"] == 0
         assert app.status()["secretPlace"] == "keyring" and not os.path.exists(os.path.join(app.profile, "secrets"))

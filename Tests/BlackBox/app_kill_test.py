@@ -1,14 +1,13 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: Apache-2.0
 """Kills the application in the middle of edits: what it had confirmed to the person reaches the room all the same."""
-import argparse
 import os
 import random
 import threading
 import time
 
 from app import App, environment_of_nobody
-from blackbox import Server
+from blackbox import Server, options
 
 
 def pair(app):
@@ -38,19 +37,15 @@ def one_round(app, chance):
 
 
 def main():
-    parser = argparse.ArgumentParser(description=__doc__)
-    parser.add_argument("--room", required=True)
-    parser.add_argument("--lumaro", required=True)
-    parser.add_argument("--kills", type=int, default=100)
-    options = parser.parse_args()
+    asked = options("room", "lumaro", kills=100)
     chance = random.Random(7)
     count = 0
-    with Server(options.room, "--messages-per-second", "100000", "--burst", "100000") as server:
+    with Server(asked.room, "--messages-per-second", "100000", "--burst", "100000") as server:
         folder = server.folder.name
-        app = App(options.lumaro, os.path.join(folder, "ann"), server.url, environment_of_nobody(folder))
+        app = App(asked.lumaro, os.path.join(folder, "ann"), server.url, environment_of_nobody(folder))
         app.start()
         pair(app)
-        for _ in range(options.kills):
+        for _ in range(asked.kills):
             confirmed = one_round(app, chance)
             app.until(lambda: app.status()["connection"] == "connected" and app.status()["pendingBatches"] == 0)
             lost = set(confirmed) - app.items()
@@ -59,8 +54,8 @@ def main():
                 assert app.ask("take-down", item=item)["status"] == 0
             count += len(confirmed)
         app.stop()
-    assert count > options.kills, "too few edits to have shown anything"
-    print(f"kills {options.kills}, confirmed {count}, lost 0")
+    assert count > asked.kills, "too few edits to have shown anything"
+    print(f"kills {asked.kills}, confirmed {count}, lost 0")
 
 
 main()

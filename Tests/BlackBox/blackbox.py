@@ -1,5 +1,6 @@
 # SPDX-License-Identifier: Apache-2.0
 """What the black-box tests share: the real server as a process, HTTP and WebSockets over plain sockets."""
+import argparse
 import base64
 import http.client
 import json
@@ -15,6 +16,16 @@ import uuid
 
 PATIENCE = 30  # seconds until something that should come counts as missing
 TEXT, BINARY, CLOSE, PING, PONG = 1, 2, 8, 9, 10
+
+
+def options(*programs, **numbers):
+    """What the command line says: where programs are, and numbers that are these unless it says otherwise."""
+    parser = argparse.ArgumentParser()
+    for name in programs:
+        parser.add_argument(f"--{name}", required=True)
+    for name, number in numbers.items():
+        parser.add_argument(f"--{name}", type=type(number), default=number)
+    return parser.parse_args()
 
 
 class Server:
@@ -44,7 +55,7 @@ class Server:
             [self.binary, "--listen", f"127.0.0.1:{self.port}", "--database", self.database, *self.flags],
             stdout=subprocess.PIPE, stderr=self.log)
         line = self.process.stdout.readline().decode()
-        found = re.search(r"listening on http://127\.0\.0\.1:(\d+)", line)
+        found = re.search(r"listening on https?://127\.0\.0\.1:(\d+)", line)
         assert found, f"the server did not start: {line!r}\n{self.log_text()}"
         self.port = int(found[1])
 
@@ -75,16 +86,20 @@ class Server:
         return socket.create_connection(("127.0.0.1", self.port), PATIENCE, (source, 0))
 
     def call(self, method, path, body=None, token=None, source="127.0.0.1", headers=None):
-        """Status, headers and JSON of the answer."""
-        line = http.client.HTTPConnection("127.0.0.1", self.port, PATIENCE, (source, 0))
+        """Status, headers and JSON of the answer; a body is JSON unless it is bytes."""
+        line = http.client.HTTPConnection("127.0.0.1", self.port)
+        line.sock = self.connect(source)
         sent = dict(headers or {})
         if token:
             sent["Authorization"] = f"Bearer {token}"
-        if body is not None:
+        if body is not None and not isinstance(body, bytes):
             sent["Content-Type"] = "application/json"
             body = json.dumps(body)
         try:
-            line.request(method, path, body, sent)
+            try:
+                line.request(method, path, body, sent)
+            except (BrokenPipeError, ConnectionResetError):
+                pass  # it may be refused before all of it is sent
             answer = line.getresponse()
             text = answer.read()
             return answer.status, answer.headers, json.loads(text) if text.startswith((b"{", b"[")) else text

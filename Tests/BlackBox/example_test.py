@@ -1,13 +1,12 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: Apache-2.0
 """Two example devices at the real server: each sees the note of the other."""
-import argparse
 import json
 import pathlib
 import subprocess
 import sys
 
-from blackbox import PATIENCE, Server, text_of
+from blackbox import PATIENCE, Server, options, text_of
 
 EXAMPLE = pathlib.Path(__file__).resolve().parents[2] / "Examples" / "board.py"
 
@@ -31,10 +30,8 @@ def hears(process, texts):
 
 
 def main():
-    parser = argparse.ArgumentParser()
-    parser.add_argument("--room", required=True)
-    options = parser.parse_args()
-    with Server(options.room) as server:
+    asked = options("room")
+    with Server(asked.room) as server:
         ada = device(server, "--start", "--name", "Ada", "--note", "hello Bea")
         code = ada.stdout.readline().split()[1]
         bea = device(server, "--join", code, "--name", "Bea", "--note", "hello Ada")

@@ -1,7 +1,6 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: Apache-2.0
 """Sends the server what no honest client would: it answers or closes, lives, and goes on serving everybody else."""
-import argparse
 import json
 import random
 import socket
@@ -9,7 +8,7 @@ import struct
 import time
 import uuid
 
-from blackbox import BINARY, CLOSE, PATIENCE, PING, TEXT, LineClosed, Server, WebSocket, batch, frame, note, upgrade
+from blackbox import BINARY, CLOSE, PATIENCE, PING, TEXT, LineClosed, Server, WebSocket, batch, frame, note, options, upgrade
 
 SILENT, ALIVE, BAD, LIMIT = 0, "alive", "bad_message", "limit_exceeded"  # silent: closed without a close frame
 
@@ -187,12 +186,8 @@ def fuzz(server, couple, tokens, seconds, seed):
 
 
 def main():
-    parser = argparse.ArgumentParser()
-    parser.add_argument("--room", required=True)
-    parser.add_argument("--seconds", type=float, default=5)
-    parser.add_argument("--seed", type=int, default=1)
-    options = parser.parse_args()
-    with Server(options.room, "--messages-per-second", "100000", "--burst", "100000") as server:
+    asked = options("room", seconds=5.0, seed=1)
+    with Server(asked.room, "--messages-per-second", "100000", "--burst", "100000") as server:
         couple, tokens = server.pair()
         faults = []
         idlers = [server.connect(f"127.0.5.{i + 1}") for i in range(100)]
@@ -208,7 +203,7 @@ def main():
                 faults.append(f"{name}: {status}, not one of {statuses}")
         print(f"{len(FRAMES)} kinds of frames, {len(REQUESTS)} kinds of requests", *faults, sep="\n")
         pipelining(server)
-        fuzz(server, couple, tokens, options.seconds, options.seed)
+        fuzz(server, couple, tokens, asked.seconds, asked.seed)
         serves(server, couple, tokens)
         for idler in idlers:
             idler.close()

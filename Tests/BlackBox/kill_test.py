@@ -6,14 +6,13 @@ Devices in several rooms put up and take down notes of their own and resend afte
 acknowledged. A device touches a note once a round at most, so that the board after a restart shows of every single
 batch whether it is there.
 """
-import argparse
 import random
 import subprocess
 import sys
 import threading
 import time
 
-from blackbox import PATIENCE, LineClosed, Server, WebSocket, batch, note, text_of
+from blackbox import PATIENCE, LineClosed, Server, WebSocket, batch, note, options, text_of
 
 NOTES = 28  # of one device; two of them fit on a board
 WINDOW = 8
@@ -141,22 +140,17 @@ def resend_everything(server, device):
 
 
 def main():
-    parser = argparse.ArgumentParser()
-    parser.add_argument("--room", required=True)
-    parser.add_argument("--kills", type=int, default=40)
-    parser.add_argument("--rooms", type=int, default=4)
-    parser.add_argument("--seed", type=int, default=1)
-    options = parser.parse_args()
-    generator = random.Random(options.seed)
+    asked = options("room", kills=40, rooms=4, seed=1)
+    generator = random.Random(asked.seed)
     devices, lost, twice = [], 0, 0
     limits = ("--messages-per-second", "100000", "--burst", "100000")
-    with Server(options.room, *limits) as server:
-        for _ in range(options.rooms):
+    with Server(asked.room, *limits) as server:
+        for _ in range(asked.rooms):
             couple, tokens = server.pair()
             pair = [Device(couple, token, slot, len(devices) + i) for i, (token, slot) in enumerate(zip(tokens, "ab"))]
             pair[0].partner, pair[1].partner = pair[1], pair[0]
             devices += pair
-        for _ in range(options.kills):
+        for _ in range(asked.kills):
             play_round(server, devices, generator)
             server.start()
             for device in devices:
@@ -165,9 +159,9 @@ def main():
         status = server.stop() or subprocess.run([server.binary, "check", "--database", server.database]).returncode
     acked = sum(device.acked for device in devices)
     faults = [fault for device in devices for fault in device.faults]
-    print(f"kills {options.kills}, acked {acked}, lost {lost}, twice {twice}, other faults {len(faults)}")
+    print(f"kills {asked.kills}, acked {acked}, lost {lost}, twice {twice}, other faults {len(faults)}")
     print(*faults[:20], sep="\n")
-    sys.exit(bool(lost or twice or faults or status or acked < options.kills))
+    sys.exit(bool(lost or twice or faults or status or acked < asked.kills))
 
 
 if __name__ == "__main__":

@@ -1,11 +1,10 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: Apache-2.0
 """Guesses join codes from many addresses: the limits hold, across restarts too, and hurt nobody else before they must."""
-import argparse
 import itertools
 import threading
 
-from blackbox import Server
+from blackbox import Server, options
 
 PER_ORIGIN, IN_ALL = 10, 200
 WRONG, LIMITED = {404, 410}, 429
@@ -105,10 +104,8 @@ def in_all(attack):
 
 
 def main():
-    parser = argparse.ArgumentParser()
-    parser.add_argument("--room", required=True)
-    options = parser.parse_args()
-    with Server(options.room, "--trusted-proxies", "127.0.0.1/32") as server:
+    asked = options("room")
+    with Server(asked.room, "--trusted-proxies", "127.0.0.1/32") as server:
         attack = Attack(server)
         for step in (every_way_of_one_origin, after_a_crash, one_code_serves_one_join, right_codes_do_not_count,
                      what_is_no_code_gets_nowhere, in_all):

@@ -1,17 +1,14 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: Apache-2.0
-"""`lumaroctl` at a room that is not ours: `small_room.py`, which knows docs/protocol.md only."""
-import argparse
+"""`lumaroctl watch` while the partner edits, and while the room goes and comes back."""
 import json
 import os
 import queue
 import subprocess
-import tempfile
 import threading
 import uuid
 
-from blackbox import PATIENCE, Server, WebSocket, batch, note, text_of
-from small_room import SmallRoom
+from blackbox import PATIENCE, Server, WebSocket, batch, note, options, text_of
 
 
 class Watch:
@@ -54,18 +51,10 @@ class Watch:
         self.process.stderr.close()
 
 
-class Room(Server):
-    """The small room, called as the real one is."""
-
-    def __init__(self, room):
-        self.port = room.http.server_port
-
-
-def share_a_board(lumaroctl, profile, room):
+def share_a_board(lumaroctl, profile, server):
     """One person with lumaroctl, the other with a socket of the test's own."""
-    server = Room(room)
     couple, token = server.new_couple()
-    command = [lumaroctl, "--profile", profile, "--server", room.url]
+    command = [lumaroctl, "--profile", profile, "--server", server.url]
 
     def run(*verb):
         done = subprocess.run([*command, *verb], capture_output=True, text=True, timeout=PATIENCE, check=False)
@@ -86,7 +75,8 @@ def share_a_board(lumaroctl, profile, room):
     assert relayed["author"] == "b" and text_of(relayed["ops"][0]["item"]) == "from lumaroctl", relayed
     watch.board(["from the socket", "from lumaroctl"])
 
-    room.cut_lines()
+    server.kill()
+    server.start()
     watch.until(lambda event: event["event"] == "state" and event["state"] == "waiting")
     ada.close()
     ada = WebSocket(server, couple, token)
@@ -100,12 +90,10 @@ def share_a_board(lumaroctl, profile, room):
 
 
 def main():
-    parser = argparse.ArgumentParser()
-    parser.add_argument("--lumaroctl", required=True)
-    options = parser.parse_args()
-    with SmallRoom() as room, tempfile.TemporaryDirectory(prefix="lumaro-blackbox-") as profile:
-        share_a_board(options.lumaroctl, os.path.join(profile, "bea"), room)
-        print(f"{len(room.heard)} messages of devices, none that the room could not read")
+    asked = options("room", "lumaroctl")
+    with Server(asked.room) as server:
+        share_a_board(asked.lumaroctl, os.path.join(server.folder.name, "bea"), server)
+        assert server.stop() == 0
 
 
 if __name__ == "__main__":

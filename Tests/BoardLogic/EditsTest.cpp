@@ -4,7 +4,7 @@
 #include "LumaroCore/BoardLogic/Apply.h"
 #include "LumaroCore/BoardLogic/Placing.h"
 #include "LumaroCore/Support/Wire.h"
-#include "Samples/Samples.h"
+#include "Tests/BoardLogic/DeskBoard.h"
 
 #include <gtest/gtest.h>
 
@@ -18,27 +18,7 @@ using namespace std::chrono_literals;
 using samples::noon;
 using samples::numberedId;
 
-constexpr Hand hand{.author = PartnerID::b, .now = noon};
-const UUID noteId = numberedId(1);
-const UUID drawnId = numberedId(2);
-const UUID chipId = numberedId(3);
-
-// A note with a doodle drawn 100 points to its right, and a countdown that hides both.
-Board smallBoard() {
-    Board board;
-    board.items.resize(3);
-    board.items[0].payload = samples::plainNote("hi");
-    board.items[1].payload = DoodlePayload{.width = 30, .height = 30, .strokes = {}, .on = noteId};
-    board.items[2].payload = CountdownPayload{noon, "trip"};
-    for (std::size_t i = 0; i < 3; ++i) {
-        board.items[i].id = numberedId(i + 1);
-        board.items[i].center = {500, 500};
-        board.items[i].z = static_cast<std::int64_t>(i);
-        board.items[i].updatedAt = noon - 1h;
-    }
-    board.items[1].center.x = 600;
-    return board;
-}
+constexpr Hand hand{.author = PartnerID::a, .now = noon};
 
 BoardItem itemOf(const Op& op) {
     return std::get<Upsert>(op.value).item;
@@ -64,15 +44,15 @@ TEST(Edits, R15_EveryEditIsNewerThanWhatItEditsWhateverTheClockSays) {
         [](const Board& b, Hand h) { return Edits::unkeep(b, noteId, h); },
     };
     for (const auto version : {noon - 1h, noon + 5h, noon + 5h + 400us, noon + 5h + 600us}) {
-        Board board = smallBoard();
+        Board board = deskBoard();
         for (auto& item : board.items) item.updatedAt = version;
         const Instant expected = std::max(noon, Wire::truncatedToMilliseconds(version) + 1ms);
         for (const auto& edit : edits) {
-            const auto ops = edit(board, {PartnerID::b, noon + 300us});
+            const auto ops = edit(board, {PartnerID::a, noon + 300us});
             ASSERT_TRUE(ops.has_value());
             for (const auto& op : *ops) {
                 EXPECT_EQ(itemOf(op).updatedAt, expected);
-                EXPECT_EQ(itemOf(op).author, PartnerID::b);
+                EXPECT_EQ(itemOf(op).author, PartnerID::a);
             }
         }
         const auto down = Edits::takeDown(board, noteId, hand);
@@ -81,32 +61,32 @@ TEST(Edits, R15_EveryEditIsNewerThanWhatItEditsWhateverTheClockSays) {
 }
 
 TEST(Edits, AVersionAtTheEndOfTimeIsEditedWithoutOverflow) {
-    Board board = smallBoard();
+    Board board = deskBoard();
     board.items[0].updatedAt = Instant::max();
     const auto ops = Edits::move(board, noteId, {1, 1}, hand);
     EXPECT_EQ(itemOf(ops->front()).updatedAt, Wire::truncatedToMilliseconds(Instant::max()));
 }
 
 TEST(Edits, PuttingUpPlacesTiltsAndStacks) {
-    const auto ops = Edits::putUp(smallBoard(), numberedId(9), samples::plainNote("new"), {}, hand);
+    const auto ops = Edits::putUp(deskBoard(), numberedId(9), samples::plainNote("new"), {}, hand);
     const auto item = itemOf(ops->front());
-    EXPECT_EQ(item.center, BoardLogic::openSpot(BoardSpec::noteSize, smallBoard()));
+    EXPECT_EQ(item.center, BoardLogic::openSpot(BoardSpec::noteSize, deskBoard()));
     EXPECT_EQ(item.rotationDegrees, BoardLogic::seededTilt(item.id));
     EXPECT_EQ(item.z, 3);
     EXPECT_EQ(item.createdAt, noon);
     EXPECT_EQ(item.updatedAt, noon);
-    const auto dropped = Edits::putUp(smallBoard(), numberedId(9), samples::plainNote("new"), Point{-50, 2000}, hand);
+    const auto dropped = Edits::putUp(deskBoard(), numberedId(9), samples::plainNote("new"), Point{-50, 2000}, hand);
     EXPECT_EQ(itemOf(dropped->front()).center, (Point{0, 1000}));
 }
 
 TEST(Edits, R15_PuttingUpAgainOutlivesTheTombstone) {
-    Board board = smallBoard();
+    Board board = deskBoard();
     board.tombstones[numberedId(9)] = noon + 1h;
     EXPECT_EQ(after(Edits::putUp(board, numberedId(9), samples::plainNote("back"), {}, hand), board).items.size(), 4U);
 }
 
 TEST(Edits, R16_DoodlesGoWithTheItemTheyAreDrawnOn) {
-    const Board board = smallBoard();
+    const Board board = deskBoard();
     const auto moved = after(Edits::move(board, noteId, {510, 480}, hand), board);
     EXPECT_EQ(moved.find(drawnId)->center, (Point{610, 480}));
     const auto grown = after(Edits::resize(board, noteId, 1.5, hand), board);
@@ -125,14 +105,14 @@ TEST(Edits, R16_DoodlesGoWithTheItemTheyAreDrawnOn) {
 }
 
 TEST(Edits, R17_NothingRisesAboveTheEndOfTheRangeAndNothingStops) {
-    Board board = smallBoard();
+    Board board = deskBoard();
     board.items[2].z = std::numeric_limits<std::int64_t>::max();
     EXPECT_EQ(after(Edits::raise(board, noteId, hand), board).find(noteId)->z, board.items[2].z);
     EXPECT_EQ(after(Edits::putUp(board, numberedId(9), {}, {}, hand), board).items.back().z, board.items[2].z);
 }
 
 TEST(Edits, KeepingAndUnkeepingANote) {
-    const Board board = smallBoard();
+    const Board board = deskBoard();
     const auto unkept = after(Edits::unkeep(board, noteId, hand), board);
     EXPECT_EQ(unkept.find(noteId)->expiresAt(), noon + 24h);
     const auto kept = after(Edits::keep(unkept, noteId, hand), unkept);
@@ -140,7 +120,7 @@ TEST(Edits, KeepingAndUnkeepingANote) {
 }
 
 TEST(Edits, WhatCannotBeDoneIsATypedFault) {
-    const Board board = smallBoard();
+    const Board board = deskBoard();
     constexpr double nan = std::numeric_limits<double>::quiet_NaN();
     const std::pair<Edits::Result, EditFault> cases[]{
         {Edits::move(board, numberedId(9), {}, hand), EditFault::noSuchItem},

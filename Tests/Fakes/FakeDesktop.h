@@ -35,16 +35,11 @@ private:
     }
 };
 
+/// Knows nothing of the person.
 class FakeContactCard final : public ContactCard {
 public:
-    ContactsAccess access() override { return status; }
-    OwnCard ownCard() override {
-        const bool isOpen = status == ContactsAccess::authorized || status == ContactsAccess::limited;
-        return isOpen ? card : OwnCard{};
-    }
-
-    ContactsAccess status = ContactsAccess::authorized;
-    OwnCard card;
+    ContactsAccess access() override { return ContactsAccess::authorized; }
+    OwnCard ownCard() override { return {}; }
 };
 
 /// Keeps the names of what was played.

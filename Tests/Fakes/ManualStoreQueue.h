@@ -23,46 +23,24 @@ public:
 
     /// Works that have not run.
     std::size_t waitingCount() const { return waiting_.size(); }
-    /// Works that ran and are not committed.
-    std::size_t runCount() const { return run_.size(); }
-    bool isIdle() const { return waiting_.empty() && run_.empty(); }
 
-    /// Runs the next work in the open transaction; false when none waits. An error of the work fails the transaction.
+    /// Runs the next work in the open transaction; false when none waits. An error of the work undoes what ran.
     bool runOne() {
         if (waiting_.empty()) return false;
-        if (run_.empty()) {
-            if (auto begun = store_.beginTransaction(); !begun) return fail(begun.error()), true;
-        }
+        if (run_.empty()) static_cast<void>(store_.beginTransaction());
         auto job = std::move(waiting_.front());
         waiting_.pop_front();
-        auto done = job.work(store_);
+        const auto done = job.work(store_);
         run_.push_back(std::move(job.end));
-        if (!done) fail(done.error());
+        if (done) return true;
+        store_.rollBack();
+        report(done);
         return true;
     }
 
-    /// Commits what ran and reports it; false when nothing did.
-    bool commit() {
-        if (run_.empty()) return false;
-        report(store_.commitTransaction());
-        return true;
-    }
-
-    /// Undoes what ran and reports it as failed. When nothing did, the next work fails without having run.
-    void fail(const StoreError& error = {"the disk is full"}) {
-        store_.rollBack();
-        if (run_.empty() && !waiting_.empty()) {
-            run_.push_back(std::move(waiting_.front().end));
-            waiting_.pop_front();
-        }
-        report(std::unexpected(error));
-    }
-
-    /// The process dies: what ran is undone, and nothing is ever reported.
-    void crash() {
-        store_.rollBack();
-        run_.clear();
-        waiting_.clear();
+    /// Commits what ran and reports it.
+    void commit() {
+        if (!run_.empty()) report(store_.commitTransaction());
     }
 
     /// Runs and commits, each work on its own, until nothing waits.

@@ -18,6 +18,7 @@ std::string folderOf(const std::string& path) {
 } // namespace
 
 FileResult<void> MemoryFileSystem::createDirectories(const std::string& path) {
+    if (const auto failed = faultOf("createDirectories")) return failure(*failed, path);
     for (auto end = path.find('/', 1);; end = path.find('/', end + 1)) {
         folders_.insert(path.substr(0, end));
         if (end == std::string::npos) return {};
@@ -25,6 +26,7 @@ FileResult<void> MemoryFileSystem::createDirectories(const std::string& path) {
 }
 
 FileResult<std::vector<std::string>> MemoryFileSystem::listFiles(const std::string& directory) {
+    if (const auto failed = faultOf("listFiles")) return failure(*failed, directory);
     if (!folders_.contains(directory)) return failure(FileFault::notFound, directory);
     std::vector<std::string> names;
     for (const auto& [path, file] : names_) {
@@ -36,20 +38,23 @@ FileResult<std::vector<std::string>> MemoryFileSystem::listFiles(const std::stri
 }
 
 FileResult<std::string> MemoryFileSystem::readFile(const std::string& path) {
+    if (const auto failed = faultOf("readFile")) return failure(*failed, path);
     const auto found = names_.find(path);
     if (found == names_.end()) return failure(FileFault::notFound, path);
     return found->second->bytes;
 }
 
 FileResult<void> MemoryFileSystem::writeFile(const std::string& path, std::string_view bytes) {
-    if (!folders_.contains(folderOf(path))) return failure(FileFault::notFound, path);
+    const auto failed = faultOf("writeFile");
+    if (!folders_.contains(folderOf(path))) return failure(failed.value_or(FileFault::notFound), path);
     auto& file = names_[path];
     if (!file) file = std::make_shared<File>();
-    file->bytes = bytes;
-    return {};
+    file->bytes = bytes.substr(0, failed ? bytes.size() / 2 : bytes.size());
+    return failed ? failure(*failed, path) : FileResult<void>{};
 }
 
 FileResult<void> MemoryFileSystem::syncFile(const std::string& path) {
+    if (const auto failed = faultOf("syncFile")) return failure(*failed, path);
     const auto found = names_.find(path);
     if (found == names_.end()) return failure(FileFault::notFound, path);
     found->second->durable = found->second->bytes;
@@ -57,6 +62,7 @@ FileResult<void> MemoryFileSystem::syncFile(const std::string& path) {
 }
 
 FileResult<void> MemoryFileSystem::syncDirectory(const std::string& path) {
+    if (const auto failed = faultOf("syncDirectory")) return failure(*failed, path);
     if (!folders_.contains(path)) return failure(FileFault::notFound, path);
     const auto isInside = [&](const auto& entry) { return folderOf(entry.first) == path; };
     std::erase_if(durableNames_, isInside);
@@ -65,6 +71,7 @@ FileResult<void> MemoryFileSystem::syncDirectory(const std::string& path) {
 }
 
 FileResult<void> MemoryFileSystem::rename(const std::string& from, const std::string& to) {
+    if (const auto failed = faultOf("rename")) return failure(*failed, from);
     const auto found = names_.find(from);
     if (found == names_.end()) return failure(FileFault::notFound, from);
     auto file = found->second;
@@ -74,6 +81,7 @@ FileResult<void> MemoryFileSystem::rename(const std::string& from, const std::st
 }
 
 FileResult<void> MemoryFileSystem::removeFile(const std::string& path) {
+    if (const auto failed = faultOf("removeFile")) return failure(*failed, path);
     return names_.erase(path) > 0 ? FileResult<void>{} : failure(FileFault::notFound, path);
 }
 
@@ -83,48 +91,6 @@ void MemoryFileSystem::crash(std::size_t tornBytes) {
         if (file->bytes != file->durable) file->durable = file->bytes.substr(0, tornBytes);
         file->bytes = file->durable;
     }
-}
-
-template <class Call>
-std::invoke_result_t<Call> FaultyFileSystem::passed(std::string_view name, const std::string& path, Call call) {
-    if (const auto fault = fault_(name, path)) return failure(*fault, path);
-    return call();
-}
-
-FileResult<void> FaultyFileSystem::createDirectories(const std::string& path) {
-    return passed("createDirectories", path, [&] { return files_.createDirectories(path); });
-}
-
-FileResult<std::vector<std::string>> FaultyFileSystem::listFiles(const std::string& directory) {
-    return passed("listFiles", directory, [&] { return files_.listFiles(directory); });
-}
-
-FileResult<std::string> FaultyFileSystem::readFile(const std::string& path) {
-    return passed("readFile", path, [&] { return files_.readFile(path); });
-}
-
-FileResult<void> FaultyFileSystem::writeFile(const std::string& path, std::string_view bytes) {
-    if (const auto fault = fault_("writeFile", path)) {
-        static_cast<void>(files_.writeFile(path, bytes.substr(0, bytes.size() / 2)));
-        return failure(*fault, path);
-    }
-    return files_.writeFile(path, bytes);
-}
-
-FileResult<void> FaultyFileSystem::syncFile(const std::string& path) {
-    return passed("syncFile", path, [&] { return files_.syncFile(path); });
-}
-
-FileResult<void> FaultyFileSystem::syncDirectory(const std::string& path) {
-    return passed("syncDirectory", path, [&] { return files_.syncDirectory(path); });
-}
-
-FileResult<void> FaultyFileSystem::rename(const std::string& from, const std::string& to) {
-    return passed("rename", from, [&] { return files_.rename(from, to); });
-}
-
-FileResult<void> FaultyFileSystem::removeFile(const std::string& path) {
-    return passed("removeFile", path, [&] { return files_.removeFile(path); });
 }
 
 } // namespace lumaro

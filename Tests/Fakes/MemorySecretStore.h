@@ -39,8 +39,6 @@ public:
         return items.erase(address) != 0 ? SecretStatus::success : SecretStatus::itemNotFound;
     }
 
-    void askAgain() override { ++askedAgain; }
-
     std::map<SecretAddress, std::string> items;
     /// Every call answers it, such as `SecretStatus::locked`.
     std::optional<SecretStatus> refusal;
@@ -48,7 +46,6 @@ public:
     std::function<std::optional<SecretStatus>(std::string_view call, const SecretAddress& address)> fault;
     /// All calls there ever were, as "query joinToken".
     std::vector<std::string> calls;
-    int askedAgain = 0;
 
 private:
     std::optional<SecretStatus> faultOf(std::string_view call, const SecretAddress& address) {

@@ -8,16 +8,14 @@
 #include <functional>
 #include <map>
 #include <optional>
-#include <set>
 #include <string>
-#include <tuple>
 #include <utility>
 #include <vector>
 
 namespace lumaro {
 
-/// The store in memory. What a transaction has changed is undone by `rollBack`, which is also what a crash before the
-/// commit does. Without a transaction every call is durable at once.
+/// The store in memory, without media. What a transaction has changed is undone by `rollBack`, which is also what a
+/// crash before the commit does. Without a transaction every call is durable at once.
 class MemoryStore final : public TransactionalStore {
 public:
     /// Whether the call with this name fails now, with nothing done: that of a method, e.g. "commitTransaction".
@@ -47,11 +45,12 @@ public:
     StoreResult<void> useCode(std::string_view digits) override;
     StoreResult<void> addWrongCode(std::string_view origin, Instant at) override;
     StoreResult<WrongCodes> wrongCodes(std::string_view origin, Instant since) override;
-    StoreResult<std::optional<MediaRecord>> media(std::string_view coupleId, const UUID& id) override;
-    StoreResult<std::size_t> mediaBytes(std::string_view coupleId) override;
-    StoreResult<void> putMedia(std::string_view coupleId, const UUID& id, const MediaRecord& record,
-                               std::string_view bytes, Instant at) override;
-    StoreResult<std::optional<std::string>> readMedia(std::string_view coupleId, const UUID& id) override;
+    StoreResult<std::optional<MediaRecord>> media(std::string_view, const UUID&) override { return noMedia(); }
+    StoreResult<std::size_t> mediaBytes(std::string_view) override { return noMedia(); }
+    StoreResult<void> putMedia(std::string_view, const UUID&, const MediaRecord&, std::string_view, Instant) override {
+        return noMedia();
+    }
+    StoreResult<std::optional<std::string>> readMedia(std::string_view, const UUID&) override { return noMedia(); }
     StoreResult<bool> sweep(Instant now) override;
 
 private:
@@ -61,43 +60,23 @@ private:
         std::int64_t version = 0;
         Members members;
         LastSeen lastSeen;
+        std::vector<std::pair<UUID, Instant>> batches; ///< in the order of their commits
+        std::map<UUID, Instant> buried;                ///< when tombstones were stored
     };
-    struct Batch {
-        std::uint64_t place = 0; ///< in the order of commits
-        Instant at;
+    struct Tables {
+        std::map<std::string, Couple, std::less<>> couples;
+        std::map<std::string, LinkRecord, std::less<>> links;
+        std::map<std::string, CodeRecord, std::less<>> codes;
+        std::vector<std::pair<std::string, Instant>> wrongCodes;
     };
-    struct Medium {
-        MediaRecord record;
-        std::string bytes;
-        std::optional<Instant> unnamedSince;
-    };
-    using OfCouple = std::pair<std::string, UUID>;
 
+    static std::unexpected<StoreError> noMedia() { return std::unexpected(StoreError{"no media in memory"}); }
     StoreResult<void> failing(std::string_view call) const;
-    const Couple* find(std::string_view coupleId) const;
-    std::vector<UUID> recentBatches(const std::string& coupleId) const;
-    void storeChange(const std::string& coupleId, Board& board, const BoardChange& change, Instant at);
-    void noteNamedMedia(const std::string& coupleId, const std::set<UUID>& before, const Board& after, Instant at);
+    Couple* find(std::string_view coupleId);
     void removeCouple(const std::string& coupleId);
 
-    /// Changes a table so that the change can be undone; nothing stands for no entry. The arguments may be parts of the
-    /// table.
-    template <class Table>
-    void put(Table& table, typename Table::key_type key, std::optional<typename Table::mapped_type> value);
-    template <class Table, class Goes>
-    void removeWhere(Table& table, Goes goes);
-
-    std::map<std::string, Couple, std::less<>> couples_;
-    std::map<OfCouple, Batch> batches_;
-    std::map<OfCouple, Instant> buried_; ///< when tombstones were stored
-    std::map<std::string, LinkRecord, std::less<>> links_;
-    std::map<std::string, CodeRecord, std::less<>> codes_;
-    std::map<std::uint64_t, std::pair<std::string, Instant>> wrongCodes_;
-    std::map<OfCouple, Medium> media_;
-
-    std::uint64_t nextPlace_ = 0;
-    bool isInTransaction_ = false;
-    std::vector<std::move_only_function<void()>> undo_;
+    Tables tables_;
+    std::optional<Tables> before_; ///< as the transaction found them
     Fault fault_;
 };
 

@@ -13,7 +13,7 @@ namespace {
 
 class ProfileTest : public testing::Test {
 protected:
-    Profile opened() { return Profile::open(files_, ids_, "/home/bo/lumaro").value(); }
+    Profile opened() { return Profile::open(disk_, ids_, "/home/bo/lumaro").value(); }
     Profile paired() {
         auto profile = opened();
         EXPECT_TRUE(profile.createFolder() && profile.nameDevice() &&
@@ -22,10 +22,6 @@ protected:
     }
 
     MemoryFileSystem disk_;
-    std::optional<std::string> failing_; ///< the call that finds no room
-    FaultyFileSystem files_{disk_, [this](std::string_view call, const std::string&) {
-                                return call == failing_ ? std::optional{FileFault::noSpace} : std::nullopt;
-                            }};
     CountingUUIDs ids_;
     CoupleToken token_ = CoupleToken::parse("lm1.abc.b.hush7").value();
     const Board board_ = samples::typicalBoard();
@@ -61,12 +57,14 @@ TEST_F(ProfileTest, IsTheOldOneOrTheNewOneWhenTheDiskIsFullOrThePowerGoes) {
     auto profile = paired();
     ASSERT_TRUE(profile.saveBoard("abc", board_));
     for (const char* call : {"writeFile", "syncFile", "rename", "syncDirectory"}) {
-        failing_ = call;
+        disk_.fault = [call](std::string_view now) {
+            return now == call ? std::optional{FileFault::noSpace} : std::nullopt;
+        };
         const auto saved = profile.saveBoard("abc", Board{});
         ASSERT_FALSE(saved) << call;
         EXPECT_EQ(saved.error().status, ExitStatus::inOut);
         EXPECT_NE(saved.error().message.find("the disk is full"), std::string::npos) << saved.error().message;
-        failing_.reset();
+        disk_.fault = nullptr;
         disk_.crash(5);
         EXPECT_EQ(opened().lastKnownBoard("abc"), board_) << call;
         EXPECT_EQ(opened().token(), token_) << call;

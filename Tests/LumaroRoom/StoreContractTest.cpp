@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// What every store promises, held by the one on the disk and by the one in memory.
+// What every store promises, held by the one on the disk and, but for media, by the one in memory.
 #include "Tests/Fakes/MemoryStore.h"
 #include "Tests/LumaroRoom/StoreFixture.h"
 
@@ -67,7 +67,6 @@ TYPED_TEST(StoreContract, AnUnknownCoupleHasNothingAndChangesNothing) {
     EXPECT_FALSE(store.putDevice("bo", device("d", PartnerID::a)));
     EXPECT_FALSE(store.putLink({"i", "bo", PartnerID::a, noon, false}));
     EXPECT_FALSE(store.putCode({"000000", "bo", PartnerID::a, noon, false}, noon));
-    EXPECT_FALSE(store.putMedia("bo", numberedId(1), {}, "x", noon));
     EXPECT_FALSE(store.couple("bo")->has_value());
 }
 
@@ -150,7 +149,6 @@ TYPED_TEST(StoreContract, AnyBatchesLeaveTheBoardsOfTheRules) {
 
 TYPED_TEST(StoreContract, ATransactionThatIsRolledBackLeavesNothing) {
     auto& store = this->store();
-    this->putMedia(1, "abc");
     ASSERT_TRUE(store.putCode({"111111", "kai", PartnerID::a, noon + 1h, false}, noon));
     ASSERT_TRUE(store.putLink({"link", "kai", PartnerID::a, noon + 1h, false}));
     this->commitAll();
@@ -159,12 +157,11 @@ TYPED_TEST(StoreContract, ATransactionThatIsRolledBackLeavesNothing) {
     ASSERT_TRUE(store.putDevice("kai", device("d", PartnerID::a)) && store.setName("kai", PartnerID::a, "Kai"));
     ASSERT_TRUE(store.createCouple(coupleNamed("bo")) && store.setLastSeen("kai", PartnerID::b, noon));
     ASSERT_TRUE(store.useCode("111111") && store.replaceLinks("kai") && store.addWrongCode("ip", noon));
-    this->putMedia(2, "defg");
     store.rollBack();
     this->begin();
     EXPECT_EQ(this->room().board, before.board);
     EXPECT_EQ(this->room().members, before.members);
-    EXPECT_FALSE(store.lastSeen("kai")->b || store.couple("bo")->has_value() || this->hasMedia(2));
+    EXPECT_FALSE(store.lastSeen("kai")->b || store.couple("bo")->has_value());
     EXPECT_FALSE(store.code("111111").value()->isUsed || store.link("link").value()->isReplaced);
     EXPECT_EQ(store.wrongCodes("ip", noon)->ofAll, 0U);
     EXPECT_EQ(this->commit(putUp("kai", 0, 1, {note(1, "a")})), CommitOutcome::stored);
@@ -244,50 +241,6 @@ TYPED_TEST(StoreContract, WrongCodesAreCountedByOriginAndInAllAndForgottenAfterA
     EXPECT_EQ(counted("x", noon), (std::pair{std::size_t{1}, std::size_t{1}}));
 }
 
-TYPED_TEST(StoreContract, MediaAreWrittenOnceAndWeighed) {
-    auto& store = this->store();
-    const std::string bytes{"\x89PNG\0\xff", 6};
-    Store::MediaRecord record{bytes.size(), {}, "image/png"};
-    record.digest.fill(7);
-    ASSERT_TRUE(store.putMedia("kai", numberedId(1), record, bytes, noon));
-    this->putMedia(1, "other");
-    this->putMedia(2, "four");
-    EXPECT_EQ(store.readMedia("kai", numberedId(1)).value(), bytes);
-    EXPECT_EQ(store.media("kai", numberedId(1)).value()->digest, record.digest);
-    EXPECT_EQ(store.media("kai", numberedId(1)).value()->contentType, "image/png");
-    EXPECT_EQ(store.mediaBytes("kai"), 10U);
-    EXPECT_EQ(store.readMedia("bo", numberedId(1)).value(), std::nullopt);
-    EXPECT_EQ(store.mediaBytes("bo"), 0U);
-}
-
-TYPED_TEST(StoreContract, MediaThatNothingNamesGoAfterThirtyDays) {
-    for (const std::uint64_t id : {1, 2, 3, 4}) this->putMedia(id, "x");
-    auto at = [](Commit commit, Instant when) {
-        commit.at = when;
-        return commit;
-    };
-    ASSERT_EQ(this->commit(putUp("kai", 0, 1, {photo(1, 1), photo(2, 2), photo(3, 3), photo(5, 5)})),
-              CommitOutcome::stored);
-    this->putMedia(5, "came after what names it");
-    auto down = at(putUp("kai", 1, 2, {}), noon + 24h);
-    down.change.removed = this->ids({1});
-    ASSERT_EQ(this->commit(down), CommitOutcome::stored);
-    ASSERT_EQ(this->commit(at(putUp("kai", 2, 3, {photo(2, 9), photo(6, 3)}), noon + 48h)), CommitOutcome::stored);
-    ASSERT_EQ(this->commit(at(putUp("kai", 3, 4, {note(3, "3 is still named by 6")}), noon)), CommitOutcome::stored);
-    const std::pair<Instant, std::vector<std::uint64_t>> days[] = {
-        {noon + graceTime - 1us, {1, 2, 3, 4, 5}},
-        {noon + graceTime, {1, 2, 3, 5}},
-        {noon + graceTime + 24h, {2, 3, 5}},
-        {noon + graceTime * 9, {3, 5}},
-    };
-    for (const auto& [now, left] : days) {
-        this->sweepAll(now);
-        for (const std::uint64_t id : {1, 2, 3, 4, 5}) {
-            EXPECT_EQ(this->hasMedia(id), std::ranges::find(left, id) != left.end()) << id << " " << left.size();
-        }
-    }
-}
-
 TYPED_TEST(StoreContract, BatchesAndTombstonesAreKeptFourHundredDays) {
     for (std::uint64_t i = 1; i <= 700; ++i) {
         auto commit = putUp("kai", static_cast<std::int64_t>(i) - 1, i, {});
@@ -311,7 +264,7 @@ TYPED_TEST(StoreContract, WaysInAndEmptyCouplesGoWhenTheirTimeIsUp) {
     ASSERT_TRUE(store.putLink({"link", "bo", PartnerID::a, noon, false}));
     ASSERT_TRUE(store.putCode({"111111", "bo", PartnerID::a, noon, false}, noon));
     ASSERT_EQ(this->commit(putUp("bo", 0, 1, {note(1, "a")})), CommitOutcome::stored);
-    ASSERT_TRUE(store.putMedia("bo", numberedId(2), {}, "x", noon) && store.removeDevice("bo", "d", noon + 1h));
+    ASSERT_TRUE(store.removeDevice("bo", "d", noon + 1h));
     this->sweepAll(noon + codeMemory - 1us);
     EXPECT_TRUE(store.code("111111")->has_value());
     this->sweepAll(noon + graceTime - 1us);
@@ -325,7 +278,69 @@ TYPED_TEST(StoreContract, WaysInAndEmptyCouplesGoWhenTheirTimeIsUp) {
     EXPECT_TRUE(store.couple("kai")->has_value()) << "never had a device, and so was never left";
     ASSERT_TRUE(store.createCouple(coupleNamed("bo")));
     EXPECT_TRUE(this->room("bo").board.items.empty() && this->room("bo").recentBatches.empty());
+}
+
+// Media are kept on the disk alone.
+using StoredMedia = StoreContract<OnDisk>;
+
+TEST_F(StoredMedia, MediaAreWrittenOnceAndWeighed) {
+    auto& store = this->store();
+    const std::string bytes{"\x89PNG\0\xff", 6};
+    Store::MediaRecord record{bytes.size(), {}, "image/png"};
+    record.digest.fill(7);
+    ASSERT_TRUE(store.putMedia("kai", numberedId(1), record, bytes, noon));
+    putMedia(1, "other");
+    putMedia(2, "four");
+    EXPECT_EQ(store.readMedia("kai", numberedId(1)).value(), bytes);
+    EXPECT_EQ(store.media("kai", numberedId(1)).value()->digest, record.digest);
+    EXPECT_EQ(store.media("kai", numberedId(1)).value()->contentType, "image/png");
+    EXPECT_EQ(store.mediaBytes("kai"), 10U);
+    EXPECT_EQ(store.readMedia("bo", numberedId(1)).value(), std::nullopt);
     EXPECT_EQ(store.mediaBytes("bo"), 0U);
+    EXPECT_FALSE(store.putMedia("bo", numberedId(1), {}, "x", noon));
+    commitAll();
+    putMedia(3, "undone");
+    store.rollBack();
+    begin();
+    EXPECT_FALSE(hasMedia(3));
+}
+
+TEST_F(StoredMedia, MediaThatNothingNamesGoAfterThirtyDays) {
+    for (const std::uint64_t id : {1, 2, 3, 4}) putMedia(id, "x");
+    auto at = [](Commit commit, Instant when) {
+        commit.at = when;
+        return commit;
+    };
+    ASSERT_EQ(commit(putUp("kai", 0, 1, {photo(1, 1), photo(2, 2), photo(3, 3), photo(5, 5)})), CommitOutcome::stored);
+    putMedia(5, "came after what names it");
+    auto down = at(putUp("kai", 1, 2, {}), noon + 24h);
+    down.change.removed = ids({1});
+    ASSERT_EQ(commit(down), CommitOutcome::stored);
+    ASSERT_EQ(commit(at(putUp("kai", 2, 3, {photo(2, 9), photo(6, 3)}), noon + 48h)), CommitOutcome::stored);
+    ASSERT_EQ(commit(at(putUp("kai", 3, 4, {note(3, "3 is still named by 6")}), noon)), CommitOutcome::stored);
+    const std::pair<Instant, std::vector<std::uint64_t>> days[] = {
+        {noon + graceTime - 1us, {1, 2, 3, 4, 5}},
+        {noon + graceTime, {1, 2, 3, 5}},
+        {noon + graceTime + 24h, {2, 3, 5}},
+        {noon + graceTime * 9, {3, 5}},
+    };
+    for (const auto& [now, left] : days) {
+        sweepAll(now);
+        for (const std::uint64_t id : {1, 2, 3, 4, 5}) {
+            EXPECT_EQ(hasMedia(id), std::ranges::find(left, id) != left.end()) << id << " " << left.size();
+        }
+    }
+}
+
+TEST_F(StoredMedia, MediaGoWithTheirCouple) {
+    putMedia(1, "x");
+    ASSERT_EQ(commit(putUp("kai", 0, 1, {photo(1, 1)})), CommitOutcome::stored);
+    ASSERT_TRUE(store().putDevice("kai", device("d", PartnerID::a)) && store().removeDevice("kai", "d", noon));
+    sweepAll(noon + graceTime - 1us);
+    EXPECT_EQ(store().mediaBytes("kai"), 1U);
+    sweepAll(noon + graceTime);
+    ASSERT_TRUE(store().createCouple(coupleNamed("kai")));
+    EXPECT_EQ(store().mediaBytes("kai"), 0U);
 }
 
 } // namespace

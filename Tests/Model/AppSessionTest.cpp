@@ -10,6 +10,9 @@ namespace {
 
 class AppSessionTest : public testing::Test, protected AppFixture {
 protected:
+    void TearDown() override {
+        for (const auto& line : log.lines) EXPECT_EQ(line.find("nbswy3dpo5xxe3de"), std::string::npos) << line;
+    }
     bool hasKeychain(std::string_view account) const {
         return keyring.items.contains({std::string{keychainService}, std::string{account}});
     }
@@ -46,25 +49,6 @@ TEST_F(AppSessionTest, LaunchAtLoginIsOfferedOnceEvenWhenItFails) {
     rebuild();
     start();
     EXPECT_EQ(loginItem.attempts, 1);
-}
-
-TEST_F(AppSessionTest, AKeychainThatStaysShutIsReadFiveTimesAndThenOnRequest) {
-    keyring.refusal = SecretStatus::locked;
-    start();
-    for (int pause = 0; pause < 8; ++pause) pass(Seconds{2});
-    EXPECT_EQ(std::ranges::count(keyring.calls, "query joinToken"), 5);
-    EXPECT_TRUE(hasLogged("app: restoreSession: keychain read failed (OSStatus -25308), attempt 5"));
-    EXPECT_TRUE(hasLogged("app: restoreSession: the keychain would not open; waiting to be asked again"));
-    EXPECT_TRUE(state().keychainLocked);
-    EXPECT_TRUE(http.requests.empty()) << "a locked keychain is no first run";
-
-    keyring.refusal.reset();
-    keyring.items[{std::string{keychainService}, "joinToken"}] = token;
-    app->retryKeychain();
-    pass(Seconds{1});
-    EXPECT_FALSE(state().keychainLocked);
-    ASSERT_TRUE(state().token);
-    EXPECT_TRUE(hasLogged("app: connect: client created for lm1.q3m7xk2p.a.••••"));
 }
 
 TEST_F(AppSessionTest, EveryRowOfTheSessionsStatesIsTold) {
@@ -236,13 +220,6 @@ TEST_F(AppSessionTest, ABoardIsThereAgainBeforeTheRoomSpeaks) {
     start();
     EXPECT_EQ(app->board().items.size(), 1U);
     EXPECT_EQ(state().board.items.size(), 1U);
-}
-
-TEST_F(AppSessionTest, TheTokenStandsInNoLog) {
-    goOnBoard();
-    app->leaveBoard();
-    background.runAll();
-    for (const auto& line : log.lines) EXPECT_EQ(line.find("nbswy3dpo5xxe3de"), std::string::npos) << line;
 }
 
 } // namespace

@@ -26,12 +26,12 @@ const Board butter = board(BackgroundID::butter);
 
 class BoardStoreTest : public StorageFixture {
 protected:
-    void start() { store_.emplace(folder, BoardStore::Ports{files_, sleeper_, background_, log_}); }
+    void start() { store_.emplace(folder, BoardStore::Ports{disk_, sleeper_, background_, log_}); }
     void restartWithoutPower() {
         store_.reset();
         background_.runAll();
         disk_.crash();
-        fault_ = nullptr;
+        disk_.fault = nullptr;
         start();
     }
 
@@ -86,7 +86,7 @@ TEST_F(BoardStoreTest, WhatIsNoBoardIsSetAsideAndWhatCannotBeReadStays) {
     failAt("readFile", FileFault::inOut);
     EXPECT_EQ(store_->load("abc"), std::nullopt);
     EXPECT_TRUE(log_.lines.back().starts_with("store: the board snapshot cannot be read")) << log_.lines.back();
-    fault_ = nullptr;
+    disk_.fault = nullptr;
     EXPECT_EQ(store_->load("abc"), sage);
 }
 
@@ -103,16 +103,16 @@ TEST_F(BoardStoreTest, AFullDiskIsToldOnceAndTheNextChangeOrTheEndTriesAgain) {
     EXPECT_EQ(change(oat), 1U);
     EXPECT_EQ(change(sage), 1U);
     EXPECT_EQ(disk_.listFiles(folder)->size(), 0U) << "nothing half written takes up room";
-    fault_ = nullptr;
+    disk_.fault = nullptr;
     EXPECT_EQ(change(butter), 1U);
     failAt("syncFile", FileFault::noSpace);
     EXPECT_EQ(change(oat), 2U);
-    fault_ = nullptr;
+    disk_.fault = nullptr;
     restartWithoutPower();
     EXPECT_EQ(store_->load("abc"), oat);
     store_->save("abc", sage);
     sleeper_.advance(250ms);
-    fault_ = [isFull = true](std::string_view, const std::string&) mutable {
+    disk_.fault = [isFull = true](std::string_view) mutable {
         return std::exchange(isFull, false) ? std::optional{FileFault::noSpace} : std::nullopt;
     };
     restartWithoutPower();

@@ -11,12 +11,8 @@ namespace {
 using namespace std::chrono_literals;
 using samples::noon;
 
-class EditorModelTest : public testing::Test {
+class EditorModelTest : public EditorTest {
 protected:
-    Person person_{PartnerID::a, deskBoard()};
-    EditorModel& editor_ = person_.editor;
-    FakeDesk& desk_ = person_.desk;
-
     void type(std::string_view text) { EXPECT_TRUE(editor_.changeText(pm::docOfLines(text))); }
     const BoardItem& inHand() { return (shown_ = editor_.draft()->items()).front(); }
     void draw(Point from, Point to) {

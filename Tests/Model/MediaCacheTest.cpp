@@ -21,7 +21,7 @@ std::string picture(std::size_t bytes = 100) {
 
 class MediaCacheTest : public StorageFixture {
 protected:
-    void start(std::uint64_t limit = 300) { cache_.emplace(files_, folder_, limit); }
+    void start(std::uint64_t limit = 300) { cache_.emplace(disk_, folder_, limit); }
     void put(const Ids& ids) {
         for (const auto id : ids) EXPECT_TRUE(cache_->put(numberedId(id), picture()));
     }
@@ -117,7 +117,7 @@ TEST_F(MediaCacheTest, APutThatIsCutShortAnywhereLeavesAWholePictureOrNone) {
         start();
         const auto stored = cache_->putForUpload(numberedId(1), picture(), "abc");
         EXPECT_EQ(stored.has_value(), calls == 10) << "five calls for the picture and five for its mark";
-        fault_ = nullptr;
+        disk_.fault = nullptr;
         disk_.crash(50);
         start();
         EXPECT_EQ(cache_->has(numberedId(1)), calls >= 5) << calls;

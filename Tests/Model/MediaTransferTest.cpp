@@ -28,7 +28,7 @@ protected:
     MediaTransferTest() { start(); }
     void start() {
         transfer_.reset();
-        cache_.emplace(files_, "/home/bo/media");
+        cache_.emplace(disk_, "/home/bo/media");
         transfer_.emplace(CoupleEndpoints{"https://board.example", token_.coupleId}, token_, *cache_,
                           MediaTransfer::Ports{http_, sleeper_, background_, log_}, *this);
         background_.runAll();

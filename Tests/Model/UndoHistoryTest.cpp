@@ -10,12 +10,8 @@ using samples::numberedId;
 
 constexpr EditorFault changedSince = UndoFault::changedSince;
 
-class UndoHistoryTest : public testing::Test {
+class UndoHistoryTest : public EditorTest {
 protected:
-    Person person_{PartnerID::a, deskBoard()};
-    EditorModel& editor_ = person_.editor;
-    FakeDesk& desk_ = person_.desk;
-
     const Board& board() { return desk_.board(); }
     Hand partner() { return person_.partnerHand(); }
     void partnerDraws(const UUID& on) {

@@ -96,11 +96,11 @@ TEST_F(DurableOutboxTest, ARefusedBatchLeavesNoTrace) {
             MemoryFileSystem disk;
             int calls = 0;
             bool isArmed = false;
-            FaultyFileSystem files{disk, [&](std::string_view call, const std::string&) {
-                                       const bool fails = isArmed && call != "removeFile" && calls++ == failing;
-                                       return fails ? std::optional{fault} : std::nullopt;
-                                   }};
-            auto outbox = open(files);
+            disk.fault = [&](std::string_view call) {
+                const bool fails = isArmed && call != "removeFile" && calls++ == failing;
+                return fails ? std::optional{fault} : std::nullopt;
+            };
+            auto outbox = open(disk);
             ASSERT_TRUE(outbox.append(painted(), numberedId(1), noon));
             isArmed = true;
             const auto refused = outbox.append(painted(), numberedId(2), noon);
@@ -124,14 +124,14 @@ TEST_F(DurableOutboxTest, WhatWasAcceptedSurvivesThePowerGoingAtAnyCall) {
     for (int round = 0; round < 400; ++round) {
         MemoryFileSystem disk;
         int untilLoss = samples::pick(random, 3, 60);
-        FaultyFileSystem files{disk, [&](std::string_view, const std::string&) -> std::optional<FileFault> {
-                                   if (untilLoss-- == 0) throw PowerLoss{};
-                                   return std::nullopt;
-                               }};
+        disk.fault = [&](std::string_view) -> std::optional<FileFault> {
+            if (untilLoss-- == 0) throw PowerLoss{};
+            return std::nullopt;
+        };
         std::map<UUID, std::int64_t> accepted;
         std::set<UUID> optional; // in doubt when the power went, or acknowledged
         try {
-            auto outbox = open(files);
+            auto outbox = open(disk);
             for (std::uint64_t i = 1; i <= 15; ++i) {
                 optional.insert(numberedId(i));
                 accepted[numberedId(i)] = outbox.append(painted(), numberedId(i), noon)->sequence;
@@ -145,6 +145,7 @@ TEST_F(DurableOutboxTest, WhatWasAcceptedSurvivesThePowerGoingAtAnyCall) {
         } catch (const PowerLoss&) {
             ++losses;
         }
+        disk.fault = nullptr;
         disk.crash(samples::pick(random, std::size_t{0}, std::size_t{40}));
         std::map<UUID, std::int64_t> found;
         const auto outbox = open(disk);

@@ -17,13 +17,18 @@ namespace lumaro {
 /// A device's surroundings, in the hands of the test.
 class SyncFixture : public testing::Test {
 protected:
+    SyncFixture() {
+        disk_.fault = [this](std::string_view call) {
+            return call == "writeFile" || call == "removeFile" ? fault_ : std::nullopt;
+        };
+    }
     static constexpr std::string_view folder = "/home/bo/outbox";
 
     void TearDown() override {
         for (const auto& line : log_.lines) EXPECT_EQ(line.find(token_.secret), std::string::npos) << line;
     }
 
-    DurableOutbox outbox() { return DurableOutbox::open(files_, ids_, std::string{folder}).value(); }
+    DurableOutbox outbox() { return DurableOutbox::open(disk_, ids_, std::string{folder}).value(); }
     SyncClient::Ports ports() { return {network_, http_, sleeper_, clock_, log_}; }
     static std::vector<Op> painted(BackgroundID paper = BackgroundID::sage) { return {{SetBackground{paper}}}; }
     static std::string ack(const UUID& id) { return R"({"v":1,"type":"ack","batchId":")" + id.upperString() + R"("})"; }
@@ -31,9 +36,6 @@ protected:
 
     MemoryFileSystem disk_;
     std::optional<FileFault> fault_; ///< of every call that writes or removes
-    FaultyFileSystem files_{disk_, [this](std::string_view call, const std::string&) {
-                                return call == "writeFile" || call == "removeFile" ? fault_ : std::nullopt;
-                            }};
     CountingUUIDs ids_{1000};
     FakeNetwork network_;
     ScriptedHttpClient http_;

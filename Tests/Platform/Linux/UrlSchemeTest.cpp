@@ -1,23 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Platform/Linux/UrlScheme.h"
 
-#include "Platform/Posix/PosixFileSystem.h"
 #include "Tests/Fakes/MemoryFileSystem.h"
-#include "Tests/Platform/Linux/PrivateBus.h"
-
-#include <filesystem>
-#include <fstream>
+#include "Tests/Platform/Linux/HomeTest.h"
 
 namespace lumaro {
 namespace {
 
-class UrlSchemeTest : public BusTest {
+class UrlSchemeTest : public HomeTest {
 protected:
-    void write(const std::string& name, const std::string& text) const {
-        std::filesystem::create_directories(std::filesystem::path{path(name)}.parent_path());
-        std::ofstream{path(name)} << text;
-    }
-    std::string read(const std::string& name) { return files_.readFile(path(name)).value_or(""); }
     void claim() { EXPECT_TRUE(scheme_.claim()); }
 
     // What a desktop does when somebody clicks a link.
@@ -25,19 +16,15 @@ protected:
         EXPECT_EQ(QProcess::execute(QStringLiteral("gio"), {QStringLiteral("open"), QString::fromStdString(link)}), 0);
     }
 
-    PosixFileSystem files_;
     // The test's own bus has the folder itself for both.
     UrlScheme scheme_{files_, {path("."), path("."), {path("usr")}}, {path("lu maro"), "--profile", "100%"}};
 };
 
 TEST_F(UrlSchemeTest, ADesktopOpensALinkWithThisProgram) {
-    write("lu maro", "#!/bin/sh\nprintf '%s\\n' \"$@\" > '" + path("part") + "' && mv '" + path("part") + "' '" +
-                         path("heard") + "'\n");
-    std::filesystem::permissions(path("lu maro"), std::filesystem::perms::owner_all);
+    writeProgram("lu maro", "heard");
     claim();
     open("lumaro://join-invite?i=abcd_efgh-1234");
-    waitUntil([&] { return std::filesystem::exists(path("heard")); });
-    EXPECT_EQ(read("heard"), "--profile\n100%\nlumaro://join-invite?i=abcd_efgh-1234\n");
+    EXPECT_EQ(heard("heard"), "--profile\n100%\nlumaro://join-invite?i=abcd_efgh-1234\n");
 }
 
 TEST_F(UrlSchemeTest, WhatElseAPersonOpensWithWhatStaysAsItIs) {
@@ -69,14 +56,12 @@ TEST_F(UrlSchemeTest, AnInstalledEntryHasTheLinks) {
 }
 
 TEST_F(UrlSchemeTest, AListThatCannotBeReadIsNotWrittenOver) {
-    write("mimeapps.list", "[Default Applications]\n");
-    FaultyFileSystem broken{files_, [](auto call, const auto&) {
-                                return call == std::string_view{"readFile"} ? std::optional{FileFault::inOut}
-                                                                            : std::nullopt;
-                            }};
-    UrlScheme scheme{broken, {path("."), path("."), {}}, {path("lumaro")}};
-    EXPECT_FALSE(scheme.claim());
-    EXPECT_EQ(read("mimeapps.list"), "[Default Applications]\n");
+    MemoryFileSystem disk;
+    ASSERT_TRUE(disk.createDirectories("/config") && disk.writeFile("/config/mimeapps.list", "mine"));
+    disk.fault = [](auto call) { return call == "readFile" ? std::optional{FileFault::inOut} : std::nullopt; };
+    EXPECT_FALSE((UrlScheme{disk, {"/config", "/data", {}}, {"/lumaro"}}.claim()));
+    disk.fault = nullptr;
+    EXPECT_EQ(disk.readFile("/config/mimeapps.list"), "mine");
 }
 
 } // namespace

@@ -3,35 +3,15 @@
 #include "Platform/Linux/AutostartEntry.h"
 #include "Platform/Linux/DesktopSound.h"
 #include "Platform/Linux/UserContactCard.h"
-#include "Platform/Posix/PosixFileSystem.h"
 #include "Tests/Fakes/MemoryFileSystem.h"
-#include "Tests/Platform/Linux/PrivateBus.h"
+#include "Tests/Platform/Linux/HomeTest.h"
 
 #include <array>
-#include <filesystem>
-#include <fstream>
 
 namespace lumaro {
 namespace {
 
-class UserFilesTest : public BusTest {
-protected:
-    void write(const std::string& name, const std::string& text) const {
-        std::filesystem::create_directories(std::filesystem::path{path(name)}.parent_path());
-        std::ofstream{path(name)} << text;
-    }
-    std::string read(const std::string& name) { return files_.readFile(path(name)).value_or(""); }
-
-    // A program that writes its arguments, one a line, to a file of this folder.
-    std::string writeProgram(const std::string& name, const std::string& heard) const {
-        write(name, "#!/bin/sh\nprintf '%s\\n' \"$@\" > '" + path("part") + "' && mv '" + path("part") + "' '" +
-                        path(heard) + "'\n");
-        std::filesystem::permissions(path(name), std::filesystem::perms::owner_all);
-        return path(name);
-    }
-
-    PosixFileSystem files_;
-};
+using UserFilesTest = HomeTest;
 
 TEST_F(UserFilesTest, TheDesktopStartsTheProgramWithItsArgumentsAsTheyAre) {
     const std::vector<std::string> arguments{"--profile", "/a b/\"c\"", "$HOME `x` \\ \\\\ 'y'", "100%", "%u", ""};
@@ -42,10 +22,9 @@ TEST_F(UserFilesTest, TheDesktopStartsTheProgramWithItsArgumentsAsTheyAre) {
     // A desktop's own reading of the entry.
     const auto file = QString::fromStdString(path("autostart/app.lumaro.Lumaro.desktop"));
     EXPECT_EQ(QProcess::execute(QStringLiteral("gio"), {QStringLiteral("launch"), file}), 0);
-    waitUntil([&] { return std::filesystem::exists(path("heard")); });
     std::string expected;
     for (const auto& argument : arguments) expected += argument + "\n";
-    EXPECT_EQ(read("heard"), expected);
+    EXPECT_EQ(heard("heard"), expected);
 }
 
 TEST_F(UserFilesTest, TheEntryIsOffWhenItIsRemovedAndWhenPeopleSwitchedItOff) {
@@ -62,7 +41,8 @@ TEST_F(UserFilesTest, TheEntryIsOffWhenItIsRemovedAndWhenPeopleSwitchedItOff) {
     EXPECT_TRUE(entry.isEnabled());
     EXPECT_TRUE(entry.disable());
     EXPECT_FALSE(entry.isEnabled());
-    FaultyFileSystem broken{files_, [](auto, const auto&) { return FileFault::noSpace; }};
+    MemoryFileSystem broken;
+    broken.fault = [](auto) { return FileFault::noSpace; };
     AutostartEntry failing{broken, path("autostart"), {"lumaro", "Lumaro", {"/usr/bin/lumaro"}}};
     EXPECT_FALSE(failing.enable());
     EXPECT_FALSE(failing.disable());
@@ -89,8 +69,7 @@ TEST_F(UserFilesTest, AnInstalledPlayerPlaysTheSoundOfTheFirstThemeThatHasIt) {
     DesktopSound sounds{{.data = {path("home"), path("system")}, .programs = {path("none"), path("bin")}}};
     sounds.play("Frog");
     sounds.play("Glass");
-    waitUntil([&] { return std::filesystem::exists(path("played")); });
-    EXPECT_EQ(read("played"), path("system" + sound) + "\n");
+    EXPECT_EQ(heard("played"), path("system" + sound) + "\n");
     DesktopSound{{.data = {path("home")}, .programs = {path("none")}}}.play("Glass");
     DesktopSound{{.data = {}, .programs = {path("bin")}}}.play("Glass");
 }
