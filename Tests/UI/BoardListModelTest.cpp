@@ -16,7 +16,7 @@ namespace {
 
 using namespace samples;
 
-const LiveContext::Picture noPicture = [](const UUID&, Size) { return QImage{}; };
+const LiveContext::Picture noPicture = [](const UUID&, Size) { return ItemPicture{}; };
 
 struct Rows {
     std::vector<BoardRow> of(const Board& board) const {

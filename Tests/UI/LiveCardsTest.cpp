@@ -14,7 +14,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-const LiveContext::Picture noPicture = [](const UUID&, Size) { return QImage{}; };
+const LiveContext::Picture noPicture = [](const UUID&, Size) { return ItemPicture{}; };
 
 struct LiveCardsTest : testing::Test {
     // 2026-09-21 14:13:20 UTC

@@ -24,6 +24,13 @@ void FacePicture::setPointScale(double scale) {
     layAnew();
 }
 
+bool FacePicture::isReady() {
+    if (!face_.picture().isAsleep()) return true;
+    // The scene may be synchronised on a thread of its own.
+    QMetaObject::invokeMethod(this, [this] { face_.picture().want(); }, Qt::QueuedConnection);
+    return false;
+}
+
 void FacePicture::layAnew() {
     lay();
     repaint();

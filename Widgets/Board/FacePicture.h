@@ -41,6 +41,8 @@ protected:
     /// Whether the picture is the same for both faces.
     virtual bool looksSame(const ItemFace& before, const ItemFace& after) const { return before == after; }
 
+    bool isReady() override;
+
 private:
     void layAnew();
 

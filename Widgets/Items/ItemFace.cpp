@@ -11,6 +11,12 @@ ItemFace ItemFace::withoutText() const {
     return bare;
 }
 
+ItemPicture ItemFace::picture() const {
+    if (const auto* const photo = as<PhotoFace>()) return photo->picture;
+    if (const auto* const sticker = as<StickerFace>()) return sticker->picture;
+    return {};
+}
+
 const ItemFace::Value& ItemFace::emptyValue() {
     static const Value empty = NoteFace{};
     return empty;

@@ -5,6 +5,7 @@
 #include "LumaroCore/NoteRender/PMNode.h"
 #include "LumaroCore/Presence/Pomodoro.h"
 #include "LumaroCore/Presence/Sky.h"
+#include "Widgets/Items/ItemPicture.h"
 
 #include <QtCore/QString>
 #include <QtGui/QImage>
@@ -35,7 +36,7 @@ struct NoteFace {
 };
 
 struct PhotoFace {
-    QImage picture;
+    ItemPicture picture;
     QString caption;
     std::optional<double> aspect; ///< width over height
     QString words;                ///< shown while there is no picture
@@ -44,7 +45,7 @@ struct PhotoFace {
 };
 
 struct StickerFace {
-    QImage picture; ///< cut out: what is not part of it is transparent
+    ItemPicture picture; ///< cut out: what is not part of it is transparent
     double aspect = 1;
     QString words;
     bool isLifted = false;
@@ -163,6 +164,9 @@ public:
     const Face* as() const {
         return std::get_if<Face>(&value());
     }
+
+    /// The picture that it shows, if any.
+    ItemPicture picture() const;
 
     bool operator==(const ItemFace& other) const { return value_ == other.value_ || value() == other.value(); }
 

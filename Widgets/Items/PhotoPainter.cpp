@@ -62,11 +62,12 @@ void paintFace(QPainter& painter, const PhotoFace& face, QSizeF size) {
     paintShadow(painter, print);
     paintPaper(painter, print, cardPaper());
     const auto rect = pictureRect(size);
-    if (face.picture.isNull()) {
+    const QImage picture = face.picture.pixels();
+    if (picture.isNull()) {
         paintWaiting(painter, rect, face.words);
     } else {
         painter.fillRect(rect, QColor{214, 199, 178});
-        paintPicture(painter, rect, face.picture);
+        paintPicture(painter, rect, picture);
     }
     paintGloss(painter, rect);
     painter.setPen(tint::ink);

@@ -43,7 +43,7 @@ QImage motifLayer(const StickerFace& face, QSizeF size) {
     QPainter painter{&motif};
     painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
     painter.scale(density, density);
-    paintPicture(painter, motifRect(size), face.picture);
+    paintPicture(painter, motifRect(size), face.picture.pixels());
     return motif;
 }
 
@@ -64,7 +64,7 @@ QImage blankLayer(const StickerFace& face, QSizeF size) {
 }
 
 QImage stickerLayer(const StickerFace& face, QSizeF size) {
-    const QImage motif = face.picture.isNull() ? blankLayer(face, size) : motifLayer(face, size);
+    const QImage motif = face.picture.pixels().isNull() ? blankLayer(face, size) : motifLayer(face, size);
     QImage sticker = dieCut(motif);
     QPainter painter{&sticker};
     painter.drawImage(0, 0, motif);

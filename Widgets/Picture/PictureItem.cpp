@@ -13,6 +13,8 @@
 namespace lumaro {
 namespace {
 
+constexpr int largePicture = 512 * 1024; // pixels
+
 /// Runs `work` and waits for it. Qt shares out the lines of each fill among the threads of its pool, unless it paints
 /// on one of them: for a card that would be a hundred times to wake a thread for next to nothing.
 void onPoolThread(const std::function<void()>& work) {
@@ -43,18 +45,19 @@ QSGNode* PictureItem::updatePaintNode(QSGNode* old, UpdatePaintNodeData*) {
         return nullptr;
     }
     auto* node = static_cast<QSGImageNode*>(old);
-    if (node == nullptr) {
+    const bool isNew = node == nullptr;
+    if (isNew) {
         node = window()->createImageNode();
         node->setOwnsTexture(true);
         node->setFiltering(QSGTexture::Linear);
-        isStale_ = true;
     }
-    if (std::exchange(isStale_, false)) {
+    node->setRect(QRectF{{0, 0}, pixels.toSizeF() / density});
+    if ((isStale_ && isReady()) || isNew) {
+        isStale_ = false;
         const auto kind =
             cover_ == Cover::opaque ? QQuickWindow::TextureIsOpaque : QQuickWindow::TextureHasAlphaChannel;
         node->setTexture(window()->createTextureFromImage(painted(pixels, density), kind));
         node->setSourceRect(QRectF{{0, 0}, pixels.toSizeF()});
-        node->setRect(QRectF{{0, 0}, pixels.toSizeF() / density});
     }
     return node;
 }
@@ -64,10 +67,11 @@ QImage PictureItem::painted(QSize pixels, double density) {
     QImage picture{pixels, isOpaque ? QImage::Format_RGB32 : QImage::Format_ARGB32_Premultiplied};
     picture.setDevicePixelRatio(density);
     if (!isOpaque) picture.fill(Qt::transparent);
-    onPoolThread([&] {
+    const auto work = [&] {
         QPainter painter{&picture};
         paint(painter);
-    });
+    };
+    pixels.width() * pixels.height() < largePicture ? onPoolThread(work) : work();
     return picture;
 }
 

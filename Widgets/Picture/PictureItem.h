@@ -27,6 +27,9 @@ public:
 
 protected:
     void repaint();
+    /// Whether everything is there that `paint` needs. As long as it is not, an item that was painted before keeps its
+    /// pixels; once it is, `repaint` is to be called. Called where `paint` is.
+    virtual bool isReady() { return true; }
 
     QSGNode* updatePaintNode(QSGNode* old, UpdatePaintNodeData* data) override;
     void geometryChange(const QRectF& now, const QRectF& before) override;

@@ -37,7 +37,7 @@ void layOver(Board& board, const std::vector<BoardItem>& held) {
 } // namespace
 
 BoardScene::BoardScene(Ports ports, QObject* parent)
-    : QObject(parent), ports_(ports), pictures_(ports.app.media(), ports.background),
+    : QObject(parent), ports_(ports), pictures_({ports.app.media(), ports.background, ports.sleeper}),
       picture_([this](const UUID& id, Size points) { return pictures_.picture(id, points * pixelsPerPoint_); }),
       zone_(QTimeZone::systemTimeZone()) {
     pictures_.onArrival([this] { refresh(); });
@@ -77,8 +77,9 @@ void BoardScene::refresh() {
     hung_ = state.board;
     hungRows_ = rowsOf(hung_, {state.arriving, state.falling, {}}, live());
     waitForChange();
-    Q_EMIT hungChanged();
+    // The window under one's hands is to be drawn first.
     refreshHand();
+    Q_EMIT hungChanged();
     const auto& tiedAt = hung_.threadTiedAt;
     if (tiedAt && tiedAt != wasTied && secondsBetween(*tiedAt, ports_.clock.now()) < 2 * BoardSpec::threadDrawSeconds) {
         Q_EMIT threadTied();

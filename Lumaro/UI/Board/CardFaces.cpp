@@ -34,18 +34,18 @@ NoteFace noteFace(const NotePayload& note, const LiveContext& live) {
     return face;
 }
 
-PhotoFace photoFace(const PhotoPayload& photo, const LiveContext& live) {
+PhotoFace photoFace(const PhotoPayload& photo, double scale, const LiveContext& live) {
     PhotoFace face;
-    face.picture = live.picture(photo.mediaId, BoardSpec::printSize(photo.aspect));
+    face.picture = live.picture(photo.mediaId, BoardSpec::printSize(photo.aspect) * scale);
     face.caption = qText(photo.caption);
     face.aspect = photo.aspect;
     if (face.picture.isNull()) face.words = QStringLiteral("on its way…");
     return face;
 }
 
-StickerFace stickerFace(const StickerPayload& sticker, const LiveContext& live) {
+StickerFace stickerFace(const StickerPayload& sticker, double scale, const LiveContext& live) {
     StickerFace face;
-    face.picture = live.picture(sticker.mediaId, BoardSpec::stickerSize(sticker.aspect));
+    face.picture = live.picture(sticker.mediaId, BoardSpec::stickerSize(sticker.aspect) * scale);
     face.aspect = sticker.aspect;
     if (face.picture.isNull()) face.words = QStringLiteral("on its way…");
     return face;
@@ -114,14 +114,14 @@ std::optional<Instant> nextChangeOf(const PomodoroPayload& timer, Instant now) {
 
 ItemFace faceOf(const BoardItem& item, const LiveContext& live) {
     return std::visit(Overloaded{[&](const NotePayload& it) { return ItemFace{noteFace(it, live)}; },
-                                 [&](const PhotoPayload& it) { return ItemFace{photoFace(it, live)}; },
+                                 [&](const PhotoPayload& it) { return ItemFace{photoFace(it, item.scale, live)}; },
                                  [&](const CountdownPayload& it) { return ItemFace{countdownFace(it, live)}; },
                                  [&](const NowPlayingSlotPayload& it) { return ItemFace{musicFace(it, live)}; },
                                  [&](const LocationPayload& it) { return ItemFace{windowFace(it, live)}; },
                                  [&](const TimezonesPayload& it) { return ItemFace{clocksFace(it, live)}; },
                                  [&](const CalendarPayload& it) { return ItemFace{dayFace(it, live)}; },
                                  [&](const PomodoroPayload& it) { return ItemFace{blockFace(it, live)}; },
-                                 [&](const StickerPayload& it) { return ItemFace{stickerFace(it, live)}; },
+                                 [&](const StickerPayload& it) { return ItemFace{stickerFace(it, item.scale, live)}; },
                                  [&](const DoodlePayload& it) { return ItemFace{DoodleFace{it}}; }},
                       item.payload.value());
 }

@@ -2,10 +2,10 @@
 #pragma once
 
 #include "Lumaro/Model/AppState.h"
+#include "Widgets/Items/ItemPicture.h"
 
 #include <QtCore/QString>
 #include <QtCore/QTimeZone>
-#include <QtGui/QImage>
 
 #include <functional>
 #include <optional>
@@ -15,7 +15,7 @@ namespace lumaro {
 /// What the pictures of a board depend on beside its items. A view of what others own, for the length of a call.
 struct LiveContext {
     /// The picture of that id, as wide as the item wants it; null while it is not here.
-    using Picture = std::function<QImage(const UUID& id, Size points)>;
+    using Picture = std::function<ItemPicture(const UUID& id, Size points)>;
 
     const BoardPresence& partner;
     const ClientMessage::Presence& own;
