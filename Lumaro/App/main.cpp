@@ -3,6 +3,7 @@
 #include "Lumaro/App/Desktop.h"
 #include "Lumaro/App/HandOver.h"
 #include "Lumaro/Windows/Windows.h"
+#include "Platform/Linux/GraphicsProcessor.h"
 #include "Platform/Linux/PictureMemory.h"
 #include "Platform/Linux/ScreenLock.h"
 #include "Platform/Linux/UrlScheme.h"
@@ -97,6 +98,10 @@ int runHeadless(Desktop& desktop, QtLoop& loop, const std::string& profile, cons
 
 int runWindows(Desktop& desktop, QtLoop& loop, const std::string& profile, const Arguments& arguments) {
     prepareWindows();
+    // Where the processor draws, Qt's own painting takes a small part of what OpenGL's would. People may choose either.
+    if (!hasGraphicsProcessor() && environment("QT_QUICK_BACKEND").empty() && environment("QSG_RHI_BACKEND").empty()) {
+        QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+    }
     Windows* windows = nullptr;
     DesktopBoards boards{desktop.defaults, [&](QScreen&) { return windows->makeDesktopWindow(); }};
     const ScreenLock screenLock{[&](bool isLocked) { boards.setScreenLocked(isLocked); }};

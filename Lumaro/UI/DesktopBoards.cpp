@@ -4,8 +4,7 @@
 #include "Lumaro/UI/Text.h"
 
 #include <QGuiApplication>
-#include <QQuickItem>
-#include <QQuickView>
+#include <QQuickWindow>
 #include <QScreen>
 
 #include <algorithm>
@@ -114,10 +113,7 @@ void DesktopBoards::take(QScreen* screen) {
 }
 
 void DesktopBoards::pauseAsNeeded(Board& board) const {
-    const bool isPaused = isLocked_ || board.coverage->isCovered();
-    board.window->setProperty("isPaused", isPaused);
-    auto* const view = qobject_cast<QQuickView*>(board.window.get());
-    if (view != nullptr && view->rootObject() != nullptr) view->rootObject()->setProperty("isPaused", isPaused);
+    board.window->setProperty("isPaused", isLocked_ || board.coverage->isCovered());
 }
 
 } // namespace lumaro

@@ -24,7 +24,7 @@ namespace lumaro {
 /// Follows screens that come, go and change. On the main thread.
 ///
 /// A window that nobody can see, or that hangs behind the screen's lock, should do nothing: its property `isPaused`
-/// says so, and that of its root item where the window is a `QQuickView`.
+/// says so.
 class DesktopBoards final : public QObject, public WallpaperController {
     Q_OBJECT
 
