@@ -32,29 +32,18 @@ def told(log):
     return text[report:report + 6000] if report >= 0 else text[-1500:]
 
 
-class Screen:
-    """A display of its own, with a folder for everything that runs on it. Nothing of the real person's is seen."""
+class Surroundings:
+    """A folder for all files that programs leave, a session bus and a keyring of its own: afterwards all of it is gone."""
 
-    def __init__(self, width=2560, height=900, scale=1):
+    def __init__(self, env):
         self.folder = pathlib.Path(tempfile.mkdtemp(prefix="lumaro-screen-"))
         self.processes = []
         for name in ("home", "run"):
             (self.folder / name).mkdir(mode=0o700)
-        read, write = os.pipe()
-        self.start(["Xvfb", "-displayfd", str(write), "-screen", "0", f"{width}x{height}x24", "-nolisten", "tcp", "-noreset"],
-                   "xvfb", env=os.environ, pass_fds=[write])
-        os.close(write)
-        with os.fdopen(read) as number:
-            display = number.readline().strip()
-        if not display:
-            raise Failure("there is no Xvfb")
-        self.env = {k: v for k, v in os.environ.items() if not k.startswith(("XDG_", "DBUS_", "WAYLAND_", "QT_"))}
-        self.env.update(DISPLAY=f":{display}", HOME=str(self.folder / "home"), XDG_RUNTIME_DIR=str(self.folder / "run"),
-                        XDG_DATA_HOME=str(self.folder / "home/data"), XDG_CONFIG_HOME=str(self.folder / "home/config"),
-                        QT_QUICK_BACKEND="software", QT_SCALE_FACTOR=str(scale), QT_ACCESSIBILITY="0")
-        self.start_bus()
-        self.start(["openbox", "--sm-disable"], "openbox")
-        until("a window manager", lambda: "window id" in self.output(["xprop", "-root", "_NET_SUPPORTING_WM_CHECK"]))
+        self.env = dict(env, XDG_RUNTIME_DIR=str(self.folder / "run"), XDG_DATA_HOME=str(self.folder / "home/data"),
+                        XDG_CONFIG_HOME=str(self.folder / "home/config"))
+        if "WAYLAND_DISPLAY" in env:  # whose name is that of a socket in the folder that was
+            self.env["WAYLAND_DISPLAY"] = os.path.join(env.get("XDG_RUNTIME_DIR", ""), env["WAYLAND_DISPLAY"])
 
     def start_bus(self):
         bus = self.start(["dbus-daemon", "--session", "--nofork", "--print-address=1"], "bus", stdout=subprocess.PIPE, text=True)
@@ -75,9 +64,6 @@ class Screen:
     def output(self, command):
         return subprocess.run(command, env=self.env, capture_output=True, text=True, check=False).stdout
 
-    def xdotool(self, *arguments):
-        return self.output(["xdotool", *map(str, arguments)]).strip()
-
     def close(self):
         for process in reversed(self.processes):
             process.terminate()
@@ -95,9 +81,32 @@ class Screen:
         return self
 
     def __exit__(self, kind, error, _trace):
-        if kind is not None:
+        if kind is not None and kind is not KeyboardInterrupt:
             print(self.logs())
         self.close()
+
+
+class Screen(Surroundings):
+    """A display of its own. Nothing of the real person's is seen."""
+
+    def __init__(self, width=2560, height=900, scale=1):
+        super().__init__({k: v for k, v in os.environ.items() if not k.startswith(("XDG_", "DBUS_", "WAYLAND_", "QT_"))})
+        read, write = os.pipe()
+        self.start(["Xvfb", "-displayfd", str(write), "-screen", "0", f"{width}x{height}x24", "-nolisten", "tcp", "-noreset"],
+                   "xvfb", pass_fds=[write])
+        os.close(write)
+        with os.fdopen(read) as number:
+            display = number.readline().strip()
+        if not display:
+            raise Failure("there is no Xvfb")
+        self.env.update(DISPLAY=f":{display}", HOME=str(self.folder / "home"), QT_QUICK_BACKEND="software",
+                        QT_SCALE_FACTOR=str(scale), QT_ACCESSIBILITY="0")
+        self.start_bus()
+        self.start(["openbox", "--sm-disable"], "openbox")
+        until("a window manager", lambda: "window id" in self.output(["xprop", "-root", "_NET_SUPPORTING_WM_CHECK"]))
+
+    def xdotool(self, *arguments):
+        return self.output(["xdotool", *map(str, arguments)]).strip()
 
 
 class Room:
