@@ -145,6 +145,14 @@ class Person:
 
     def start(self, server):
         self.process = self.screen.start([self.lumaro, "--profile", self.profile, "--server", server], self.name)
+        self.take_window()
+
+    def open(self):
+        """Starts the program once more, which hands over to the one that runs."""
+        subprocess.run([self.lumaro, "--profile", self.profile], env=self.screen.env, timeout=20, check=True)
+        self.take_window()
+
+    def take_window(self):
         self.window = until(f"the window of {self.name}", self.find_window)
         self.screen.xdotool("windowsize", "--sync", self.window, self.WIDTH, self.HEIGHT)
         self.screen.xdotool("windowmove", "--sync", self.window, *self.at)

@@ -104,10 +104,18 @@ def taking_down_takes_down(ana, bo):
     until("it is gone over there", lambda: bo.item("buy oranges") is None)
 
 
-def a_second_start_raises_the_first(ana, _bo):
-    again = subprocess.run([ana.lumaro, "--profile", ana.profile], env=ana.screen.env, timeout=20, check=False)
-    check("the second one hands over and ends", again.returncode == 0)
-    until("the window", ana.find_window)
+def a_closed_board_has_what_was_typed_and_a_second_start_opens_it(ana, bo):
+    glass = color_at(ana, 500, 850)
+    ana.ask("put", "note", "tulips", "--keep", "--at", "460,790")
+    until("its paper", lambda: changed(glass, color_at(ana, 500, 850)))
+    ana.click(460, 790)
+    ana.keys("Return", "ctrl+End")
+    ana.type(" and lemons")
+    ana.keys("alt+F4")
+    until("what was typed, over there", lambda: bo.item("tulips and lemons"))
+    until("no window", lambda: not ana.find_window())
+    ana.open()
+    until("its paper again", lambda: changed(glass, color_at(ana, 500, 850)))
 
 
 def it_hangs_on_the_desktop(ana, _bo):
@@ -127,7 +135,7 @@ def main():
         ana, bo = (Person(screen, name, programs.lumaro, programs.lumaroctl, room, at) for name, at in (("ana", (0, 0)), ("bo", (1240, 0))))
         for deed in (pair, a_quick_note_comes_to_the_others_screen, it_is_dragged_and_undone_on_both_screens, it_is_written_on,
                      keys_move_turn_and_keep_it, a_picture_is_pasted_and_a_doodle_drawn, taking_down_takes_down,
-                     a_second_start_raises_the_first, it_hangs_on_the_desktop):
+                     a_closed_board_has_what_was_typed_and_a_second_start_opens_it, it_hangs_on_the_desktop):
             deed(ana, bo)
             print("ok", deed.__name__, flush=True)
 
