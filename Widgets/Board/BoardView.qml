@@ -18,6 +18,8 @@ Item {
     property alias selected: frame.selected
     property alias written: frame.written
     readonly property alias pointScale: frame.pointScale
+    /// Pixels of the screen for one point of the canvas: as sharp as pictures have to be.
+    readonly property real density: pointScale * Screen.devicePixelRatio
     readonly property alias origin: frame.origin
 
     function toCanvas(place: point): point {

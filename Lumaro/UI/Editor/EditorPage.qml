@@ -52,6 +52,7 @@ FocusScope {
         isThreadTied: page.scene.isThreadTied
         selected: page.editor.selected.itemId
         written: page.editor.isWriting ? page.editor.selected.itemId : ""
+        onDensityChanged: page.scene.wantPixels(density)
     }
 
     Connections {

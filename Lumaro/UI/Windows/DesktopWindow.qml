@@ -30,7 +30,7 @@ Window {
         isThreadTied: hung.isThreadTied
         isFilling: true
         isPaused: window.isPaused
-        onPointScaleChanged: window.scene.wantPixels(pointScale * Screen.devicePixelRatio)
+        onDensityChanged: window.scene.wantPixels(density)
     }
 
     Connections {
