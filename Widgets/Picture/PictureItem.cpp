@@ -52,7 +52,7 @@ QSGNode* PictureItem::updatePaintNode(QSGNode* old, UpdatePaintNodeData*) {
         node->setFiltering(QSGTexture::Linear);
     }
     node->setRect(QRectF{{0, 0}, pixels.toSizeF() / density});
-    if ((isStale_ && isReady()) || isNew) {
+    if ((isStale_ || isNew) && (isReady() || isNew)) {
         isStale_ = false;
         const auto kind =
             cover_ == Cover::opaque ? QQuickWindow::TextureIsOpaque : QQuickWindow::TextureHasAlphaChannel;
