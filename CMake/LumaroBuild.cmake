@@ -27,10 +27,6 @@ add_compile_options(-ffp-contract=off)
 # and overlaps in std::string that are not there.
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     add_compile_options(-Wno-unused-but-set-variable -Wno-stringop-overflow -Wno-dangling-pointer -Wno-restrict -Wno-maybe-uninitialized)
-    if(CMAKE_UNITY_BUILD)
-        # Files that are read as one look to it like headers, where nothing local belongs.
-        add_compile_options(-Wno-subobject-linkage)
-    endif()
 endif()
 
 # Clang finds in the templates of libstdc++ 12 a call of what the library itself calls deprecated.

@@ -11,7 +11,7 @@ namespace lumaro {
 void giveBackPictureMemory() {
 #ifdef __GLIBC__
     constexpr int smallest = 128 * 1024; // bytes, and what the C library begins with
-    mallopt(M_MMAP_THRESHOLD, smallest);
+    mallopt(M_MMAP_THRESHOLD, smallest); // NOLINT(concurrency-mt-unsafe): at the start there is one thread
 #endif
 }
 
