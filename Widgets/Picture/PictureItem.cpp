@@ -38,8 +38,8 @@ void PictureItem::repaint() {
 }
 
 QSGNode* PictureItem::updatePaintNode(QSGNode* old, UpdatePaintNodeData*) {
-    const double density = window()->effectiveDevicePixelRatio();
-    const QSize pixels = (size() * density).toSize();
+    const double ratio = window()->effectiveDevicePixelRatio();
+    const QSize pixels = (size() * ratio).toSize();
     if (pixels.isEmpty() || !isVisible()) {
         delete old;
         return nullptr;
@@ -51,21 +51,21 @@ QSGNode* PictureItem::updatePaintNode(QSGNode* old, UpdatePaintNodeData*) {
         node->setOwnsTexture(true);
         node->setFiltering(QSGTexture::Linear);
     }
-    node->setRect(QRectF{{0, 0}, pixels.toSizeF() / density});
+    node->setRect(QRectF{{0, 0}, pixels.toSizeF() / ratio});
     if ((isStale_ || isNew) && (isReady() || isNew)) {
         isStale_ = false;
         const auto kind =
             cover_ == Cover::opaque ? QQuickWindow::TextureIsOpaque : QQuickWindow::TextureHasAlphaChannel;
-        node->setTexture(window()->createTextureFromImage(painted(pixels, density), kind));
+        node->setTexture(window()->createTextureFromImage(painted(pixels, ratio), kind));
         node->setSourceRect(QRectF{{0, 0}, pixels.toSizeF()});
     }
     return node;
 }
 
-QImage PictureItem::painted(QSize pixels, double density) {
+QImage PictureItem::painted(QSize pixels, double ratio) {
     const bool isOpaque = cover_ == Cover::opaque;
     QImage picture{pixels, isOpaque ? QImage::Format_RGB32 : QImage::Format_ARGB32_Premultiplied};
-    picture.setDevicePixelRatio(density);
+    picture.setDevicePixelRatio(ratio);
     if (!isOpaque) picture.fill(Qt::transparent);
     const auto work = [&] {
         QPainter painter{&picture};

@@ -36,7 +36,7 @@ protected:
     void itemChange(ItemChange change, const ItemChangeData& data) override;
 
 private:
-    QImage painted(QSize pixels, double density);
+    QImage painted(QSize pixels, double ratio);
 
     Cover cover_;
     bool isStale_ = true;
