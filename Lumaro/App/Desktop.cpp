@@ -16,8 +16,24 @@ Desktop::Desktop(const std::string& profile, bool isDefault, const std::string& 
 }
 
 AppModel::Ports Desktop::ports(WallpaperController& wallpaper) {
-    return {sleeper, clock,      log,      ids,           files,     http,     background, secretBackground, rooms,
-            keyring, secretFile, defaults, notifications, loginItem, contacts, sounds,     signals,          wallpaper};
+    return {.sleeper = sleeper,
+            .clock = clock,
+            .log = log,
+            .ids = ids,
+            .files = files,
+            .http = http,
+            .background = background,
+            .secretBackground = secretBackground,
+            .rooms = rooms,
+            .keyring = keyring,
+            .secretFile = secretFile,
+            .defaults = defaults,
+            .notifications = notifications,
+            .loginItem = loginItem,
+            .contacts = contacts,
+            .sounds = sounds,
+            .signals = signals,
+            .wallpaper = wallpaper};
 }
 
 } // namespace lumaro

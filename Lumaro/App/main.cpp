@@ -20,6 +20,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 
 namespace lumaro {
 namespace {
@@ -92,7 +93,10 @@ AppModel::Setup setupOf(const std::string& profile, bool isDefault) {
 
 int runHeadless(Desktop& desktop, QtLoop& loop, const std::string& profile, const Arguments& arguments) {
     NoWallpaper wallpaper;
-    AppModel app{setupOf(profile, arguments.profile.empty()), desktop.ports(wallpaper)};
+    auto setup = setupOf(profile, arguments.profile.empty());
+    // What is opened at login has windows.
+    setup.offersLaunchAtLogin = false;
+    AppModel app{std::move(setup), desktop.ports(wallpaper)};
     return serve(app, desktop, loop, profile, arguments, nullptr);
 }
 

@@ -77,7 +77,7 @@ void AppModel::shutdown() {
 
 // Once for an installation: the flag comes first, so that a failure is not tried again.
 void AppModel::offerLaunchAtLogin() {
-    if (ports_.defaults.boolean("didOfferLaunchAtLogin").value_or(false)) return;
+    if (!setup_.offersLaunchAtLogin || ports_.defaults.boolean("didOfferLaunchAtLogin").value_or(false)) return;
     ports_.defaults.setBoolean("didOfferLaunchAtLogin", true);
     if (ports_.loginItem.isEnabled()) return;
     if (const auto enabled = ports_.loginItem.enable(); enabled) {

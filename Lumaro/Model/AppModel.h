@@ -55,7 +55,7 @@ public:
         BackgroundRunner& background;
         BackgroundRunner& secretBackground; ///< a keyring may wait there for the person
         RoomLinks& rooms;
-        SecretStore& keyring;
+        Keyring& keyring;
         SecretStore& secretFile; ///< for people without a keyring who agreed to it
         UserDefaults& defaults;
         NotificationCenter& notifications;
@@ -70,6 +70,7 @@ public:
         std::string version; ///< of this program
         std::string keychainService = std::string{lumaro::keychainService};
         std::string defaultServerURL = "https://board.lumaro.app";
+        bool offersLaunchAtLogin = true; ///< not where there are no windows to open
     };
 
     AppModel(Setup setup, Ports ports);

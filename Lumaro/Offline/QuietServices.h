@@ -78,7 +78,8 @@ private:
 };
 
 /// Secrets in memory; it may be locked.
-class QuietSecrets final : public SecretStore {
+template <class Store>
+class QuietSecrets final : public Store {
 public:
     void setLocked(bool isLocked) { isLocked_ = isLocked; }
     void hold(SecretAddress address, std::string data) {

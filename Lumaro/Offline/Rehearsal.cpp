@@ -85,9 +85,24 @@ Rehearsal::~Rehearsal() {
 }
 
 AppModel::Ports Rehearsal::ports() {
-    return {sleeper_,          clock_,  log_,     ids_,        files_,    http_,          background_,
-            secretBackground_, room_,   keyring_, secretFile_, defaults_, notifications_, loginItem_,
-            contacts_,         sounds_, signals_, desktop_};
+    return {.sleeper = sleeper_,
+            .clock = clock_,
+            .log = log_,
+            .ids = ids_,
+            .files = files_,
+            .http = http_,
+            .background = background_,
+            .secretBackground = secretBackground_,
+            .rooms = room_,
+            .keyring = keyring_,
+            .secretFile = secretFile_,
+            .defaults = defaults_,
+            .notifications = notifications_,
+            .loginItem = loginItem_,
+            .contacts = contacts_,
+            .sounds = sounds_,
+            .signals = signals_,
+            .wallpaper = desktop_};
 }
 
 /// What the computer holds before the application starts.

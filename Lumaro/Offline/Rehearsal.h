@@ -75,8 +75,8 @@ private:
     QuietHttp http_{sleeper_};
     QtBackgroundRunner background_;
     QtBackgroundRunner secretBackground_;
-    QuietSecrets keyring_;
-    QuietSecrets secretFile_;
+    QuietSecrets<Keyring> keyring_;
+    QuietSecrets<SecretStore> secretFile_;
     DemoRoom room_{sleeper_};
     SettingsFile defaults_;
     QuietNotifications notifications_;

@@ -14,7 +14,7 @@ namespace lumaro {
 ///
 /// A keyring that is shut is asked to open, which asks the person. One who would not, or did not answer, is not asked
 /// again before `askAgain`: until then the answer is `locked`.
-class SecretServiceStore final : public SecretStore {
+class SecretServiceStore final : public Keyring {
 public:
     struct Limits {
         Seconds answer{10};  ///< for what the service does by itself
@@ -30,10 +30,7 @@ public:
     [[nodiscard]] SecretStatus update(const SecretAddress& address, std::string_view data) override;
     [[nodiscard]] SecretStatus remove(const SecretAddress& address) override;
     void askAgain() override { mayAsk_ = true; }
-
-    /// Ends the operation under way, such as one that waits for the person, and every later one with `other`: for a
-    /// program that is about to end. From any thread; does not block.
-    void stop();
+    void stop() override;
 
 private:
     class Conversation;

@@ -58,6 +58,7 @@ def main():
         app.start()
         assert app.ask("start", name="Ann")["status"] == 0
         assert app.status()["secretPlace"] == "keyring" and not os.path.exists(os.path.join(app.profile, "secrets"))
+        assert not os.path.exists(os.path.join(environment["HOME"], ".config/autostart")), "nothing opens windows at login"
         note = app.put_note("still here")
         app.kill()
 

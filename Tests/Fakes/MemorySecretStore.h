@@ -12,7 +12,8 @@
 namespace lumaro {
 
 /// Secrets in memory, in a store that a test can shut or make fail.
-class MemorySecretStore final : public SecretStore {
+template <class Store>
+class MemorySecrets final : public Store {
 public:
     [[nodiscard]] std::expected<std::string, SecretStatus> query(const SecretAddress& address) override {
         if (const auto failed = faultOf("query", address)) return std::unexpected(*failed);
@@ -54,5 +55,8 @@ private:
         return fault ? fault(call, address) : std::nullopt;
     }
 };
+
+using MemorySecretStore = MemorySecrets<SecretStore>;
+using MemoryKeyring = MemorySecrets<Keyring>;
 
 } // namespace lumaro

@@ -91,10 +91,7 @@ struct AppFixture {
     void rebuild() {
         app.reset();
         background.runAll();
-        app = std::make_unique<AppModel>(AppModel::Setup{.profile = "/profile", .version = "1"},
-                                         AppModel::Ports{sleeper, clock, log, ids, files, http, background, background,
-                                                         rooms, keyring, secretFile, defaults, notifications, loginItem,
-                                                         contacts, sounds, signals, wallpaper});
+        app = std::make_unique<AppModel>(AppModel::Setup{.profile = "/profile", .version = "1"}, ports());
         background.runAll();
     }
     void start() {
@@ -128,6 +125,26 @@ struct AppFixture {
         rooms.say(ServerMessage::Ops{ids.next(), author, std::move(ops)});
     }
     const AppState& state() const { return app->state(); }
+    AppModel::Ports ports() {
+        return {.sleeper = sleeper,
+                .clock = clock,
+                .log = log,
+                .ids = ids,
+                .files = files,
+                .http = http,
+                .background = background,
+                .secretBackground = background,
+                .rooms = rooms,
+                .keyring = keyring,
+                .secretFile = secretFile,
+                .defaults = defaults,
+                .notifications = notifications,
+                .loginItem = loginItem,
+                .contacts = contacts,
+                .sounds = sounds,
+                .signals = signals,
+                .wallpaper = wallpaper};
+    }
 
     ManualSleeper sleeper;
     ManualClock clock{sleeper, Instant{std::chrono::seconds{1'790'000'000}}};
@@ -137,7 +154,7 @@ struct AppFixture {
     ScriptedHttpClient http;
     ManualBackground background;
     FakeRooms rooms;
-    MemorySecretStore keyring;
+    MemoryKeyring keyring;
     MemorySecretStore secretFile;
     MemoryDefaults defaults;
     FakeNotifications notifications;

@@ -80,11 +80,26 @@ SimApp::SimApp(SimDevice& device)
     : device_(device), transport_(device.parts().network, device.index()),
       http_(device.parts().time, device.parts().network, device.parts().server, device.index()),
       wallpaper_(std::make_unique<NoWallpaper>()), background_(std::make_unique<Background>(device.parts().time)),
-      app_(std::make_unique<AppModel>(
-          AppModel::Setup{.profile = "/home", .version = "1", .defaultServerURL = serverURL},
-          AppModel::Ports{device.parts().time, device.clock(), silence_, device.ids(), device.disk(), http_,
-                          *background_, *background_, *this, device.keyring(), noFile_, device.defaults(),
-                          notifications_, loginItem_, contacts_, sounds_, signals_, *wallpaper_})) {
+      app_(
+          std::make_unique<AppModel>(AppModel::Setup{.profile = "/home", .version = "1", .defaultServerURL = serverURL},
+                                     AppModel::Ports{.sleeper = device.parts().time,
+                                                     .clock = device.clock(),
+                                                     .log = silence_,
+                                                     .ids = device.ids(),
+                                                     .files = device.disk(),
+                                                     .http = http_,
+                                                     .background = *background_,
+                                                     .secretBackground = *background_,
+                                                     .rooms = *this,
+                                                     .keyring = device.keyring(),
+                                                     .secretFile = noFile_,
+                                                     .defaults = device.defaults(),
+                                                     .notifications = notifications_,
+                                                     .loginItem = loginItem_,
+                                                     .contacts = contacts_,
+                                                     .sounds = sounds_,
+                                                     .signals = signals_,
+                                                     .wallpaper = *wallpaper_})) {
     app_->start();
 }
 

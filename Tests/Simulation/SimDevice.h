@@ -47,7 +47,7 @@ public:
     SimDisk& disk() { return disk_; }
     SimClock& clock() { return clock_; }
     UUIDSource& ids() { return ids_; }
-    MemorySecretStore& keyring() { return keyring_; }
+    MemoryKeyring& keyring() { return keyring_; }
     MemoryDefaults& defaults() { return defaults_; }
     SyncClient::Configuration configuration() const;
 
@@ -91,7 +91,7 @@ private:
     SimDisk disk_;
     SimClock clock_;
     CountingUUIDs ids_;
-    MemorySecretStore keyring_;
+    MemoryKeyring keyring_;
     MemoryDefaults defaults_;
     std::optional<CoupleToken> token_;
     bool needsToken_ = true;
