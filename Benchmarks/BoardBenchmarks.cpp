@@ -41,7 +41,7 @@ void applyOps(benchmark::State& state, Board (*make)()) {
     state.counters["applied"] = static_cast<double>(applied);
 }
 
-// What a hand that drags costs: the edit, its batch over the shown board.
+// One step of a drag: the edit, and its batch applied over the shown board.
 void projectOneOp(benchmark::State& state) {
     const SharedBoard resting{samples::fullBoard(), {}, samples::noon};
     const auto ops = moves(resting.shown(), 1);

@@ -65,7 +65,7 @@ bool walk(simdjson::ondemand::value value) {
     return false;
 }
 
-// The library's on-demand interface, every value read and dropped: what its use here builds on.
+// The library's on-demand interface, every value read and dropped: the least that a reader built on it can cost.
 void libraryWalk(benchmark::State& state, MakeBoard make) {
     const simdjson::padded_string text{boardText(make)};
     simdjson::ondemand::parser parser;

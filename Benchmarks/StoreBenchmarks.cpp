@@ -133,7 +133,8 @@ void appendAndSync(benchmark::State& state) {
 }
 
 BENCHMARK(appendAndSync)->UseRealTime()->MeasureProcessCPUTime()->Unit(benchmark::kMicrosecond);
-// So many edits that the couples' commits are filed many times over; fewer where each waits for the disk.
+// So many edits that each couple's commits go from the journal to the tables many times; fewer where each waits for
+// the disk.
 void busyRooms(benchmark::internal::Benchmark* benchmark) {
     benchmark->UseRealTime()->MeasureProcessCPUTime()->Unit(benchmark::kMicrosecond);
 }

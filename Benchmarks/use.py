@@ -32,6 +32,6 @@ class Use:
         """Percent of one core, and wake-ups a second."""
         ticks, switches = self.look()
         seconds = time.monotonic() - self.begin
-        # What threads did that have ended since is not told.
+        # Threads that have ended since are not counted.
         woken = sum(count - self.switches.get(task, 0) for task, count in switches.items())
         return 100 * (ticks - self.ticks) / CLOCK_TICKS / seconds, woken / seconds

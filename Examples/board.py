@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: Apache-2.0
-"""A device in a page, on Python's standard library alone, written from docs/protocol.md.
+"""A small device, on Python's standard library alone, written from docs/protocol.md.
 
 Joins a board with the six digits (or starts one and says the digits), puts up a note, and prints what the room says:
 
@@ -74,7 +74,7 @@ class Socket:
         return bool(head[0] & 0x80), head[0] & 0x0F, self.bytes.read(size)
 
     def texts(self):
-        """What the room says, until it closes the line."""
+        """The room's messages, until it closes the connection."""
         parts = b""
         while True:
             is_last, kind, data = self.frame()
@@ -100,7 +100,7 @@ def note(text, slot):
 
 
 def main():
-    parser = argparse.ArgumentParser(description="A device in a page.")
+    parser = argparse.ArgumentParser(description="A small device.")
     parser.add_argument("server")
     way = parser.add_mutually_exclusive_group(required=True)
     way.add_argument("--join", metavar="CODE")
@@ -114,7 +114,7 @@ def main():
     room = Socket(server, f"/couples/{couple}/ws", token)
     heard, beat = 0, time.monotonic()
     for text in room.texts():
-        # Enough for a room that talks; a device also beats when nothing comes.
+        # Only when something has come: a real device sends its heartbeat also while nothing comes.
         if time.monotonic() - beat > 30:
             room.send("hb")
             beat = time.monotonic()

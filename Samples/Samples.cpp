@@ -10,7 +10,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-// Whole tenths, as the ink and the hand give them.
+// A multiple of 0.1, as the coordinates of ink are.
 double tenths(Random& random, int low, int high) {
     return pick(random, low * 10, high * 10) / 10.0;
 }

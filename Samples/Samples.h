@@ -13,7 +13,7 @@ namespace lumaro::samples {
 
 using Random = std::mt19937_64;
 
-/// 2026-05-01 12:00 UTC, the present of every sample.
+/// 2026-05-01 12:00 UTC, which every sample takes for now.
 inline constexpr Instant noon{std::chrono::seconds{1777636800}};
 
 /// A whole number from `low` to `high`, both included.
@@ -26,7 +26,7 @@ inline bool chance(Random& random, double probability) {
     return std::bernoulli_distribution{probability}(random);
 }
 
-/// An id made of a small number, so that ids meet one another.
+/// An id made of a small number, so that random ops often concern the same item.
 UUID numberedId(std::uint64_t number);
 
 /// A note of one line.

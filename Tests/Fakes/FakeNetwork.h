@@ -29,7 +29,7 @@ public:
     void say(std::string_view frame);
     void end(WebSocketEnd end);
 
-    /// From now on the system takes nothing: what is sent waits.
+    /// From now on nothing that is sent leaves the device: it waits.
     void block() { isBlocked_ = true; }
     /// The system takes what waits, and goes on blocking.
     void drain();

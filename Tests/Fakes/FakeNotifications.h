@@ -9,7 +9,7 @@
 
 namespace lumaro {
 
-/// Keeps what was posted. Nobody answers its questions.
+/// Keeps what was posted. Questions about the permission are never answered.
 class FakeNotifications final : public NotificationCenter {
 public:
     void post(LocalNotification notification) override { posted.push_back(std::move(notification)); }

@@ -13,7 +13,7 @@
 namespace lumaro {
 namespace {
 
-// Kept pictures show a sheet at half its size, whatever the scale it was painted at.
+// Golden pictures show a sheet at half its size, whatever the scale it was painted at.
 constexpr double keptScale = 0.5;
 
 struct Difference {
@@ -22,7 +22,7 @@ struct Difference {
     QPoint where;
 };
 
-// Letters and edges fall a little differently on the pixels of another scale; the average of a square does not care.
+// Letters and edges differ a little between scales; averages of small squares do not.
 Difference compare(const QImage& a, const QImage& b) {
     constexpr int square = 8;
     Difference found;

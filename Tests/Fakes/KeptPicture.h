@@ -8,9 +8,9 @@
 
 namespace lumaro {
 
-/// How a picture, of `scale` pixels a point, differs from the kept one of that name ("widgets/notes") in a way that
+/// How a picture, of `scale` pixels a point, differs from the golden one of that name ("widgets/notes") in a way that
 /// people see; empty when it does not. The picture is then left among the temporary files. Where LUMARO_WRITE_GOLDEN is
-/// set, the picture of one pixel a point becomes the kept one.
+/// set, the picture of one pixel a point becomes the golden one.
 std::string differenceFromKept(const QImage& picture, double scale, const QString& name);
 
 } // namespace lumaro

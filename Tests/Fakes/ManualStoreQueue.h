@@ -11,7 +11,7 @@
 
 namespace lumaro {
 
-/// A store queue in the hands of a test: work waits until it is run, and is reported once it is committed.
+/// A store queue that a test drives: work waits until it is run, and is reported once it is committed.
 class ManualStoreQueue final : public StoreQueue {
 public:
     explicit ManualStoreQueue(TransactionalStore& store) : store_(store) {}

@@ -32,7 +32,7 @@ FileResult<std::vector<std::string>> MemoryFileSystem::listFiles(const std::stri
     for (const auto& [path, file] : names_) {
         if (folderOf(path) == directory) names.push_back(path.substr(directory.size() + 1));
     }
-    // In no order that a caller could lean on.
+    // The port promises no order: callers that need one must sort.
     std::ranges::reverse(names);
     return names;
 }

@@ -28,7 +28,7 @@ public:
     /// What the call with this name fails with, e.g. "syncFile". One that writes leaves half of its bytes behind.
     std::function<std::optional<FileFault>(std::string_view call)> fault;
 
-    /// The power goes. Bytes of a file that were not synced are lost, but for `tornBytes` of them at its beginning.
+    /// A loss of power. Bytes of a file that were not synced are lost, but for `tornBytes` of them at its beginning.
     void crash(std::size_t tornBytes = 0);
 
 private:

@@ -11,7 +11,7 @@
 
 namespace lumaro {
 
-/// Secrets in memory, in a store that a test can shut or make fail.
+/// Secrets in memory, in a store that a test can lock or make fail.
 template <class Store>
 class MemorySecrets final : public Store {
 public:

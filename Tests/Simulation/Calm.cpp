@@ -8,13 +8,13 @@ namespace lumaro::simulation {
 namespace {
 
 constexpr Seconds longestBackoff{60};
-/// Until a device leaves a line that says nothing, or gives up on one that does not open.
+/// How long until a device drops a silent line, or gives up one that does not open.
 constexpr Seconds longestSilence{60};
-/// To join again with a new token, and to send what waits.
+/// How long it may take to join again with a new token and to send what waits.
 constexpr Seconds grace{20};
-/// By then every note that comes down soon has.
+/// How long until every note with a time to come down has come down.
 constexpr Seconds longestNote{95};
-/// Until the room has closed the sockets of those who are gone.
+/// How long until the room has closed the sockets of devices that are gone.
 constexpr Seconds longestGhost{120};
 
 std::string named(const SimDevice& device) {
@@ -31,7 +31,7 @@ std::optional<RoomRecord> World::room() {
     return store_.loadRoom(desk_.coupleId()).value_or(std::nullopt);
 }
 
-// The faults are over: everyone runs, and whoever has lost a token may ask for a new one.
+// Ends all faults of networks, disks and the store, and starts the server.
 void World::heal() {
     for (auto& device : devices_) {
         network_.weather(device->index()) = Weather{};
@@ -75,7 +75,7 @@ void World::calm() {
     }
 }
 
-// Nobody touches anything, and the notes of the day come down.
+// Lets time pass without an act, until all notes whose time is over have come down.
 void World::letTimeTakeDown() {
     advance(longestNote);
     for (auto& device : devices_) device->checkAtRest();

@@ -8,7 +8,7 @@
 
 namespace lumaro::simulation {
 
-/// What runs meet on their way. A suite of seeds that never met one of these has shown nothing about it.
+/// What may happen in a run. A suite of seeds in which one of these never happened has shown nothing about it.
 enum class Met : std::uint8_t {
     acts,
     actsInManyBatches,

@@ -8,7 +8,7 @@ namespace lumaro::simulation {
 using samples::chance;
 using samples::pick;
 
-// Mostly one of a few, so that two people's hands meet.
+// Mostly one of a few, so that two people often edit the same item.
 UUID Fingers::anyItem() {
     if (shown_.items.empty()) return {};
     const auto last = std::min(shown_.items.size(), std::size_t{chance(random_, 0.8) ? 3U : 60U}) - 1;
@@ -19,7 +19,7 @@ Point Fingers::anyPlace() {
     return {static_cast<double>(pick(random_, 0, 1600)), static_cast<double>(pick(random_, 0, 1000))};
 }
 
-// Whether it worked is the editor's to say: things are gone, of another kind, or not in the hand.
+// The result does not matter: the item may be gone, of another kind, or not in the hand.
 void Fingers::play() {
     if (editor_.draft() && editor_.draft()->isGone() && chance(random_, 0.3)) {
         return chance(random_, 0.7) ? static_cast<void>(editor_.putBack()) : editor_.cancel();
@@ -51,7 +51,7 @@ void Fingers::putUp() {
     static_cast<void>(editor_.putUp(std::move(payload), at));
 }
 
-// A gesture takes its time: others go on between one touch and the next.
+// A gesture spreads over several steps of the script, so that others act in between.
 void Fingers::hold() {
     switch (pick(random_, 0, 5)) {
     case 0:

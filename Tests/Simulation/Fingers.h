@@ -6,7 +6,7 @@
 
 namespace lumaro::simulation {
 
-/// What a person does at the editor: whatever comes to mind, also what makes no sense just now.
+/// A person's random acts at the editor, also those that make no sense at the moment.
 class Fingers {
 public:
     Fingers(EditorModel& editor, const Board& shown, samples::Random& random)

@@ -16,11 +16,11 @@ public:
     Hands(const Board& shown, Hand hand, UUIDSource& ids, samples::Random& random)
         : shown_(shown), hand_(hand), ids_(ids), random_(random) {}
 
-    /// One edit, as the desktop makes it.
+    /// One edit, as the editor makes it.
     std::vector<Op> anyAct();
-    /// Puts up so many notes at once, and more that most likely has no place.
+    /// Puts up so many notes at once, and random ops behind them for which a full board has no place.
     std::vector<Op> fullBoard(std::size_t notes);
-    /// Takes hold of everything that hangs, several times over.
+    /// Moves every item on the board, several times over.
     std::vector<Op> everythingMoved(std::size_t times);
     /// What another program might send: old and new instants about a few items, some of it against the rules.
     std::vector<Op> wildOps(std::size_t count);

@@ -10,7 +10,7 @@
 namespace lumaro::simulation {
 namespace {
 
-// After this an errand that was not answered is given up.
+// After this a join or leave that was not answered is given up.
 constexpr Seconds patience{5};
 
 const DeviceRecord* recordOf(const Members& members, const SimDevice& device) {

@@ -12,7 +12,7 @@
 namespace lumaro::simulation {
 
 /// How devices come onto the board and leave it: calls of the pairing service that cross the network both ways, one
-/// errand at a time. Any answer may be lost; then the errand is given up, and begun anew by whoever still wants it.
+/// join or leave at a time. Any answer may be lost; it is then given up, and a later step may try again.
 class PairingDesk {
 public:
     PairingDesk(ManualSleeper& time, SimNetwork& network, SimServer& server, Coverage& coverage,
@@ -54,7 +54,7 @@ private:
     std::vector<std::unique_ptr<SimDevice>>& devices_;
     std::string coupleId_;
     bool isBusy_ = false;
-    std::uint64_t errand_ = 0; ///< counts those that are over: what is answered to one of them is too late
+    std::uint64_t errand_ = 0; ///< counts those that are over: an answer to one of them is ignored
     std::unique_ptr<Sleeper::Wait> wait_;
 };
 

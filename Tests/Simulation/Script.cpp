@@ -20,7 +20,7 @@ using Weights = std::array<int, static_cast<std::size_t>(Deed::count)>;
 constexpr Weights usual{260, 6, 40, 4, 30, 10, 30, 45, 18, 24, 16, 80, 8, 14, 12,
                         12,  8, 8,  4, 3,  1,  10, 22, 60, 12, 6,  8,  4, 4,  2};
 
-// Every run has deeds it is rich in, and some that it goes without.
+// In each run some deeds come often, and some never.
 Weights weightsFor(Random& random) {
     static constexpr std::array factors{0, 1, 1, 1, 3};
     Weights weights = usual;
@@ -62,7 +62,7 @@ int amountFor(Deed deed, Random& random) {
 
 int pauseAfter(Deed deed, Random& random) {
     const int choice = pick(random, 0, 99);
-    // Trouble mostly meets work under way.
+    // Mostly short, so that faults come while something is under way.
     if (choice < 55 || (deed == Deed::act && choice < 75)) return pick(random, 0, 40);
     if (choice < 85) return pick(random, 40, 500);
     if (choice < 97) return pick(random, 500, 8000);

@@ -85,8 +85,8 @@ struct Step {
     Deed deed = Deed::calm;
     std::size_t device = 0;
     int amount = 0;
-    std::uint64_t salt = 0; ///< for what it leaves open
-    int afterMs = 0;        ///< that pass then
+    std::uint64_t salt = 0; ///< seeds what the step leaves to chance
+    int afterMs = 0;        ///< milliseconds that pass after it
 };
 
 /// A whole run: who takes part, and what happens.

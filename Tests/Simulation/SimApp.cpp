@@ -32,8 +32,8 @@ struct SimApp::NoWallpaper final : WallpaperController {
     void refresh() override {}
 };
 
-/// A thread beside the main one: its work comes to pass a little later, one piece after the other, and not at all when
-/// the process has been killed before.
+/// Stands for a background thread: does its work a little later, one piece after the other, and none of it once the
+/// process was killed.
 class SimApp::Background final : public BackgroundRunner {
 public:
     explicit Background(ManualSleeper& time) : time_(time) {}
@@ -60,7 +60,7 @@ private:
     std::unique_ptr<Sleeper::Wait> next_;
 };
 
-/// A line that says when it goes.
+/// A line that tells the program when it is opened and dropped.
 class SimApp::Line final : public DirectRoomLink {
 public:
     Line(SimApp& app, Address address, DurableOutbox outbox, SyncClient::Ports ports)
@@ -141,7 +141,8 @@ bool SimApp::actAtOnce(std::vector<Op> ops) {
     return done.has_value();
 }
 
-// The application refuses what the board it shows would refuse in part; what it takes op by op it may have.
+// The application refuses an act as a whole when the shown board would refuse a part of it. The ops are then tried one
+// by one.
 void SimApp::act(std::vector<Op> ops) {
     auto& coverage = device_.parts().coverage;
     const bool isLong = ops.size() > BoardSpec::maxOpsPerBatch;
@@ -163,7 +164,7 @@ void SimApp::handle(samples::Random& random) {
     if (wasGone && !editor.draft()) device_.parts().coverage.note(Met::draftsLetGo);
 }
 
-// Nothing that the partner wrote last is changed or taken down.
+// Checks that taking back changes or takes down nothing that the partner wrote last.
 void SimApp::takeBack(samples::Random& random) {
     auto& coverage = device_.parts().coverage;
     auto& editor = app_->editor();

@@ -8,7 +8,7 @@
 
 namespace lumaro::simulation {
 
-/// The program of the command line: a plain session, which sends whatever it is given.
+/// What `lumaroctl` runs: a `BoardSession`, which sends whatever it is given.
 class SimCommand final : public SimProgram, private BoardSession::Listener {
 public:
     SimCommand(SimDevice& device, DurableOutbox outbox);

@@ -83,7 +83,7 @@ void SimDevice::checkAtRest() {
     if (program_) program_->checkAtRest();
 }
 
-// What its program meets
+// What its program tells
 
 std::expected<DurableOutbox, FileError> SimDevice::openOutbox() {
     auto outbox = DurableOutbox::open(disk_, ids_, "/home/outbox/" + token_->coupleId);

@@ -64,19 +64,19 @@ public:
     void stop();
     void quit();
     void losePower(std::size_t tornBytes);
-    /// Where `DeviceDied` was caught.
+    /// The process was killed within a call: called where `DeviceDied` is caught.
     void bury();
     void check();
     void checkAtRest();
 
-    // What its program meets.
+    // What its program tells.
 
     std::expected<DurableOutbox, FileError> openOutbox();
     void stored(const OutboxBatch& batch);
     void heard(const ServerMessage& message, const Board& confirmed);
     void lineChanged(const ConnectionState& state);
     void complain(std::string_view what);
-    /// It shows what waits over the room's board.
+    /// Complains unless the program shows what waits over the room's board.
     void checkShown(const SharedBoard& shared);
 
     Board lastKnown; ///< of the room, for a program that keeps none itself

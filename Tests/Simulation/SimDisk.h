@@ -12,12 +12,12 @@
 
 namespace lumaro::simulation {
 
-/// Thrown where a device's process ends amid a call; caught where the event began that led there.
+/// Thrown where a device's process is killed within a call; caught where the event began that led there.
 struct DeviceDied {
     std::size_t device = 0;
 };
 
-/// A device's disk: in memory, in trouble when the script says so, and fatal at the call it names.
+/// A device's disk in memory. It fails when the script says so, and ends the process at the call that the script names.
 class SimDisk final : public FileSystem {
 public:
     SimDisk(std::size_t device, Sabotage sabotage, Coverage& coverage)

@@ -19,7 +19,7 @@
 
 namespace lumaro::simulation {
 
-/// Who hears that a line is gone. The other side goes on as if it were there.
+/// Which side notices that a line was cut; the other one takes it for open still.
 enum class Notice : std::uint8_t { both, device, server, nobody };
 
 /// What the network is like for one device.
@@ -33,7 +33,7 @@ struct Weather {
 /// another; what a cut meets on its way is lost from some byte on. Outlives its connections.
 class SimNetwork {
 public:
-    /// What listens at the other end.
+    /// The server's side: hears what devices open and send.
     class Server {
     public:
         Server() = default;
@@ -69,9 +69,9 @@ public:
     Weather& weather(std::size_t device) { return weather_[device]; }
     /// Cuts the device's lines at some byte each way.
     void cut(std::size_t device, Notice notice, samples::Random& random);
-    /// The server's machine is gone, and with it its end of every line.
+    /// The server ends, and with it its side of every line.
     void cutAll(Notice notice, samples::Random& random);
-    /// The device's power is gone: nothing leaves it any more.
+    /// The device has lost power: nothing more of what it sent leaves it.
     void abandon(std::size_t device);
     /// Lines whose end the device has not noticed.
     bool hasUnnoticedCut() const;
@@ -99,12 +99,12 @@ private:
     };
     struct Line {
         std::size_t device = 0;
-        WebSocketListener* listener = nullptr; ///< null once the device has let go of the line, or knows that it ended
+        WebSocketListener* listener = nullptr; ///< null once the device has dropped the line, or knows that it ended
         bool isOpen = false;
         bool isServed = false; ///< the server has been asked, and does not know of an end
         std::size_t bytesUp = 0;
-        ManualSleeper::Time heard{0}; ///< when the server last did
-        ManualSleeper::Time told{0};  ///< when the device last was
+        ManualSleeper::Time heard{0}; ///< when the server last received something
+        ManualSleeper::Time told{0};  ///< when the device last received something
         Way up;
         Way down;
         std::unique_ptr<Sleeper::Wait> patience;

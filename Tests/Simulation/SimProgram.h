@@ -10,7 +10,7 @@
 
 namespace lumaro::simulation {
 
-/// What runs on a device, as far as the world has to do with it. To drop it is to kill it.
+/// The program of a simulated device. Dropping it kills its process.
 class SimProgram {
 public:
     SimProgram() = default;

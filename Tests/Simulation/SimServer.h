@@ -16,7 +16,7 @@
 
 namespace lumaro::simulation {
 
-/// A machine's clock, as wrong as the script has it.
+/// A machine's clock, wrong by as much as the script says.
 class SimClock final : public WallClock {
 public:
     explicit SimClock(const ManualSleeper& time) : time_(time) {}

@@ -11,13 +11,13 @@
 
 namespace lumaro::simulation {
 
-/// The store, with a witness at its commits. Survives its server.
+/// The store, whose commits the witness sees. Survives its server.
 class SimStore final : public Store {
 public:
     SimStore(Sabotage sabotage, Witness& witness, Coverage& coverage)
         : sabotage_(sabotage), witness_(witness), coverage_(coverage) {}
 
-    /// Rooms that are loaded remember so many batches only: older ones are found by the store.
+    /// Rooms that are loaded remember only so many batches, so that the store finds the older duplicates.
     void remember(std::size_t batches) { remembered_ = batches; }
 
     StoreResult<void> begin() { return memory_.beginTransaction(); }

@@ -25,7 +25,7 @@ void SimStoreQueue::startLater() {
     next_ = time_.wait(pace_, [this] { transact(); });
 }
 
-// False when a work failed, and so all of them.
+// False when a work failed; then all of them are to be rolled back.
 bool SimStoreQueue::runAll() {
     bool succeeded = failing_ == 0;
     for (auto& job : done_) {

@@ -13,15 +13,15 @@
 
 namespace lumaro::simulation {
 
-/// Where the server dies on the way of a transaction.
+/// At which point of a transaction the server is killed.
 enum class KillPoint : std::uint8_t {
     none,
-    beforeCommit, ///< the works were done, and are undone
+    beforeCommit, ///< the works were done and are rolled back
     afterCommit,  ///< durable, and nobody was told
     amidReports,  ///< durable, and some were told
 };
 
-/// The server's way to its store: works that wait together go into one transaction. Dies with the server.
+/// The queue of the server's store: works that wait together go into one transaction. Ends with the server.
 class SimStoreQueue final : public StoreQueue {
 public:
     SimStoreQueue(SimStore& store, ManualSleeper& time, Sabotage sabotage, Trace& trace, Coverage& coverage)

@@ -8,7 +8,7 @@
 
 namespace lumaro::simulation {
 
-/// A device's way to open sockets.
+/// The sockets of a device, over the simulated network.
 class SimTransport final : public WebSocketTransport {
 public:
     SimTransport(SimNetwork& network, std::size_t device) : network_(network), device_(device) {}
@@ -22,7 +22,7 @@ private:
     std::size_t device_;
 };
 
-/// A device's plain requests: the server knows its board; nobody has pictures.
+/// The HTTP requests of a device: the server answers those for the board; there are no pictures.
 class SimHttp final : public HttpClient {
 public:
     SimHttp(ManualSleeper& time, SimNetwork& network, SimServer& server, std::size_t device)

@@ -25,7 +25,7 @@ constexpr std::uint64_t mutantSeeds = 10000;
 TEST(SimulationTest, NothingIsLostAndAllSeeTheSame) {
     const auto suite = runSeeds(1, 1 + cleanSeeds, 1);
     if (suite.failingSeed) FAIL() << explain(*suite.failingSeed, {});
-    // A suite that never met a fault, a conflict or a recovery would have shown nothing about it.
+    // A suite in which some fault, conflict or recovery never happened would have shown nothing about it.
     for (std::size_t i = 0; i < static_cast<std::size_t>(Met::count); ++i) {
         EXPECT_GT(suite.coverage.of(static_cast<Met>(i)), 0U) << nameOf(static_cast<Met>(i));
     }

@@ -18,7 +18,8 @@
 
 namespace lumaro::simulation {
 
-/// Sees everything that is accepted, stored and said, and knows what may never be. Keeps the first thing that was.
+/// Checks all that devices accept, the store commits and the room sends against what must hold (docs/simulation.md),
+/// and keeps the first violation.
 class Witness {
 public:
     explicit Witness(Coverage& coverage) : coverage_(coverage) {}
@@ -29,8 +30,8 @@ public:
     // A device's outbox
 
     enum class Acceptance : std::uint8_t {
-        byWord,  ///< the device said so
-        asFound, ///< after a start: the device ended, or met a fault, before it could say
+        byWord,  ///< the device answered that it is stored
+        asFound, ///< found in the outbox: the device ended, or met a fault, before it could answer
     };
     void accepted(std::size_t device, const OutboxBatch& batch, Acceptance how);
     /// What a device has accepted and the store does not hold must wait in this outbox.
@@ -55,7 +56,7 @@ public:
 private:
     struct Batch {
         std::size_t device = 0;
-        std::uint64_t ordinal = 0; ///< among those its device gave its word for; 0 for others
+        std::uint64_t ordinal = 0; ///< among those that its device answered for; 0 for others
         std::vector<Op> ops;
         std::optional<std::size_t> commit; ///< its place in the history
     };
@@ -71,7 +72,7 @@ private:
         std::uint64_t accepted = 0;
         std::uint64_t lastStored = 0;
         std::vector<UUID> waiting; ///< accepted and not in the store, oldest first
-        std::size_t heard = 0;     ///< the place in the history that its room has told it of
+        std::size_t heard = 0;     ///< the place in the history up to which its room has told it
         bool awaitsWelcome = true;
     };
 
@@ -87,13 +88,13 @@ private:
     std::map<UUID, Batch> batches_;
     std::map<std::size_t, Device> devices_;
     std::vector<Change> tentative_;
-    std::vector<std::uint64_t> history_{emptyLook()}; ///< how the board looked after each commit
+    std::vector<std::uint64_t> history_{emptyLook()}; ///< what `lookOf` the board was after each commit
     std::map<UUID, Instant> deletedAt_;
 
     static std::uint64_t emptyLook();
 };
 
-/// What people could tell a board by: items in their order, background and thread.
+/// A hash of what people see of a board: items in their order, background and thread.
 std::uint64_t lookOf(const Board& board);
 
 } // namespace lumaro::simulation

@@ -218,7 +218,7 @@ void World::commitElsewhere(const Step& step) {
         commit.change.background = static_cast<BackgroundID>(step.salt % 6);
         commit.change.threadTiedAt = board.threadTiedAt;
         commit.change.updatedAt = board.updatedAt;
-        // What this node does not read again it would never show.
+        // A new item, so that a node that does not read the room again shows another board.
         if (board.items.size() < BoardSpec::maxLiveItems) commit.change.upserted.push_back(foreignItem(step.salt));
         const auto stored = store.commit(commit);
         return stored ? StoreResult<void>{} : std::unexpected(stored.error());

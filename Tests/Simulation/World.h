@@ -66,7 +66,7 @@ private:
     SimServer server_;
     std::vector<std::unique_ptr<SimDevice>> devices_;
     PairingDesk desk_;
-    bool isForeign_ = false; ///< another node has committed since the room's own last act
+    bool isForeign_ = false; ///< another node has committed since the room last did
 };
 
 } // namespace lumaro::simulation
