@@ -52,8 +52,8 @@ public:
 /// The system's own store, which may be shut or missing, and may ask the person.
 class Keyring : public SecretStore {
 public:
-    /// Ends the operation under way, such as one that waits for the person, and every later one with `other`: for a
-    /// program that is about to end. From any thread; does not block.
+    /// Ends the operation under way, with `locked` when it waits for the person, and every later one with `other`: for
+    /// a program that is about to end. From any thread; does not block.
     virtual void stop() {}
 };
 
