@@ -8,7 +8,9 @@ set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 
 find_program(LUMARO_CCACHE ccache)
 if(LUMARO_CCACHE)
-    set(CMAKE_CXX_COMPILER_LAUNCHER "${LUMARO_CCACHE}")
+    # Every checkout of these sources shares what was compiled; the two sloppinesses are what headers compiled ahead need.
+    set(CMAKE_CXX_COMPILER_LAUNCHER "${CMAKE_COMMAND}" -E env "CCACHE_BASEDIR=${PROJECT_SOURCE_DIR}" CCACHE_NOHASHDIR=1
+        "CCACHE_SLOPPINESS=pch_defines,time_macros" "${LUMARO_CCACHE}")
 endif()
 find_program(LUMARO_MOLD mold)
 if(LUMARO_MOLD)

@@ -1,0 +1,28 @@
+# SPDX-License-Identifier: Apache-2.0
+# Headers that most files read are compiled once for each way of compiling, and shared: the core's for plain libraries and programs,
+# and the same with Qt's for what has windows. Not for clang-tidy, which must see what each file includes by itself, nor for fuzzers.
+
+set(LUMARO_PRECOMPILE ON)
+if(LUMARO_TIDY OR LUMARO_FUZZERS)
+    set(LUMARO_PRECOMPILE OFF)
+endif()
+
+# A target that holds one set of compiled headers; its options are those of the targets that share it.
+function(lumaro_make_headers name header)
+    cmake_parse_arguments(PARSE_ARGV 2 ARG "" "" "LIBRARIES;DEFINITIONS")
+    file(CONFIGURE OUTPUT "${CMAKE_CURRENT_BINARY_DIR}/${name}.cpp" CONTENT "")
+    add_library(${name} OBJECT "${CMAKE_CURRENT_BINARY_DIR}/${name}.cpp")
+    target_include_directories(${name} PRIVATE "${PROJECT_SOURCE_DIR}")
+    target_link_libraries(${name} PRIVATE ${ARG_LIBRARIES})
+    target_compile_definitions(${name} PRIVATE ${ARG_DEFINITIONS})
+    target_precompile_headers(${name} PRIVATE "<LumaroCore/Precompiled/${header}>")
+endfunction()
+
+# Lets targets read the compiled headers of `name`.
+function(lumaro_share_headers name)
+    if(LUMARO_PRECOMPILE)
+        foreach(target IN LISTS ARGN)
+            target_precompile_headers(${target} REUSE_FROM ${name})
+        endforeach()
+    endif()
+endfunction()
