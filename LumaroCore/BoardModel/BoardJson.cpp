@@ -48,6 +48,17 @@ bool readJson(JsonReader& reader, JsonValue value, KnownItem& out) {
     return reader.readObject(object, std::apply(inOrder, bindFields(out.item)));
 }
 
+// The rest of an op whose tag was read ahead; none where the kind of its item is unknown.
+bool readOp(JsonReader& reader, JsonObject& object, std::string_view tag, std::optional<Op>& out) {
+    if (tag != Upsert::tag) return readAlternative(reader, object, opKey.name, tag, out.emplace().value);
+    Upsert upsert;
+    KnownItem known{upsert.item};
+    PassedOver tagAgain;
+    if (!reader.readObject(object, std::tuple{BoundField{opKey, tagAgain}, BoundField{itemKey, known}})) return false;
+    if (known.isKnown) out = Op{std::move(upsert)};
+    return true;
+}
+
 } // namespace
 
 bool readJson(JsonReader& reader, JsonValue value, BoardItem& out) {
@@ -73,14 +84,16 @@ bool readJson(JsonReader& reader, JsonValue value, Op& out) {
 bool readJson(JsonReader& reader, JsonValue value, ForwardCompatibleOp& out) {
     JsonObject object;
     std::string tag;
+    return reader.open(value, object) && reader.peekString(object, opKey.name, tag) &&
+           readOp(reader, object, tag, out.op);
+}
+
+bool readOpFromRoom(JsonReader& reader, JsonValue value, std::optional<Op>& out) {
+    JsonObject object;
+    std::string tag;
     if (!reader.open(value, object) || !reader.peekString(object, opKey.name, tag)) return false;
-    if (tag != Upsert::tag) return readAlternative(reader, object, opKey.name, tag, out.op.emplace().value);
-    Upsert upsert;
-    KnownItem known{upsert.item};
-    PassedOver tagAgain;
-    if (!reader.readObject(object, std::tuple{BoundField{opKey, tagAgain}, BoundField{itemKey, known}})) return false;
-    if (known.isKnown) out.op = Op{std::move(upsert)};
-    return true;
+    if (!hasAlternative(std::in_place_type<Op::Value>, tag)) return reader.skipObject(object);
+    return readOp(reader, object, tag, out);
 }
 
 void writeJson(JsonWriter& writer, const BoardItem& item) {

@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <iterator>
-#include <limits>
 #include <utility>
 
 namespace lumaro {
@@ -51,7 +50,7 @@ FileResult<void> DurableOutbox::reload() {
         if (!isBatchName(name)) continue;
         const auto bytes = readPatiently(pathOf(name));
         auto batch = bytes ? Wire::decode<OutboxBatch>(*bytes) : std::unexpected(DecodeError{});
-        if (batch) {
+        if (batch && batch->sequence < endOfSequences) {
             read.push_back(std::move(*batch));
         } else {
             // It can never be sent; if it cannot even be removed, it is passed over again next time.
@@ -61,9 +60,7 @@ FileResult<void> DurableOutbox::reload() {
     }
     std::ranges::sort(read, {}, &OutboxBatch::sequence);
     batches_.assign(std::move_iterator{read.begin()}, std::move_iterator{read.end()});
-    constexpr auto last = std::numeric_limits<std::int64_t>::max() - 1;
-    nextSequence_ =
-        batches_.empty() || mutant(Mutant::sequencesStartAnew) ? 0 : std::min(batches_.back().sequence, last) + 1;
+    nextSequence_ = batches_.empty() || mutant(Mutant::sequencesStartAnew) ? 0 : batches_.back().sequence + 1;
     lostFiles_ = lost;
     return {};
 }
@@ -91,6 +88,9 @@ FileResult<void> DurableOutbox::store(const std::string& name, std::string_view 
 }
 
 std::expected<OutboxBatch, OutboxError> DurableOutbox::append(OutboxBatch batch) {
+    if (nextSequence_ == endOfSequences) {
+        return std::unexpected(OutboxError{FileError{FileFault::other, directory_, "no sequence is left"}});
+    }
     // A number is used up even when the batch is then refused: numbers never stand for two batches in one run.
     batch.sequence = nextSequence_++;
     auto bytes = Wire::encode(batch);

@@ -11,6 +11,7 @@
 #include <deque>
 #include <expected>
 #include <functional>
+#include <limits>
 #include <string>
 #include <variant>
 #include <vector>
@@ -35,7 +36,8 @@ public:
     std::size_t count() const { return batches_.size(); }
     bool isEmpty() const { return batches_.empty(); }
     bool contains(const UUID& batchId) const;
-    /// The sequence of the next batch: one more than the largest ever seen, and never used twice in a run.
+    /// The sequence of the next batch: one more than the largest ever seen, and never used twice in a run. At
+    /// `endOfSequences` every batch is refused, with `FileFault::other`.
     std::int64_t nextSequence() const { return nextSequence_; }
     /// Files that could not be read when the folder was, and are gone.
     std::size_t lostFiles() const { return lostFiles_; }
@@ -52,6 +54,9 @@ public:
     [[nodiscard]] FileResult<void> removeAll();
     /// Reads the folder again, as at the start.
     [[nodiscard]] FileResult<void> reload();
+
+    /// No batch has this sequence, so that there always is a next one to name.
+    static constexpr std::int64_t endOfSequences = std::numeric_limits<std::int64_t>::max();
 
 private:
     DurableOutbox(FileSystem& files, UUIDSource& ids, std::string directory)

@@ -21,9 +21,9 @@ struct OpsFromRoom {
 
 bool readJson(JsonReader& reader, JsonValue value, const OpsFromRoom& out) {
     return reader.readArray(value, [&](JsonValue element) {
-        ForwardCompatibleOp read;
-        if (!readJson(reader, element, read)) return false;
-        if (read.op) out.ops.push_back(std::move(*read.op));
+        std::optional<Op> op;
+        if (!readOpFromRoom(reader, element, op)) return false;
+        if (op) out.ops.push_back(std::move(*op));
         return true;
     });
 }

@@ -4,8 +4,11 @@
 // Everything that crosses a room's socket: one JSON object a frame, but for the two heartbeat frames.
 
 #include "LumaroCore/BoardModel/Op.h"
+#include "LumaroCore/Presence/Here.h"
+#include "LumaroCore/Presence/NowPlaying.h"
+#include "LumaroCore/Protocol/Activity.h"
+#include "LumaroCore/Protocol/Calendar.h"
 #include "LumaroCore/Protocol/Partners.h"
-#include "LumaroCore/Protocol/Presence.h"
 #include "LumaroCore/Protocol/ServerErrorCode.h"
 
 #include <optional>
@@ -42,7 +45,7 @@ struct ClientMessage {
         Activity activity = Activity::idle;
 
         static constexpr auto fields() {
-            return std::tuple{Field{"nowPlaying", &Presence::nowPlaying}, Field{"here", &Presence::here},
+            return std::tuple{FieldIfKnown{"nowPlaying", &Presence::nowPlaying}, FieldIfKnown{"here", &Presence::here},
                               Field{"activity", &Presence::activity}};
         }
         bool operator==(const Presence&) const = default;
@@ -113,8 +116,8 @@ struct ServerMessageCases {
         Activity activity = Activity::idle;
 
         static constexpr auto fields() {
-            return std::tuple{Field{"from", &Presence::from}, Field{"nowPlaying", &Presence::nowPlaying},
-                              Field{"here", &Presence::here}, Field{"activity", &Presence::activity}};
+            return std::tuple{Field{"from", &Presence::from}, FieldIfKnown{"nowPlaying", &Presence::nowPlaying},
+                              FieldIfKnown{"here", &Presence::here}, Field{"activity", &Presence::activity}};
         }
         bool operator==(const Presence&) const = default;
     };

@@ -31,12 +31,6 @@ void writeJson(JsonWriter& writer, const ServerErrorCode& code) {
     writeJson(writer, code.raw);
 }
 
-template std::expected<NowPlaying, DecodeError> Wire::decode<NowPlaying>(std::string_view text);
-template std::expected<std::string, EncodeError> Wire::encode<NowPlaying>(const NowPlaying& value);
-template std::expected<Weather, DecodeError> Wire::decode<Weather>(std::string_view text);
-template std::expected<std::string, EncodeError> Wire::encode<Weather>(const Weather& value);
-template std::expected<Here, DecodeError> Wire::decode<Here>(std::string_view text);
-template std::expected<std::string, EncodeError> Wire::encode<Here>(const Here& value);
 template std::expected<SlotNames, DecodeError> Wire::decode<SlotNames>(std::string_view text);
 template std::expected<std::string, EncodeError> Wire::encode<SlotNames>(const SlotNames& value);
 

@@ -5,7 +5,6 @@
 // `fields()` need nothing more.
 
 #include "LumaroCore/Protocol/Partners.h"
-#include "LumaroCore/Protocol/Presence.h"
 #include "LumaroCore/Protocol/ServerErrorCode.h"
 #include "LumaroCore/Support/JsonRead.h"
 #include "LumaroCore/Support/JsonWriter.h"

@@ -36,6 +36,15 @@ struct FieldOr : Field<N, Owner, T> {
         : Field<N, Owner, T>(key, which), fallback(otherwise) {}
 };
 
+/// A `std::optional` field that is absent as well when what is there is no value that this version knows: a value of
+/// tomorrow costs its field, not what holds it. Text that is not JSON is an error here too.
+template <std::size_t N, class Owner, class T>
+struct FieldIfKnown : Field<N, Owner, T> {
+    static constexpr bool readsIfKnown = true;
+
+    consteval FieldIfKnown(const char (&key)[N], T Owner::* which) : Field<N, Owner, T>(key, which) {}
+};
+
 template <class T>
 concept HasFields = requires { T::fields(); };
 

@@ -120,6 +120,19 @@ bool readJson(JsonReader& reader, JsonValue value, T& out) {
     return reader.readObject(value, bindFields(out));
 }
 
+/// A `FieldIfKnown`: what cannot be read is passed over.
+template <HasFields T>
+bool readIfKnown(JsonReader& reader, JsonValue value, std::optional<T>& out) {
+    out.reset();
+    simdjson::ondemand::json_type type{};
+    if (value.type().get(type) || type != simdjson::ondemand::json_type::object) return reader.skip(value);
+    JsonObject object;
+    if (!reader.open(value, object)) return false;
+    if (reader.readObject(object, bindFields(out.emplace()))) return true;
+    out.reset();
+    return reader.forgive() && reader.skipFromStart(object);
+}
+
 /// The work behind `Wire::decode`: parses `text` and hands its root to `read`; the error, if any.
 std::optional<DecodeError> decodeWith(std::string_view text, bool (*read)(JsonReader&, JsonValue, void*), void* target);
 

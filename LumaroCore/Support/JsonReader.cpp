@@ -62,6 +62,24 @@ bool JsonReader::fail(simdjson::error_code code, std::string_view expected) {
     }
 }
 
+bool JsonReader::forgive() {
+    if (!error_) return true;
+    switch (error_->fault) {
+    case DecodeFault::malformed:
+    case DecodeFault::invalidUtf8:
+    case DecodeFault::trailingContent:
+    case DecodeFault::tooDeep:
+    case DecodeFault::tooLarge: return false;
+    case DecodeFault::missingKey:
+    case DecodeFault::duplicateKey:
+    case DecodeFault::wrongType:
+    case DecodeFault::outOfRange:
+    case DecodeFault::invalidValue: break;
+    }
+    error_.reset();
+    return true;
+}
+
 bool JsonReader::unescape(JsonKey raw, std::size_t size, std::string_view& out) {
     // The library writes whole blocks, up to its padding beyond the end.
     unescaped_.resize(size + 2 * simdjson::SIMDJSON_PADDING);
@@ -136,6 +154,11 @@ bool JsonReader::skip(JsonValue value) {
 
 bool JsonReader::skipObject(JsonObject& object) {
     return readObject(object, std::tuple<>{});
+}
+
+bool JsonReader::skipFromStart(JsonObject& object) {
+    if (const auto code = object.reset().error()) return fail(code, "an object");
+    return skipObject(object);
 }
 
 std::optional<std::int64_t> JsonReader::carefulWholeNumber(JsonValue value) {

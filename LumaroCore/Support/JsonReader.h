@@ -41,6 +41,8 @@ public:
     bool fail(simdjson::error_code code, std::string_view expected);
 
     const std::optional<DecodeError>& error() const { return error_; }
+    /// Forgets an error in what a value says. One that JSON itself has is kept, and the answer is false.
+    bool forgive();
 
     /// Calls `each(JsonValue)` for the elements until one answers false.
     template <class Each>
@@ -69,6 +71,8 @@ public:
     /// The value may stay where it is: whoever iterates around it goes on behind it.
     bool skip(JsonValue value);
     bool skipObject(JsonObject& object);
+    /// The same from the object's start, however far it was read.
+    bool skipFromStart(JsonObject& object);
 
     /// Whether the value is null; what only begins like it is malformed.
     bool readNull(JsonValue value, bool& out) {
@@ -235,7 +239,11 @@ bool JsonReader::readField(const Bound& bound, JsonValue value, bool& seen) {
         if (!readNull(value, isNull)) return false;
         if (isNull) return bound.target = bound.field.fallback, true;
     }
-    return readJson(*this, value, bound.target);
+    if constexpr (requires { bound.field.readsIfKnown; }) {
+        return readIfKnown(*this, value, bound.target);
+    } else {
+        return readJson(*this, value, bound.target);
+    }
 }
 
 template <class Bound>

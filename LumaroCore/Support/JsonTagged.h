@@ -13,6 +13,12 @@
 
 namespace lumaro {
 
+/// Whether `tag` names an alternative.
+template <class... A>
+constexpr bool hasAlternative(std::in_place_type_t<std::variant<A...>> /*type*/, std::string_view tag) {
+    return ((tag == A::tag) || ...);
+}
+
 /// Reads the rest of an opened object into the alternative that `tag` names.
 template <class... A>
 bool readAlternative(JsonReader& reader, JsonObject& object, std::string_view tagKey, std::string_view tag,

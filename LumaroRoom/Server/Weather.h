@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "LumaroCore/Protocol/Presence.h"
+#include "LumaroCore/Presence/Weather.h"
 #include "LumaroCore/Support/HttpClient.h"
 #include "LumaroCore/Support/Log.h"
 #include "LumaroCore/Support/WallClock.h"

@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "LumaroCore/Presence/Weather.h"
+#include "LumaroCore/Support/Fields.h"
+#include "LumaroCore/Support/Instant.h"
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <tuple>
+
+namespace lumaro {
+
+/// How coarse a shared position is.
+enum class HerePrecision : std::uint8_t {
+    neighbourhood, ///< two decimals of a degree
+    block,         ///< three decimals
+};
+
+constexpr std::array<std::string_view, 2> namesOf(HerePrecision) {
+    return {"neighbourhood", "block"};
+}
+
+/// Roughly where a person is. The position is coarsened before it gets here.
+struct Here {
+    double lat = 0;
+    double lon = 0;
+    std::string label; ///< the place's name for people
+    std::optional<std::string> city;
+    std::string tz; ///< IANA name of the device's time zone
+    HerePrecision precision = HerePrecision::neighbourhood;
+    Instant since;     ///< of the stay at this spot
+    Instant sampledAt; ///< of the position
+    std::optional<Weather> weather;
+
+    static constexpr auto fields() {
+        return std::tuple{Field{"lat", &Here::lat},
+                          Field{"lon", &Here::lon},
+                          Field{"label", &Here::label},
+                          Field{"city", &Here::city},
+                          Field{"tz", &Here::tz},
+                          Field{"precision", &Here::precision},
+                          Field{"since", &Here::since},
+                          Field{"sampledAt", &Here::sampledAt},
+                          FieldIfKnown{"weather", &Here::weather}};
+    }
+    bool operator==(const Here&) const = default;
+};
+
+} // namespace lumaro
