@@ -18,11 +18,15 @@ function(lumaro_make_headers name header)
     target_precompile_headers(${name} PRIVATE "<LumaroCore/Precompiled/${header}>")
 endfunction()
 
-# Lets targets read the compiled headers of `name`.
+# Lets targets read the compiled headers of `name`, with whose definitions they are compiled from then on.
 function(lumaro_share_headers name)
     if(LUMARO_PRECOMPILE)
+        get_target_property(definitions ${name} COMPILE_DEFINITIONS)
         foreach(target IN LISTS ARGN)
             target_precompile_headers(${target} REUSE_FROM ${name})
+            if(definitions)
+                target_compile_definitions(${target} PRIVATE ${definitions})
+            endif()
         endforeach()
     endif()
 endfunction()
