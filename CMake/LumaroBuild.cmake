@@ -6,6 +6,12 @@ set(CMAKE_CXX_STANDARD_REQUIRED ON)
 set(CMAKE_CXX_EXTENSIONS OFF)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 
+# The folders of this name hold what only this system has.
+set(LUMARO_SYSTEM "${CMAKE_SYSTEM_NAME}")
+if(LUMARO_SYSTEM STREQUAL "Darwin")
+    set(LUMARO_SYSTEM macOS)
+endif()
+
 find_program(LUMARO_CCACHE ccache)
 if(LUMARO_CCACHE)
     # Every checkout of these sources shares what was compiled; the two sloppinesses are what headers compiled ahead need.

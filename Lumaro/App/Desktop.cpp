@@ -1,18 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Lumaro/App/Desktop.h"
 
-#include <filesystem>
+#include "Lumaro/App/QtRoomLinks.h"
 
 namespace lumaro {
 
-Desktop::Desktop(const std::string& profile, bool isDefault, const std::string& program, bool isVerbose)
-    : log(isVerbose ? LogLevel::debug : LogLevel::info), secretFile(files, profile + "/secrets"),
-      rooms(profile + "/outbox", log), defaults(profile + "/settings.ini", log),
-      loginItem(files, AutostartEntry::userFolder(),
-                {isDefault ? "lumaro" : "lumaro-" + std::filesystem::path{profile}.filename().string(),
-                 "Lumaro",
-                 {program, "--profile", profile, "--hidden"}}),
-      contacts(UserContactCard::ownAccount()), sounds(DesktopSound::userFolders()) {
+Desktop::Desktop(const SystemServices::Setup& setup, LogLevel level)
+    : log(level), system(SystemServices::make(setup, files)), secretFile(files, setup.profile + "/secrets"),
+      rooms([folder = setup.profile + "/outbox", this] { return std::make_unique<QtRoomLinks>(folder, log); }),
+      defaults(setup.profile + "/settings.ini", log) {
 }
 
 AppModel::Ports Desktop::ports(WallpaperController& wallpaper) {
@@ -25,14 +21,14 @@ AppModel::Ports Desktop::ports(WallpaperController& wallpaper) {
             .background = background,
             .secretBackground = secretBackground,
             .rooms = rooms,
-            .keyring = keyring,
+            .keyring = system->keyring(),
             .secretFile = secretFile,
             .defaults = defaults,
-            .notifications = notifications,
-            .loginItem = loginItem,
-            .contacts = contacts,
-            .sounds = sounds,
-            .signals = signals,
+            .notifications = system->notifications(),
+            .loginItem = system->loginItem(),
+            .contacts = system->contacts(),
+            .sounds = system->sounds(),
+            .signals = system->signals(),
             .wallpaper = wallpaper};
 }
 

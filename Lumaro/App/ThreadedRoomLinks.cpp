@@ -1,14 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Lumaro/App/ThreadedRoomLinks.h"
 
-#include "Lumaro/Model/DirectRoomLinks.h"
-#include "Platform/Posix/PosixFileSystem.h"
-#include "Platform/Posix/SystemClock.h"
-#include "Platform/Posix/SystemRandom.h"
-#include "Platform/Qt/QtHttpClient.h"
 #include "Platform/Qt/QtMailbox.h"
-#include "Platform/Qt/QtSleeper.h"
-#include "Platform/Qt/QtWebSocketTransport.h"
 
 #include <QEventLoop>
 #include <QThread>
@@ -23,12 +16,11 @@ namespace {
 /// Everything on the line's own thread.
 class FarEnd final : private RoomLink::Listener {
 public:
-    FarEnd(std::string outboxFolder, Log& log, QtMailbox& near, RoomLink::Listener& listener)
-        : links_(std::move(outboxFolder), {files_, ids_, {transport_, http_, sleeper_, clock_, log}}), near_(near),
-          listener_(listener) {}
+    FarEnd(std::unique_ptr<RoomLinks> links, QtMailbox& near, RoomLink::Listener& listener)
+        : links_(std::move(links)), near_(near), listener_(listener) {}
 
     void open(RoomLinks::Address address) {
-        auto opened = links_.open(std::move(address), *this);
+        auto opened = links_->open(std::move(address), *this);
         if (opened) {
             link_ = std::move(*opened);
         } else {
@@ -66,13 +58,7 @@ private:
         tell([batchId, why](auto& listener) { listener.notStored(batchId, why); });
     }
 
-    PosixFileSystem files_;
-    SystemRandom ids_;
-    SystemClock clock_;
-    QtSleeper sleeper_;
-    QtHttpClient http_;
-    QtWebSocketTransport transport_;
-    DirectRoomLinks links_;
+    std::unique_ptr<RoomLinks> links_;
     QtMailbox& near_;
     RoomLink::Listener& listener_; ///< lives at the near end
     std::unique_ptr<RoomLink> link_;
@@ -80,7 +66,7 @@ private:
 
 class ThreadedRoomLink final : public RoomLink {
 public:
-    ThreadedRoomLink(std::string outboxFolder, Log& log, RoomLinks::Address address, RoomLink::Listener& listener) {
+    ThreadedRoomLink(ThreadedRoomLinks::MakeLinks make, RoomLinks::Address address, RoomLink::Listener& listener) {
         std::promise<QtMailbox*> far;
         auto made = far.get_future();
         thread_ = std::thread{[far = std::move(far)]() mutable {
@@ -90,11 +76,10 @@ public:
             loop.exec();
         }};
         far_ = made.get();
-        far_->post(
-            [this, outboxFolder = std::move(outboxFolder), &log, &listener, address = std::move(address)]() mutable {
-                end_ = std::make_unique<FarEnd>(std::move(outboxFolder), log, near_, listener);
-                end_->open(std::move(address));
-            });
+        far_->post([this, make = std::move(make), &listener, address = std::move(address)]() mutable {
+            end_ = std::make_unique<FarEnd>(make(), near_, listener);
+            end_->open(std::move(address));
+        });
     }
     ThreadedRoomLink(const ThreadedRoomLink&) = delete;
     ThreadedRoomLink& operator=(const ThreadedRoomLink&) = delete;
@@ -142,7 +127,7 @@ private:
 
 std::expected<std::unique_ptr<RoomLink>, std::string> ThreadedRoomLinks::open(Address address,
                                                                               RoomLink::Listener& listener) {
-    return std::make_unique<ThreadedRoomLink>(outboxFolder_, log_, std::move(address), listener);
+    return std::make_unique<ThreadedRoomLink>(make_, std::move(address), listener);
 }
 
 } // namespace lumaro

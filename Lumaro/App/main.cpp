@@ -3,10 +3,6 @@
 #include "Lumaro/App/Desktop.h"
 #include "Lumaro/App/HandOver.h"
 #include "Lumaro/Windows/Windows.h"
-#include "Platform/Linux/GraphicsProcessor.h"
-#include "Platform/Linux/PictureMemory.h"
-#include "Platform/Linux/ScreenLock.h"
-#include "Platform/Linux/UrlScheme.h"
 #include "Platform/Posix/FolderLock.h"
 #include "Platform/Qt/QtLoop.h"
 
@@ -33,16 +29,6 @@ struct Arguments {
     std::string server;
     std::string link;
 };
-
-std::string environment(const char* name) {
-    const char* const value = std::getenv(name); // NOLINT(concurrency-mt-unsafe): nothing of ours changes it
-    return value == nullptr ? "" : value;
-}
-
-std::string defaultProfile() {
-    const auto data = environment("XDG_DATA_HOME");
-    return (data.starts_with('/') ? data : environment("HOME") + "/.local/share") + "/lumaro-desktop";
-}
 
 /// There is no window to hang.
 class NoWallpaper final : public WallpaperController {
@@ -80,7 +66,7 @@ int serve(AppModel& app, Desktop& desktop, QtLoop& loop, const std::string& prof
     app.onChange(nullptr);
     windows.reset();
     app.shutdown();
-    desktop.keyring.stop();
+    desktop.system->keyring().stop();
     return EXIT_SUCCESS;
 }
 
@@ -103,34 +89,36 @@ int runHeadless(Desktop& desktop, QtLoop& loop, const std::string& profile, cons
 int runWindows(Desktop& desktop, QtLoop& loop, const std::string& profile, const Arguments& arguments) {
     prepareWindows();
     // Where the processor draws, Qt's own painting takes a small part of what OpenGL's would. People may choose either.
-    if (!hasGraphicsProcessor() && environment("QT_QUICK_BACKEND").empty() && environment("QSG_RHI_BACKEND").empty()) {
+    const bool isUpToUs =
+        qEnvironmentVariableIsEmpty("QT_QUICK_BACKEND") && qEnvironmentVariableIsEmpty("QSG_RHI_BACKEND");
+    if (isUpToUs && !SystemServices::hasGraphicsProcessor()) {
         QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
     }
     Windows* windows = nullptr;
     DesktopBoards boards{desktop.defaults, [&](QScreen&) { return windows->makeDesktopWindow(); }};
-    const ScreenLock screenLock{[&](bool isLocked) { boards.setScreenLocked(isLocked); }};
+    const auto lock = desktop.system->onScreenLock([&](bool isLocked) { boards.setScreenLocked(isLocked); });
     AppModel app{setupOf(profile, arguments.profile.empty()), desktop.ports(boards)};
     auto made = std::make_unique<Windows>(
         AppView::Setup{.folder = QString::fromStdString(profile),
                        .version = QStringLiteral(LUMARO_VERSION),
-                       .suggestedName = QString::fromStdString(desktop.contacts.ownCard().fullName)},
+                       .suggestedName = QString::fromStdString(desktop.system->contacts().ownCard().fullName)},
         Windows::Ports{app, boards, desktop.clock, desktop.sleeper, desktop.ids, desktop.pictureBackground,
-                       desktop.defaults, desktop.loginItem},
+                       desktop.defaults, desktop.system->loginItem()},
         [&] { loop.quit(); });
     windows = made.get();
     return serve(app, desktop, loop, profile, arguments, std::move(made));
 }
 
-void claimLinks(Desktop& desktop, const std::string& program) {
-    UrlScheme scheme{desktop.files, UrlScheme::userFolders(), {program}};
-    if (const auto claimed = scheme.claim(); !claimed) {
+void claimLinks(Desktop& desktop) {
+    if (const auto claimed = desktop.system->claimLinks(); !claimed) {
         desktop.log.write(LogLevel::error, "app", "links will not open here: " + claimed.error());
     }
 }
 
-int run(const Arguments& arguments, const std::string& program) {
+int run(const Arguments& arguments) {
     const bool isDefault = arguments.profile.empty();
-    const auto profile = std::filesystem::absolute(isDefault ? defaultProfile() : arguments.profile).string();
+    const auto folder = isDefault ? SystemServices::defaultProfile() : arguments.profile;
+    const auto profile = std::filesystem::absolute(folder).string();
     QtLoop loop;
     if (const auto made = PosixFileSystem{}.createDirectories(profile); !made) {
         return fail("the profile's folder cannot be made: " + made.error().message);
@@ -140,10 +128,13 @@ int run(const Arguments& arguments, const std::string& program) {
         if (!arguments.isHeadless && handOver(profile, linkOf(arguments))) return EXIT_SUCCESS;
         return fail("another one has this profile");
     }
-    Desktop desktop{profile, isDefault, program, arguments.isVerbose};
+    // Where the program lies, by whatever name it was called.
+    const auto program = QCoreApplication::applicationFilePath().toStdString();
+    Desktop desktop{{.profile = profile, .isDefaultProfile = isDefault, .program = program},
+                    arguments.isVerbose ? LogLevel::debug : LogLevel::info};
     if (!arguments.server.empty()) desktop.defaults.setString("serverURL", arguments.server);
     if (arguments.isHeadless) return runHeadless(desktop, loop, profile, arguments);
-    if (isDefault) claimLinks(desktop, program);
+    if (isDefault) claimLinks(desktop);
     return runWindows(desktop, loop, profile, arguments);
 }
 
@@ -161,13 +152,12 @@ int main(int argc, char** argv) {
     app.add_option("--server", arguments.server, "the board's server, from now on")->type_name("URL");
     app.add_option("LINK", arguments.link, "an invite to join through")->type_name("");
     CLI11_PARSE(app, argc, argv);
-    lumaro::giveBackPictureMemory();
-    const auto program = std::filesystem::absolute(argv[0]).string();
+    lumaro::SystemServices::prepareProcess();
     std::optional<QApplication> windows;
     if (!arguments.isHeadless) {
         windows.emplace(argc, argv);
         // The tray and the desktop stay when the board's window is closed.
         QApplication::setQuitOnLastWindowClosed(false);
     }
-    return lumaro::run(arguments, program);
+    return lumaro::run(arguments);
 }

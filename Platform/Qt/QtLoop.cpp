@@ -1,17 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Platform/Qt/QtLoop.h"
 
-#include "LumaroCore/Support/Fatal.h"
+#include "Platform/Qt/SelfPipe.h"
 
 #include <QCoreApplication>
 #include <QEventLoop>
-#include <QSocketNotifier>
-
-#include <fcntl.h>
-#include <unistd.h>
 
 #include <array>
-#include <cerrno>
 #include <csignal>
 #include <optional>
 #include <utility>
@@ -19,13 +14,11 @@
 namespace lumaro {
 namespace {
 
-// The end of a pipe that the signal handler writes to; a handler may do little more.
-int wakeUp = -1;
+// Of the loop that hears of signals; a handler may do little more than ring it.
+int bell = -1;
 
 void heard(int /*signal*/) {
-    const int before = errno;
-    static_cast<void>(::write(wakeUp, "!", 1) < 0);
-    errno = before;
+    SelfPipe::ring(bell);
 }
 
 } // namespace
@@ -38,8 +31,7 @@ struct QtLoop::State {
     std::optional<QCoreApplication> application;
     std::optional<QEventLoop> loop;
     bool isDone = false;
-    std::array<int, 2> pipe{-1, -1};
-    std::unique_ptr<QSocketNotifier> notifier;
+    std::optional<SelfPipe> signals;
 };
 
 QtLoop::QtLoop() : state_(std::make_unique<State>()) {
@@ -49,11 +41,10 @@ QtLoop::QtLoop() : state_(std::make_unique<State>()) {
 }
 
 QtLoop::~QtLoop() {
-    if (!state_->notifier) return;
+    if (!state_->signals) return;
     static_cast<void>(std::signal(SIGINT, SIG_DFL));
     static_cast<void>(std::signal(SIGTERM, SIG_DFL));
-    wakeUp = -1;
-    for (const int end : state_->pipe) ::close(end);
+    bell = -1;
 }
 
 void QtLoop::run() {
@@ -67,14 +58,10 @@ void QtLoop::quit() {
 }
 
 void QtLoop::onTermination(std::function<void()> then) {
-    if (::pipe2(state_->pipe.data(), O_CLOEXEC | O_NONBLOCK) != 0) fatal("the system gives no pipe");
-    wakeUp = state_->pipe[1];
-    state_->notifier = std::make_unique<QSocketNotifier>(state_->pipe[0], QSocketNotifier::Read);
-    QObject::connect(state_->notifier.get(), &QSocketNotifier::activated, state_->notifier.get(),
-                     [this, then = std::move(then)] {
-                         state_->notifier->setEnabled(false);
-                         then();
-                     });
+    state_->signals.emplace([then = std::move(then), isTold = false]() mutable {
+        if (!std::exchange(isTold, true)) then();
+    });
+    bell = state_->signals->bell();
     struct sigaction action{};
     action.sa_handler = heard;
     // The next one finds the default again: it ends a program that hangs.

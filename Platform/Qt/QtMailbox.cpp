@@ -1,65 +1,64 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Platform/Qt/QtMailbox.h"
 
-#include "LumaroCore/Support/Fatal.h"
-
-#include <sys/eventfd.h>
-#include <unistd.h>
-
-#include <algorithm>
-#include <iterator>
 #include <utility>
 
 namespace lumaro {
 namespace {
 
 // So many calls in one turn of the event loop: others want theirs.
-constexpr std::size_t callsPerTurn = 64;
+constexpr int callsPerTurn = 64;
 
 } // namespace
 
-QtMailbox::QtMailbox() : wire_(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {
-    if (wire_ < 0) fatal("the system gives no event descriptor");
-    bell_.emplace(wire_, QSocketNotifier::Read);
-    QObject::connect(&*bell_, &QSocketNotifier::activated, &*bell_, [this] { takeTurn(); });
+QtMailbox::QtMailbox() : bell_([this] { takeTurn(); }) {
 }
 
 QtMailbox::~QtMailbox() {
-    bell_.reset();
-    ::close(wire_);
+    if (isGone_ != nullptr) *isGone_ = true;
 }
 
-void QtMailbox::post(std::move_only_function<void()> call) {
+// Rung for the first that waits only: the turn that takes it sees to those behind it.
+void QtMailbox::post(Call call) {
     const std::scoped_lock lock{mutex_};
     calls_.push_back(std::move(call));
-    if (calls_.size() == 1) wakeUp();
+    if (calls_.size() == 1) bell_.ring();
 }
 
 void QtMailbox::empty() {
-    for (auto calls = take(callsPerTurn); !calls.empty(); calls = take(callsPerTurn)) {
-        for (auto& call : calls) call();
+    while (doNext()) {
     }
 }
 
-// A counter that is full wakes the loop as well.
-void QtMailbox::wakeUp() const {
-    static_cast<void>(::eventfd_write(wire_, 1));
-}
-
 void QtMailbox::takeTurn() {
-    eventfd_t rings = 0;
-    static_cast<void>(::eventfd_read(wire_, &rings));
-    for (auto& call : take(callsPerTurn)) call();
+    for (int i = 0; i < callsPerTurn; ++i) {
+        if (!doNext()) return;
+    }
+    const std::scoped_lock lock{mutex_};
+    if (!calls_.empty()) bell_.ring();
 }
 
-// What stays is another turn's.
-QtMailbox::Calls QtMailbox::take(std::size_t most) {
+// Whether the box is still there, and another call may wait in it.
+bool QtMailbox::doNext() {
+    auto call = next();
+    if (!call) return false;
+    bool isGone = false;
+    auto* const outer = std::exchange(isGone_, &isGone);
+    (*call)();
+    if (isGone) {
+        if (outer != nullptr) *outer = true;
+        return false;
+    }
+    isGone_ = outer;
+    return true;
+}
+
+std::optional<QtMailbox::Call> QtMailbox::next() {
     const std::scoped_lock lock{mutex_};
-    const auto end = calls_.begin() + static_cast<std::ptrdiff_t>(std::min(most, calls_.size()));
-    Calls taken{std::move_iterator{calls_.begin()}, std::move_iterator{end}};
-    calls_.erase(calls_.begin(), end);
-    if (!calls_.empty()) wakeUp();
-    return taken;
+    if (calls_.empty()) return std::nullopt;
+    auto call = std::move(calls_.front());
+    calls_.pop_front();
+    return call;
 }
 
 } // namespace lumaro

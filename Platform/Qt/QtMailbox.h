@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <QSocketNotifier>
+#include "Platform/Qt/SelfPipe.h"
 
-#include <cstddef>
 #include <deque>
 #include <functional>
 #include <mutex>
@@ -15,28 +14,28 @@ namespace lumaro {
 /// the thread that made the box. What was not done when the box goes is never done.
 class QtMailbox {
 public:
+    using Call = std::move_only_function<void()>;
+
     QtMailbox();
     QtMailbox(const QtMailbox&) = delete;
     QtMailbox& operator=(const QtMailbox&) = delete;
-    /// On its thread.
+    /// On its thread, also from within one of its calls.
     ~QtMailbox();
 
-    /// From any thread. Calls may post others, but not destroy the box.
-    void post(std::move_only_function<void()> call);
-    /// Does at once all that waits. On the box's thread.
+    /// From any thread. Calls may post others.
+    void post(Call call);
+    /// Does at once all that waits, and what that posts. On the box's thread.
     void empty();
 
 private:
-    using Calls = std::deque<std::move_only_function<void()>>;
-
-    void wakeUp() const;
     void takeTurn();
-    Calls take(std::size_t most);
+    bool doNext();
+    std::optional<Call> next();
 
-    int wire_; // an eventfd: rung by whoever posts, heard by the event loop
-    std::optional<QSocketNotifier> bell_;
     std::mutex mutex_;
-    Calls calls_;
+    std::deque<Call> calls_;
+    bool* isGone_ = nullptr; ///< where the call under way looks whether the box is still there
+    SelfPipe bell_;
 };
 
 } // namespace lumaro

@@ -3,6 +3,7 @@
 """Two people at the real windows, with real keys and a real pointer, against a real room: what one does, the other sees on their screen."""
 import argparse
 import pathlib
+import shutil
 import subprocess
 import sys
 import time
@@ -125,6 +126,12 @@ def it_hangs_on_the_desktop(ana, _bo):
     check("behind the icons", "_NET_WM_WINDOW_TYPE_DESKTOP" in kind)
 
 
+def it_opens_at_login(ana, _bo):
+    program = shutil.which(ana.lumaro, path=ana.screen.env["PATH"])
+    entry = ana.screen.folder / "home" / ".config" / "autostart" / "lumaro-ana.desktop"
+    check("the program where it lies, however it was called", f'Exec="{program}" ' in entry.read_text())
+
+
 def main():
     parser = argparse.ArgumentParser()
     for program in ("lumaro", "lumaroctl", "room"):
@@ -132,10 +139,14 @@ def main():
     programs = parser.parse_args()
     with Screen() as screen:
         room = Room(screen, programs.room)
-        ana, bo = (Person(screen, name, programs.lumaro, programs.lumaroctl, room, at) for name, at in (("ana", (0, 0)), ("bo", (1240, 0))))
+        # By its name alone, as a shell finds it.
+        program = pathlib.Path(programs.lumaro).resolve()
+        screen.env["PATH"] = f"{program.parent}:{screen.env['PATH']}"
+        ana, bo = (Person(screen, name, program.name, programs.lumaroctl, room, at) for name, at in (("ana", (0, 0)), ("bo", (1240, 0))))
         for deed in (pair, a_quick_note_comes_to_the_others_screen, it_is_dragged_and_undone_on_both_screens, it_is_written_on,
                      keys_move_turn_and_keep_it, a_picture_is_pasted_and_a_doodle_drawn, taking_down_takes_down,
-                     a_closed_board_has_what_was_typed_and_a_second_start_opens_it, it_hangs_on_the_desktop):
+                     a_closed_board_has_what_was_typed_and_a_second_start_opens_it, it_hangs_on_the_desktop,
+                     it_opens_at_login):
             deed(ana, bo)
             print("ok", deed.__name__, flush=True)
 
