@@ -6,7 +6,6 @@
 #include "LumaroCore/Pairing/PairingMessages.h"
 #include "LumaroCore/Protocol/CoupleToken.h"
 #include "LumaroCore/Protocol/Messages.h"
-#include "LumaroCore/Protocol/Presence.h"
 #include "LumaroCore/Services/ContactCard.h"
 #include "LumaroCore/SyncClient/SyncClient.h"
 

@@ -8,7 +8,6 @@
 
 #include <gtest/gtest.h>
 
-#include <limits>
 #include <map>
 #include <set>
 
@@ -61,9 +60,20 @@ TEST_F(DurableOutboxTest, LoadsInTheOrderOfSequencesAndGoesOnAboveTheLargest) {
     auto outbox = open();
     EXPECT_EQ(sequences(outbox), (std::vector<std::int64_t>{3, 7, 1000000000000}));
     EXPECT_EQ(outbox.append(painted(), numberedId(1), noon)->sequence, 1000000000001);
-    putBatch(std::numeric_limits<std::int64_t>::max());
+}
+
+TEST_F(DurableOutboxTest, O6_O8_SequencesEndWithoutOverflow) {
+    constexpr auto end = DurableOutbox::endOfSequences;
+    putBatch(end);
+    auto outbox = open();
+    EXPECT_EQ(outbox.lostFiles(), 1U) << "nothing could come behind it";
+    EXPECT_EQ(outbox.append(painted(), numberedId(1), noon)->sequence, 0);
+    putBatch(end - 2);
     EXPECT_TRUE(outbox.reload());
-    EXPECT_EQ(outbox.nextSequence(), std::numeric_limits<std::int64_t>::max());
+    EXPECT_EQ(outbox.append(painted(), numberedId(2), noon)->sequence, end - 1);
+    for (std::uint64_t refused = 3; refused < 5; ++refused)
+        EXPECT_FALSE(outbox.append(painted(), numberedId(refused), noon));
+    EXPECT_EQ(sequences(open()), (std::vector<std::int64_t>{0, end - 2, end - 1}));
 }
 
 TEST_F(DurableOutboxTest, ABadFileCostsOnlyItself) {

@@ -65,6 +65,7 @@ TEST(ServerMessage, P25_P26_ReadsWhatAnotherRoomMayWrite) {
     const std::string board = R"({"background":"sky","updatedAt":1,"items":[]})";
     const std::string welcomed = R"({"v":1,"type":"welcome","partner":"b","board":{"v":1,)" + board.substr(1);
     const std::string unknownItem = R"({"op":"upsert","item":{"id":7,"kind":"hologram","payload":[1]}})";
+    const std::string unknownOp = R"({"item":[{"kind":7}],"op":"tie","item":null})";
     const std::string known = R"({"op":"setBackground","background":"oat"})";
     const auto opsOf = [](const std::string& ops) { return R"(,"author":"a","ops":[)" + ops + "]}"; };
     const std::vector<std::pair<std::string, std::string>> cases = {
@@ -76,6 +77,8 @@ TEST(ServerMessage, P25_P26_ReadsWhatAnotherRoomMayWrite) {
          R"({"v":1,"type":"roster","online":["a"],"names":{},"paired":[]})"},
         {R"({"type":"roster","online":[],"online2":1})", R"({"v":1,"type":"roster","online":[],"paired":["a","b"]})"},
         {R"({"type":"ops",)" + id + opsOf(unknownItem + "," + known), R"({"v":1,"type":"ops",)" + id + opsOf(known)},
+        {R"({"type":"ops",)" + id + opsOf(unknownOp + "," + known + "," + unknownOp),
+         R"({"v":1,"type":"ops",)" + id + opsOf(known)},
         {R"({"type":"ops",)" + id + opsOf(unknownItem), R"({"v":1,"type":"ops",)" + id + opsOf("")},
         {R"({"type":"ack","batchId":"C0FFEE00-0000-4000-8000-0000000000AA"})", R"({"v":1,"type":"ack",)" + id + "}"},
         {R"({"type":"presence","from":"a","nowPlaying":null,"here":null,"activity":"idle"})",
@@ -86,20 +89,27 @@ TEST(ServerMessage, P25_P26_ReadsWhatAnotherRoomMayWrite) {
 }
 
 TEST(ServerMessage, P25_P26_NamesTheFaultAndPlaceOfWhatItCannotRead) {
-    const std::string here = R"("here":{"lat":1,"lon":1,"label":"x","tz":"UTC","precision":"block","since":1,)";
-    const std::vector<std::tuple<DecodeFault, const char*, std::string>> cases = {
+    const std::string deep = std::string(1000, '[') + std::string(1000, ']');
+    std::string nested;
+    for (int depth = 1; depth < maxJsonDepth; ++depth) nested += "[0]";
+    const std::vector<std::tuple<DecodeFault, std::string, std::string>> cases = {
         {wrongType, "$", "hb "},
         {missingKey, "$.type", R"({"v":1})"},
         {invalidValue, "$.type", R"({"type":"dance"})"},
         {invalidValue, "$.batchId", R"({"type":"ack","batchId":"c0ffee"})"},
         {missingKey, "$.author", R"({"type":"ops",)" + id + R"(,"ops":[]})"},
-        {invalidValue, "$.ops[1].op",
-         R"({"type":"ops",)" + id + R"(,"author":"a","ops":[{"op":"setBackground","background":"sky"},{"op":"x"}]})"},
+        {invalidValue, "$.ops[1].background",
+         R"({"type":"ops",)" + id + R"(,"author":"a","ops":[{"op":"x"},{"op":"setBackground","background":"x"}]})"},
+        {wrongType, "$.ops[0].op", R"({"type":"ops",)" + id + R"(,"author":"a","ops":[{"op":7}]})"},
+        {malformed, "$.ops[0].x", R"({"type":"ops",)" + id + R"(,"author":"a","ops":[{"op":"new","x":tru}]})"},
         {invalidValue, "$.online[1]", R"({"type":"roster","online":["a","c"]})"},
         {wrongType, "$.names.b", R"({"type":"roster","online":[],"names":{"b":7}})"},
         {invalidValue, "$.activity", R"({"type":"presence","from":"a","activity":"typing"})"},
-        {wrongType, "$.nowPlaying.isPlaying", R"({"type":"presence","nowPlaying":{"isPlaying":1}})"},
-        {missingKey, "$.here.sampledAt", R"({"type":"presence","from":"a",)" + here + R"("weather":null}})"},
+        {missingKey, "$.activity", R"({"type":"presence","from":"a","nowPlaying":{"source":"radio"}})"},
+        {duplicateKey, "$.here", R"({"type":"presence","from":"a","here":{"lat":"x"},"here":null,"activity":"idle"})"},
+        {malformed, "$.nowPlaying.later", R"({"type":"presence","nowPlaying":{"isPlaying":1,"later":tru}})"},
+        {malformed, "$.here", R"({"type":"presence","here":nul,"from":"a"})"},
+        {tooDeep, "$.here" + nested, R"({"type":"presence","here":)" + deep + "}"},
         {outOfRange, "$.threadTiedAt", R"({"type":"thread","threadTiedAt":9223372036854776})"},
         {wrongType, "$.code", R"({"type":"error","code":7,"message":""})"}};
     for (const auto& [fault, path, text] : cases) {
@@ -107,6 +117,46 @@ TEST(ServerMessage, P25_P26_NamesTheFaultAndPlaceOfWhatItCannotRead) {
         const auto error = read ? DecodeError{} : read.error();
         EXPECT_EQ(error.fault, fault) << text;
         EXPECT_EQ(error.path, path) << text << '\n' << error.message;
+    }
+}
+
+// Each in a presence of a device and of a room, as it stands there and as it reads.
+TEST(Messages, P43_AValueOfTomorrowCostsItsFieldNeverTheMessage) {
+    const std::string track =
+        R"({"isPlaying":true,"progressMs":1,"sampledAt":2,"durationMs":3,"title":"t","artist":"a",)";
+    const std::string playing = track + R"("source":"spotify"})";
+    const std::string spot = R"({"lat":1,"lon":2,"label":"x","tz":"UTC","precision":"block","since":1,"sampledAt":2)";
+    const std::string placed = spot + "}";
+    const std::string fair = R"({"tempC":1,"code":2,"isDay":true,"sampledAt":3)";
+    struct Case {
+        std::string nowPlaying, here, readNowPlaying, readHere;
+    };
+    const std::vector<Case> cases = {
+        {playing, placed, playing, placed},
+        {track + R"("source":"radio"})", placed, "null", placed},
+        {track + R"("artworkURL":[1,{"a":"}"}],"source":"spotify"})", placed, "null", placed},
+        {R"({"source":"spotify"})", placed, "null", placed},
+        {R"({"progressMs":0.5,"deep":{"source":[{}]}})", placed, "null", placed},
+        {R"({"title":"a","title":"b"})", placed, "null", placed},
+        {"[1,2]", "7", "null", "null"},
+        {R"("a tune")", "false", "null", "null"},
+        {playing, R"({"precision":"street","lat":1e999})", playing, "null"},
+        {playing, spot + R"(,"tz":"UTC"})", playing, "null"},
+        {playing, spot + R"(,"weather":)" + fair + "}}", playing, spot + R"(,"weather":)" + fair + "}}"},
+        {playing, spot + R"(,"weather":)" + fair + R"(,"feelsC":"mild"}})", playing, placed},
+        {playing, R"({"weather":"fair",)" + placed.substr(1), playing, placed}};
+    for (const auto& [nowPlaying, here, readNowPlaying, readHere] : cases) {
+        const auto fields = [](const std::string& music, const std::string& place) {
+            return R"("nowPlaying":)" + music + R"(,"here":)" + place + R"(,"activity":"editing"})";
+        };
+        const auto given = R"({"v":1,"type":"presence",)" + fields(nowPlaying, here);
+        EXPECT_EQ(rewritten<ClientMessage>(given), R"({"v":1,"type":"presence",)" + fields(readNowPlaying, readHere));
+        const std::string fromRoom = R"({"v":1,"type":"presence","from":"b",)";
+        auto same = fromRoom + fields(readNowPlaying, readHere);
+        for (const char* none : {R"("nowPlaying":null,)", R"("here":null,)"}) {
+            if (const auto at = same.find(none); at != std::string::npos) same.erase(at, std::string{none}.size());
+        }
+        EXPECT_EQ(rewritten<ServerMessage>(fromRoom + fields(nowPlaying, here)), same) << given;
     }
 }
 

@@ -58,7 +58,7 @@ QString noPlace(PartnerID slot, const LiveContext& live) {
 
 std::optional<Sky> skyOver(const std::optional<Here>& here) {
     if (!here || !here->weather) return std::nullopt;
-    return skyOf(here->weather->code, here->weather->isDay);
+    return here->weather->sky();
 }
 
 ClocksFace::Side side(PartnerID slot, const LiveContext& live) {
