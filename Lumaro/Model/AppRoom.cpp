@@ -235,7 +235,7 @@ void AppModel::welcomeItems(const std::vector<const BoardItem*>& added) {
         announce();
     });
     if (!ports_.defaults.boolean("notifiesOfItems").value_or(true)) return;
-    LocalNotification notification{state_.partnerDisplayName, newsOf(added, board(), state_.partnerDisplayName), {}};
+    auto notification = newsOf(added, board(), state_.partnerDisplayName);
     for (const auto* const item : added) {
         const auto id = mediumOf(item->payload);
         if (id && !notification.picturePath) notification.picturePath = media_.pathOf(*id);

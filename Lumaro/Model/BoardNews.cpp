@@ -2,12 +2,33 @@
 #include "Lumaro/Model/BoardNews.h"
 
 #include "LumaroCore/Support/Overloaded.h"
+#include "LumaroCore/Support/Unicode.h"
 
 #include <algorithm>
 #include <variant>
 
 namespace lumaro {
 namespace {
+
+// A notification shows the first lines; a note may hold thousands.
+constexpr std::size_t longestNews = 200;
+
+bool isBlank(std::string_view text) {
+    while (const auto character = takeCharacter(text)) {
+        if (!isInvisible(*character)) return false;
+    }
+    return true;
+}
+
+std::string_view withoutBlankLines(std::string_view text) {
+    for (auto end = text.find('\n'); end != text.npos && isBlank(text.substr(0, end)); end = text.find('\n')) {
+        text.remove_prefix(end + 1);
+    }
+    for (auto end = text.rfind('\n'); end != text.npos && isBlank(text.substr(end)); end = text.rfind('\n')) {
+        text = text.substr(0, end);
+    }
+    return trimmed(text);
+}
 
 std::string summaryOf(const DoodlePayload& doodle, const Board& board) {
     const auto surface = doodle.on ? std::ranges::find(board.items, *doodle.on, &BoardItem::id) : board.items.end();
@@ -20,9 +41,17 @@ std::string summaryOf(const DoodlePayload& doodle, const Board& board) {
 }
 
 std::string summaryOf(const NotePayload& note) {
-    auto text = note.pm.plainText();
-    const bool isBlank = text.find_first_not_of(" \t\n\r") == std::string::npos;
-    return isBlank ? "a note" : text;
+    const auto whole = note.pm.plainText();
+    const auto text = withoutBlankLines(whole);
+    if (isBlank(text)) return "a note";
+    const auto start = firstCharacters(text, longestNews);
+    return start.size() == text.size() ? std::string{text} : std::string{trimmed(start)} + "…";
+}
+
+std::string bodyOf(std::span<const BoardItem* const> items, const Board& board, std::string_view name) {
+    if (items.size() > 1) return std::string{name} + " sent " + std::to_string(items.size()) + " things";
+    const auto summary = summaryOf(*items.front(), board);
+    return summary ? *summary : std::string{name} + " pinned something up";
 }
 
 } // namespace
@@ -44,11 +73,11 @@ std::optional<std::string> summaryOf(const BoardItem& item, const Board& board) 
                       item.payload.value());
 }
 
-std::string newsOf(std::span<const BoardItem* const> items, const Board& board, std::string_view partnerName) {
-    const std::string name{partnerName};
-    if (items.size() > 1) return name + " sent " + std::to_string(items.size()) + " things";
-    const auto summary = summaryOf(*items.front(), board);
-    return summary ? *summary : name + " pinned something up";
+LocalNotification newsOf(std::span<const BoardItem* const> items, const Board& board, std::string_view partnerName) {
+    const bool isNamed = !isBlank(partnerName);
+    return {.title = isNamed ? std::string{partnerName} : "Lumaro",
+            .body = bodyOf(items, board, isNamed ? partnerName : "your person"),
+            .picturePath = std::nullopt};
 }
 
 } // namespace lumaro

@@ -48,6 +48,29 @@ std::optional<char32_t> takeCharacter(std::string_view& text) {
     return static_cast<char32_t>(character);
 }
 
+bool isInvisible(char32_t character) {
+    constexpr char32_t blankBraille = 0x2800; // a symbol to Unicode
+    const auto* const property = utf8proc_get_property(static_cast<utf8proc_int32_t>(character));
+    return classOf(character) == CharacterClass::space || property->category == UTF8PROC_CATEGORY_CC ||
+           property->ignorable != 0 || character == blankBraille;
+}
+
+std::string_view firstCharacters(std::string_view text, std::size_t count) {
+    auto rest = text;
+    utf8proc_int32_t state = 0;
+    char32_t before = 0;
+    for (std::size_t begun = 0;;) {
+        const auto taken = text.size() - rest.size();
+        const auto character = takeCharacter(rest);
+        if (!character) return text.substr(0, taken);
+        const bool begins =
+            taken == 0 || utf8proc_grapheme_break_stateful(static_cast<utf8proc_int32_t>(before),
+                                                           static_cast<utf8proc_int32_t>(*character), &state);
+        if (begins && begun++ == count) return text.substr(0, taken);
+        before = *character;
+    }
+}
+
 std::string_view trimmed(std::string_view text) {
     const auto isSpace = [](std::optional<char32_t> character) {
         return character && classOf(*character) == CharacterClass::space;

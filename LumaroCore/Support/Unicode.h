@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string_view>
@@ -23,6 +24,12 @@ std::optional<int> digitValue(char32_t character);
 
 /// Takes the first character off a UTF-8 text; none at its end and where it is not UTF-8.
 std::optional<char32_t> takeCharacter(std::string_view& text);
+
+/// Whether nothing of the character is seen: white space, controls, and what Unicode has displayed as nothing.
+bool isInvisible(char32_t character);
+
+/// The start of a UTF-8 text, at most so many characters as people count them (extended grapheme clusters).
+std::string_view firstCharacters(std::string_view text, std::size_t count);
 
 /// The text without white space and line breaks at its ends.
 std::string_view trimmed(std::string_view text);

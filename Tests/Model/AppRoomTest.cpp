@@ -89,7 +89,7 @@ TEST_F(AppRoomTest, EveryKindHasItsWords) {
     for (const auto& [payload, words] : cases) {
         const BoardItem item = itemWith(ids.next(), payload);
         const BoardItem* const items[] = {&item};
-        EXPECT_EQ(newsOf(items, board, "Ben"), words);
+        EXPECT_EQ(newsOf(items, board, "Ben").body, words);
     }
 }
 
