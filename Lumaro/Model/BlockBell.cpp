@@ -5,50 +5,64 @@
 
 #include <algorithm>
 #include <chrono>
+#include <utility>
+#include <vector>
 
 namespace lumaro {
 namespace {
 
-// The clock may jump while one waits: look at it again at times.
+// A wait does not see that the clock was set: the clock is read again at least this often.
 constexpr Seconds longestWait{60};
+
+std::set<Instant> endsOn(const Board& board, PartnerID slot) {
+    std::set<Instant> ends;
+    for (const auto& item : board.items) {
+        const auto* const timer = item.payload.as<PomodoroPayload>();
+        if (timer == nullptr || !Pomodoro::includes(*timer, slot)) continue;
+        if (const auto end = Pomodoro::endsAt(*timer)) ends.insert(*end);
+    }
+    return ends;
+}
 
 } // namespace
 
 void BlockBell::watch(const Board& board, PartnerID slot) {
     const auto now = clock_.now();
-    std::optional<Instant> next;
-    bool isAwaitedStill = false;
-    for (const auto& item : board.items) {
-        const auto* const timer = item.payload.as<PomodoroPayload>();
-        if (timer == nullptr || !Pomodoro::includes(*timer, slot)) continue;
-        const auto end = Pomodoro::endsAt(*timer);
-        if (!end) continue;
-        if (end == awaited_) isAwaitedStill = true;
-        if (*end > now && (!next || *end < *next)) next = end;
+    const auto ends = endsOn(board, slot);
+    const auto isGone = [&](Instant end) { return !ends.contains(end); };
+    std::erase_if(awaited_, isGone);
+    std::erase_if(past_, isGone);
+    for (const auto end : ends) {
+        if (end > now && !past_.contains(end)) awaited_.insert(end);
     }
-    const auto due = awaited_;
-    awaited_ = next;
-    wait_.reset();
-    if (awaited_) look();
-    // One that ended while the machine slept rings as long as its card does.
-    if (due && isAwaitedStill && *due <= now && now < *due + Pomodoro::ringingSpan) ring_(*due);
+    ringDue();
 }
 
 void BlockBell::stop() {
-    awaited_.reset();
+    awaited_.clear();
+    past_.clear();
     wait_.reset();
 }
 
-void BlockBell::look() {
-    const auto left = std::chrono::duration_cast<Seconds>(*awaited_ - clock_.now());
-    if (left > Seconds{0}) {
-        wait_ = sleeper_.wait(std::min(left, longestWait), [this] { look(); });
-        return;
+void BlockBell::ringDue() {
+    const auto now = clock_.now();
+    std::vector<Instant> due;
+    while (!awaited_.empty() && *awaited_.begin() <= now) {
+        const auto end = *awaited_.begin();
+        awaited_.erase(awaited_.begin());
+        past_.insert(end);
+        if (now < saturatingAdd(end, Pomodoro::ringingSpan)) due.push_back(end);
     }
-    const auto end = *awaited_;
-    awaited_.reset();
+    waitForNext();
+    // Last, as whoever hears it may call this bell again.
+    for (const auto end : due) ring_(end);
+}
+
+void BlockBell::waitForNext() {
     wait_.reset();
-    if (-left < Pomodoro::ringingSpan) ring_(end);
+    if (awaited_.empty()) return;
+    const Seconds left{secondsBetween(clock_.now(), *awaited_.begin())};
+    wait_ = sleeper_.wait(std::min(left, longestWait), [this] { ringDue(); });
 }
 
 } // namespace lumaro

@@ -7,12 +7,16 @@
 
 #include <functional>
 #include <memory>
-#include <optional>
+#include <set>
 
 namespace lumaro {
 
-/// Rings when a phase of a block card ends that this person takes part in: once for each end, and only for phases that
-/// were seen running.
+/// Rings when a phase of a block card ends that this person takes part in.
+///
+/// Each end rings once, however many cards share it and however often the clock is set. Only phases that were seen
+/// running ring. Where the machine slept over an end, it rings on waking if that is within the hour in which the card
+/// itself rings (`Pomodoro::ringingSpan`), and not at all later. A clock that is set while the machine is awake is
+/// noticed within a minute, or at the next `watch`.
 class BlockBell {
 public:
     /// `ring` is called with the end that has come. The ports outlive the bell.
@@ -24,12 +28,15 @@ public:
     void stop();
 
 private:
-    void look();
+    void ringDue();
+    void waitForNext();
 
     Sleeper& sleeper_;
     WallClock& clock_;
     std::function<void(Instant)> ring_;
-    std::optional<Instant> awaited_;
+    // Of cards on the board, at most one end each.
+    std::set<Instant> awaited_;
+    std::set<Instant> past_; ///< ends that have rung, or were too old to ring
     std::unique_ptr<Sleeper::Wait> wait_;
 };
 
