@@ -2,9 +2,9 @@
 #include "LumaroControl/BoardText.h"
 
 #include "LumaroControl/Moments.h"
-#include "LumaroControl/OneLine.h"
 #include "LumaroCore/BoardLogic/BoardDiff.h"
 #include "LumaroCore/Support/EnumNames.h"
+#include "LumaroCore/Support/OneLine.h"
 #include "LumaroCore/Support/Overloaded.h"
 
 #include <algorithm>

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "LumaroControl/ExitStatus.h"
-#include "LumaroControl/OneLine.h"
+#include "LumaroCore/Support/OneLine.h"
 
 #include <iosfwd>
 #include <string>

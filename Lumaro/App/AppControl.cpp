@@ -3,8 +3,8 @@
 
 #include "Lumaro/Model/AppStatus.h"
 #include "LumaroControl/BoardText.h"
-#include "LumaroControl/OneLine.h"
 #include "LumaroCore/Support/Fatal.h"
+#include "LumaroCore/Support/OneLine.h"
 #include "LumaroCore/Support/Overloaded.h"
 #include "LumaroCore/Support/Wire.h"
 

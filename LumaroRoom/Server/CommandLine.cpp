@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "LumaroRoom/Server/CommandLine.h"
 
+#include "LumaroCore/Support/OneLine.h"
 #include "LumaroRoom/Server/Url.h"
 
 #include <CLI/CLI.hpp>
@@ -152,12 +153,6 @@ std::expected<Command, std::string> serveCommand(Options& options) {
     return ServeCommand{std::move(config)};
 }
 
-// One line, whatever an argument put into the message.
-std::string oneLine(std::string text) {
-    std::ranges::replace_if(text, [](unsigned char c) { return c < 0x20 || c == 0x7f; }, ' ');
-    return text;
-}
-
 } // namespace
 
 std::expected<Command, std::string> parseCommandLine(std::span<char* const> arguments) {
@@ -179,7 +174,7 @@ std::expected<Command, std::string> parseCommandLine(std::span<char* const> argu
     } catch (const CLI::CallForHelp&) {
         return HelpCommand{app.help()};
     } catch (const CLI::ParseError& error) {
-        return std::unexpected(oneLine(error.what()));
+        return std::unexpected(onOneLine(error.what()));
     }
     if (*backup) return BackupCommand{options.database, options.file};
     if (*restore) return RestoreCommand{options.database, options.file};

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "LumaroRoom/Server/LineLog.h"
 
+#include "LumaroCore/Support/OneLine.h"
+
 #include <unistd.h>
 
 #include <array>
@@ -38,10 +40,10 @@ void LineLog::write(LogLevel level, std::string_view category, std::string_view 
     if (level < least_) return;
     std::string line = "time=" + timeText(clock_.now());
     line.append(" level=").append(textOf(level)).append(" part=").append(category).append(" event=\"");
-    // A message may quote a peer: it stays one line and one value, and no terminal takes orders from it.
-    for (const char c : message) {
+    // A message may quote a peer: it stays one value.
+    for (const char c : onOneLine(message)) {
         if (c == '"' || c == '\\') line.push_back('\\');
-        line.push_back(static_cast<unsigned char>(c) < 0x20 || c == 0x7f ? '?' : c);
+        line.push_back(c);
     }
     line.append("\"\n");
     // There is nowhere to tell that the log cannot be written.

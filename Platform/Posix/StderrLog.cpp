@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Platform/Posix/StderrLog.h"
 
+#include "LumaroCore/Support/OneLine.h"
+
 #include <unistd.h>
 
 #include <string>
@@ -10,12 +12,7 @@ namespace lumaro {
 void StderrLog::write(LogLevel level, std::string_view category, std::string_view message) {
     if (level < least_) return;
     std::string line{category};
-    line.append(": ").append(message);
-    // A message may quote a peer; it stays one line, and no terminal takes orders from it.
-    for (char& c : line) {
-        if (static_cast<unsigned char>(c) < 0x20 || c == 0x7f) c = '?';
-    }
-    line.push_back('\n');
+    line.append(": ").append(onOneLine(message)).append("\n");
     // There is nowhere to tell that the log cannot be written.
     static_cast<void>(::write(STDERR_FILENO, line.data(), line.size()) < 0);
 }

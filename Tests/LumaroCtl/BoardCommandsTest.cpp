@@ -178,7 +178,6 @@ TEST_F(BoardCommandsTest, RequestsAndAnswersTravelUnchanged) {
 }
 
 TEST(BoardText, TakesNoOrdersFromAPeer) {
-    EXPECT_EQ(onOneLine("a\x1b[2J\nb\xc2\x9b\x31\x7f\xc3\xa9"), "a?[2J?b?1?\xc3\xa9");
     EXPECT_EQ(nameOfSlot({{"\x1b]0;x\a"}, {}}, PartnerID::a), "?]0;x?");
     BoardItem item;
     item.payload = samples::plainNote(std::string(59, 'x') + "\xc3\xa9\xc3\xa9");

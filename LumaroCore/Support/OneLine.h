@@ -6,7 +6,8 @@
 
 namespace lumaro {
 
-/// The text without line ends and other control characters, whatever a peer or the input put into it.
+/// The text with "?" in place of each line end and control character, whatever a peer or the input put into it: it
+/// stays one line, and no terminal takes orders from it.
 std::string onOneLine(std::string_view text);
 
 } // namespace lumaro
