@@ -4,9 +4,9 @@
 #include "LumaroRoom/Server/LineLog.h"
 #include "LumaroRoom/Server/Server.h"
 #include "LumaroRoom/Server/SystemRandomSource.h"
+#include "LumaroRoom/Sqlite/DatabaseFiles.h"
 #include "LumaroRoom/Sqlite/Maintenance.h"
 #include "LumaroRoom/Sqlite/SqliteStore.h"
-#include "Platform/Posix/PosixFileSystem.h"
 #include "Platform/Posix/SystemClock.h"
 
 #include <sys/resource.h>
@@ -54,9 +54,8 @@ int serve(ServeCommand command) {
     SystemRandomSource random;
     LineLog log{clock, command.config.logLevel};
     const auto& path = command.config.databasePath;
-    if (const auto slash = path.rfind('/'); slash != std::string::npos && slash != 0) {
-        const auto made = PosixFileSystem{}.createDirectories(path.substr(0, slash));
-        if (!made) return fail("the database's folder cannot be made: " + made.error().message);
+    if (const auto made = makeFolderOf(path); !made) {
+        return fail("the database's folder cannot be made: " + made.error().message);
     }
     auto store = SqliteStore::open(path, log);
     if (!store) return fail("the database cannot be opened: " + store.error().message);

@@ -71,6 +71,13 @@ std::string_view firstCharacters(std::string_view text, std::size_t count) {
     }
 }
 
+bool isUtf8(std::string_view text) {
+    while (!text.empty()) {
+        if (!takeCharacter(text)) return false;
+    }
+    return true;
+}
+
 std::string_view trimmed(std::string_view text) {
     const auto isSpace = [](std::optional<char32_t> character) {
         return character && classOf(*character) == CharacterClass::space;

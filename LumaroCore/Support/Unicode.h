@@ -31,6 +31,8 @@ bool isInvisible(char32_t character);
 /// The start of a UTF-8 text, at most so many characters as people count them (extended grapheme clusters).
 std::string_view firstCharacters(std::string_view text, std::size_t count);
 
+bool isUtf8(std::string_view text);
+
 /// The text without white space and line breaks at its ends.
 std::string_view trimmed(std::string_view text);
 

@@ -40,6 +40,17 @@ StoreResult<FolderLock> lockDatabase(const std::string& path) {
     return std::unexpected(std::visit(Overloaded{inUse, failed}, lock.error()));
 }
 
+std::string folderOf(const std::string& path) {
+    const auto folder = std::filesystem::path{path}.parent_path().string();
+    return folder.empty() ? "." : folder;
+}
+
+StoreResult<void> makeFolderOf(const std::string& path) {
+    const auto made = PosixFileSystem{}.createDirectories(folderOf(path));
+    if (!made) return std::unexpected(storeError(made.error()));
+    return {};
+}
+
 StoreResult<void> createPrivately(const std::string& path) {
     std::error_code unknown;
     if (std::filesystem::exists(path, unknown)) return {};

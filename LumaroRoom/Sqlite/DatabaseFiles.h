@@ -13,6 +13,12 @@ namespace lumaro {
 /// and ".lock". Readers need none.
 [[nodiscard]] StoreResult<FolderLock> lockDatabase(const std::string& path);
 
+/// The folder that a path lies in.
+std::string folderOf(const std::string& path);
+
+/// Makes that folder, and those above it, where there is none.
+[[nodiscard]] StoreResult<void> makeFolderOf(const std::string& path);
+
 /// An empty file for its owner alone, where there is none yet.
 [[nodiscard]] StoreResult<void> createPrivately(const std::string& path);
 

@@ -3,6 +3,7 @@
 
 #include "LumaroCore/BoardModel/Board.h"
 #include "LumaroCore/BoardModel/BoardSpec.h"
+#include "LumaroCore/Support/Unicode.h"
 #include "LumaroCore/Support/Wire.h"
 #include "LumaroRoom/Sqlite/Database.h"
 #include "LumaroRoom/Sqlite/DatabaseFiles.h"
@@ -20,11 +21,6 @@ using Access = Database::Access;
 
 StoreError at(const std::string& path, const StoreError& error) {
     return {path + ": " + error.message, error.fault};
-}
-
-std::string folderOf(const std::string& path) {
-    const auto folder = std::filesystem::path{path}.parent_path().string();
-    return folder.empty() ? "." : folder;
 }
 
 template <class T>
@@ -130,6 +126,20 @@ StoreResult<void> expectNone(Rows rows, const char* fault, std::vector<std::stri
     return rows.ended();
 }
 
+StoreResult<void> checkNames(Database& database, std::vector<std::string>& faults) {
+    auto rows = database.query("SELECT num, coalesce(name_a, ''), coalesce(name_b, '') FROM couples");
+    std::int64_t couple = 0;
+    std::string_view a;
+    std::string_view b;
+    while (rows.next()) {
+        rows >> couple >> a >> b;
+        if (!isUtf8(a) || !isUtf8(b)) {
+            faults.push_back("couple number " + std::to_string(couple) + ": a name is not UTF-8");
+        }
+    }
+    return rows.ended();
+}
+
 StoreResult<void> checkCouples(Database& database, std::vector<std::string>& faults) {
     const auto maxItems = static_cast<std::int64_t>(BoardSpec::maxLiveItems);
     auto done = expectNone(database.query("SELECT couple FROM items GROUP BY couple HAVING count(*) > ?1", maxItems),
@@ -177,11 +187,13 @@ StoreResult<void> Maintenance::backup(const std::string& database, const std::st
 }
 
 StoreResult<void> Maintenance::restore(const std::string& file, const std::string& database) {
+    auto done = verify(file);
+    if (done) done = makeFolderOf(database);
+    if (!done) return done;
     const auto lock = lockDatabase(database);
     if (!lock) return std::unexpected(lock.error());
-    auto done = verify(file);
     const auto partial = database + ".partial";
-    if (done) done = copyTo(file, partial);
+    done = copyTo(file, partial);
     if (!done) return done;
     // The old log must not be taken for the new database's.
     settle(database);
@@ -208,6 +220,7 @@ StoreResult<Maintenance::CheckReport> Maintenance::check(const std::string& data
     if (done && *version > 0) done = countRows(*opened, report);
     if (done && *version > 0) done = checkItems(*opened, report.faults);
     if (done && *version > 0) done = checkCouples(*opened, report.faults);
+    if (done && *version > 0) done = checkNames(*opened, report.faults);
     if (!done) return std::unexpected(at(database, done.error()));
     return report;
 }

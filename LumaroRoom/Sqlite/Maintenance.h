@@ -16,8 +16,9 @@ namespace Maintenance {
 /// through. The server may be running.
 [[nodiscard]] StoreResult<void> backup(const std::string& database, const std::string& file);
 
-/// Puts a backup in the database's place: at every moment one of the two is there whole. `inUse` while the server runs;
-/// a file that is damaged, newer than this program or no backup at all is refused before anything is touched.
+/// Puts a backup in the database's place, whose folder is made where there is none: at every moment one of the two is
+/// there whole. `inUse` while the server runs; a file that is damaged, newer than this program or no backup at all is
+/// refused before anything is touched.
 [[nodiscard]] StoreResult<void> restore(const std::string& file, const std::string& database);
 
 struct CheckReport {

@@ -90,6 +90,7 @@ private:
     StoreResult<void> file(std::int64_t couple);
     StoreResult<void> fileWhatIsDue();
     StoreResult<void> fileEach(const std::vector<std::int64_t>& couples);
+    void forgetUnreadable(SlotNames& names);
     StoreResult<void> loadDevices(std::int64_t couple, Members& members);
     StoreResult<std::int64_t> fileWhatIsOld(Instant now);
     StoreResult<std::int64_t> sweepBatches(Instant takenBefore);

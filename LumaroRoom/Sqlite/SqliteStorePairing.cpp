@@ -2,6 +2,8 @@
 // Couples, their devices, and the ways in.
 #include "LumaroRoom/Sqlite/SqliteStore.h"
 
+#include "LumaroCore/Support/Unicode.h"
+
 #include <utility>
 
 namespace lumaro {
@@ -42,10 +44,20 @@ StoreResult<Members> SqliteStore::members(std::string_view coupleId) {
     if (!*couple) return members;
     auto rows = database_.query("SELECT name_a, name_b FROM couples WHERE num = ?1", **couple);
     if (rows.next()) rows >> members.names.a >> members.names.b;
+    forgetUnreadable(members.names);
     auto done = rows.ended();
     if (done) done = loadDevices(**couple, members);
     if (!done) return std::unexpected(std::move(done.error()));
     return members;
+}
+
+// Only a hand in the file writes a name that is not UTF-8: no message can say it, so its slot counts as nameless.
+void SqliteStore::forgetUnreadable(SlotNames& names) {
+    for (auto* const name : {&names.a, &names.b}) {
+        if (!*name || isUtf8(**name)) continue;
+        name->reset();
+        log_.write(LogLevel::error, "store", "a name is not UTF-8: it is kept, and left out");
+    }
 }
 
 StoreResult<void> SqliteStore::loadDevices(std::int64_t couple, Members& members) {

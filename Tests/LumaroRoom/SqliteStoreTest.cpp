@@ -106,6 +106,16 @@ TEST_F(SqliteStoreTest, AnItemThatCannotBeReadIsLeftOffTheBoardAndKept) {
     EXPECT_TRUE(Maintenance::check(path_)->isSound()) << Maintenance::check(path_)->text();
 }
 
+TEST_F(SqliteStoreTest, ANameThatIsNotTextCountsAsNoneAndIsKept) {
+    openWithBoard().reset();
+    tamper("UPDATE couples SET name_a = CAST(x'ff' AS TEXT), name_b = 'Ben'");
+    auto store = open();
+    EXPECT_EQ(store->loadRoom("kai").value()->members.names, (SlotNames{{}, "Ben"}));
+    EXPECT_EQ(log_.lines, std::vector<std::string>{"store: a name is not UTF-8: it is kept, and left out"});
+    inTransaction(*store, [&] { EXPECT_TRUE(store->setName("kai", PartnerID::a, "Ada")); });
+    EXPECT_EQ(store->members("kai")->names, (SlotNames{"Ada", "Ben"}));
+}
+
 TEST_F(SqliteStoreTest, AFullDiskIsATypedErrorThatLeavesTheStoreInOrder) {
     openWithBoard().reset();
     const auto store = SqliteStore::open(path_, log_, {.maxBytes = 300'000}).value();
@@ -165,7 +175,9 @@ TEST_F(SqliteStoreTest, ARestoredDatabaseIsTheBackupAndNothingOfTheOldOne) {
     EXPECT_EQ(room.board.items, (std::vector{note(1, "a"), photo(2, 3), note(4, "n")}));
     EXPECT_EQ(store->readMedia("kai", numberedId(3)).value(), "abc");
     store.reset();
-    ASSERT_TRUE(Maintenance::restore(backup_, folder_.file("new.db"))) << "where there was none";
+    const auto onNewMachine = folder_.file("share/lumaro-room/room.db");
+    ASSERT_TRUE(Maintenance::restore(backup_, onNewMachine)) << "where there was neither file nor folder";
+    EXPECT_TRUE(Maintenance::check(onNewMachine)->isSound());
     std::ofstream{folder_.file("no-backup")} << std::string(5000, 'x');
     EXPECT_EQ(Maintenance::restore(folder_.file("no-backup"), path_).error().fault, StoreFault::notOurs);
     EXPECT_EQ(open()->loadRoom("kai").value()->version, 2) << "what was refused touched nothing";
@@ -183,6 +195,7 @@ TEST_F(SqliteStoreTest, CheckNamesWhatBreaksTheRules) {
         {"INSERT INTO tombstones SELECT couple, id, 1, 1 FROM items", "has a tombstone"},
         {"INSERT INTO batches SELECT couple, place + 1000, randomblob(16), 1 FROM items", "fewer commits"},
         {"UPDATE media SET bytes = x''", "lost bytes"},
+        {"UPDATE couples SET name_b = CAST(x'c328' AS TEXT)", "a name is not UTF-8"},
         {"INSERT INTO journal(place, couple, kind, item, json) SELECT 999, num, 'putUp', randomblob(16), '' FROM "
          "couples",
          "cannot be read"},
