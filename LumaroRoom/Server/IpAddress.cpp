@@ -27,7 +27,9 @@ std::string_view trimmed(std::string_view text) {
 } // namespace
 
 std::optional<IpAddress> IpAddress::parse(std::string_view text) {
-    const std::string terminated{text};
+    // The zone behind an address of a link says where it is a neighbour, not who it is.
+    const bool isV6 = text.find(':') != std::string_view::npos;
+    const std::string terminated{isV6 ? text.substr(0, text.find('%')) : text};
     IpAddress address;
     if (inet_pton(AF_INET6, terminated.c_str(), address.bytes.data()) == 1) return address;
     std::ranges::copy(mappedPrefix, address.bytes.begin());

@@ -15,6 +15,7 @@ namespace lumaro {
 struct IpAddress {
     std::array<std::uint8_t, 16> bytes{};
 
+    /// A zone, as in fe80::1%eth0, is left out.
     static std::optional<IpAddress> parse(std::string_view text);
 
     bool isV4() const;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "LumaroRoom/Server/Url.h"
 
+#include "LumaroRoom/Server/IpAddress.h"
+
 #include <algorithm>
 #include <charconv>
 
@@ -20,6 +22,10 @@ std::string lowered(std::string_view text) {
     return lower;
 }
 
+bool isAllowed(char c) {
+    return c > ' ' && c <= '~' && c != '#' && c != '@';
+}
+
 std::optional<std::uint16_t> parsePort(std::string_view digits) {
     std::uint16_t port = 0;
     const auto [end, code] = std::from_chars(digits.begin(), digits.end(), port);
@@ -30,7 +36,7 @@ std::optional<std::uint16_t> parsePort(std::string_view digits) {
 
 std::optional<Url> Url::parse(std::string_view text) {
     const auto colon = text.find("://");
-    if (colon == std::string_view::npos || text.find_first_of("# @") != std::string_view::npos) return std::nullopt;
+    if (colon == std::string_view::npos || !std::ranges::all_of(text, isAllowed)) return std::nullopt;
     const auto scheme = lowered(text.substr(0, colon));
     if (scheme != "http" && scheme != "https") return std::nullopt;
     Url url;
@@ -46,8 +52,12 @@ std::optional<Url> Url::parse(std::string_view text) {
         url.port = *port;
         host = host.substr(0, portColon);
     }
-    if (host.starts_with('[') && host.ends_with(']')) host = host.substr(1, host.size() - 2);
-    if (host.empty()) return std::nullopt;
+    if (host.starts_with('[') && host.ends_with(']')) {
+        host = host.substr(1, host.size() - 2);
+        if (host.find(':') == std::string_view::npos || !IpAddress::parse(host)) return std::nullopt;
+    } else if (host.empty() || host.find_first_of("[]:") != std::string_view::npos) {
+        return std::nullopt;
+    }
     url.host = lowered(host);
     return url;
 }

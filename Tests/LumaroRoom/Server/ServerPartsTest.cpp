@@ -21,10 +21,11 @@ namespace {
 TEST(IpAddressTest, LimitsCountAnAddressOrANetworkOfVersionSix) {
     for (const auto& [text, origin] : {std::pair{"192.0.2.7", "192.0.2.7"},
                                        {"::ffff:192.0.2.7", "192.0.2.7"},
-                                       {"2001:db8:1:2:3:4:5:6", "2001:db8:1:2::/64"}}) {
+                                       {"2001:db8:1:2:3:4:5:6", "2001:db8:1:2::/64"},
+                                       {"fe80::1%eth0", "fe80::/64"}}) {
         EXPECT_EQ(IpAddress::parse(text).value().origin(), origin);
     }
-    EXPECT_FALSE(IpAddress::parse("192.0.2"));
+    for (const auto* text : {"192.0.2", "192.0.2.7%eth0", "%eth0"}) EXPECT_FALSE(IpAddress::parse(text)) << text;
 }
 
 TEST(IpAddressTest, ARangeHoldsWhatBeginsAlike) {
@@ -71,7 +72,8 @@ TEST(UrlTest, TakesApartWhatItsOriginIs) {
         EXPECT_EQ(url->target, target);
     }
     for (const auto* text :
-         {"board.example", "ftp://a", "http://", "http://a:0", "http://a:70000", "http://me@a", "null"}) {
+         {"board.example", "ftp://a", "http://", "http://a:0", "http://a:70000", "http://me@a", "null", "http://a:8:9",
+          "http://::1", "http://[a]", "http://[::1", "http://a\r\nb", "http://\xc3\xa4"}) {
         EXPECT_FALSE(Url::parse(text)) << text;
     }
 }
