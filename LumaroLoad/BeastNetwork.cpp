@@ -30,6 +30,8 @@ using ErrorCode = beast::error_code;
 constexpr std::uint32_t usesOfSource = 50;
 constexpr std::uint32_t sourcesOfNetwork = 1 << 14;
 constexpr std::size_t largestMessage = std::size_t{16} << 20;
+// Of an HTTP answer, read and not taken up yet.
+constexpr std::size_t largestBuffer = std::size_t{64} << 10;
 // A board's welcome is large and comes once; what it took is given back.
 constexpr std::size_t keptBuffer = 4096;
 
@@ -115,7 +117,7 @@ private:
     beast::tcp_stream stream_;
     http::request<http::string_body> request_;
     http::response<http::string_body> response_;
-    beast::flat_buffer buffer_;
+    beast::flat_buffer buffer_{largestBuffer};
     std::move_only_function<void(HttpClient::Answer)> then_;
 };
 

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <deque>
+#include <new>
 #include <utility>
 
 namespace lumaro {
@@ -167,7 +168,7 @@ void RoomHost::authorize(const std::string& coupleId, TokenHash token,
         } else if (found->room) {
             auto& hosted = host(coupleId);
             hosted.readAs = readAs;
-            loaded(hosted, std::move(found->room));
+            guarded(hosted, [&] { loaded(hosted, std::move(found->room)); });
         }
         then(found->isAccepted);
     });
@@ -186,10 +187,11 @@ void RoomHost::joined(SocketId socket, const std::string& coupleId, TokenHash to
 void RoomHost::received(SocketId socket, std::string_view frame, Pace pace) {
     auto* sender = visitor(socket);
     if (sender == nullptr) return;
+    Input input{.socket = socket, .what = Input::Frame{.text = std::string{frame}, .pace = pace}};
     sender->waitingFrames += 1;
     sender->waitingBytes += frame.size();
     sender->isPaused = sender->isPaused || sender->isOverTheLimits();
-    take(*whereabouts_.at(socket), {.socket = socket, .what = Input::Frame{.text = std::string{frame}, .pace = pace}});
+    take(*whereabouts_.at(socket), std::move(input));
 }
 
 void RoomHost::left(SocketId socket) {
@@ -261,7 +263,7 @@ void RoomHost::load(Hosted& hosted) {
             drop(*alive, done.error());
             return;
         }
-        loaded(*alive, std::move(*record));
+        guarded(*alive, [&] { loaded(*alive, std::move(*record)); });
     });
 }
 
@@ -316,17 +318,31 @@ void RoomHost::end(Hosted& hosted, std::vector<RoomEffect> (*farewell)(SocketId)
     for (const auto& one : std::vector{hosted.visitors}) {
         for (const auto& effect : farewell(one.id())) letOut(hosted, effect);
     }
+    std::erase_if(whereabouts_, [&](const auto& entry) { return entry.second == &hosted; });
     rooms_.erase(rooms_.find(hosted.coupleId));
 }
 
 // One input after the other
 
-void RoomHost::take(Hosted& hosted, Input input) {
-    if (hosted.isReady) {
-        run(hosted, std::move(input));
-    } else {
-        hosted.waiting.push_back(std::move(input));
+// Half a step must not be built upon: a room for which there is no memory is let go, and comes back as it is stored.
+template <class Step>
+void RoomHost::guarded(Hosted& hosted, Step step) {
+    const auto kept = hosted.shared_from_this();
+    try {
+        step();
+    } catch (const std::bad_alloc&) {
+        if (find(hosted.coupleId) == &hosted) drop(hosted, {.message = "there is no memory for it"});
     }
+}
+
+void RoomHost::take(Hosted& hosted, Input input) {
+    guarded(hosted, [&] {
+        if (hosted.isReady) {
+            run(hosted, std::move(input));
+        } else {
+            hosted.waiting.push_back(std::move(input));
+        }
+    });
 }
 
 void RoomHost::run(Hosted& hosted, Input input) {
@@ -400,7 +416,8 @@ void RoomHost::submit(Hosted& hosted, Commit commit) {
         [this, place = hosted.weak_from_this(), generation = hosted.generation,
          outcome](const StoreResult<void>& done) {
             const auto alive = place.lock();
-            if (alive && alive->generation == generation) settle(*alive, done, *outcome);
+            if (!alive || alive->generation != generation) return;
+            guarded(*alive, [&] { settle(*alive, done, *outcome); });
         },
         [isCut = hosted.isCut] { *isCut = true; });
 }

@@ -43,8 +43,8 @@ inline constexpr int closeStoreFailed = 1011;
 /// host.
 ///
 /// A step whose commit is refused takes the room's memory with it: the room is read from the store again, its sockets
-/// are welcomed anew, and every input from that step on is done again, in order. A store that fails ends the room:
-/// its sockets are closed.
+/// are welcomed anew, and every input from that step on is done again, in order. A store that fails ends the room, and
+/// so does memory that runs out in the midst of a step: its sockets are closed.
 class RoomHost {
 public:
     /// All outlive the host.
@@ -108,6 +108,8 @@ private:
     void drop(Hosted& hosted, const StoreError& error);
     void end(Hosted& hosted, std::vector<RoomEffect> (*farewell)(SocketId));
 
+    template <class Step>
+    void guarded(Hosted& hosted, Step step);
     void take(Hosted& hosted, Input input);
     void run(Hosted& hosted, Input input);
     RoomStep perform(Hosted& hosted, Input& input);

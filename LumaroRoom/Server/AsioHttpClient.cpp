@@ -25,6 +25,8 @@ namespace lumaro {
 namespace {
 
 constexpr std::size_t maxAnswerBytes = std::size_t{1024} * 1024;
+// What was read and is not taken up yet: the headers, the head of a chunk with its extension, the trailer.
+constexpr std::size_t maxBufferBytes = std::size_t{64} * 1024;
 
 HttpClient::Answer failed(std::string_view where, error_code error) {
     return std::unexpected(HttpFailure{std::string{where} + ": " + error.message()});
@@ -65,7 +67,7 @@ template <class Stream>
 Awaitable<HttpClient::Answer> ask(Stream& stream, const BeastRequest& request) {
     const auto [unsent, sent] = co_await http::async_write(stream, request, asTuple);
     if (unsent) co_return failed("sending", unsent);
-    beast::flat_buffer buffer;
+    beast::flat_buffer buffer{maxBufferBytes};
     http::response_parser<http::string_body> parser;
     parser.body_limit(maxAnswerBytes);
     const auto [unread, size] = co_await http::async_read(stream, buffer, parser, asTuple);

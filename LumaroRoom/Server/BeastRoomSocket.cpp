@@ -7,12 +7,12 @@
 #include "LumaroRoom/Server/TokenBucket.h"
 
 #include <boost/asio/co_spawn.hpp>
-#include <boost/asio/detached.hpp>
 #include <boost/beast/core/flat_buffer.hpp>
 #include <boost/beast/http/write.hpp>
 #include <boost/beast/websocket/ssl.hpp>
 #include <boost/beast/websocket/stream.hpp>
 
+#include <exception>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -51,6 +51,21 @@ public:
     void drain() override;
 
 private:
+    // The room hears that the socket is gone also when reading ends with an exception: the coroutine's own, or that of
+    // an operation it waits for, which takes the coroutine with it. Not when the event loop goes, and the rooms with
+    // it.
+    struct LeavesOnFailure {
+        explicit LeavesOnFailure(BeastRoomSocket& reader) : socket(reader) {}
+        LeavesOnFailure(const LeavesOnFailure&) = delete;
+        LeavesOnFailure& operator=(const LeavesOnFailure&) = delete;
+        ~LeavesOnFailure() {
+            if (std::uncaught_exceptions() == 0) return;
+            socket.leaveRoom();
+            socket.cut();
+        }
+        BeastRoomSocket& socket;
+    };
+
     Awaitable<bool> isAdmitted(const UpgradeRequest& upgrade);
     Awaitable<bool> refuse(const BeastRequest& request, ServerResponse response);
     static Awaitable<void> readFrames(std::shared_ptr<BeastRoomSocket> self);
@@ -102,7 +117,7 @@ Awaitable<void> BeastRoomSocket<Next>::open(std::shared_ptr<BeastRoomSocket> sel
     if (error || self->isCut_) co_return;
     self->enterRoom();
     // A coroutine of its own: this one and the request need not stay as long as the socket.
-    asio::co_spawn(self->shard().executor(), readFrames(self), asio::detached);
+    asio::co_spawn(self->shard().executor(), readFrames(self), self->shard().noteEnd());
 }
 
 template <class Next>
@@ -152,6 +167,7 @@ void BeastRoomSocket<Next>::leaveRoom() {
 template <class Next>
 Awaitable<void> BeastRoomSocket<Next>::readFrames(std::shared_ptr<BeastRoomSocket> self) {
     auto& limits = self->shard().limits();
+    const LeavesOnFailure leaves{*self};
     while (!self->isOver()) {
         const auto [error, size] = co_await self->ws_.async_read(self->buffer_, asTuple);
         if (error || self->isOver()) break;
@@ -294,7 +310,7 @@ template <class Next, class... Stream>
 void start(Shard& shard, UpgradeRequest upgrade, Stream&&... stream) {
     using Kind = BeastRoomSocket<Next>;
     auto socket = std::make_shared<Kind>(shard, upgrade, std::forward<Stream>(stream)...);
-    asio::co_spawn(shard.executor(), Kind::open(std::move(socket), std::move(upgrade)), asio::detached);
+    asio::co_spawn(shard.executor(), Kind::open(std::move(socket), std::move(upgrade)), shard.noteEnd());
 }
 
 } // namespace

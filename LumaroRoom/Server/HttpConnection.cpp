@@ -8,7 +8,6 @@
 #include "LumaroRoom/Server/Url.h"
 
 #include <boost/asio/co_spawn.hpp>
-#include <boost/asio/detached.hpp>
 #include <boost/asio/ssl/context.hpp>
 #include <boost/asio/write.hpp>
 #include <boost/beast/core/flat_buffer.hpp>
@@ -27,12 +26,17 @@ namespace {
 
 using Parser = http::request_parser<http::string_body>;
 
+// What was read and is not taken up yet: the headers, the head of a chunk with its extension, the trailer. A body goes
+// on as it comes.
+constexpr std::size_t headersPerBuffer = 4;
+
 // A connection is held by the coroutine that serves it.
 template <class Stream>
 class HttpConnection final : public Connection {
 public:
     HttpConnection(Shard& shard, Stream stream, IpAddress peer)
-        : Connection(shard), stream_(std::move(stream)), peer_(peer) {}
+        : Connection(shard), stream_(std::move(stream)), peer_(peer),
+          buffer_(headersPerBuffer * shard.limits().maxHeaderBytes) {}
 
     static Awaitable<void> serve(std::unique_ptr<HttpConnection> self);
 
@@ -152,6 +156,8 @@ Awaitable<typename HttpConnection<Stream>::Next> HttpConnection<Stream>::readBod
         if (error) co_return Next::gone;
     }
     const auto [error, size] = co_await http::async_read(stream(), buffer_, parser, asTuple);
+    // The head of a chunk, or the trailer, counts as body here.
+    if (error == http::error::buffer_overflow) co_return co_await refuse(http::error::body_limit);
     if (error) co_return co_await refuse(error);
     request.body = std::move(parser.get().body());
     co_return Next::request;
@@ -264,7 +270,7 @@ template <class Stream>
 void serve(Shard& shard, Stream stream, const IpAddress& peer) {
     using Kind = HttpConnection<Stream>;
     asio::co_spawn(shard.executor(), Kind::serve(std::make_unique<Kind>(shard, std::move(stream), peer)),
-                   asio::detached);
+                   shard.noteEnd());
 }
 
 } // namespace

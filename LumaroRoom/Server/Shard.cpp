@@ -2,10 +2,10 @@
 #include "LumaroRoom/Server/Shard.h"
 
 #include <boost/asio/co_spawn.hpp>
-#include <boost/asio/detached.hpp>
 #include <boost/asio/executor_work_guard.hpp>
 
 #include <chrono>
+#include <new>
 #include <utility>
 
 namespace lumaro {
@@ -29,7 +29,10 @@ Connection::~Connection() {
 
 Shard::Shard(std::size_t index, const Shards& shards, const Shared& shared)
     : index_(index), shards_(shards), shared_(shared), nextSweep_(SteadyClock::now() + sweepPace),
-      store_(shared.store.queueFor([this](auto done) { asio::post(context_, std::move(done)); })),
+      store_(shared.store.queueFor([this](auto done) {
+          // What rooms and requests wait for is told to all of them, or to none.
+          asio::post(context_, [done = std::move(done)]() mutable noexcept { done(); });
+      })),
       rooms_(*store_, *this, shared.clock, shared.log), routes_(shared.config.limits, {.store = *store_,
                                                                                        .pairing = shared.pairing,
                                                                                        .neighbours = *this,
@@ -41,8 +44,25 @@ Shard::~Shard() = default;
 
 void Shard::run() {
     const auto staysOpen = asio::make_work_guard(context_);
-    asio::co_spawn(executor(), tick(), asio::detached);
-    context_.run();
+    asio::co_spawn(executor(), tick(), [](const std::exception_ptr& fault) {
+        if (fault) std::terminate(); // without ticks nothing would end that takes too long
+    });
+    while (!context_.stopped()) {
+        try {
+            context_.run();
+        } catch (const std::bad_alloc&) {
+            // It was an operation on a connection, and took the connection's coroutine with it.
+            ended(std::current_exception());
+        }
+    }
+}
+
+void Shard::ended(const std::exception_ptr& fault) {
+    try {
+        std::rethrow_exception(fault);
+    } catch (const std::exception& exception) {
+        shared_.log.write(LogLevel::error, "server", std::string{"a connection was given up: "} + exception.what());
+    }
 }
 
 void Shard::drain(std::function<void()> then) {

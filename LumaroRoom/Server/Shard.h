@@ -10,6 +10,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <exception>
 #include <functional>
 #include <memory>
 #include <span>
@@ -94,6 +95,12 @@ public:
     const ServerLimits& limits() const { return shared_.config.limits; }
     Routes& routes() { return routes_; }
     ConnectionFigures& figures() { return figures_; }
+    /// For `co_spawn`: the end of a connection's coroutine. An exception ends that connection alone, and is logged.
+    auto noteEnd() {
+        return [this](const std::exception_ptr& fault) {
+            if (fault) ended(fault);
+        };
+    }
     /// From any thread.
     Shard& shardOf(std::string_view coupleId) const;
     /// Runs a function on the shard's thread: at once when that is this one. From any thread.
@@ -138,6 +145,7 @@ private:
     };
     template <class Action>
     void reach(SocketId socket, Action action);
+    void ended(const std::exception_ptr& fault);
     Awaitable<void> tick();
     void sweepStore();
     void collect(Shard& asker, std::size_t next, ShardFigures sum, std::move_only_function<void(std::string)> then);

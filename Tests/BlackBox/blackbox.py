@@ -74,6 +74,11 @@ class Server:
     def is_alive(self):
         return self.process.poll() is None
 
+    def memory(self):
+        """Bytes of its memory that were resident at most, so far."""
+        with open(f"/proc/{self.process.pid}/status", encoding="ascii") as status:
+            return 1024 * int(re.search(r"VmHWM:\s*(\d+) kB", status.read())[1])
+
     def log_text(self):
         with open(os.path.join(self.folder.name, "log"), encoding="utf-8", errors="replace") as log:
             return log.read()

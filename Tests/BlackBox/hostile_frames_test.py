@@ -3,6 +3,7 @@
 """Sends the server what no honest client would: it answers or closes, lives, and goes on serving everybody else."""
 import json
 import random
+import select
 import socket
 import struct
 import time
@@ -71,9 +72,24 @@ REQUESTS = {
     "a broken escape": (b"GET /couples/%zz/snapshot HTTP/1.1\r\nHost: x\r\n\r\n", {400, 401, 404}),
     "markup in an invite": (b"GET /for/%3Cscript%3Ealert(1)%3C/script%3E HTTP/1.1\r\nHost: x\r\n\r\n", {400, 404}),
     "a token of 10 KB": (b"GET /couples/x/snapshot HTTP/1.1\r\nHost: x\r\nAuthorization: Bearer " + b"x" * 10_000 + b"\r\n\r\n", {401}),
+    "a chunk whose extension is no extension": (BODY + b"Transfer-Encoding: chunked\r\n\r\n2;=\r\n{}\r\n0\r\n\r\n", {0, 400}),
     "an upgrade without a token": (upgrade("/couples/x/ws", ""), {401}),
     "an upgrade of another path": (upgrade("/healthz", "x"), {200, 400, 404}),
 }
+
+CHUNKED = BODY + b"Transfer-Encoding: chunked\r\n\r\n"
+# What begins a request, and what goes on and on behind it; and the status that ends it.
+ENDLESS = {
+    "a header": (GET, b"x", 431),
+    "headers": (GET, b"x: y\r\n", 431),
+    "the size of a chunk": (CHUNKED, b"0", 413),
+    "the extension of a chunk": (CHUNKED + b"2;", b"x", 413),
+    "the extension of a later chunk": (CHUNKED + b"2\r\n{}\r\n1;", b"x", 413),
+    "the extension of the last chunk": (CHUNKED + b"0;", b"x", 413),
+    "a trailer": (CHUNKED + b"0\r\nx: ", b"y", 413),
+    "trailers": (CHUNKED + b"0\r\n", b"x: y\r\n", 413),
+}
+MOST = 32 << 20  # bytes of what never ends
 
 
 def status_of(server, raw):
@@ -87,6 +103,18 @@ def status_of(server, raw):
         except (ConnectionResetError, BrokenPipeError):
             pass
         assert b"root:" not in got and b"<script>alert" not in got, got
+        return int(got.split()[1]) if got.startswith(b"HTTP/") else 0
+
+
+def status_of_endless(server, start, more):
+    """The status that ends a request which does not; 0 when all that there is of it was taken without a word."""
+    piece, sent = (more * (1 << 18))[:1 << 18], 0
+    with server.connect() as line:
+        line.sendall(start)
+        while sent < MOST and not select.select([line], [], [], 0)[0]:
+            line.sendall(piece)
+            sent += len(piece)
+        got = line.recv(65536) if sent < MOST else b""
         return int(got.split()[1]) if got.startswith(b"HTTP/") else 0
 
 
@@ -201,6 +229,13 @@ def main():
             status = status_of(server, raw)
             if status not in statuses or not server.is_alive():
                 faults.append(f"{name}: {status}, not one of {statuses}")
+        before = server.memory()
+        for name, (start, more, wanted) in ENDLESS.items():
+            status = status_of_endless(server, start, more)
+            if status != wanted or not server.is_alive():
+                faults.append(f"{name} without an end: {status}, not {wanted}")
+        if server.memory() > before + MOST // 2:
+            faults.append(f"what does not end took {server.memory() - before} bytes")
         print(f"{len(FRAMES)} kinds of frames, {len(REQUESTS)} kinds of requests", *faults, sep="\n")
         pipelining(server)
         fuzz(server, couple, tokens, asked.seconds, asked.seed)

@@ -4,6 +4,7 @@
 import http.server
 import json
 import os
+import socketserver
 import ssl
 import subprocess
 import threading
@@ -78,6 +79,7 @@ def links_names_and_devices_come_and_go(server):
             ("POST", "/joins/link", invited | {"deviceId": "new", "name": "Ben"}, None, 409,
              "'names': {'a': 'Ada', 'b': 'Ben'}, 'suggested': 'b'"),
             ("POST", "/handoff", invited, None, 200, str(invited)),
+            ("POST", "/handoff", {}, None, 404, "'not_found'"),
             ("PUT", home + "/names/self", {"name": "Benno"}, ben, 200, "{}"),
             ("GET", home + "/partner", None, ada, 200, "Benno"),
             ("DELETE", home + "/links", None, ben, 200, "{}"),
@@ -274,11 +276,34 @@ def all_who_ask_for_a_place_share_one_forecast(server):
     assert len(Upstream.asked) == 1 and "latitude=52.52&longitude=13.38&" in Upstream.asked[0], Upstream.asked
 
 
+def a_forecast_that_never_ends_is_given_up(server):
+    couple, token, _ = found(server)
+    answers(server, ("GET", f"/couples/{couple}/weather?lat=1&lon=1", None, token, 502, "'weather_unavailable'"))
+    assert EndlessUpstream.was_hung_up_on.wait(PATIENCE), "all that there is of it was read"
+
+
+class EndlessUpstream(socketserver.BaseRequestHandler):
+    """A forecast service whose answer begins with a chunk with an extension without an end."""
+    was_hung_up_on = threading.Event()
+
+    def handle(self):
+        self.request.recv(65536)
+        try:
+            self.request.sendall(b"HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n1;")
+            for _ in range(512):
+                self.request.sendall(b"x" * 65536)
+        except OSError:
+            self.was_hung_up_on.set()
+
+
 def main():
     room = options("room").room
     upstream = http.server.ThreadingHTTPServer(("127.0.0.1", 0), Upstream)
-    threading.Thread(target=upstream.serve_forever, daemon=True).start()
+    endless = socketserver.TCPServer(("127.0.0.1", 0), EndlessUpstream)
+    for service in (upstream, endless):
+        threading.Thread(target=service.serve_forever, daemon=True).start()
     forecasts = ("--weather-upstream", f"http://127.0.0.1:{upstream.server_port}")
+    forecasts_without_end = ("--weather-upstream", f"http://127.0.0.1:{endless.server_address[1]}")
     for kind, deed, *flags in (
             (Server, links_names_and_devices_come_and_go),
             (Server, faulty_requests_get_their_status),
@@ -294,7 +319,8 @@ def main():
             (Server, the_log_holds_no_secrets, "--log-level", "debug", "--weather-upstream", "http://127.0.0.1:1"),
             (TlsServer, the_same_is_served_over_tls),
             (Server, a_server_that_cannot_start_says_why),
-            (Server, all_who_ask_for_a_place_share_one_forecast, *forecasts)):
+            (Server, all_who_ask_for_a_place_share_one_forecast, *forecasts),
+            (Server, a_forecast_that_never_ends_is_given_up, *forecasts_without_end)):
         with kind(room, "--threads", "2", *flags) as server:
             deed(server)
             assert server.stop() == 0

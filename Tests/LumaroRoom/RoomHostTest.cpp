@@ -11,6 +11,9 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <functional>
+#include <new>
+#include <utility>
 
 namespace lumaro {
 namespace {
@@ -24,6 +27,7 @@ const std::string couple = "couple";
 class RecordingSockets final : public RoomSockets {
 public:
     void send(SocketId socket, std::shared_ptr<const std::string> text) override {
+        if (std::exchange(hasNoMemory, false)) throw std::bad_alloc{};
         lines_.push_back(numberOf(socket) + " " + lineOf(*text));
     }
     void close(SocketId socket, int code, std::string_view) override {
@@ -32,6 +36,8 @@ public:
     void resume(SocketId socket) override { lines_.push_back(numberOf(socket) + " resume"); }
     /// What was said since the last time.
     Lines taken() { return std::exchange(lines_, {}); }
+
+    bool hasNoMemory = false; ///< for the next frame
 
 private:
     Lines lines_;
@@ -128,6 +134,25 @@ TEST_F(RoomHostTest, AStoreThatFailsClosesTheRoomAndTakesTheBatchWhenItComesAgai
     node_.join(1);
     node_.say(1, batch(1, {put(1)}));
     EXPECT_EQ(node_.drained(), (Lines{"1 welcome a 0 items, online a", "1 ack 1"}));
+}
+
+TEST_F(RoomHostTest, ARoomThatMemoryRunsOutForIsClosedAndComesBackAsItIsStored) {
+    const std::pair<const char*, std::function<void()>> calls[] = {
+        {"a frame", [&] { node_.say(1, "hb"); }},
+        {"a commit", [&] { node_.say(1, batch(1, {put(1)})); }},
+        {"a join", [&] { node_.join(2); }},
+    };
+    for (const auto& [call, make] : calls) {
+        node_.joinBoth();
+        node_.sockets.hasNoMemory = true;
+        make();
+        auto lines = node_.drained();
+        std::erase(lines, "2 close 1011");
+        EXPECT_EQ(lines, (Lines{"1 close 1011", "3 close 1011"})) << call;
+        EXPECT_EQ(node_.host.figures().rooms + node_.host.figures().sockets, 0U) << call;
+    }
+    EXPECT_EQ(storedItems(), 1U) << "what was stored before it was said";
+    EXPECT_EQ(node_.joinBoth().front(), "1 welcome a 1 items, online a");
 }
 
 TEST_F(RoomHostTest, TokensOpenTheirOwnRoomAlone) {

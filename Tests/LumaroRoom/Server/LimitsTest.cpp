@@ -3,16 +3,23 @@
 #include "LumaroCore/Pairing/PairingMessages.h"
 #include "LumaroCore/Support/Wire.h"
 #include "LumaroRoom/Server/Server.h"
+#include "LumaroRoom/Server/Shard.h"
 #include "LumaroRoom/Server/SystemRandomSource.h"
 #include "LumaroRoom/Sqlite/SqliteStore.h"
 #include "Platform/Posix/SystemClock.h"
+#include "Tests/Fakes/RecordingLog.h"
 #include "Tests/Support/ScratchFolder.h"
 
+#include <boost/asio/co_spawn.hpp>
 #include <boost/asio/ip/tcp.hpp>
 #include <gtest/gtest.h>
 
+#include <future>
 #include <iterator>
+#include <new>
 #include <string>
+#include <thread>
+#include <vector>
 
 namespace lumaro {
 namespace {
@@ -90,6 +97,29 @@ TEST_F(LimitsTest, ABoardHasRoomForSoManyPictures) {
     };
     EXPECT_EQ(put("0"), "HTTP/1.1 201");
     EXPECT_EQ(put("1"), "HTTP/1.1 429");
+}
+
+TEST_F(LimitsTest, MemoryThatRunsOutEndsAConnectionAndNoThread) {
+    RecordingLog log;
+    StoreThread store{SqliteStore::open(folder_.file("room.db"), log_).value()};
+    PairingService pairing{"http://room", random_, {}};
+    SocketQuota quota{1};
+    const std::string origin = "http://room";
+    Shard::Shards shards;
+    shards.push_back(
+        std::make_unique<Shard>(0, shards, Shard::Shared{config_, origin, pairing, store, quota, clock_, log}));
+    auto& shard = *shards.front();
+    std::thread thread{[&] { shard.run(); }};
+    // In a coroutine, and in an operation that one waits for.
+    asio::co_spawn(shard.executor(), []() -> Awaitable<void> { co_return throw std::bad_alloc{}; }(), shard.noteEnd());
+    asio::post(shard.executor(), [] { throw std::bad_alloc{}; });
+    std::promise<void> later;
+    asio::post(shard.executor(), [&] { later.set_value(); });
+    later.get_future().wait();
+    store.stop();
+    shard.stop();
+    thread.join();
+    EXPECT_EQ(log.lines, (std::vector<std::string>(2, "server: a connection was given up: std::bad_alloc")));
 }
 
 } // namespace
