@@ -9,12 +9,13 @@ endif()
 
 # A target that holds one set of compiled headers; its options are those of the targets that share it.
 function(lumaro_make_headers name header)
-    cmake_parse_arguments(PARSE_ARGV 2 ARG "" "" "LIBRARIES;DEFINITIONS")
+    cmake_parse_arguments(PARSE_ARGV 2 ARG "" "" "LIBRARIES;DEFINITIONS;OPTIONS")
     file(CONFIGURE OUTPUT "${CMAKE_CURRENT_BINARY_DIR}/${name}.cpp" CONTENT "")
     add_library(${name} OBJECT "${CMAKE_CURRENT_BINARY_DIR}/${name}.cpp")
     target_include_directories(${name} PRIVATE "${PROJECT_SOURCE_DIR}")
     target_link_libraries(${name} PRIVATE ${ARG_LIBRARIES})
     target_compile_definitions(${name} PRIVATE ${ARG_DEFINITIONS})
+    target_compile_options(${name} PRIVATE ${ARG_OPTIONS})
     target_precompile_headers(${name} PRIVATE "<LumaroCore/Precompiled/${header}>")
 endfunction()
 
