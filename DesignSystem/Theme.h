@@ -8,7 +8,7 @@
 
 namespace lumaro {
 
-/// The tokens in QML: `Theme.color.ink`, `Theme.size.medium`. What may change while it runs is whether the surroundings
+/// The tokens in QML: `Theme.color.ink`, `Theme.size.medium`. What may change while it runs is whether colours
 /// are dark and whether motion is reduced; whoever builds the engine sets both.
 class Theme final : public QObject {
     Q_OBJECT

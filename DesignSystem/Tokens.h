@@ -50,7 +50,7 @@ public:
     bool operator==(const Palette&) const = default;
 };
 
-/// By day, and in dark surroundings.
+/// The colours of the light appearance, or of the dark one.
 Palette palette(bool isDark);
 
 /// One of the board's paper colours as glass shows it.

@@ -18,7 +18,7 @@ namespace {
 struct Arguments {
     std::string scene = "together";
     std::string show = "board";
-    std::string surroundings = "light";
+    std::string appearance = "light";
     bool isMotionReduced = false;
     int width = 1280;
     int height = 800;
@@ -70,7 +70,7 @@ int run(QApplication& application, const Arguments& arguments) {
     }
     prepareWindows();
     Rehearsal rehearsal{*scene};
-    rehearsal.windows().dress(qText(std::string_view{arguments.surroundings}), arguments.isMotionReduced);
+    rehearsal.windows().dress(qText(std::string_view{arguments.appearance}), arguments.isMotionReduced);
     auto* const window = open(rehearsal, arguments);
     if (!arguments.grab.empty()) {
         QTimer::singleShot(static_cast<int>(arguments.after * 1000), window, [&, window] {
@@ -89,7 +89,7 @@ int main(int argc, char** argv) {
     CLI::App app{"The board's windows without a network, a keyring or a partner.", "lumaro-offline"};
     app.add_option("--scene", arguments.scene, "what is going on: " + lumaro::scenes());
     app.add_option("--show", arguments.show, "board, desktop, gallery, boardPage or settings");
-    app.add_option("--surroundings", arguments.surroundings, "light or dark");
+    app.add_option("--appearance", arguments.appearance, "light or dark");
     app.add_flag("--reduced-motion", arguments.isMotionReduced, "fades instead of springs");
     app.add_option("--width", arguments.width, "of the window")->type_name("PX");
     app.add_option("--height", arguments.height, "of the window")->type_name("PX");

@@ -13,7 +13,8 @@ namespace {
 constexpr std::string_view notifiesKey = "notifiesOfItems";
 constexpr std::string_view soundsKey = "playsSounds";
 constexpr std::string_view motionKey = "reducesMotion";
-constexpr std::string_view surroundingsKey = "surroundings";
+constexpr std::string_view appearanceKey = "appearance";
+constexpr std::string_view formerAppearanceKey = "surroundings"; // read, no longer written
 
 bool isSystemDark() {
     const auto palette = QGuiApplication::palette();
@@ -34,8 +35,10 @@ bool SettingsView::reducesMotion() const {
     return defaults_.boolean(motionKey).value_or(false);
 }
 
-QString SettingsView::surroundings() const {
-    const auto kept = qText(defaults_.string(surroundingsKey).value_or(""));
+QString SettingsView::appearance() const {
+    auto stored = defaults_.string(appearanceKey);
+    if (!stored) stored = defaults_.string(formerAppearanceKey);
+    const auto kept = qText(stored.value_or(""));
     const bool isKnown = kept == QLatin1String{"light"} || kept == QLatin1String{"dark"};
     return isKnown ? kept : QStringLiteral("follow");
 }
@@ -58,8 +61,8 @@ void SettingsView::setReducesMotion(bool reduces) {
     keep(motionKey, reduces);
 }
 
-void SettingsView::setSurroundings(const QString& surroundings) {
-    defaults_.setString(surroundingsKey, surroundings.toStdString());
+void SettingsView::setAppearance(const QString& appearance) {
+    defaults_.setString(appearanceKey, appearance.toStdString());
     fault_.clear();
     Q_EMIT changed();
 }
@@ -79,7 +82,7 @@ void SettingsView::dress(Theme& theme) {
 
 void SettingsView::tellTheme() {
     if (!theme_) return;
-    const auto wanted = surroundings();
+    const auto wanted = appearance();
     theme_->setDark(wanted == QLatin1String{"follow"} ? isSystemDark() : wanted == QLatin1String{"dark"});
     theme_->setMotionReduced(reducesMotion());
 }

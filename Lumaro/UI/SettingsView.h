@@ -23,7 +23,7 @@ class SettingsView final : public QObject {
     Q_PROPERTY(bool playsSounds READ playsSounds WRITE setPlaysSounds NOTIFY changed)
     Q_PROPERTY(bool reducesMotion READ reducesMotion WRITE setReducesMotion NOTIFY changed)
     /// "follow" the system, "light" or "dark".
-    Q_PROPERTY(QString surroundings READ surroundings WRITE setSurroundings NOTIFY changed)
+    Q_PROPERTY(QString appearance READ appearance WRITE setAppearance NOTIFY changed)
     /// Why the last thing set did not take; empty when it did.
     Q_PROPERTY(QString fault READ fault NOTIFY changed)
 
@@ -35,14 +35,14 @@ public:
     bool notifiesOfItems() const;
     bool playsSounds() const;
     bool reducesMotion() const;
-    QString surroundings() const;
+    QString appearance() const;
     QString fault() const { return fault_; }
 
     void setOpensAtLogin(bool opens);
     void setNotifiesOfItems(bool notifies);
     void setPlaysSounds(bool plays);
     void setReducesMotion(bool reduces);
-    void setSurroundings(const QString& surroundings);
+    void setAppearance(const QString& appearance);
 
     /// From now on the theme follows these settings and, where they say so, the system.
     void dress(Theme& theme);

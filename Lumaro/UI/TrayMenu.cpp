@@ -34,7 +34,7 @@ QPalette warmed(QPalette palette) {
 
 } // namespace
 
-TrayLook trayLook(const AppState& state) {
+TrayState trayState(const AppState& state) {
     return {statusLine(state), state.showsBoardOnDesktop, state.token.has_value() && !state.connectionRejected};
 }
 
@@ -74,11 +74,11 @@ TrayMenu::TrayMenu(Verbs verbs) : entries_(std::make_unique<Entries>(std::move(v
 }
 TrayMenu::~TrayMenu() = default;
 
-void TrayMenu::show(const TrayLook& look) {
-    entries_->status->setText(look.status);
-    entries_->quickNote->setEnabled(look.hasBoard);
-    entries_->onDesktop->setChecked(look.showsOnDesktop);
-    entries_->icon.setToolTip(look.status);
+void TrayMenu::show(const TrayState& state) {
+    entries_->status->setText(state.status);
+    entries_->quickNote->setEnabled(state.hasBoard);
+    entries_->onDesktop->setChecked(state.showsOnDesktop);
+    entries_->icon.setToolTip(state.status);
 }
 
 bool TrayMenu::isThere() {

@@ -11,15 +11,15 @@
 namespace lumaro {
 
 /// What the tray shows. A plain value.
-struct TrayLook {
+struct TrayState {
     QString status;
     bool showsOnDesktop = true;
     bool hasBoard = false; ///< something can be put up
 
-    bool operator==(const TrayLook&) const = default;
+    bool operator==(const TrayState&) const = default;
 };
 
-TrayLook trayLook(const AppState& state);
+TrayState trayState(const AppState& state);
 
 /// The icon in the panel, and its menu. Needs a `QApplication`; where there is no panel, it is silent until one comes.
 class TrayMenu {
@@ -38,7 +38,7 @@ public:
     TrayMenu& operator=(const TrayMenu&) = delete;
     ~TrayMenu();
 
-    void show(const TrayLook& look);
+    void show(const TrayState& state);
 
     /// Whether there is a panel that shows icons. Without one, the board's window is the way to everything.
     static bool isThere();

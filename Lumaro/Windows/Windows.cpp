@@ -56,8 +56,8 @@ TrayMenu::Verbs Windows::verbs(std::function<void()> quit) {
             .quit = std::move(quit)};
 }
 
-void Windows::dress(const QString& surroundings, bool isMotionReduced) {
-    settings_.setSurroundings(surroundings);
+void Windows::dress(const QString& appearance, bool isMotionReduced) {
+    settings_.setAppearance(appearance);
     settings_.setReducesMotion(isMotionReduced);
 }
 
@@ -66,7 +66,7 @@ void Windows::refresh() {
     scene_.refresh();
     editor_.refresh();
     const auto& state = ports_.app.state();
-    tray_.show(trayLook(state));
+    tray_.show(trayState(state));
     if (std::exchange(quickNotes_, state.quickNoteRequest) != state.quickNoteRequest) {
         openQuickNote(qText(state.quickNoteText.value_or("")));
     }

@@ -6,7 +6,7 @@
 #include "Lumaro/UI/Board/BoardScene.h"
 #include "Lumaro/UI/DesktopBoards.h"
 #include "Lumaro/UI/Editor/EditorView.h"
-#include "Lumaro/UI/Editor/PictureDesk.h"
+#include "Lumaro/UI/Editor/PictureExchange.h"
 #include "Lumaro/UI/SettingsView.h"
 #include "Lumaro/UI/TrayMenu.h"
 #include "Lumaro/UI/Windows/ScreenList.h"
@@ -47,7 +47,7 @@ public:
     /// Whoever listens to `AppModel::onChange` calls this.
     void refresh();
     /// As the settings do.
-    void dress(const QString& surroundings, bool isMotionReduced);
+    void dress(const QString& appearance, bool isMotionReduced);
     void openBoard();
     void openSettings();
     std::unique_ptr<QQuickWindow> makeDesktopWindow();
@@ -66,7 +66,7 @@ private:
     AppView view_;
     BoardScene scene_;
     EditorView editor_;
-    PictureDesk pictures_;
+    PictureExchange pictures_;
     SettingsView settings_;
     ScreenList screens_;
     TrayMenu tray_;

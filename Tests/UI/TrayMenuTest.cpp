@@ -45,7 +45,7 @@ protected:
 
 TEST_F(TrayMenuTest, EachEntryAsksForWhatItSays) {
     state.token.emplace();
-    tray.show(trayLook(state));
+    tray.show(trayState(state));
     const std::vector<std::string> all{"quick note", "open the board", "settings", "quit"};
     for (const auto& text : all) entry(text.c_str()).trigger();
     EXPECT_EQ(asked, all);
@@ -55,7 +55,7 @@ TEST_F(TrayMenuTest, ShowingHowThingsStandAsksForNothing) {
     state.isRestoring = false;
     for (const bool shows : {false, true, false}) {
         state.showsBoardOnDesktop = shows;
-        tray.show(trayLook(state));
+        tray.show(trayState(state));
         EXPECT_EQ(entry("show on desktop").isChecked(), shows);
     }
     EXPECT_FALSE(entry("no board yet").isEnabled());

@@ -40,7 +40,7 @@ QImage painted(const Sheet& sheet, double scale) {
     QImage picture = blank(size, scale);
     QPainter painter{&picture};
     painter.scale(scale, scale);
-    paintBackground(painter, size, QStringLiteral("oat"), Surroundings::light);
+    paintBackground(painter, size, QStringLiteral("oat"), Appearance::light);
     for (std::size_t i = 0; i < places.size(); ++i) {
         painter.save();
         painter.translate(places[i]);
@@ -61,7 +61,7 @@ QImage paintedBoards(double scale) {
         painter.translate(static_cast<double>(i % 3) * pane.width(), static_cast<double>(i / 3) * pane.height());
         painter.setClipRect(QRectF{{0, 0}, pane});
         paintBackground(painter, pane, QString::fromUtf8(backgrounds[i % 6]),
-                        i < 6 ? Surroundings::light : Surroundings::dark);
+                        i < 6 ? Appearance::light : Appearance::dark);
         paintThread(painter, {pane.width(), 100}, 0.7, 0.2 + 0.1 * static_cast<double>(i));
     }
     return picture;

@@ -59,7 +59,7 @@ QColor dimmed(const QColor& tone, double light) {
 
 } // namespace
 
-void paintBackground(QPainter& painter, QSizeF size, const QString& background, Surroundings surroundings) {
+void paintBackground(QPainter& painter, QSizeF size, const QString& background, Appearance appearance) {
     const QRectF rect{{0, 0}, size};
     const auto tone = toneOf(fromName<BackgroundID>(background.toStdString()).value_or(BackgroundID::butter));
     painter.setRenderHint(QPainter::Antialiasing);
@@ -78,7 +78,7 @@ void paintBackground(QPainter& painter, QSizeF size, const QString& background, 
     paintGrain(painter, whole, 0.75);
     paintThrownWindow(painter, rect);
     paintGlassEdge(painter, rect);
-    if (surroundings == Surroundings::dark) {
+    if (appearance == Appearance::dark) {
         painter.setCompositionMode(QPainter::CompositionMode_Multiply);
         QLinearGradient dusk{rect.topLeft(), rect.bottomRight()};
         dusk.setColorAt(0, dimmed(tone.deep, 0.58));

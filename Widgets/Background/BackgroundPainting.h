@@ -9,9 +9,9 @@ class QPainter;
 namespace lumaro {
 
 /// How bright the room is around the board.
-enum class Surroundings { light, dark };
+enum class Appearance { light, dark };
 
 /// Fills `size` with a board's paper seen through glass.
-void paintBackground(QPainter& painter, QSizeF size, const QString& background, Surroundings surroundings);
+void paintBackground(QPainter& painter, QSizeF size, const QString& background, Appearance appearance);
 
 } // namespace lumaro

@@ -23,7 +23,7 @@ void BoardBackground::setDark(bool isDark) {
 }
 
 void BoardBackground::paint(QPainter& painter) {
-    paintBackground(painter, size(), background_, isDark_ ? Surroundings::dark : Surroundings::light);
+    paintBackground(painter, size(), background_, isDark_ ? Appearance::dark : Appearance::light);
 }
 
 } // namespace lumaro

@@ -7,8 +7,8 @@
 
 namespace lumaro {
 
-/// The pane of glass with the board's paper behind it. `background` is a paper's name, `butter` for any other. In dark
-/// surroundings the room's light is dimmed; colours keep their hue.
+/// The pane of glass with the board's paper behind it. `background` is a paper's name, `butter` for any other. In the
+/// dark appearance the room's light is dimmed; colours keep their hue.
 // The tools of QML look for the base by its whole name.
 class BoardBackground : public lumaro::PictureItem {
     Q_OBJECT

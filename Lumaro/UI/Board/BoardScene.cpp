@@ -45,7 +45,7 @@ BoardScene::BoardScene(Ports ports, QObject* parent)
 }
 
 QString BoardScene::background() const {
-    return qText(nameOf(hung_.background));
+    return qText(nameOf(settled_.background));
 }
 
 LiveContext BoardScene::live() const {
@@ -73,14 +73,14 @@ Board BoardScene::withHand() const {
 
 void BoardScene::refresh() {
     const auto& state = ports_.app.state();
-    const auto wasTied = hung_.threadTiedAt;
-    hung_ = state.board;
-    hungRows_ = rowsOf(hung_, {state.arriving, state.falling, {}}, live());
+    const auto wasTied = settled_.threadTiedAt;
+    settled_ = state.board;
+    settledRows_ = rowsOf(settled_, {state.arriving, state.falling, {}}, live());
     waitForChange();
     // The window under one's hands is to be drawn first.
     refreshHand();
-    Q_EMIT hungChanged();
-    const auto& tiedAt = hung_.threadTiedAt;
+    Q_EMIT settledChanged();
+    const auto& tiedAt = settled_.threadTiedAt;
     if (tiedAt && tiedAt != wasTied && secondsBetween(*tiedAt, ports_.clock.now()) < 2 * BoardSpec::threadDrawSeconds) {
         Q_EMIT threadTied();
     }
@@ -94,8 +94,8 @@ void BoardScene::refreshHand() {
     if (draft) {
         for (const auto& item : draft->items()) inHand.insert(item.id);
     }
-    auto rows =
-        board == hung_ && inHand.empty() ? hungRows_ : rowsOf(board, {state.arriving, state.falling, inHand}, live());
+    auto rows = board == settled_ && inHand.empty() ? settledRows_
+                                                    : rowsOf(board, {state.arriving, state.falling, inHand}, live());
     shown_ = board;
     letGoOfPictures();
     rows_.show(std::move(board), std::move(rows));
@@ -104,7 +104,7 @@ void BoardScene::refreshHand() {
 
 void BoardScene::letGoOfPictures() {
     std::set<UUID> named;
-    for (const auto* const board : {&hung_, &shown_}) {
+    for (const auto* const board : {&settled_, &shown_}) {
         const auto media = mediaNamedBy(*board);
         named.insert(media.begin(), media.end());
     }
@@ -113,7 +113,7 @@ void BoardScene::letGoOfPictures() {
 
 void BoardScene::waitForChange() {
     std::optional<Instant> next;
-    for (const auto& item : hung_.items) {
+    for (const auto& item : settled_.items) {
         const auto change = nextChange(item, live());
         if (change && (!next || *change < *next)) next = change;
     }

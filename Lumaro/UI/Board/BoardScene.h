@@ -41,13 +41,13 @@ public:
 
     BoardListModel* rows() { return &rows_; }
     QString background() const;
-    bool isThreadTied() const { return hung_.threadTiedAt.has_value(); }
+    bool isThreadTied() const { return settled_.threadTiedAt.has_value(); }
     bool isEmpty() const { return shown_.items.empty(); }
     /// With what is in the hand.
     const Board& shown() const { return shown_; }
-    /// Without, as one sees it from afar; the rows are those of its items.
-    const Board& hung() const { return hung_; }
-    const std::vector<BoardRow>& hungRows() const { return hungRows_; }
+    /// Without what is in the hand, as the desktop and the partner see it; the rows are those of its items.
+    const Board& settled() const { return settled_; }
+    const std::vector<BoardRow>& settledRows() const { return settledRows_; }
 
     /// The application looks different.
     void refresh();
@@ -58,8 +58,8 @@ public:
 
 Q_SIGNALS:
     void boardChanged();
-    /// Of the board as it hangs.
-    void hungChanged();
+    /// The board without what is in the hand, or its rows.
+    void settledChanged();
     /// The red thread was tied just now: it is to be seen drawing itself.
     void threadTied();
 
@@ -73,8 +73,8 @@ private:
     PictureStore pictures_;
     LiveContext::Picture picture_;
     QTimeZone zone_;
-    Board hung_;
-    std::vector<BoardRow> hungRows_;
+    Board settled_;
+    std::vector<BoardRow> settledRows_;
     Board shown_;
     BoardListModel rows_;
     double pixelsPerPoint_ = 1;

@@ -7,15 +7,15 @@ import Lumaro.UI
 Sheet {
     id: sheet
 
-    required property CutOutDesk desk
+    required property CutOutSession session
     property int tool: 0 // 0 frames, 1 keeps, 2 drops
 
     title: qsTr("cut it out")
     paperWidth: Math.min(760, parent ? parent.width - 2 * Theme.size.large : 760)
-    visible: desk.isOpen
+    visible: session.isOpen
     onClosed: {
-        if (desk.isOpen) {
-            desk.close();
+        if (session.isOpen) {
+            session.close();
         }
     }
 
@@ -29,9 +29,9 @@ Sheet {
         id: picture
 
         anchors.horizontalCenter: parent.horizontalCenter
-        width: Math.min(parent.width, 380 * sheet.desk.aspect)
-        height: width / sheet.desk.aspect
-        desk: sheet.desk
+        width: Math.min(parent.width, 380 * sheet.session.aspect)
+        height: width / sheet.session.aspect
+        session: sheet.session
         Accessible.role: Accessible.Graphic
         Accessible.name: qsTr("the picture to cut out of")
 
@@ -64,9 +64,9 @@ Sheet {
                 rubber.visible = false;
                 trail.visible = false;
                 if (sheet.tool !== 0) {
-                    sheet.desk.scribble(places, 0.03, sheet.tool === 1);
+                    sheet.session.scribble(places, 0.03, sheet.tool === 1);
                 } else if (rubber.width > 8 && rubber.height > 8) {
-                    sheet.desk.frame(start.x, start.y, mouse.x / width, mouse.y / height);
+                    sheet.session.frame(start.x, start.y, mouse.x / width, mouse.y / height);
                     sheet.tool = 1;
                 }
             }
@@ -122,8 +122,8 @@ Sheet {
         anchors.right: parent.right
         kind: PaperButton.Primary
         iconName: "scissors"
-        text: sheet.desk.isWorking ? qsTr("looking for the edge…") : qsTr("stick it up")
-        enabled: sheet.desk.hasEdge && !sheet.desk.isWorking
-        onClicked: sheet.desk.take()
+        text: sheet.session.isWorking ? qsTr("looking for the edge…") : qsTr("stick it up")
+        enabled: sheet.session.hasEdge && !sheet.session.isWorking
+        onClicked: sheet.session.take()
     }
 }

@@ -16,29 +16,29 @@ CutOutSheet::CutOutSheet(QQuickItem* parent) : QQuickPaintedItem(parent) {
     setAntialiasing(true);
 }
 
-void CutOutSheet::setDesk(CutOutDesk* desk) {
-    if (desk_ == desk) return;
-    if (desk_ != nullptr) desk_->disconnect(this);
-    desk_ = desk;
-    if (desk_ != nullptr) connect(desk_, &CutOutDesk::changed, this, [this] { update(); });
-    Q_EMIT deskChanged();
+void CutOutSheet::setSession(CutOutSession* session) {
+    if (session_ == session) return;
+    if (session_ != nullptr) session_->disconnect(this);
+    session_ = session;
+    if (session_ != nullptr) connect(session_, &CutOutSession::changed, this, [this] { update(); });
+    Q_EMIT sessionChanged();
     update();
 }
 
 void CutOutSheet::paint(QPainter* painter) {
-    if (desk_ == nullptr || desk_->picture().isNull()) return;
+    if (session_ == nullptr || session_->picture().isNull()) return;
     painter->setRenderHint(QPainter::SmoothPixmapTransform);
-    painter->drawImage(boundingRect(), desk_->picture());
-    if (!desk_->hasEdge()) return;
-    painter->scale(width() / desk_->picture().width(), height() / desk_->picture().height());
+    painter->drawImage(boundingRect(), session_->picture());
+    if (!session_->hasEdge()) return;
+    painter->scale(width() / session_->picture().width(), height() / session_->picture().height());
     QPainterPath around;
-    around.addRect(QRectF{desk_->picture().rect()});
-    painter->fillPath(around.subtracted(desk_->outline()), dimmed);
+    around.addRect(QRectF{session_->picture().rect()});
+    painter->fillPath(around.subtracted(session_->outline()), dimmed);
     for (const auto& [color, width] : {std::pair{edgeShade, 5.0}, std::pair{edge, 2.5}}) {
         QPen pen{color, width};
         pen.setCosmetic(true);
         pen.setJoinStyle(Qt::RoundJoin);
-        painter->strokePath(desk_->outline(), pen);
+        painter->strokePath(session_->outline(), pen);
     }
 }
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "Lumaro/UI/Editor/CutOutDesk.h"
+#include "Lumaro/UI/Editor/CutOutSession.h"
 
 #include <QtQml/qqmlregistration.h>
 #include <QtQuick/QQuickPaintedItem>
@@ -12,20 +12,20 @@ namespace lumaro {
 class CutOutSheet : public QQuickPaintedItem {
     Q_OBJECT
     QML_ELEMENT
-    Q_PROPERTY(lumaro::CutOutDesk* desk READ desk WRITE setDesk NOTIFY deskChanged REQUIRED)
+    Q_PROPERTY(lumaro::CutOutSession* session READ session WRITE setSession NOTIFY sessionChanged REQUIRED)
 
 public:
     explicit CutOutSheet(QQuickItem* parent = nullptr);
 
-    CutOutDesk* desk() const { return desk_; }
-    void setDesk(CutOutDesk* desk);
+    CutOutSession* session() const { return session_; }
+    void setSession(CutOutSession* session);
     void paint(QPainter* painter) override;
 
 Q_SIGNALS:
-    void deskChanged();
+    void sessionChanged();
 
 private:
-    CutOutDesk* desk_ = nullptr;
+    CutOutSession* session_ = nullptr;
 };
 
 } // namespace lumaro

@@ -8,7 +8,7 @@ Rectangle {
     id: dock
 
     required property EditorView editor
-    required property PictureDesk pictures
+    required property PictureExchange pictures
     required property string background
 
     signal countdownWanted

@@ -9,7 +9,7 @@ FocusScope {
 
     required property BoardView board
     required property EditorView editor
-    required property PictureDesk pictures
+    required property PictureExchange pictures
     readonly property alias isDragging: pointer.isDragging
 
     signal menuWanted(place: point)

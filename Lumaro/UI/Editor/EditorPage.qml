@@ -10,7 +10,7 @@ FocusScope {
 
     required property BoardScene scene
     required property EditorView editor
-    required property PictureDesk pictures
+    required property PictureExchange pictures
     property bool isQuiet: false
 
     /// The person wants the page about the board, the settings, or a quick note.
@@ -20,9 +20,9 @@ FocusScope {
 
     function takeKeys(): void {
         if (page.editor.isWriting) {
-            (noteField.made() as NoteField).takeKeys();
+            (noteField.create() as NoteField).takeKeys();
         } else if (page.editor.isDoodling) {
-            (doodleDesk.made() as DoodleDesk).takeKeys();
+            (doodleLayer.create() as DoodleLayer).takeKeys();
         } else {
             hands.forceActiveFocus();
         }
@@ -79,7 +79,7 @@ FocusScope {
         board: board
         editor: page.editor
         pictures: page.pictures
-        onMenuWanted: place => (menu.made() as ItemMenu).popup(place.x, place.y)
+        onMenuWanted: place => (menu.create() as ItemMenu).popup(place.x, place.y)
         onEditWanted: page.editSelected()
         onQuickNoteWanted: page.quickNoteWanted()
         onDoodleWanted: page.editor.beginDoodle(page.editor.selected.itemId)
@@ -112,11 +112,11 @@ FocusScope {
         onKeysLeft: page.takeKeys()
     }
 
-    Later {
+    OnDemand {
         id: noteField
 
         anchors.fill: parent
-        what: NoteField {}
+        sourceComponent: NoteField {}
         properties: ({
                 board: board,
                 editor: page.editor
@@ -137,17 +137,17 @@ FocusScope {
         editor: page.editor
         pictures: page.pictures
         background: page.scene.background
-        onCountdownWanted: (countdownSheet.made() as CountdownSheet).put()
+        onCountdownWanted: (countdownSheet.create() as CountdownSheet).put()
         onDoodleWanted: page.editor.beginDoodle("")
         onBoardPageWanted: page.boardPageWanted()
         onSettingsWanted: page.settingsWanted()
     }
 
-    Later {
-        id: doodleDesk
+    OnDemand {
+        id: doodleLayer
 
         anchors.fill: parent
-        what: DoodleDesk {}
+        sourceComponent: DoodleLayer {}
         properties: ({
                 board: board,
                 editor: page.editor
@@ -156,47 +156,47 @@ FocusScope {
     }
 
     Connections {
-        target: doodleDesk.thing as DoodleDesk
+        target: doodleLayer.instance as DoodleLayer
 
         function onDone(): void {
             page.takeKeys();
         }
     }
 
-    Later {
+    OnDemand {
         id: menu
 
-        what: ItemMenu {}
+        sourceComponent: ItemMenu {}
         properties: ({
                 hands: hands
             })
         onClosed: page.takeKeys()
     }
 
-    Later {
+    OnDemand {
         id: countdownSheet
 
-        what: CountdownSheet {}
+        sourceComponent: CountdownSheet {}
         properties: ({
                 editor: page.editor
             })
         onClosed: page.takeKeys()
     }
 
-    Later {
+    OnDemand {
         id: captionSheet
 
-        what: CaptionSheet {}
+        sourceComponent: CaptionSheet {}
         properties: ({
                 editor: page.editor
             })
         onClosed: page.takeKeys()
     }
 
-    Later {
-        what: CutOutPage {}
+    OnDemand {
+        sourceComponent: CutOutPage {}
         properties: ({
-                desk: page.pictures.cutOut
+                session: page.pictures.cutOut
             })
         isWanted: page.pictures.cutOut.isOpen
         onClosed: page.takeKeys()
@@ -231,10 +231,10 @@ FocusScope {
             page.editor.startWriting();
             break;
         case "photo":
-            (captionSheet.made() as CaptionSheet).edit();
+            (captionSheet.create() as CaptionSheet).edit();
             break;
         case "countdown":
-            (countdownSheet.made() as CountdownSheet).edit();
+            (countdownSheet.create() as CountdownSheet).edit();
             break;
         case "doodle":
             page.editor.beginDoodle(page.editor.selected.itemId);

@@ -126,30 +126,30 @@ void EditorView::resizeTo(QPointF pointer) {
 
 void EditorView::letGo() {
     const bool isGripped = std::exchange(grip_, std::nullopt).has_value();
-    const bool isHeld = std::exchange(isHeld_, false);
-    if (isGripped || isHeld) static_cast<void>(editor_.endGesture());
+    const bool wasStepping = std::exchange(isStepping_, false);
+    if (isGripped || wasStepping) static_cast<void>(editor_.endGesture());
 }
 
 // The selected one by keys, wheel and menu.
 
-std::optional<BoardItem> EditorView::hold() {
+std::optional<BoardItem> EditorView::inStepGesture() {
     auto item = itemInSight();
     if (!item || grip_) return std::nullopt;
-    if (!isHeld_ && !editor_.beginGesture(item->id)) return std::nullopt;
-    isHeld_ = true;
+    if (!isStepping_ && !editor_.beginGesture(item->id)) return std::nullopt;
+    isStepping_ = true;
     return item;
 }
 
 void EditorView::nudge(double dx, double dy) {
-    if (const auto item = hold()) static_cast<void>(editor_.moveTo(item->center + Point{dx, dy}));
+    if (const auto item = inStepGesture()) static_cast<void>(editor_.moveTo(item->center + Point{dx, dy}));
 }
 
 void EditorView::turnBy(double degrees) {
-    if (const auto item = hold()) static_cast<void>(editor_.turnTo(item->rotationDegrees + degrees));
+    if (const auto item = inStepGesture()) static_cast<void>(editor_.turnTo(item->rotationDegrees + degrees));
 }
 
 void EditorView::resizeBy(double factor) {
-    if (const auto item = hold()) static_cast<void>(editor_.resizeTo(item->scale * factor));
+    if (const auto item = inStepGesture()) static_cast<void>(editor_.resizeTo(item->scale * factor));
 }
 
 void EditorView::bringToFront() {
@@ -172,15 +172,15 @@ void EditorView::setKept(bool isKept) {
 
 // What the selected one holds.
 
-void EditorView::hold(const BoardItem& item, Payload payload) {
+void EditorView::replacePayload(const BoardItem& item, Payload payload) {
     static_cast<void>(editor_.replacePayload(item.id, std::move(payload)));
 }
 
 template <class Value, class Change>
 void EditorView::change(Change change) {
     const auto* const item = selectedOnBoard();
-    const auto* const held = item == nullptr ? nullptr : item->payload.as<Value>();
-    if (held != nullptr) hold(*item, change(*held));
+    const auto* const current = item == nullptr ? nullptr : item->payload.as<Value>();
+    if (current != nullptr) replacePayload(*item, change(*current));
 }
 
 void EditorView::startWriting() {

@@ -114,9 +114,10 @@ Q_SIGNALS:
 
 private:
     const BoardItem* selectedOnBoard() const;
-    std::optional<BoardItem> hold();
+    /// The selected item in a gesture of keys or the wheel, which begins if none has; null when it cannot.
+    std::optional<BoardItem> inStepGesture();
     std::optional<BoardItem> itemInSight() const;
-    void hold(const BoardItem& item, Payload payload);
+    void replacePayload(const BoardItem& item, Payload payload);
     template <class Value, class Change>
     void change(Change change);
     PartnerID me() const;
@@ -126,7 +127,7 @@ private:
     WallClock& clock_;
     SelectedItem selected_;
     std::optional<Grip> grip_;
-    bool isHeld_ = false; ///< by keys or the wheel
+    bool isStepping_ = false; ///< a gesture of keys or the wheel is under way
     std::uint64_t notices_ = 0;
 };
 

@@ -73,25 +73,25 @@ Sheet {
         Row {
             spacing: Theme.size.small
             Accessible.role: Accessible.Grouping
-            Accessible.name: "surroundings"
+            Accessible.name: "appearance"
 
             Chip {
                 checkable: true
-                checked: page.settings.surroundings === "follow"
+                checked: page.settings.appearance === "follow"
                 text: "like the system"
-                onClicked: page.settings.surroundings = "follow"
+                onClicked: page.settings.appearance = "follow"
             }
             Chip {
                 checkable: true
-                checked: page.settings.surroundings === "light"
+                checked: page.settings.appearance === "light"
                 text: "by day"
-                onClicked: page.settings.surroundings = "light"
+                onClicked: page.settings.appearance = "light"
             }
             Chip {
                 checkable: true
-                checked: page.settings.surroundings === "dark"
+                checked: page.settings.appearance === "dark"
                 text: "by lamplight"
-                onClicked: page.settings.surroundings = "dark"
+                onClicked: page.settings.appearance = "dark"
             }
         }
         Toggle {

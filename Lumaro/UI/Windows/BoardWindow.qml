@@ -10,14 +10,14 @@ Window {
     required property AppView view
     required property BoardScene scene
     required property EditorView editor
-    required property PictureDesk pictures
+    required property PictureExchange pictures
     required property SettingsView settings
     required property var screens
     required property bool hangsBehindIcons
 
     /// Opens a page: "settings" or "boardPage".
     function showPage(page: string): void {
-        ((page === "settings" ? settingsPage : boardPage).made() as Sheet).open();
+        ((page === "settings" ? settingsPage : boardPage).create() as Sheet).open();
     }
 
     width: 1180
@@ -51,8 +51,8 @@ Window {
     }
 
     // What lay over the board gives the keys back to it.
-    Later {
-        what: FirstRun {}
+    OnDemand {
+        sourceComponent: FirstRun {}
         properties: ({
                 view: window.view
             })
@@ -60,20 +60,20 @@ Window {
         onClosed: page.takeKeys()
     }
 
-    Later {
+    OnDemand {
         id: boardPage
 
-        what: BoardPage {}
+        sourceComponent: BoardPage {}
         properties: ({
                 view: window.view
             })
         onClosed: page.takeKeys()
     }
 
-    Later {
+    OnDemand {
         id: settingsPage
 
-        what: SettingsPage {}
+        sourceComponent: SettingsPage {}
         properties: ({
                 view: window.view,
                 settings: window.settings,

@@ -14,8 +14,8 @@ Window {
     title: "lumaro · desktop"
     color: Theme.color.room
 
-    HungBoard {
-        id: hung
+    DesktopScene {
+        id: desktop
 
         scene: window.scene
         isPaused: window.isPaused
@@ -25,9 +25,9 @@ Window {
         id: board
 
         anchors.fill: parent
-        rows: hung.rows
-        background: hung.background
-        isThreadTied: hung.isThreadTied
+        rows: desktop.rows
+        background: desktop.background
+        isThreadTied: desktop.isThreadTied
         isFilling: true
         isPaused: window.isPaused
         onDensityChanged: window.scene.wantPixels(density)

@@ -65,16 +65,16 @@ void Bed::build() {
     settings_ = std::make_unique<SettingsView>(app_->defaults, app_->loginItem);
     scene_ = std::make_unique<BoardScene>(BoardScene::Ports{*app_->app, app_->clock, app_->sleeper, app_->background});
     editor_ = std::make_unique<EditorView>(*app_->app, app_->clock);
-    pictures_ = std::make_unique<PictureDesk>(*app_->app, app_->ids, app_->background);
+    pictures_ = std::make_unique<PictureExchange>(*app_->app, app_->ids, app_->background);
     app_->app->onChange([this] {
         view_->refresh();
-        look();
+        showChange();
     });
-    app_->app->editor().onChange([this] { look(); });
+    app_->app->editor().onChange([this] { showChange(); });
     Q_EMIT made();
 }
 
-void Bed::look() {
+void Bed::showChange() {
     scene_->refresh();
     editor_->refresh();
 }

@@ -4,7 +4,7 @@
 #include "Lumaro/UI/AppView.h"
 #include "Lumaro/UI/Board/BoardScene.h"
 #include "Lumaro/UI/Editor/EditorView.h"
-#include "Lumaro/UI/Editor/PictureDesk.h"
+#include "Lumaro/UI/Editor/PictureExchange.h"
 #include "Lumaro/UI/SettingsView.h"
 #include "Tests/Model/AppFixture.h"
 
@@ -18,14 +18,14 @@
 
 namespace lumaro {
 
-/// One person's application under the pages, with its surroundings in the hands of the tests' QML.
+/// One person's application under the pages, with every port of it in the hands of the tests' QML.
 class Bed final : public QObject {
     Q_OBJECT
     Q_PROPERTY(lumaro::AppView* view READ view NOTIFY made)
     Q_PROPERTY(lumaro::SettingsView* settings READ settings NOTIFY made)
     Q_PROPERTY(lumaro::BoardScene* scene READ scene NOTIFY made)
     Q_PROPERTY(lumaro::EditorView* editor READ editor NOTIFY made)
-    Q_PROPERTY(lumaro::PictureDesk* pictures READ pictures NOTIFY made)
+    Q_PROPERTY(lumaro::PictureExchange* pictures READ pictures NOTIFY made)
 
 public:
     Bed() { make(); }
@@ -34,7 +34,7 @@ public:
     SettingsView* settings() const { return settings_.get(); }
     BoardScene* scene() const { return scene_.get(); }
     EditorView* editor() const { return editor_.get(); }
-    PictureDesk* pictures() const { return pictures_.get(); }
+    PictureExchange* pictures() const { return pictures_.get(); }
 
     /// A new person at a new computer, whose program has just been started; no invite waits for them.
     Q_INVOKABLE void make();
@@ -80,7 +80,7 @@ Q_SIGNALS:
 
 private:
     void build();
-    void look();
+    void showChange();
 
     QTemporaryDir folder_;
     std::unique_ptr<AppFixture> app_;
@@ -88,7 +88,7 @@ private:
     std::unique_ptr<SettingsView> settings_;
     std::unique_ptr<BoardScene> scene_;
     std::unique_ptr<EditorView> editor_;
-    std::unique_ptr<PictureDesk> pictures_;
+    std::unique_ptr<PictureExchange> pictures_;
 };
 
 } // namespace lumaro

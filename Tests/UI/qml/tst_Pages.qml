@@ -116,10 +116,10 @@ Item {
 
         function test_theThemeFollowsTheSettings() {
             Bed.make();
-            Bed.settings.surroundings = "dark";
+            Bed.settings.appearance = "dark";
             Bed.dress(Theme);
             verify(Theme.isDark);
-            Bed.settings.surroundings = "light";
+            Bed.settings.appearance = "light";
             Bed.settings.reducesMotion = true;
             verify(!Theme.isDark);
             verify(Theme.isMotionReduced);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "Lumaro/UI/Editor/CutOutDesk.h"
+#include "Lumaro/UI/Editor/CutOutSession.h"
 
 #include <tuple>
 #include <utility>
@@ -7,7 +7,7 @@
 
 namespace lumaro {
 
-void CutOutDesk::open(std::string file, Cut then) {
+void CutOutSession::open(std::string file, Cut then) {
     close();
     task_ = inBackground(
         background_,
@@ -24,13 +24,13 @@ void CutOutDesk::open(std::string file, Cut then) {
         });
 }
 
-void CutOutDesk::frame(double left, double top, double right, double bottom) {
+void CutOutSession::frame(double left, double top, double right, double bottom) {
     const QRectF frame{QPointF{left * picture_.width(), top * picture_.height()},
                        QPointF{right * picture_.width(), bottom * picture_.height()}};
     add([frame = frame.normalized()](CutOut& cut) { cut.setFrame(frame); });
 }
 
-void CutOutDesk::scribble(const QList<double>& places, double width, bool isKept) {
+void CutOutSession::scribble(const QList<double>& places, double width, bool isKept) {
     std::vector<QPointF> points;
     for (qsizetype i = 0; i + 1 < places.size(); i += 2) {
         points.emplace_back(places[i] * picture_.width(), places[i + 1] * picture_.height());
@@ -41,13 +41,13 @@ void CutOutDesk::scribble(const QList<double>& places, double width, bool isKept
     });
 }
 
-void CutOutDesk::add(Gesture gesture) {
+void CutOutSession::add(Gesture gesture) {
     if (!cut_) return;
     gestures_.push_back(std::move(gesture));
     if (!task_) workOff();
 }
 
-void CutOutDesk::workOff() {
+void CutOutSession::workOff() {
     task_ = inBackground(
         background_,
         [cut = cut_, gestures = std::exchange(gestures_, {})] {
@@ -63,7 +63,7 @@ void CutOutDesk::workOff() {
     Q_EMIT changed();
 }
 
-void CutOutDesk::take() {
+void CutOutSession::take() {
     if (!cut_ || task_) return;
     task_ = inBackground(
         background_, [cut = cut_] { return cut->sticker(); },
@@ -76,7 +76,7 @@ void CutOutDesk::take() {
     Q_EMIT changed();
 }
 
-void CutOutDesk::close() {
+void CutOutSession::close() {
     task_.reset();
     cut_.reset();
     gestures_.clear();

@@ -18,18 +18,18 @@ namespace lumaro {
 
 /// A picture that is being cut out: gestures are worked off in the background one after the other, and the edge
 /// follows. Places are fractions of the picture, 0 to 1.
-class CutOutDesk final : public QObject {
+class CutOutSession final : public QObject {
     Q_OBJECT
     QML_ELEMENT
-    QML_UNCREATABLE("the picture desk has it")
+    QML_UNCREATABLE("the picture exchange has it")
     Q_PROPERTY(bool isOpen READ isOpen NOTIFY changed)
     Q_PROPERTY(bool isWorking READ isWorking NOTIFY changed)
     Q_PROPERTY(bool hasEdge READ hasEdge NOTIFY changed)
     Q_PROPERTY(double aspect READ aspect NOTIFY changed)
 
 public:
-    /// The runner outlives the desk.
-    explicit CutOutDesk(BackgroundRunner& background, QObject* parent = nullptr)
+    /// The runner outlives the session.
+    explicit CutOutSession(BackgroundRunner& background, QObject* parent = nullptr)
         : QObject(parent), background_(background) {}
 
     using Cut = std::move_only_function<void(QImage sticker)>;

@@ -12,7 +12,7 @@ namespace lumaro {
 
 /// The board as it hangs on a desktop, without what is in the hand. While it is paused nothing here changes, so that
 /// its window has nothing to draw; afterwards it shows at once what came meanwhile.
-class HungBoard : public QObject {
+class DesktopScene : public QObject {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(lumaro::BoardScene* scene READ scene WRITE setScene NOTIFY sceneChanged REQUIRED)

@@ -6,7 +6,7 @@ import Lumaro.UI
 
 /// Drawing on the glass: the hands that draw, and the pencil case, which stays as it was left.
 Item {
-    id: desk
+    id: layer
 
     required property BoardView board
     required property EditorView editor
@@ -32,8 +32,8 @@ Item {
         id: hands
 
         anchors.fill: parent
-        board: desk.board
-        editor: desk.editor
+        board: layer.board
+        editor: layer.editor
         bar: bar
     }
 
@@ -45,6 +45,6 @@ Item {
             bottomMargin: Theme.size.large
             horizontalCenter: parent.horizontalCenter
         }
-        editor: desk.editor
+        editor: layer.editor
     }
 }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "Lumaro/UI/Editor/PictureDesk.h"
+#include "Lumaro/UI/Editor/PictureExchange.h"
 
 #include "Lumaro/UI/Text.h"
 
@@ -27,12 +27,12 @@ std::expected<ImportedPicture, ImportFault> importFile(const QString& path) {
 
 } // namespace
 
-PictureDesk::PictureDesk(AppModel& app, UUIDSource& ids, BackgroundRunner& background, QObject* parent)
+PictureExchange::PictureExchange(AppModel& app, UUIDSource& ids, BackgroundRunner& background, QObject* parent)
     : QObject(parent), app_(app), ids_(ids), background_(background), cutOut_(background) {
     connect(QGuiApplication::clipboard(), &QClipboard::dataChanged, this, [this] { copying_.reset(); });
 }
 
-void PictureDesk::copy() {
+void PictureExchange::copy() {
     const auto& id = app_.editor().selection();
     const auto* const item = id ? app_.board().find(*id) : nullptr;
     if (item == nullptr) return;
@@ -45,7 +45,7 @@ void PictureDesk::copy() {
     }
 }
 
-void PictureDesk::copyPicture(const UUID& mediaId) {
+void PictureExchange::copyPicture(const UUID& mediaId) {
     const auto path = app_.media().pathOf(mediaId);
     if (!path) return;
     copying_ = inBackground(
@@ -56,7 +56,7 @@ void PictureDesk::copyPicture(const UUID& mediaId) {
         });
 }
 
-bool PictureDesk::paste() {
+bool PictureExchange::paste() {
     const auto* const data = QGuiApplication::clipboard()->mimeData();
     if (data == nullptr) return false;
     if (data->hasImage()) {
@@ -72,7 +72,7 @@ bool PictureDesk::paste() {
     return data->hasText() && app_.editor().pasteText(data->text().toStdString()).has_value();
 }
 
-void PictureDesk::drop(const QList<QUrl>& urls, QPointF place) {
+void PictureExchange::drop(const QList<QUrl>& urls, QPointF place) {
     double away = 0;
     for (const auto& url : urls) {
         const bool isPlaced = !place.isNull();
@@ -81,7 +81,7 @@ void PictureDesk::drop(const QList<QUrl>& urls, QPointF place) {
     }
 }
 
-void PictureDesk::choose(bool isSticker) {
+void PictureExchange::choose(bool isSticker) {
     auto* const dialog =
         new QFileDialog{nullptr,
                         isSticker ? QStringLiteral("a picture to cut out of") : QStringLiteral("a photo to put up"),
@@ -96,24 +96,24 @@ void PictureDesk::choose(bool isSticker) {
     dialog->open();
 }
 
-void PictureDesk::putUp(const QUrl& url, bool isSticker, std::optional<Point> place) {
+void PictureExchange::putUp(const QUrl& url, bool isSticker, std::optional<Point> place) {
     if (!url.isLocalFile())
         return Q_EMIT noticed(QStringLiteral("save the picture first — only files can come up here"));
     add({.import = [path = url.toLocalFile()] { return importFile(path); }, .isSticker = isSticker, .place = place});
 }
 
-void PictureDesk::add(Wish wish) {
+void PictureExchange::add(Wish wish) {
     waiting_.push_back(std::move(wish));
     if (waiting_.size() == 1) next();
 }
 
-void PictureDesk::next() {
+void PictureExchange::next() {
     if (waiting_.empty()) return;
     task_ = inBackground(background_, std::move(waiting_.front().import),
                          [this](std::expected<ImportedPicture, ImportFault> picture) { imported(std::move(picture)); });
 }
 
-void PictureDesk::imported(std::expected<ImportedPicture, ImportFault> picture) {
+void PictureExchange::imported(std::expected<ImportedPicture, ImportFault> picture) {
     const auto done = std::move(task_);
     const auto wish = std::move(waiting_.front());
     waiting_.pop_front();
@@ -128,7 +128,7 @@ void PictureDesk::imported(std::expected<ImportedPicture, ImportFault> picture) 
     next();
 }
 
-void PictureDesk::cut(ImportedPicture picture, std::optional<Point> place) {
+void PictureExchange::cut(ImportedPicture picture, std::optional<Point> place) {
     cutOut_.open(std::move(picture.bytes), [this, place](QImage sticker) {
         add({.import = [sticker = std::move(sticker)] { return importPicture(sticker); },
              .isSticker = true,
@@ -136,7 +136,7 @@ void PictureDesk::cut(ImportedPicture picture, std::optional<Point> place) {
     });
 }
 
-void PictureDesk::hang(ImportedPicture picture, bool isSticker, std::optional<Point> place) {
+void PictureExchange::hang(ImportedPicture picture, bool isSticker, std::optional<Point> place) {
     const auto id = ids_.next();
     Payload payload =
         isSticker ? Payload{StickerPayload{id, picture.aspect}} : Payload{PhotoPayload{id, {}, {}, picture.aspect}};

@@ -3,7 +3,7 @@
 
 #include "Lumaro/Model/AppModel.h"
 #include "Lumaro/Pictures/PictureImport.h"
-#include "Lumaro/UI/Editor/CutOutDesk.h"
+#include "Lumaro/UI/Editor/CutOutSession.h"
 
 #include <QtCore/QMimeData>
 #include <QtCore/QObject>
@@ -19,17 +19,17 @@ namespace lumaro {
 
 /// What people copy; and what they paste, drop and choose becomes notes, photos and stickers. Pictures are made ready
 /// in the background, one after the other, stored, and put up when they are on disk. Refusals come as notices.
-class PictureDesk final : public QObject {
+class PictureExchange final : public QObject {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("the application has it")
-    Q_PROPERTY(lumaro::CutOutDesk* cutOut READ cutOut CONSTANT)
+    Q_PROPERTY(lumaro::CutOutSession* cutOut READ cutOut CONSTANT)
 
 public:
-    /// All outlive the desk.
-    PictureDesk(AppModel& app, UUIDSource& ids, BackgroundRunner& background, QObject* parent = nullptr);
+    /// All outlive the exchange.
+    PictureExchange(AppModel& app, UUIDSource& ids, BackgroundRunner& background, QObject* parent = nullptr);
 
-    CutOutDesk* cutOut() { return &cutOut_; }
+    CutOutSession* cutOut() { return &cutOut_; }
 
     /// The selected note's text, photo or sticker, to the clipboard. A picture comes there when it is decoded, unless
     /// something else was copied by then.
@@ -62,7 +62,7 @@ private:
     AppModel& app_;
     UUIDSource& ids_;
     BackgroundRunner& background_;
-    CutOutDesk cutOut_;
+    CutOutSession cutOut_;
     std::deque<Wish> waiting_; ///< the first one is under way
     std::unique_ptr<BackgroundRunner::Task> task_;
     std::unique_ptr<BackgroundRunner::Task> copying_;
