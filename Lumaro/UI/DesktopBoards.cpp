@@ -14,7 +14,11 @@
 namespace lumaro {
 namespace {
 
-constexpr std::string_view screensKey = "desktopScreens";
+constexpr std::string_view leftFreeKey = "screensLeftFree";
+// Held the screens that were chosen; one that was new was not among them.
+constexpr std::string_view formerKey = "desktopScreens";
+// More than anybody plugs in; the names of those that were left free longest ago go first.
+constexpr qsizetype mostLeftFree = 64;
 // In no name of a screen that we know.
 const QChar separator = u',';
 
@@ -26,6 +30,7 @@ struct DesktopBoards::Board {
 };
 
 DesktopBoards::DesktopBoards(UserDefaults& defaults, MakeWindow make) : defaults_(defaults), make_(std::move(make)) {
+    migrate();
     connect(qGuiApp, &QGuiApplication::screenAdded, this, [this] {
         hang();
         Q_EMIT changed();
@@ -44,23 +49,19 @@ void DesktopBoards::setEnabled(bool enabled) {
 }
 
 std::vector<DesktopBoards::Choice> DesktopBoards::choices() const {
-    const auto names = chosen();
+    const auto free = leftFree();
     std::vector<Choice> choices;
     for (const auto* screen : QGuiApplication::screens()) {
-        choices.push_back({screen->name(), !names || names->contains(screen->name())});
+        choices.push_back({screen->name(), !free.contains(screen->name())});
     }
     return choices;
 }
 
 void DesktopBoards::choose(const QString& screen, bool isChosen) {
-    QStringList names = chosen().value_or(QStringList{});
-    // Those that are not plugged in stay as they were chosen.
-    for (const auto& choice : choices()) {
-        names.removeAll(choice.screen);
-        if (choice.screen == screen ? isChosen : choice.isChosen) names.append(choice.screen);
-    }
-    defaults_.setString(screensKey, names.join(separator).toStdString());
-    if (std::ranges::all_of(choices(), &Choice::isChosen)) defaults_.remove(screensKey);
+    auto free = leftFree();
+    free.removeAll(screen);
+    if (!isChosen) free.append(screen);
+    leaveFree(std::move(free));
     hang();
     Q_EMIT changed();
 }
@@ -70,16 +71,35 @@ void DesktopBoards::setScreenLocked(bool isLocked) {
     for (auto& [screen, board] : boards_) pauseAsNeeded(*board);
 }
 
-std::optional<QStringList> DesktopBoards::chosen() const {
-    const auto names = defaults_.string(screensKey);
-    if (!names) return std::nullopt;
-    return qText(*names).split(separator, Qt::SkipEmptyParts);
+QStringList DesktopBoards::leftFree() const {
+    return qText(defaults_.string(leftFreeKey).value_or("")).split(separator, Qt::SkipEmptyParts);
+}
+
+void DesktopBoards::leaveFree(QStringList screens) {
+    screens = screens.mid(std::max(screens.size() - mostLeftFree, qsizetype{0}));
+    if (screens.isEmpty()) {
+        defaults_.remove(leftFreeKey);
+    } else {
+        defaults_.setString(leftFreeKey, screens.join(separator).toStdString());
+    }
+}
+
+void DesktopBoards::migrate() {
+    const auto former = defaults_.string(formerKey);
+    if (!former) return;
+    const auto chosen = qText(*former).split(separator, Qt::SkipEmptyParts);
+    auto free = leftFree();
+    for (const auto* screen : QGuiApplication::screens()) {
+        if (!chosen.contains(screen->name()) && !free.contains(screen->name())) free.append(screen->name());
+    }
+    leaveFree(std::move(free));
+    defaults_.remove(formerKey);
 }
 
 void DesktopBoards::hang() {
-    const auto names = chosen();
+    const auto free = leftFree();
     for (auto* screen : QGuiApplication::screens()) {
-        const bool isWanted = isEnabled_ && (!names || names->contains(screen->name()));
+        const bool isWanted = isEnabled_ && !free.contains(screen->name());
         if (!isWanted) {
             take(screen);
         } else if (!boards_.contains(screen)) {
@@ -98,7 +118,7 @@ void DesktopBoards::hangOn(QScreen& screen) {
     auto& board = *boards_.emplace(&screen, std::make_unique<Board>()).first->second;
     board.window = std::move(window);
     board.coverage = std::make_unique<Coverage>(*board.window, [this, &board](bool) { pauseAsNeeded(board); });
-    // The window is the context: what a screen says of itself is heard as long as a board hangs there.
+    // The window is the context, so that the connection ends with it.
     connect(&screen, &QScreen::geometryChanged, board.window.get(),
             [window = board.window.get()](const QRect& place) { window->setGeometry(place); });
     pauseAsNeeded(board);

@@ -20,8 +20,8 @@ class QScreen;
 
 namespace lumaro {
 
-/// The board on the desktop: one window on each screen that was chosen, at the lowest level that the desktop grants.
-/// Follows screens that come, go and change. On the main thread.
+/// The board on the desktop: one window on each screen but those that people left free, at the lowest level that the
+/// desktop grants. Follows screens that come, go and change. On the main thread.
 ///
 /// A window that nobody can see, or that hangs behind the screen's lock, should do nothing: its property `isPaused`
 /// says so.
@@ -29,7 +29,7 @@ class DesktopBoards final : public QObject, public WallpaperController {
     Q_OBJECT
 
 public:
-    /// Makes the board's window for a screen; its place and its level are not the maker's.
+    /// Makes the board's window for a screen; `DesktopBoards` then sets its place and its level.
     using MakeWindow = std::function<std::unique_ptr<QQuickWindow>(QScreen&)>;
     struct Choice {
         QString screen; ///< its name
@@ -47,7 +47,8 @@ public:
 
     /// Behind the icons, or merely below other windows; none while no board hangs.
     std::optional<DesktopLevel> level() const { return level_; }
-    /// The screens there are. People who never chose have chosen all, and so have those who chose all.
+    /// The screens there are. Each is chosen until people leave it free, so one that is plugged in for the first time
+    /// is.
     std::vector<Choice> choices() const;
     void choose(const QString& screen, bool isChosen);
     void setScreenLocked(bool isLocked);
@@ -59,7 +60,9 @@ Q_SIGNALS:
 private:
     struct Board;
 
-    std::optional<QStringList> chosen() const;
+    QStringList leftFree() const;
+    void leaveFree(QStringList screens);
+    void migrate();
     void hang();
     void hangOn(QScreen& screen);
     void take(QScreen* screen);

@@ -94,7 +94,22 @@ TEST_F(DesktopBoardsTest, AScreenThatWasNotChosenStaysFreeAlsoNextTime) {
     boards_.choose(left_, true);
     boards_.choose(right_, true);
     EXPECT_EQ(hanging(), (QStringList{left_, right_}));
-    EXPECT_FALSE(defaults_.string("desktopScreens")) << "who chose all wants new screens too";
+}
+
+TEST_F(DesktopBoardsTest, AScreenThatIsPluggedInForTheFirstTimeIsChosen) {
+    unplug(right_);
+    waitUntil([] { return QGuiApplication::screens().size() == 1; });
+    boards_.setEnabled(true);
+    boards_.choose(left_, false);
+    plugIn(right_, QStringLiteral("640/160x800/200+640+0"), QStringLiteral("none"));
+    waitUntil([&] { return hanging() == QStringList{right_}; });
+}
+
+TEST_F(DesktopBoardsTest, WhatWasChosenOfFormerSettingsStaysAndTheRestIsLeftFree) {
+    defaults_.setString("desktopScreens", "right,elsewhere");
+    const DesktopBoards next{defaults_, [](QScreen&) { return std::make_unique<QQuickWindow>(); }};
+    EXPECT_EQ(next.choices(), (std::vector<DesktopBoards::Choice>{{left_, false}, {right_, true}}));
+    EXPECT_FALSE(defaults_.string("desktopScreens"));
 }
 
 TEST_F(DesktopBoardsTest, ABoardThatNobodySeesRests) {
