@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Widgets/Background/BackgroundPainting.h"
 
+#include "DesignSystem/Mask.h"
 #include "DesignSystem/Tokens.h"
 #include "LumaroCore/Support/EnumNames.h"
-#include "Widgets/Items/Mask.h"
 #include "Widgets/Items/Palette.h"
 #include "Widgets/Items/Paper.h"
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Widgets/Items/Shadow.h"
 
-#include "Widgets/Items/Mask.h"
+#include "DesignSystem/Mask.h"
 #include "Widgets/Items/Palette.h"
 
 #include <QtGui/QPainter>

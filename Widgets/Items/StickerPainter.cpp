@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "DesignSystem/Mask.h"
 #include "Widgets/Items/Lettering.h"
-#include "Widgets/Items/Mask.h"
 #include "Widgets/Items/Painters.h"
 #include "Widgets/Items/Palette.h"
 #include "Widgets/Items/Picture.h"

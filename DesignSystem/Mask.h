@@ -5,6 +5,7 @@
 #include <QtGui/QColor>
 #include <QtGui/QImage>
 
+#include <cstddef>
 #include <vector>
 
 class QPainterPath;
@@ -26,6 +27,9 @@ public:
     /// Coverage from 0 at `low` to 1 at `high`, and straight between.
     void sharpen(double low, double high);
 
+    float at(int x, int y) const {
+        return values_[static_cast<std::size_t>(y) * static_cast<std::size_t>(width_) + static_cast<std::size_t>(x)];
+    }
     /// A picture of one colour.
     QImage tinted(const QColor& colour) const;
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "Widgets/Items/Mask.h"
+#include "DesignSystem/Mask.h"
 
 #include <QtGui/QPainter>
 #include <QtGui/QPainterPath>
