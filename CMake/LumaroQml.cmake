@@ -4,7 +4,7 @@
 set(QT_QML_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/qml")
 
 function(lumaro_add_qml_module target uri)
-    cmake_parse_arguments(PARSE_ARGV 2 ARG "" "" "QML;RESOURCES")
+    cmake_parse_arguments(PARSE_ARGV 2 ARG "" "" "QML;RESOURCES;DEPENDENCIES")
     foreach(file IN LISTS ARG_QML)
         # A type is named for its file, wherever in the module the file lies.
         get_filename_component(type "${file}" NAME_WE)
@@ -21,7 +21,7 @@ function(lumaro_add_qml_module target uri)
         VERSION 1.0
         RESOURCE_PREFIX /qt/qml
         IMPORT_PATH "${QT_QML_OUTPUT_DIRECTORY}"
-        DEPENDENCIES QtQuick
+        DEPENDENCIES QtQuick ${ARG_DEPENDENCIES}
         QML_FILES ${ARG_QML}
         RESOURCES ${ARG_RESOURCES}
         ${ahead}

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 import QtQml
+import Widgets
 
 /// Where the canvas lies in a view, and what all its items must know of that view.
 QtObject {
@@ -14,11 +15,6 @@ QtObject {
     /// The note that somebody writes on, over the board.
     property string written
 
-    /// View pixels for one point of the canvas, and where its top left corner lies.
-    readonly property real pointScale: isFilling ? Math.max(width / 1600, inner / 1000) : Math.min(width / 1600, inner / 1000)
-    readonly property point origin: Qt.point((width - 1600 * pointScale) / 2, topMargin + (inner - 1000 * pointScale) / 2)
-    readonly property real inner: height - topMargin - bottomMargin
-    /// What of the canvas is cut off on either side; what hangs on it is drawn together to stay in sight.
-    readonly property real hiddenX: Math.max(0, -origin.x / pointScale)
-    readonly property real hiddenY: Math.max(0, -origin.y / pointScale)
+    readonly property rect area: Qt.rect(0, topMargin, width, height - topMargin - bottomMargin)
+    readonly property canvasInView canvas: isFilling ? VirtualCanvas.aspectFill(area) : VirtualCanvas.aspectFit(area)
 }

@@ -26,7 +26,7 @@ Item {
     required property bool isFalling
     required property bool isInHand
 
-    readonly property real pointScale: frame.pointScale * itemScale
+    readonly property real pointScale: frame.canvas.scale * itemScale
     readonly property bool isSpringing: !isInHand && isSettled && !Theme.isMotionReduced && !frame.isPaused
     property bool isSettled: false
     property real placeX: centerX
@@ -35,8 +35,8 @@ Item {
 
     width: naturalWidth * pointScale
     height: naturalHeight * pointScale
-    x: frame.origin.x + frame.pointScale * (placeX + frame.hiddenX * (1 - anchorX / 800)) - width / 2
-    y: frame.origin.y + frame.pointScale * (placeY + frame.hiddenY * (1 - anchorY / 500)) - height / 2 + drop
+    x: frame.canvas.viewX(placeX + frame.canvas.inwardX(anchorX)) - width / 2
+    y: frame.canvas.viewY(placeY + frame.canvas.inwardY(anchorY)) - height / 2 + drop
     z: stack
     rotation: tilt
 
@@ -72,7 +72,7 @@ Item {
     }
 
     Component.onCompleted: isSettled = true
-    // A delegate is made before it hangs anywhere.
+    // A delegate is created before it has a parent, which has the frame.
     onFrameChanged: {
         if (isArriving) {
             arrive();
@@ -110,9 +110,9 @@ Item {
 
         active: false
         anchors.centerIn: parent
-        width: item.width + 120 * item.frame.pointScale
-        height: item.height + 120 * item.frame.pointScale
-        // Behind what has no paper of its own it is only a hint.
+        width: item.width + 120 * item.frame.canvas.scale
+        height: item.height + 120 * item.frame.canvas.scale
+        // Behind an item without paper all of it would be seen.
         opacity: item.kind === "doodle" || item.kind === "sticker" || item.kind === "nowPlayingSlot" ? 0.3 : 1
         source: "ArrivalGlow.qml"
     }
@@ -147,7 +147,7 @@ Item {
         NumberAnimation {
             target: item
             property: "drop"
-            from: -70 * item.frame.pointScale
+            from: -70 * item.frame.canvas.scale
             to: 0
             duration: Theme.motion.land
             easing.type: Easing.OutBack

@@ -17,14 +17,10 @@ Item {
     property alias isPaused: frame.isPaused
     property alias selected: frame.selected
     property alias written: frame.written
-    readonly property alias pointScale: frame.pointScale
+    readonly property alias canvas: frame.canvas
+    readonly property real pointScale: canvas.scale
     /// Pixels of the screen for one point of the canvas: as sharp as pictures have to be.
     readonly property real density: pointScale * Screen.devicePixelRatio
-    readonly property alias origin: frame.origin
-
-    function toCanvas(place: point): point {
-        return Qt.point((place.x - origin.x) / pointScale, (place.y - origin.y) / pointScale);
-    }
 
     function drawThread(): void {
         if (Theme.isMotionReduced || isPaused) {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "LumaroCore/BoardModel/BoardSpec.h"
 #include "Widgets/Board/FacePicture.h"
 
 namespace lumaro {
@@ -11,12 +12,14 @@ class RecordDisc : public lumaro::FacePicture {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(bool isTurning READ isTurning NOTIFY faceChanged)
+    Q_PROPERTY(double degreesPerSecond READ degreesPerSecond CONSTANT)
     Q_PROPERTY(double discX READ discX NOTIFY placeChanged)
     Q_PROPERTY(double discY READ discY NOTIFY placeChanged)
 
 public:
     using FacePicture::FacePicture;
 
+    static double degreesPerSecond() { return BoardSpec::diskDegreesPerSecond; }
     /// Whether music plays.
     bool isTurning() const;
     double discX() const;

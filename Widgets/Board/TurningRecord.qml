@@ -30,11 +30,9 @@ Item {
     }
 
     Timer {
-        readonly property real degrees: 30 * interval / 1000
-
         interval: 100
         repeat: true
         running: disc.isTurning && !record.isPaused && record.visible
-        onTriggered: disc.rotation = (disc.rotation + degrees) % 360
+        onTriggered: disc.rotation = (disc.rotation + disc.degreesPerSecond / 10) % 360
     }
 }

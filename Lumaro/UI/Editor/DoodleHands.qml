@@ -26,7 +26,7 @@ FocusScope {
         property point last
 
         function place(mouse: var): point {
-            return hands.board.toCanvas(Qt.point(mouse.x, mouse.y));
+            return hands.board.canvas.canvasPoint(Qt.point(mouse.x, mouse.y));
         }
 
         anchors.fill: parent

@@ -4,7 +4,7 @@ import DesignSystem
 import Widgets
 import Lumaro.UI
 
-/// Drawing on the glass: the hands that draw, and the pencil case, which stays as it was left.
+/// Drawing over the board: what the pointer does, and the bar with inks and widths, which stay as they were chosen.
 Item {
     id: layer
 

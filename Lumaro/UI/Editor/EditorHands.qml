@@ -16,7 +16,7 @@ FocusScope {
     signal editWanted
     signal quickNoteWanted
     signal doodleWanted
-    /// The keys are to go where everything that can be done to the selected one is.
+    /// The keyboard focus is to go to the bar with what can be done to the selected item.
     signal barWanted
 
     activeFocusOnTab: true
@@ -128,11 +128,11 @@ FocusScope {
         property bool isDragging: false
         property point start
 
-        /// A hand trembles this much without meaning it, in view pixels.
+        /// A pointer that moves no further than this, in view pixels, is a click and no drag.
         readonly property real tremble: 4
 
         function place(mouse: var): point {
-            return hands.board.toCanvas(Qt.point(mouse.x, mouse.y));
+            return hands.board.canvas.canvasPoint(Qt.point(mouse.x, mouse.y));
         }
 
         anchors.fill: parent
@@ -153,7 +153,7 @@ FocusScope {
             }
             if (!isDragging && Math.abs(mouse.x - start.x) + Math.abs(mouse.y - start.y) > tremble) {
                 isDragging = true;
-                hands.editor.grip(hands.board.toCanvas(start));
+                hands.editor.grip(hands.board.canvas.canvasPoint(start));
             }
             if (isDragging) {
                 hands.editor.moveTo(place(mouse));
@@ -179,7 +179,7 @@ FocusScope {
             }
         }
 
-        // A wheel does not say when it stops.
+        // A wheel does not say when it stops: it has after a while without a turn.
         Timer {
             id: rested
 
@@ -191,8 +191,13 @@ FocusScope {
     DropArea {
         anchors.fill: parent
         onDropped: drop => {
-            if (drop.hasUrls) {
-                hands.pictures.drop(drop.urls, hands.board.toCanvas(Qt.point(drop.x, drop.y)));
+            const place = hands.board.canvas.canvasPoint(Qt.point(drop.x, drop.y));
+            const format = hands.pictures.pictureFormat(drop.formats);
+            const hasFile = drop.urls.some(url => url.toString().startsWith("file:"));
+            if (format !== "" && !hasFile) {
+                hands.pictures.dropPicture(drop.getDataAsArrayBuffer(format), place);
+            } else if (drop.hasUrls) {
+                hands.pictures.drop(drop.urls, place);
             } else if (drop.hasText) {
                 hands.editor.putUpText(drop.text);
             }

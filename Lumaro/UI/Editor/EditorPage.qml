@@ -4,7 +4,7 @@ import DesignSystem
 import Widgets
 import Lumaro.UI
 
-/// The board under one's hands: everything that hangs, the handles of what is selected, and the dock.
+/// The board to be edited: its items, the handles of the selected one, and the dock.
 FocusScope {
     id: page
 
@@ -32,7 +32,7 @@ FocusScope {
         toast.show(text, "");
     }
 
-    // What the bar and the dock leave of the keys is the board's.
+    // Keys that the bar and the dock do not take are the board's.
     Keys.onEscapePressed: takeKeys()
     Keys.onPressed: event => {
         if (event.modifiers & (Qt.ControlModifier | Qt.MetaModifier)) {
@@ -44,7 +44,7 @@ FocusScope {
         id: board
 
         anchors.fill: parent
-        // What hangs at the edges is not to lie under the slip and the dock.
+        // Keeps items at the edges from under the status line and the dock.
         topMargin: 28
         bottomMargin: 88
         rows: page.scene.rows
@@ -65,6 +65,7 @@ FocusScope {
 
     HandText {
         anchors.centerIn: parent
+        width: Math.min(implicitWidth, parent.width - 2 * Theme.size.large)
         visible: page.scene.isEmpty && !page.isQuiet && !page.editor.isDoodling
         horizontalAlignment: Text.AlignHCenter
         color: Theme.color.softInk
@@ -87,13 +88,12 @@ FocusScope {
     }
 
     InkSheet {
-        // As large as the window it would be kept, seen or not.
+        // A painted item keeps its pixels while it is invisible, unless it has no size.
         width: visible ? page.width : 0
         height: visible ? page.height : 0
         visible: page.editor.isDoodling
         editor: page.editor
-        pointScale: board.pointScale
-        origin: board.origin
+        canvas: board.canvas
     }
 
     SelectionFrame {

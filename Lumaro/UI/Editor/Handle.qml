@@ -4,7 +4,7 @@ import DesignSystem
 import Widgets
 import Lumaro.UI
 
-/// What people pull at: a dot of paper, larger to the finger than to the eye.
+/// A dot to pull at; it takes the pointer in a larger square than it is drawn in.
 Item {
     id: handle
 
@@ -44,7 +44,7 @@ Item {
     MouseArea {
         function place(mouse: var): point {
             const there = mapToItem(handle.board, mouse.x, mouse.y);
-            return handle.board.toCanvas(Qt.point(there.x, there.y));
+            return handle.board.canvas.canvasPoint(Qt.point(there.x, there.y));
         }
 
         anchors.fill: parent

@@ -14,6 +14,7 @@ namespace {
 /// A smoothed line still moves between its last points.
 constexpr std::size_t unsettledPoints = 4;
 
+/// In points of the canvas.
 QRectF boxOf(std::span<const Point> points, double margin) {
     QRectF box;
     for (const auto& point : points) {
@@ -26,7 +27,7 @@ QRectF boxOf(std::span<const Point> points, double margin) {
 
 InkSheet::InkSheet(QQuickItem* parent) : QQuickPaintedItem(parent) {
     setAntialiasing(true);
-    connect(this, &InkSheet::placeChanged, this, [this] { update(); });
+    connect(this, &InkSheet::canvasChanged, this, [this] { update(); });
 }
 
 void InkSheet::setEditor(EditorView* editor) {
@@ -49,8 +50,8 @@ void InkSheet::inkChanged() {
     const std::size_t from = painted_ - std::min(painted_, unsettledPoints);
     const auto box = boxOf(std::span{line->points}.subspan(from), line->width);
     painted_ = line->points.size();
-    update(
-        QRectF{box.topLeft() * pointScale_ + origin_, box.size() * pointScale_}.toAlignedRect().adjusted(-2, -2, 2, 2));
+    const auto [corner, size] = canvas_.transform().viewRect({{box.x(), box.y()}, {box.width(), box.height()}});
+    update(QRectF{corner.x, corner.y, size.width, size.height}.toAlignedRect().adjusted(-2, -2, 2, 2));
 }
 
 void InkSheet::paint(QPainter* painter) {
@@ -61,8 +62,9 @@ void InkSheet::paint(QPainter* painter) {
                       .strokes = doodle.strokes(),
                       .on = {}};
     if (doodle.line()) ink.strokes.push_back(*doodle.line());
-    painter->translate(origin_);
-    painter->scale(pointScale_, pointScale_);
+    const auto& [scale, offset] = canvas_.transform();
+    painter->translate(offset.x, offset.y);
+    painter->scale(scale, scale);
     paintItem(*painter, ItemFace{DoodleFace{std::move(ink)}},
               {BoardSpec::canvasSize.width, BoardSpec::canvasSize.height});
 }

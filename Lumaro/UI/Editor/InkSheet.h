@@ -2,6 +2,7 @@
 #pragma once
 
 #include "Lumaro/UI/Editor/EditorView.h"
+#include "Widgets/Board/CanvasInView.h"
 
 #include <QtQml/qqmlregistration.h>
 #include <QtQuick/QQuickPaintedItem>
@@ -13,8 +14,7 @@ class InkSheet : public QQuickPaintedItem {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(lumaro::EditorView* editor READ editor WRITE setEditor NOTIFY editorChanged REQUIRED)
-    Q_PROPERTY(double pointScale MEMBER pointScale_ NOTIFY placeChanged)
-    Q_PROPERTY(QPointF origin MEMBER origin_ NOTIFY placeChanged)
+    Q_PROPERTY(lumaro::CanvasInView canvas MEMBER canvas_ NOTIFY canvasChanged)
 
 public:
     explicit InkSheet(QQuickItem* parent = nullptr);
@@ -25,14 +25,13 @@ public:
 
 Q_SIGNALS:
     void editorChanged();
-    void placeChanged();
+    void canvasChanged();
 
 private:
     void inkChanged();
 
     EditorView* editor_ = nullptr;
-    double pointScale_ = 1;
-    QPointF origin_;
+    CanvasInView canvas_;
     std::size_t painted_ = 0; ///< points of the growing line
 };
 

@@ -51,7 +51,7 @@ void NoteComposer::begin() {
 }
 
 void NoteComposer::edited() {
-    // A document also tells of changes to nothing but its looks.
+    // A document also signals changes that are of its layout alone.
     if (isFilling_ || editor_ == nullptr || !editor_->isWriting()) return;
     auto text = documentNode(*document_->textDocument(), original_);
     const auto held = note();

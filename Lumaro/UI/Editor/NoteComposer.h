@@ -2,8 +2,10 @@
 #pragma once
 
 #include "Lumaro/UI/Editor/EditorView.h"
+#include "LumaroCore/BoardModel/BoardSpec.h"
 
 #include <QtCore/QRectF>
+#include <QtCore/QSizeF>
 #include <QtGui/QColor>
 #include <QtGui/QFont>
 #include <QtGui/QTextCursor>
@@ -23,6 +25,7 @@ class NoteComposer : public QObject {
     Q_PROPERTY(QQuickTextDocument* document READ document WRITE setDocument NOTIFY setUp REQUIRED)
     Q_PROPERTY(int selectionStart MEMBER selectionStart_ NOTIFY formatChanged)
     Q_PROPERTY(int selectionEnd MEMBER selectionEnd_ NOTIFY formatChanged)
+    Q_PROPERTY(QSizeF paper READ paper CONSTANT)
     Q_PROPERTY(QRectF box READ box CONSTANT)
     Q_PROPERTY(QFont font READ font NOTIFY fontChanged)
     Q_PROPERTY(QColor ink READ ink NOTIFY setUp)
@@ -37,7 +40,8 @@ public:
 
     QQuickTextDocument* document() const { return document_; }
     void setDocument(QQuickTextDocument* document);
-    /// Where the text lies on the note, in points of the canvas.
+    /// The size of a note, in points of the canvas, and where the text lies on it.
+    static QSizeF paper() { return {BoardSpec::noteSize.width, BoardSpec::noteSize.height}; }
     static QRectF box();
     const QFont& font() const { return font_; }
     QColor ink() const { return ink_; }

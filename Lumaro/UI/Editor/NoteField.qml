@@ -41,10 +41,10 @@ FocusScope {
     Item {
         id: paper
 
-        x: field.board.origin.x + field.board.pointScale * field.note.centerX - width / 2
-        y: field.board.origin.y + field.board.pointScale * field.note.centerY - height / 2
-        width: 280
-        height: 280
+        x: field.board.canvas.viewX(field.note.centerX) - width / 2
+        y: field.board.canvas.viewY(field.note.centerY) - height / 2
+        width: composer.paper.width
+        height: composer.paper.height
         rotation: field.note.tilt
         scale: field.pointScale
 
@@ -69,7 +69,7 @@ FocusScope {
             activeFocusOnTab: true
             Accessible.role: Accessible.EditableText
             Accessible.name: qsTr("the note's text")
-            // To the bar above.
+            // Tab goes to the bar above.
             Keys.onTabPressed: nextItemInFocusChain(true).forceActiveFocus(Qt.TabFocusReason)
             Keys.onPressed: event => {
                 if (event.modifiers & (Qt.ControlModifier | Qt.MetaModifier)) {
@@ -106,9 +106,10 @@ FocusScope {
         composer: composer
         x: Math.round(Math.max(Theme.size.small, Math.min(field.width - width - Theme.size.small, paper.x + (paper.width - width) / 2)))
         y: {
-            const half = 140 * field.pointScale;
-            const above = paper.y + 140 - half - height - Theme.size.huge;
-            return Math.round(above > Theme.size.small ? above : paper.y + 140 + half + Theme.size.large);
+            const middle = paper.y + paper.height / 2;
+            const half = paper.height / 2 * field.pointScale;
+            const above = middle - half - height - Theme.size.huge;
+            return Math.round(above > Theme.size.small ? above : middle + half + Theme.size.large);
         }
         onDone: field.editor.finishWriting()
     }

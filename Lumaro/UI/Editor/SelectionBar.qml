@@ -14,7 +14,7 @@ Rectangle {
     readonly property bool isBlock: item.kind === "pomodoro"
 
     signal editWanted
-    /// The keys went with the bar.
+    /// The bar had the keyboard focus when it went.
     signal keysLeft
 
     function takeKeys(): void {
@@ -27,9 +27,9 @@ Rectangle {
         }
     }
 
-    readonly property real middle: board.origin.x + board.pointScale * item.centerX
-    readonly property real below: board.origin.y + board.pointScale * (item.centerY + item.height / 2) + 28
-    readonly property real above: board.origin.y + board.pointScale * (item.centerY - item.height / 2) - 64 - height
+    readonly property real middle: board.canvas.viewX(item.centerX)
+    readonly property real below: board.canvas.viewY(item.centerY + item.height / 2) + 28
+    readonly property real above: board.canvas.viewY(item.centerY - item.height / 2) - 64 - height
 
     x: Math.round(Math.max(Theme.size.small, Math.min(board.width - width - Theme.size.small, middle - width / 2)))
     y: Math.round(below + height + 96 < board.height ? below : Math.max(Theme.size.small, above))
@@ -45,7 +45,7 @@ Rectangle {
         lift: 6
     }
 
-    // Pointing at it leaves the keys with the board.
+    // A click does not take the keyboard focus from the board.
     component Tool: IconButton {
         focusPolicy: Qt.TabFocus
     }
@@ -53,7 +53,7 @@ Rectangle {
         focusPolicy: Qt.TabFocus
     }
 
-    // The glass behind it is not meant.
+    // Clicks between the buttons do not fall through to the board.
     MouseArea {
         anchors.fill: parent
     }
@@ -78,17 +78,17 @@ Rectangle {
             }
             Word {
                 visible: bar.isBlock && bar.item.canStart
-                text: qsTr("15 minutes")
+                text: qsTr("%n minutes", "", 15)
                 onClicked: bar.editor.startBlock(15)
             }
             Word {
                 visible: bar.isBlock && bar.item.canStart
-                text: qsTr("25 minutes")
+                text: qsTr("%n minutes", "", 25)
                 onClicked: bar.editor.startBlock(25)
             }
             Word {
                 visible: bar.isBlock && bar.item.canStart
-                text: qsTr("50 minutes")
+                text: qsTr("%n minutes", "", 50)
                 onClicked: bar.editor.startBlock(50)
             }
             Word {

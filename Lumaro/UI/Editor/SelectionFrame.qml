@@ -13,8 +13,8 @@ Item {
 
     readonly property real reach: 10
 
-    x: board.origin.x + board.pointScale * editor.selected.centerX - width / 2
-    y: board.origin.y + board.pointScale * editor.selected.centerY - height / 2
+    x: board.canvas.viewX(editor.selected.centerX) - width / 2
+    y: board.canvas.viewY(editor.selected.centerY) - height / 2
     width: editor.selected.width * board.pointScale + 2 * reach
     height: editor.selected.height * board.pointScale + 2 * reach
     rotation: editor.selected.tilt

@@ -67,7 +67,7 @@ TestCase {
         });
     }
     function place(x, y) {
-        return Qt.point(board.origin.x + board.pointScale * x, board.origin.y + board.pointScale * y);
+        return Qt.point(board.canvas.viewX(x), board.canvas.viewY(y));
     }
     function center(id) {
         return Bed.item(id).center;
