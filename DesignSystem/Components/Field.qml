@@ -33,6 +33,7 @@ FocusScope {
 
         Body {
             visible: field.label !== ""
+            width: parent.width
             text: field.label
             isSmall: true
             isSoft: true

@@ -105,10 +105,13 @@ T.Popup {
             Item {
                 visible: sheet.title !== ""
                 width: parent.width
-                height: Theme.size.control
+                height: Math.max(Theme.size.control, title.implicitHeight)
 
                 HandText {
+                    id: title
+
                     anchors.verticalCenter: parent.verticalCenter
+                    width: parent.width - (sheet.isDismissable ? Theme.size.control : 0)
                     text: sheet.title
                     isLarge: true
                     font.pixelSize: 38
@@ -118,7 +121,7 @@ T.Popup {
                     anchors.rightMargin: -10
                     visible: sheet.isDismissable
                     iconName: "x"
-                    text: "close"
+                    text: qsTr("close")
                     isTipBelow: true
                     onClicked: sheet.close()
                 }

@@ -13,9 +13,9 @@ namespace {
 
 constexpr int firstRounds = 3;
 constexpr int laterRounds = 1;
-// A model of colours needs something to learn from.
+// Fewer pixels are too few to learn a model of colours from.
 constexpr int fewestSamples = 32;
-// Parts and holes that are smaller than this share of what is kept are the method's, not the person's.
+// Parts and holes that are smaller than this share of what is kept are errors of the method.
 constexpr double smallestPart = 0.04;
 constexpr double smallestHole = 0.01;
 // In pixels of the working picture.

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Lumaro/UI/AppFace.h"
 
+#include "DesignSystem/Words.h"
 #include "Lumaro/UI/StatusLine.h"
 #include "Lumaro/UI/Text.h"
 #include "LumaroCore/Support/EnumNames.h"
@@ -32,8 +33,8 @@ bool isOffline(const ConnectionState& connection) {
     return !std::holds_alternative<ConnectionState::Connected>(connection.value);
 }
 
-QString nameOr(const std::optional<std::string>& name, const char16_t* otherwise) {
-    return name && !name->empty() ? qText(*name) : QString::fromUtf16(otherwise);
+QString nameOr(const std::optional<std::string>& name, const QString& otherwise) {
+    return name && !name->empty() ? qText(*name) : otherwise;
 }
 
 void takePairing(AppFace& face, const PairingPhase& pairing) {
@@ -41,18 +42,18 @@ void takePairing(AppFace& face, const PairingPhase& pairing) {
                           [&](const PairingPhase::Working&) { face.isWorking = true; },
                           [&](const PairingPhase::Choosing& choosing) {
                               face.isChoosing = true;
-                              face.firstName = nameOr(choosing.names.a, u"the one who began");
-                              face.secondName = nameOr(choosing.names.b, u"the one who came along");
+                              face.firstName = nameOr(choosing.names.a, Words::tr("the one who began"));
+                              face.secondName = nameOr(choosing.names.b, Words::tr("the one who came along"));
                               if (choosing.suggested) face.suggested = *choosing.suggested == PartnerID::a ? 0 : 1;
                           },
-                          [&](const PairingPhase::Failed& failed) { face.failure = qText(failed.message); }},
+                          [&](const PairingPhase::Failed& failed) { face.failure = Words::of(failed.message); }},
                pairing.value);
 }
 
 QString spanText(Microseconds left) {
     const auto minutes = std::chrono::ceil<std::chrono::minutes>(left).count();
-    if (minutes <= 1) return QStringLiteral("works for one more minute");
-    return QStringLiteral("works for %1 more minutes").arg(minutes);
+    if (minutes <= 1) return Words::tr("works for one more minute");
+    return Words::tr("works for %n more minutes", nullptr, static_cast<int>(std::min<std::int64_t>(minutes, 9999)));
 }
 
 void takeCode(AppFace& face, const ShareCode& code, Instant now) {
@@ -60,14 +61,14 @@ void takeCode(AppFace& face, const ShareCode& code, Instant now) {
     const auto middle = digits.size() / 2;
     face.isCodeOver = now >= code.expiresAt;
     face.code = digits.left(middle) + QLatin1Char{' '} + digits.mid(middle);
-    face.codeWorks = face.isCodeOver ? QStringLiteral("that code timed out") : spanText(code.expiresAt - now);
+    face.codeWorks = face.isCodeOver ? Words::tr("that code timed out") : spanText(code.expiresAt - now);
 }
 
 QString greetingOf(const Arrival& arrival, const QString& partner) {
     switch (arrival.status) {
-    case JoinStatus::joined: return QStringLiteral("%1 is on the board 💌").arg(partner);
-    case JoinStatus::rejoined: return QStringLiteral("welcome back — %1 is on the board 💌").arg(partner);
-    case JoinStatus::already: return QStringLiteral("you're on the board with %1 already 💌").arg(partner);
+    case JoinStatus::joined: return Words::tr("%1 is on the board 💌").arg(partner);
+    case JoinStatus::rejoined: return Words::tr("welcome back — %1 is on the board 💌").arg(partner);
+    case JoinStatus::already: return Words::tr("you're on the board with %1 already 💌").arg(partner);
     }
     std::unreachable();
 }
@@ -82,25 +83,26 @@ bool AppFace::needsPerson() const {
     return isChoosing || !failure.isEmpty() || (stage != Stage::board && stage != Stage::restoring);
 }
 
-AppFace appFace(const AppState& state, Instant now) {
+AppFace appFace(const AppState& state, Instant now, bool isRetrying) {
     AppFace face;
     face.stage = stageOf(state);
-    face.status = statusLine(state);
+    face.status = statusLine(state, isRetrying);
     face.isOnBoard = state.token && !state.connectionRejected;
     face.isOffline = face.isOnBoard && isOffline(state.connection);
     face.waiting = static_cast<int>(std::min<std::size_t>(state.pendingBatches, 9999));
     face.isPartnerHere = state.presence.isPartnerOnline;
     face.hasPartner = face.isPartnerHere || !state.partnerDisplayName.empty();
     face.myName = qText(state.myDisplayName);
-    face.partnerName = nameOr(state.partnerDisplayName, u"your person");
+    face.partnerName = nameOr(state.partnerDisplayName, Words::tr("your person"));
     takePairing(face, state.pairing);
     if (state.shareCode) takeCode(face, *state.shareCode, now);
     face.isMintingCode = state.isMintingCode;
     if (state.boardLink) face.link = qText(state.boardLink->url);
-    if (state.arrival) face.greeting = greetingOf(*state.arrival, nameOr(state.arrival->partnerName, u"your person"));
+    if (state.arrival)
+        face.greeting = greetingOf(*state.arrival, nameOr(state.arrival->partnerName, Words::tr("your person")));
     face.showsOnDesktop = state.showsBoardOnDesktop;
     face.background = qText(nameOf(state.board.background));
-    face.notice = qText(state.notice);
+    face.notice = Words::of(state.notice);
     face.notices = state.notices;
     face.quickNoteRequest = state.quickNoteRequest;
     face.quickNoteText = qText(state.quickNoteText.value_or(""));

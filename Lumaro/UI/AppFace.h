@@ -31,6 +31,23 @@ constexpr std::array<std::string_view, 9> namesOf(Stage) {
             "bringThemOver", "offBoard", "refused",     "board"};
 }
 
+/// An invite was opened while this computer is on a board: which of the two shall it be? The names are those of the
+/// partners. A plain value.
+struct InviteQuestion {
+    Q_GADGET
+    QML_ANONYMOUS
+    Q_PROPERTY(bool isAsked MEMBER isAsked)
+    Q_PROPERTY(QString askedBoardName MEMBER askedBoardName)
+    Q_PROPERTY(QString ownBoardName MEMBER ownBoardName)
+
+public:
+    bool isAsked = false;
+    QString askedBoardName; ///< of the invite's board
+    QString ownBoardName;   ///< of the board that would be left
+
+    bool operator==(const InviteQuestion&) const = default;
+};
+
 /// What the pages show of the application, in the words that people read. A plain value.
 struct AppFace {
     Q_GADGET
@@ -43,6 +60,7 @@ struct AppFace {
     Q_PROPERTY(int waiting MEMBER waiting)
     Q_PROPERTY(bool isPartnerHere MEMBER isPartnerHere)
     Q_PROPERTY(bool hasPartner MEMBER hasPartner)
+    Q_PROPERTY(bool isPlaceFree MEMBER isPlaceFree)
     Q_PROPERTY(QString myName MEMBER myName)
     Q_PROPERTY(QString partnerName MEMBER partnerName)
     Q_PROPERTY(bool isWorking MEMBER isWorking)
@@ -63,6 +81,7 @@ struct AppFace {
     Q_PROPERTY(int notices MEMBER notices)
     Q_PROPERTY(int quickNoteRequest MEMBER quickNoteRequest)
     Q_PROPERTY(QString quickNoteText MEMBER quickNoteText)
+    Q_PROPERTY(lumaro::InviteQuestion inviteQuestion MEMBER inviteQuestion)
 
 public:
     Stage stage = Stage::restoring;
@@ -71,7 +90,8 @@ public:
     bool isOffline = false; ///< on a board whose room does not answer
     int waiting = 0;        ///< changes that the room has not heard of
     bool isPartnerHere = false;
-    bool hasPartner = false; ///< somebody else is, or was, on the board
+    bool hasPartner = false;  ///< somebody else is, or was, on the board
+    bool isPlaceFree = false; ///< nobody else is on the board now, whoever was
     QString myName;
     QString partnerName; ///< as it may stand in a sentence: never empty
     bool isWorking = false;
@@ -92,6 +112,7 @@ public:
     int notices = 0; ///< how many there have been
     int quickNoteRequest = 0;
     QString quickNoteText;
+    InviteQuestion inviteQuestion;
 
     QString stageName() const;
     /// There is something to read, to answer or to fill in before the board.
@@ -100,7 +121,7 @@ public:
     bool operator==(const AppFace&) const = default;
 };
 
-/// How long a code works is told from `now` on.
-AppFace appFace(const AppState& state, Instant now);
+/// How long a code works is told from `now` on. `isRetrying` as `statusLine` has it.
+AppFace appFace(const AppState& state, Instant now, bool isRetrying);
 
 } // namespace lumaro

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Lumaro/UI/AppView.h"
 
+#include "DesignSystem/Words.h"
+#include "Lumaro/UI/StatusLine.h"
 #include "Lumaro/UI/Text.h"
 #include "LumaroCore/Support/EnumNames.h"
 #include "LumaroCore/Support/Wire.h"
@@ -17,7 +19,8 @@
 namespace lumaro {
 
 AppView::AppView(Setup setup, AppModel& app, WallClock& clock, Sleeper& sleeper)
-    : setup_(std::move(setup)), app_(app), clock_(clock), sleeper_(sleeper), face_(appFace(app.state(), clock.now())) {
+    : setup_(std::move(setup)), app_(app), clock_(clock), sleeper_(sleeper),
+      isRetrying_(isRetrying(false, app.state().connection)), face_(appFace(app.state(), clock.now(), isRetrying_)) {
     watchCode();
 }
 
@@ -26,7 +29,8 @@ QString AppView::server() const {
 }
 
 void AppView::refresh() {
-    auto face = appFace(app_.state(), clock_.now());
+    isRetrying_ = isRetrying(isRetrying_, app_.state().connection);
+    auto face = appFace(app_.state(), clock_.now(), isRetrying_);
     if (ownNotices_ > 0 && app_.state().notices == modelNotices_) face.notice = ownNotice_;
     face.notices += ownNotices_;
     isTold_ = isTold_ && face == face_;
@@ -98,6 +102,9 @@ void AppView::keepSecretsInFile(bool agreed) {
     app_.keepSecretsInFile(agreed);
 }
 
+void AppView::switchBoard(bool /*joinsTheirs*/) {
+}
+
 // While on it.
 
 void AppView::mintCode() {
@@ -129,16 +136,16 @@ void AppView::exportBoard(const QUrl& file) {
     QSaveFile out{file.toLocalFile()};
     const bool isWritten = text && out.open(QIODevice::WriteOnly) &&
                            out.write(text->data(), static_cast<qint64>(text->size())) >= 0 && out.commit();
-    say(isWritten ? QStringLiteral("your board is in %1").arg(file.fileName())
-                  : QStringLiteral("the board couldn't be written there"));
+    say(isWritten ? Words::tr("your board is in %1").arg(file.fileName())
+                  : Words::tr("the board couldn't be written there"));
 }
 
 void AppView::askWhereToExport() {
-    auto* const dialog = new QFileDialog{nullptr, QStringLiteral("a copy of our board")};
+    auto* const dialog = new QFileDialog{nullptr, Words::tr("a copy of our board")};
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->setAcceptMode(QFileDialog::AcceptSave);
     dialog->setDefaultSuffix(QStringLiteral("json"));
-    dialog->selectFile(QStringLiteral("our board.json"));
+    dialog->selectFile(Words::tr("our board") + QStringLiteral(".json"));
     connect(dialog, &QFileDialog::fileSelected, this,
             [this](const QString& file) { exportBoard(QUrl::fromLocalFile(file)); });
     dialog->open();

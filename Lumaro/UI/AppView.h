@@ -49,6 +49,8 @@ public:
     /// 0 is the one who began the board, 1 the other.
     Q_INVOKABLE void chooseOneself(int person);
     Q_INVOKABLE void forgetPairingFailure();
+    /// Answers `AppFace::inviteQuestion`.
+    Q_INVOKABLE void switchBoard(bool joinsTheirs);
     /// One of the first run's steps by its name; any other ends the first run.
     Q_INVOKABLE void goTo(const QString& step);
     Q_INVOKABLE void setName(const QString& name);
@@ -83,6 +85,7 @@ private:
     AppModel& app_;
     WallClock& clock_;
     Sleeper& sleeper_;
+    bool isRetrying_;
     AppFace face_;
     bool isTold_ = true;
     bool isTelling_ = false;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Lumaro/UI/SettingsView.h"
 
+#include "DesignSystem/Words.h"
 #include "Lumaro/UI/Text.h"
 
 #include <QtCore/QEvent>
@@ -45,7 +46,7 @@ QString SettingsView::appearance() const {
 
 void SettingsView::setOpensAtLogin(bool opens) {
     const auto done = opens ? loginItem_.enable() : loginItem_.disable();
-    fault_ = done ? QString{} : QStringLiteral("this computer wouldn't take that down");
+    fault_ = done ? QString{} : Words::tr("this computer wouldn't take that down");
     Q_EMIT changed();
 }
 

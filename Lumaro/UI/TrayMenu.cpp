@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Lumaro/UI/TrayMenu.h"
 
-#include "Lumaro/UI/StatusLine.h"
+#include "DesignSystem/Words.h"
 
 #include <QAction>
 #include <QIcon>
@@ -34,8 +34,8 @@ QPalette warmed(QPalette palette) {
 
 } // namespace
 
-TrayState trayState(const AppState& state) {
-    return {statusLine(state), state.showsBoardOnDesktop, state.token.has_value() && !state.connectionRejected};
+TrayState trayState(const AppFace& face) {
+    return {face.status, face.showsOnDesktop, face.isOnBoard};
 }
 
 struct TrayMenu::Entries {
@@ -44,15 +44,15 @@ struct TrayMenu::Entries {
         status = menu.addAction(QString{});
         status->setEnabled(false);
         menu.addSeparator();
-        quickNote = menu.addAction(QStringLiteral("quick note"), [this] { verbs.quickNote(); });
-        menu.addAction(QStringLiteral("open the board"), [this] { verbs.openBoard(); });
-        onDesktop = menu.addAction(QStringLiteral("show on desktop"));
+        quickNote = menu.addAction(Words::tr("quick note"), [this] { verbs.quickNote(); });
+        menu.addAction(Words::tr("open the board"), [this] { verbs.openBoard(); });
+        onDesktop = menu.addAction(Words::tr("show on desktop"));
         onDesktop->setCheckable(true);
-        // By hand alone: to show how things stand asks for nothing.
+        // `triggered` is of people alone: `show` sets the mark without asking for anything.
         QObject::connect(onDesktop, &QAction::triggered, &icon, [this](bool shows) { verbs.showOnDesktop(shows); });
         menu.addSeparator();
-        menu.addAction(QStringLiteral("settings"), [this] { verbs.settings(); });
-        menu.addAction(QStringLiteral("quit"), [this] { verbs.quit(); });
+        menu.addAction(Words::tr("settings"), [this] { verbs.settings(); });
+        menu.addAction(Words::tr("quit"), [this] { verbs.quit(); });
         icon.setIcon(QIcon{QStringLiteral(":/lumaro/lumaro.svg")});
         icon.setContextMenu(&menu);
         QObject::connect(&icon, &QSystemTrayIcon::activated, &icon, [this](QSystemTrayIcon::ActivationReason reason) {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "Lumaro/Model/AppState.h"
+#include "Lumaro/UI/AppFace.h"
 
 #include <QtCore/QString>
 
@@ -19,7 +19,7 @@ struct TrayState {
     bool operator==(const TrayState&) const = default;
 };
 
-TrayState trayState(const AppState& state);
+TrayState trayState(const AppFace& face);
 
 /// The icon in the panel, and its menu. Needs a `QApplication`; where there is no panel, it is silent until one comes.
 class TrayMenu {

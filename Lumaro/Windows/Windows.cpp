@@ -66,7 +66,7 @@ void Windows::refresh() {
     scene_.refresh();
     editor_.refresh();
     const auto& state = ports_.app.state();
-    tray_.show(trayState(state));
+    tray_.show(trayState(view_.face()));
     if (std::exchange(quickNotes_, state.quickNoteRequest) != state.quickNoteRequest) {
         openQuickNote(qText(state.quickNoteText.value_or("")));
     }

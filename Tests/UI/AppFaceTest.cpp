@@ -17,7 +17,7 @@ AppFace faceAfter(const Change& change) {
     AppState state;
     state.isRestoring = false;
     change(state);
-    return appFace(state, now);
+    return appFace(state, now, false);
 }
 
 TEST(AppFaceTest, TheStageIsWhatStandsInTheWayFirst) {

@@ -125,6 +125,25 @@ TEST_F(LiveCardsTest, whatChangesByItselfSaysWhenAndThenLooksDifferent) {
     EXPECT_EQ(nextChange(item(NotePayload{pm::emptyDoc(), "butter", "brass", std::nullopt}), live()), std::nullopt);
 }
 
+TEST_F(LiveCardsTest, countsAndNamesThatAreNotKnownReadAsPeopleSayThem) {
+    const std::vector<std::pair<std::chrono::minutes, const char*>> countdowns{
+        {72h, "days"}, {1h + 30min, "hours"}, {30min, "minutes"}, {1min, "minute"}};
+    for (const auto& [left, unit] : countdowns) {
+        EXPECT_EQ(face<CountdownFace>(CountdownPayload{now + left, "x"}).unit, unit) << left.count();
+    }
+    const std::vector<std::pair<const char*, const char*>> zones{{"Europe/Lisbon", "1 hour behind"},
+                                                                 {"Asia/Tokyo", "7 hours ahead"},
+                                                                 {"Asia/Kolkata", "3.5 hours ahead"},
+                                                                 {"Europe/Rome", "the same time"}};
+    for (const auto& [zoneName, between] : zones) {
+        partnerIsIn(zoneName, now);
+        EXPECT_EQ(face<ClocksFace>(TimezonesPayload{}).between, between);
+    }
+    EXPECT_EQ(face<DayFace>(CalendarPayload{PartnerID::b}).whose, "bo's day");
+    names.clear();
+    EXPECT_EQ(face<DayFace>(CalendarPayload{PartnerID::b}).whose, "their day");
+}
+
 TEST_F(LiveCardsTest, itemsReadAsASentence) {
     const auto note = item(NotePayload{pm::docOfLines("buy\noranges"), "butter", "brass", now + 1h});
     EXPECT_EQ(spoken(note, faceOf(note, live()), live()), "note from bo, pinned today, 'buy oranges'");

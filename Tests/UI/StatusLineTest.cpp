@@ -44,7 +44,31 @@ TEST(StatusLineTest, OneLineTellsHowThingsStand) {
         {"there's a question for you", with(unpaired, [](auto& state) { state.secretPlace = SecretPlace::asking; })},
     };
     for (const auto& [line, state] : states) {
-        EXPECT_EQ(statusLine(state).toStdString(), line);
+        EXPECT_EQ(statusLine(state, false).toStdString(), line);
+    }
+}
+
+TEST(StatusLineTest, WhileItTriesAgainItIsOfflineUntilItIsConnected) {
+    const ConnectionState connecting{ConnectionState::Connecting{}};
+    const ConnectionState waiting{ConnectionState::Waiting{}};
+    const std::vector<std::pair<ConnectionState, const char*>> steps{
+        {{ConnectionState::Idle{}}, "connecting…"},
+        {connecting, "connecting…"},
+        {waiting, "offline · 2 changes waiting"},
+        {connecting, "offline · 2 changes waiting"},
+        {waiting, "offline · 2 changes waiting"},
+        {connecting, "offline · 2 changes waiting"},
+        {{ConnectionState::Connected{}}, "bo is away"},
+        {waiting, "offline · 2 changes waiting"},
+        {{ConnectionState::Stopped{}}, "offline · 2 changes waiting"},
+        {connecting, "connecting…"},
+    };
+    bool again = false;
+    for (std::size_t step = 0; step < steps.size(); ++step) {
+        const auto& [connection, line] = steps[step];
+        again = isRetrying(again, connection);
+        const auto state = with(onBoard(connection), [](auto& it) { it.pendingBatches = 2; });
+        EXPECT_EQ(statusLine(state, again).toStdString(), line) << "step " << step;
     }
 }
 

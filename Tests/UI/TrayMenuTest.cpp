@@ -34,6 +34,8 @@ protected:
         return [this, verb] { asked.emplace_back(verb); };
     }
 
+    void show() { tray.show(trayState(appFace(state, {}, false))); }
+
     std::vector<std::string> asked;
     TrayMenu tray{{.quickNote = ask("quick note"),
                    .openBoard = ask("open the board"),
@@ -45,7 +47,7 @@ protected:
 
 TEST_F(TrayMenuTest, EachEntryAsksForWhatItSays) {
     state.token.emplace();
-    tray.show(trayState(state));
+    show();
     const std::vector<std::string> all{"quick note", "open the board", "settings", "quit"};
     for (const auto& text : all) entry(text.c_str()).trigger();
     EXPECT_EQ(asked, all);
@@ -55,7 +57,7 @@ TEST_F(TrayMenuTest, ShowingHowThingsStandAsksForNothing) {
     state.isRestoring = false;
     for (const bool shows : {false, true, false}) {
         state.showsBoardOnDesktop = shows;
-        tray.show(trayState(state));
+        show();
         EXPECT_EQ(entry("show on desktop").isChecked(), shows);
     }
     EXPECT_FALSE(entry("no board yet").isEnabled());

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "DesignSystem/Words.h"
 #include "Widgets/Items/Lettering.h"
 #include "Widgets/Items/Painters.h"
 #include "Widgets/Items/Palette.h"
@@ -125,9 +126,9 @@ void paintBell(QPainter& painter) {
 }
 
 QString stateWords(const BlockFace& face) {
-    if (face.face == Pomodoro::Face::rung) return QStringLiteral("time's up");
-    if (face.isCoolDown) return QStringLiteral("cooling down");
-    return face.face == Pomodoro::Face::running ? QStringLiteral("focus") : QStringLiteral("at rest");
+    if (face.face == Pomodoro::Face::rung) return Words::tr("time's up");
+    if (face.isCoolDown) return Words::tr("cooling down");
+    return face.face == Pomodoro::Face::running ? Words::tr("focus") : Words::tr("at rest");
 }
 
 } // namespace

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "DesignSystem/Words.h"
 #include "Widgets/Items/Lettering.h"
 #include "Widgets/Items/Painters.h"
 #include "Widgets/Items/Palette.h"
@@ -89,7 +90,7 @@ void paintEvents(QPainter& painter, const DayFace& face, QSizeF size) {
     if (hidden > 0) {
         painter.setPen(tint::coralInk);
         drawLine(painter, {inset, y - 1, size.width() - 2 * inset, 22}, Qt::AlignVCenter | Qt::AlignRight,
-                 QStringLiteral("and %1 more").arg(hidden), hand(21));
+                 Words::tr("and %n more", nullptr, hidden), hand(21));
     }
     if (face.events.empty()) {
         painter.setPen(tint::softInk);

@@ -93,7 +93,7 @@ void BoardListModel::show(Board board, std::vector<BoardRow> rows) {
         endRemoveRows();
     }
     for (const auto& move : diff.reordered) {
-        // Qt counts the target before the row is out of its old place.
+        // Qt wants the target as it is counted while the row is still in its old place.
         beginMoveRows({}, at(move.from), at(move.from), {}, at(move.to > move.from ? move.to + 1 : move.to));
         auto row = std::move(rows_[move.from]);
         rows_.erase(rows_.begin() + at(move.from));

@@ -29,7 +29,7 @@ struct BoardRow {
     bool operator==(const BoardRow&) const = default;
 };
 
-/// What is going on with items, by id.
+/// The items that are arriving, falling or in the hand, by id.
 struct BoardMoves {
     const std::set<UUID>& arriving;
     const std::set<UUID>& falling;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Lumaro/UI/Board/CardFaces.h"
 
+#include "DesignSystem/Words.h"
 #include "Lumaro/UI/Board/LiveCards.h"
 #include "Lumaro/UI/Text.h"
 #include "LumaroCore/BoardModel/BoardSpec.h"
@@ -12,11 +13,14 @@
 #include <algorithm>
 #include <chrono>
 #include <cmath>
+#include <cstdint>
+#include <limits>
+#include <utility>
 
 namespace lumaro {
 namespace {
 
-/// A note pales in so many steps, so that it is not painted anew all day.
+/// A note fades in so many steps, so that it is not painted anew all day.
 constexpr int fadeSteps = 12;
 constexpr std::chrono::microseconds fadeStep = std::chrono::microseconds{BoardSpec::noteLifespan} / fadeSteps;
 
@@ -39,7 +43,7 @@ PhotoFace photoFace(const PhotoPayload& photo, double scale, const LiveContext& 
     face.picture = live.picture(photo.mediaId, BoardSpec::printSize(photo.aspect) * scale);
     face.caption = qText(photo.caption);
     face.aspect = photo.aspect;
-    if (face.picture.isNull()) face.words = QStringLiteral("on its way…");
+    if (face.picture.isNull()) face.words = Words::tr("on its way…");
     return face;
 }
 
@@ -47,8 +51,20 @@ StickerFace stickerFace(const StickerPayload& sticker, double scale, const LiveC
     StickerFace face;
     face.picture = live.picture(sticker.mediaId, BoardSpec::stickerSize(sticker.aspect) * scale);
     face.aspect = sticker.aspect;
-    if (face.picture.isNull()) face.words = QStringLiteral("on its way…");
+    if (face.picture.isNull()) face.words = Words::tr("on its way…");
     return face;
+}
+
+/// The word after the figure.
+QString unitOf(const Countdown::Reading& reading) {
+    const auto count = static_cast<int>(std::min(reading.count, std::int64_t{std::numeric_limits<int>::max()}));
+    switch (reading.unit) {
+    case Countdown::Unit::days: return count == 1 ? Words::tr("day") : Words::tr("days", nullptr, count);
+    case Countdown::Unit::hours: return count == 1 ? Words::tr("hour") : Words::tr("hours", nullptr, count);
+    case Countdown::Unit::minutes: return count == 1 ? Words::tr("minute") : Words::tr("minutes", nullptr, count);
+    case Countdown::Unit::there: return {};
+    }
+    std::unreachable();
 }
 
 CountdownFace countdownFace(const CountdownPayload& countdown, const LiveContext& live) {
@@ -57,21 +73,20 @@ CountdownFace countdownFace(const CountdownPayload& countdown, const LiveContext
     face.label = qText(countdown.label);
     face.isThere = reading.unit == Countdown::Unit::there;
     if (face.isThere) {
-        face.figure = QStringLiteral("now");
+        face.figure = Words::tr("now");
         return face;
     }
     face.figure = QString::number(reading.count);
-    face.unit = qText(nameOf(reading.unit));
-    if (reading.count == 1) face.unit.chop(1);
+    face.unit = unitOf(reading);
     return face;
 }
 
 QString whoIsIn(const PomodoroPayload& timer, const LiveContext& live) {
     if (!timer.startedBy) return {};
-    if (Pomodoro::isShared(timer)) return QStringLiteral("you're both in");
-    const bool isMine = live.isMe(*timer.startedBy);
-    const auto name = personName(*timer.startedBy, live);
-    return isMine || name == QStringLiteral("they") ? name + QStringLiteral("'re in") : name + QStringLiteral(" is in");
+    if (Pomodoro::isShared(timer)) return Words::tr("you're both in");
+    if (live.isMe(*timer.startedBy)) return Words::tr("you're in");
+    const auto name = knownName(*timer.startedBy, live);
+    return name.isEmpty() ? Words::tr("they're in") : Words::tr("%1 is in").arg(name);
 }
 
 BlockFace blockFace(const PomodoroPayload& timer, const LiveContext& live) {
@@ -81,12 +96,11 @@ BlockFace blockFace(const PomodoroPayload& timer, const LiveContext& live) {
     const bool isRunning = face.face == Pomodoro::Face::running;
     const auto minutes = face.isCoolDown ? Pomodoro::defaultMinutes : timer.minutes;
     const double seconds = isRunning ? Pomodoro::remaining(timer, live.now) : static_cast<double>(minutes * 60);
-    face.figure =
-        face.face == Pomodoro::Face::rung ? QStringLiteral("done") : qText(PomodoroFormatting::figure(seconds));
-    // As far as the figure says, so that both change together.
+    face.figure = face.face == Pomodoro::Face::rung ? Words::tr("done") : qText(PomodoroFormatting::figure(seconds));
+    // From the rounded seconds of the figure, so that both change together.
     face.progress = isRunning ? 1 - std::ceil(seconds) / static_cast<double>(timer.minutes * 60)
                               : static_cast<double>(face.face == Pomodoro::Face::rung);
-    face.who = face.face == Pomodoro::Face::resting ? QStringLiteral("whenever you two like") : whoIsIn(timer, live);
+    face.who = face.face == Pomodoro::Face::resting ? Words::tr("whenever you two like") : whoIsIn(timer, live);
     return face;
 }
 

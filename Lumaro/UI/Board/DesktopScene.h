@@ -10,8 +10,8 @@
 
 namespace lumaro {
 
-/// The board as it hangs on a desktop, without what is in the hand. While it is paused nothing here changes, so that
-/// its window has nothing to draw; afterwards it shows at once what came meanwhile.
+/// The board for a desktop's window, without what is in the hand. While it is paused nothing here changes, so that the
+/// window draws nothing; afterwards it shows at once what came meanwhile.
 class DesktopScene : public QObject {
     Q_OBJECT
     QML_ELEMENT

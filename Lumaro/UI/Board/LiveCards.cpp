@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Lumaro/UI/Board/LiveCards.h"
 
+#include "DesignSystem/Words.h"
 #include "Lumaro/UI/Text.h"
 #include "LumaroCore/Presence/Sky.h"
 
@@ -32,10 +33,6 @@ double hourOf(const QDateTime& time) {
     return time.time().hour() + time.time().minute() / 60.0;
 }
 
-QString word(QStringView figure, const char* unit) {
-    return QStringLiteral("%1 %2").arg(figure, QLatin1String{unit});
-}
-
 QString temperature(double celsius, bool isFahrenheit) {
     const double shown = isFahrenheit ? celsius * 9 / 5 + 32 : celsius;
     return QStringLiteral("%1°").arg(std::lround(shown));
@@ -51,9 +48,8 @@ std::optional<QTimeZone> zoneOf(PartnerID slot, const LiveContext& live) {
 }
 
 QString noPlace(PartnerID slot, const LiveContext& live) {
-    if (live.isMe(slot)) return QStringLiteral("location is off");
-    return live.partner.isPartnerOnline ? QStringLiteral("waiting for a fix")
-                                        : QStringLiteral("no word from there yet");
+    if (live.isMe(slot)) return Words::tr("location is off");
+    return live.partner.isPartnerOnline ? Words::tr("waiting for a fix") : Words::tr("no word from there yet");
 }
 
 std::optional<Sky> skyOver(const std::optional<Here>& here) {
@@ -78,53 +74,67 @@ ClocksFace::Side side(PartnerID slot, const LiveContext& live) {
 QString hoursBetween(const QTimeZone& mine, const QTimeZone& theirs, Instant now) {
     const auto time = at(now, mine);
     const int minutes = (theirs.offsetFromUtc(time) - mine.offsetFromUtc(time)) / 60;
-    if (minutes == 0) return QStringLiteral("the same time");
+    if (minutes == 0) return Words::tr("the same time");
+    const bool isAhead = minutes > 0;
     const int size = std::abs(minutes);
-    const auto hours = size % 60 == 0 ? QString::number(size / 60) : QString::number(size / 60.0, 'g', 3);
-    return word(hours, size == 60 ? "hour" : "hours") +
-           (minutes > 0 ? QStringLiteral(" ahead") : QStringLiteral(" behind"));
+    if (size == 60) return isAhead ? Words::tr("1 hour ahead") : Words::tr("1 hour behind");
+    if (size % 60 == 0) {
+        return isAhead ? Words::tr("%n hours ahead", nullptr, size / 60)
+                       : Words::tr("%n hours behind", nullptr, size / 60);
+    }
+    const auto hours = QString::number(size / 60.0, 'g', 3);
+    return (isAhead ? Words::tr("%1 hours ahead") : Words::tr("%1 hours behind")).arg(hours);
 }
 
 QString dayWords(CalendarStatus status, PartnerID slot, const LiveContext& live) {
     switch (status) {
     case CalendarStatus::notConnected:
-        return live.isMe(slot) ? QStringLiteral("no calendar yet")
-                               : QStringLiteral("they keep their day to themselves");
-    case CalendarStatus::pending: return QStringLiteral("the day is on its way");
-    case CalendarStatus::failed: return QStringLiteral("the calendar didn't answer");
-    case CalendarStatus::connected: return QStringLiteral("nothing planned");
+        return live.isMe(slot) ? Words::tr("no calendar yet") : Words::tr("they keep their day to themselves");
+    case CalendarStatus::pending: return Words::tr("the day is on its way");
+    case CalendarStatus::failed: return Words::tr("the calendar didn't answer");
+    case CalendarStatus::connected: return Words::tr("nothing planned");
     }
     return {};
+}
+
+QString whoseDay(PartnerID slot, const LiveContext& live) {
+    if (live.isMe(slot)) return Words::tr("your day");
+    const auto name = knownName(slot, live);
+    return name.isEmpty() ? Words::tr("their day") : Words::tr("%1's day").arg(name);
 }
 
 void addEvents(DayFace& face, const CalendarDay& day, const QTimeZone& zone) {
     for (const auto& event : day.events) {
         if (face.events.size() == eventsShown) break;
-        face.events.push_back(
-            {event.allDay ? QStringLiteral("all day") : clock(at(event.start, zone)), qText(event.title)});
+        face.events.push_back({event.allDay ? Words::tr("all day") : clock(at(event.start, zone)), qText(event.title)});
     }
     face.more = static_cast<int>(day.events.size() - face.events.size());
 }
 
 } // namespace
 
-QString personName(PartnerID slot, const LiveContext& live) {
-    if (live.isMe(slot)) return QStringLiteral("you");
+QString knownName(PartnerID slot, const LiveContext& live) {
     const auto name = live.names.find(slot);
-    return name == live.names.end() || name->second.empty() ? QStringLiteral("they") : qText(name->second);
+    return name == live.names.end() ? QString{} : qText(name->second);
+}
+
+QString personName(PartnerID slot, const LiveContext& live) {
+    if (live.isMe(slot)) return Words::tr("you");
+    const auto name = knownName(slot, live);
+    return name.isEmpty() ? Words::tr("they") : name;
 }
 
 MusicFace musicFace(const NowPlayingSlotPayload& card, const LiveContext& live) {
     MusicFace face;
     const auto& playing = live.nowPlaying(card.slot);
     if (!playing) {
-        face.words = QStringLiteral("nothing playing");
+        face.words = Words::tr("nothing playing");
         return face;
     }
     face.state = playing->isPlaying ? MusicFace::State::playing : MusicFace::State::paused;
     face.title = qText(playing->title);
     face.artist = qText(playing->artist);
-    if (!playing->isPlaying) face.words = QStringLiteral("paused");
+    if (!playing->isPlaying) face.words = Words::tr("paused");
     return face;
 }
 
@@ -147,7 +157,7 @@ WindowFace windowFace(const LocationPayload& card, const LiveContext& live) {
     face.place = qText(here->label);
     if (here->weather) face.temperature = temperature(here->weather->tempC, live.isFahrenheit);
     if (zone && live.now - here->sampledAt > freshness) {
-        face.words = QStringLiteral("as of %1").arg(clock(at(here->sampledAt, *zone)));
+        face.words = Words::tr("as of %1").arg(clock(at(here->sampledAt, *zone)));
     }
     return face;
 }
@@ -174,12 +184,10 @@ DayFace dayFace(const CalendarPayload& card, const LiveContext& live) {
     DayFace face;
     const auto zone = zoneOf(card.slot, live).value_or(live.zone);
     const auto date = at(live.now, zone).date();
-    const QLocale english{QLocale::English};
-    face.weekday = english.dayName(date.dayOfWeek()).toLower();
+    face.weekday = Words::locale().dayName(date.dayOfWeek()).toLower();
     face.day = QString::number(date.day());
-    face.month = english.monthName(date.month()).toLower();
-    face.whose =
-        live.isMe(card.slot) ? QStringLiteral("your day") : QStringLiteral("%1's day").arg(personName(card.slot, live));
+    face.month = Words::locale().monthName(date.month()).toLower();
+    face.whose = whoseDay(card.slot, live);
     const auto status = live.partner.calendarStatus.find(card.slot);
     const auto known = live.partner.calendar.find(card.slot);
     const bool isToday =

@@ -33,6 +33,8 @@ struct LiveContext {
     const std::optional<Here>& here(PartnerID slot) const { return isMe(slot) ? own.here : partner.here; }
 };
 
+/// Their name; empty as long as it is not known.
+QString knownName(PartnerID slot, const LiveContext& live);
 /// What people call the person: "you", their name, or "they" as long as it is not known.
 QString personName(PartnerID slot, const LiveContext& live);
 

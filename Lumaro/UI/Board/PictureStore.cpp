@@ -24,7 +24,7 @@ int roundedSide(Size pixels) {
     return static_cast<int>((side + step - 1) / step * step);
 }
 
-/// The file may be anything that the room let through: what is no picture is null.
+/// Null when the file, which the room did not look into, is no picture.
 QImage read(const QString& path, int side) {
     QImageReader reader{path};
     reader.setAutoTransform(true);

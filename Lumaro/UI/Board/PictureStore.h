@@ -15,8 +15,8 @@
 namespace lumaro {
 
 /// The pictures of the board's items, no larger than views want them. They are decoded in the background: one that is
-/// not here yet is null, and `arrived` tells when to ask again. Their pixels fall asleep once there was time to paint
-/// them, for they are painted seldom and take far more room than what they were decoded from. Used on the main thread.
+/// not here yet is null, and `arrived` tells when to ask again. Their pixels are freed once there was time to
+/// paint them, for they are painted seldom and take far more memory than the file. Used on the main thread.
 class PictureStore {
 public:
     /// All outlive the store.

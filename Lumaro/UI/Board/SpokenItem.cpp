@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Lumaro/UI/Board/SpokenItem.h"
 
+#include "DesignSystem/Words.h"
 #include "Lumaro/UI/Text.h"
 #include "LumaroCore/Support/EnumNames.h"
 #include "LumaroCore/Support/Overloaded.h"
@@ -20,16 +21,16 @@ QDate dayOf(Instant instant, const QTimeZone& zone) {
 QString since(Instant instant, const LiveContext& live) {
     const auto day = dayOf(instant, live.zone);
     const auto days = day.daysTo(dayOf(live.now, live.zone));
-    if (days <= 0) return QStringLiteral("today");
-    if (days == 1) return QStringLiteral("yesterday");
-    return QStringLiteral("on ") + QLocale{QLocale::English}.toString(day, QStringLiteral("d MMMM")).toLower();
+    if (days <= 0) return Words::tr("pinned today");
+    if (days == 1) return Words::tr("pinned yesterday");
+    return Words::tr("pinned on %1").arg(Words::locale().toString(day, QStringLiteral("d MMMM")).toLower());
 }
 
 QString quoted(const QString& text) {
     return text.isEmpty() ? QString{} : QStringLiteral("'%1'").arg(text.simplified());
 }
 
-/// What is said of a card: all that is written on it.
+/// The parts that are not empty, as one sentence.
 QString joined(std::initializer_list<QString> parts) {
     QStringList said;
     for (const auto& part : parts) {
@@ -51,34 +52,32 @@ QString clock(const ClocksFace::Side& side) {
 } // namespace
 
 QString spoken(const BoardItem& item, const ItemFace& face, const LiveContext& live) {
-    const auto whose = QStringLiteral("%1 from %2, pinned %3")
-                           .arg(QStringLiteral("%1"), personName(item.author, live), since(item.createdAt, live));
-    const auto pinned = [&](const char* what, const QString& text) {
-        return joined({whose.arg(QLatin1String{what}), text});
+    const auto pinned = [&](const QString& what, const QString& text) {
+        const auto whose = Words::tr("%1 from %2", "a photo, a person").arg(what, personName(item.author, live));
+        return joined({whose, since(item.createdAt, live), text});
     };
     return std::visit(
         Overloaded{
             [&](const NoteFace& it) {
-                return pinned(it.isKept ? "kept note" : "note", quoted(qText(std::string_view{it.text.plainText()})));
+                return pinned(it.isKept ? Words::tr("kept note") : Words::tr("note"),
+                              quoted(qText(std::string_view{it.text.plainText()})));
             },
-            [&](const PhotoFace& it) { return pinned("photo", joined({quoted(it.caption), it.words})); },
-            [&](const StickerFace& it) { return pinned("sticker", it.words); },
-            [&](const DoodleFace&) { return pinned("doodle", {}); },
+            [&](const PhotoFace& it) { return pinned(Words::tr("photo"), joined({quoted(it.caption), it.words})); },
+            [&](const StickerFace& it) { return pinned(Words::tr("sticker"), it.words); },
+            [&](const DoodleFace&) { return pinned(Words::tr("doodle"), {}); },
             [&](const CountdownFace& it) {
-                return joined({QStringLiteral("countdown"), quoted(it.label), it.figure + QLatin1Char{' '} + it.unit});
+                return joined({Words::tr("countdown"), quoted(it.label), it.figure + QLatin1Char{' '} + it.unit});
             },
-            [&](const MusicFace& it) {
-                return joined({QStringLiteral("music"), quoted(it.title), it.artist, it.words});
-            },
+            [&](const MusicFace& it) { return joined({Words::tr("music"), quoted(it.title), it.artist, it.words}); },
             [&](const WindowFace& it) {
-                return joined({QStringLiteral("window"), it.place, it.time, it.temperature,
-                               it.sky ? qText(nameOf(*it.sky)) : QString{}, it.words});
+                return joined({Words::tr("window"), it.place, it.time, it.temperature,
+                               it.sky ? Words::of(nameOf(*it.sky)) : QString{}, it.words});
             },
             [&](const ClocksFace& it) {
-                return joined({QStringLiteral("clocks"), clock(it.mine), clock(it.theirs), it.between});
+                return joined({Words::tr("clocks"), clock(it.mine), clock(it.theirs), it.between});
             },
             [&](const DayFace& it) { return day(it); },
-            [&](const BlockFace& it) { return joined({QStringLiteral("block card"), it.figure, it.who}); }},
+            [&](const BlockFace& it) { return joined({Words::tr("block card"), it.figure, it.who}); }},
         face.value());
 }
 

@@ -3,7 +3,7 @@ import QtQuick
 import DesignSystem
 import Lumaro.UI
 
-/// The scissors: a frame around what is wanted, then strokes where the edge is wrong.
+/// Cuts a sticker out of a picture: a frame around what is wanted, then strokes where the edge is wrong.
 Sheet {
     id: sheet
 

@@ -30,12 +30,12 @@ Rectangle {
         lift: 10
     }
 
-    // The glass behind it is not meant.
+    // Clicks between the buttons do not fall through to the board.
     MouseArea {
         anchors.fill: parent
     }
 
-    // Pointing at it leaves the keys with the board.
+    // A click does not take the keyboard focus from the board.
     component Tool: IconButton {
         focusPolicy: Qt.TabFocus
     }
@@ -116,14 +116,14 @@ Rectangle {
         }
         Tool {
             text: qsTr("take back")
-            hint: "Ctrl Z"
+            hint: qsTr("Ctrl Z")
             iconName: "undo-2"
             enabled: dock.editor.canUndo
             onClicked: dock.editor.undo()
         }
         Tool {
             text: qsTr("do again")
-            hint: "Ctrl Shift Z"
+            hint: qsTr("Ctrl Shift Z")
             iconName: "redo-2"
             enabled: dock.editor.canRedo
             onClicked: dock.editor.redo()

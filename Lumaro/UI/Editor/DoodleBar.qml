@@ -3,7 +3,7 @@ import QtQuick
 import DesignSystem
 import Lumaro.UI
 
-/// The pencil case: inks, three widths, the eraser. Pointing at it leaves the keys with the drawing.
+/// Inks, three widths and the eraser. A click on it does not take the keyboard focus from the drawing.
 Rectangle {
     id: bar
 
@@ -17,8 +17,8 @@ Rectangle {
         isErasing = false;
     }
 
-    width: row.implicitWidth + 2 * Theme.size.medium
-    height: row.implicitHeight + 2 * Theme.size.small
+    width: row.width + 2 * Theme.size.medium
+    height: row.height + 2 * Theme.size.small
     radius: Theme.size.largeRadius
     color: Theme.color.surface
     border.width: 1
@@ -35,14 +35,40 @@ Rectangle {
         anchors.fill: parent
     }
 
-    Row {
+    // In two rows where one has no room.
+    Flow {
         id: row
 
+        readonly property real inOneRow: {
+            let sum = -spacing;
+            for (let i = 0; i < visibleChildren.length; ++i)
+                sum += visibleChildren[i].width + spacing;
+            return sum;
+        }
+
         anchors.centerIn: parent
+        width: Math.min(inOneRow, (bar.parent?.width ?? 0) - 2 * (Theme.size.medium + Theme.size.large))
         spacing: Theme.size.tiny
 
         Swatches {
+            readonly property var called: ({
+                    ink: qsTr("ink"),
+                    coral: qsTr("coral"),
+                    sun: qsTr("sun"),
+                    mint: qsTr("mint"),
+                    sky: qsTr("sky"),
+                    plum: qsTr("plum"),
+                    chalk: qsTr("chalk")
+                })
+
             names: [...Theme.inks()]
+            labels: {
+                const labels = [];
+                for (const name of names) {
+                    labels.push(called[name]);
+                }
+                return labels;
+            }
             colors: {
                 const colors = [];
                 for (const name of names) {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Lumaro/UI/Editor/EditorView.h"
 
+#include "DesignSystem/Words.h"
 #include "Lumaro/UI/Text.h"
 #include "LumaroCore/Geometry/ItemAt.h"
 #include "LumaroCore/Presence/Pomodoro.h"
@@ -73,7 +74,7 @@ void EditorView::refresh() {
     selected_ = item ? selectedItem(*item, me(), clock_.now()) : SelectedItem{};
     Q_EMIT changed();
     const auto& notice = editor_.notice();
-    if (std::exchange(notices_, notice.count) != notice.count) Q_EMIT noticed(qText(notice.text));
+    if (std::exchange(notices_, notice.count) != notice.count) Q_EMIT noticed(Words::of(notice.text));
 }
 
 // Selecting.

@@ -12,7 +12,15 @@ T.Menu {
     readonly property EditorView editor: hands.editor
     readonly property selectedItem item: editor.selected
 
-    implicitWidth: 220
+    implicitWidth: {
+        let widest = 220;
+        for (let i = 0; i < count; ++i) {
+            const entry = itemAt(i) as MenuEntry;
+            if (entry?.visible)
+                widest = Math.max(widest, entry.implicitWidth + leftPadding + rightPadding);
+        }
+        return widest;
+    }
     implicitHeight: contentHeight + topPadding + bottomPadding
     padding: Theme.size.tiny
     margins: Theme.size.small
@@ -61,12 +69,12 @@ T.Menu {
     }
     MenuEntry {
         text: qsTr("copy")
-        hint: "Ctrl C"
+        hint: qsTr("Ctrl C")
         onTriggered: menu.hands.pictures.copy()
     }
     MenuEntry {
         text: qsTr("once more")
-        hint: "Ctrl D"
+        hint: qsTr("Ctrl D")
         onTriggered: menu.editor.duplicate()
     }
     MenuEntry {
@@ -76,7 +84,7 @@ T.Menu {
     }
     MenuEntry {
         visible: menu.item.canStart
-        text: qsTr("start %1 minutes").arg(menu.item.minutes)
+        text: menu.item.minutes === 1 ? qsTr("start 1 minute") : qsTr("start %n minutes", "", menu.item.minutes)
         onTriggered: menu.editor.startBlock(menu.item.minutes)
     }
     MenuEntry {

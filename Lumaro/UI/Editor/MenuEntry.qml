@@ -9,6 +9,7 @@ T.MenuItem {
 
     property string hint
 
+    implicitWidth: implicitContentWidth + leftPadding + rightPadding
     implicitHeight: visible ? 36 : 0
     height: implicitHeight
     activeFocusOnTab: visible
@@ -18,6 +19,8 @@ T.MenuItem {
     Accessible.name: text
 
     contentItem: Item {
+        implicitWidth: children[0].implicitWidth + Theme.size.large + children[1].implicitWidth
+
         Text {
             anchors.verticalCenter: parent.verticalCenter
             text: entry.text

@@ -48,7 +48,7 @@ Rectangle {
             composer: bar.composer
             mark: "bold"
             text: qsTr("bold")
-            hint: "Ctrl B"
+            hint: qsTr("Ctrl B")
             iconName: "bold"
             checked: bar.composer.isBold
         }
@@ -56,7 +56,7 @@ Rectangle {
             composer: bar.composer
             mark: "italic"
             text: qsTr("italic")
-            hint: "Ctrl I"
+            hint: qsTr("Ctrl I")
             iconName: "italic"
             checked: bar.composer.isItalic
         }
@@ -64,7 +64,7 @@ Rectangle {
             composer: bar.composer
             mark: "underline"
             text: qsTr("underline")
-            hint: "Ctrl U"
+            hint: qsTr("Ctrl U")
             iconName: "underline"
             checked: bar.composer.isUnderlined
         }
@@ -72,21 +72,21 @@ Rectangle {
             composer: bar.composer
             mark: "strike"
             text: qsTr("strike")
-            hint: "Ctrl Shift X"
+            hint: qsTr("Ctrl Shift X")
             iconName: "strikethrough"
             checked: bar.composer.isStruck
         }
         Swatches {
-            readonly property list<string> stored: ["", "#b5472f", "#4f7a55", "#3f6f93", "#7a4c84"]
-
-            names: [qsTr("the paper's ink"), qsTr("red"), qsTr("green"), qsTr("blue"), qsTr("plum")]
-            colors: [bar.composer.ink, stored[1], stored[2], stored[3], stored[4]]
-            chosen: names[stored.indexOf(bar.composer.color)] ?? ""
-            onChose: name => bar.composer.setColor(stored[names.indexOf(name)])
+            // As a note stores them; "" is the paper's own.
+            names: ["", "#b5472f", "#4f7a55", "#3f6f93", "#7a4c84"]
+            labels: [qsTr("the paper's ink"), qsTr("red"), qsTr("green"), qsTr("blue"), qsTr("plum")]
+            colors: [bar.composer.ink, names[1], names[2], names[3], names[4]]
+            chosen: bar.composer.color
+            onChose: name => bar.composer.setColor(name)
         }
         IconButton {
             text: qsTr("done")
-            hint: "Esc"
+            hint: qsTr("Esc")
             iconName: "check"
             focusPolicy: Qt.TabFocus
             onClicked: bar.done()

@@ -1,28 +1,39 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Lumaro/UI/Editor/PictureExchange.h"
 
+#include "DesignSystem/Words.h"
 #include "Lumaro/UI/Text.h"
 
 #include <QtCore/QFile>
+#include <QtCore/QMimeData>
 #include <QtGui/QClipboard>
 #include <QtGui/QGuiApplication>
+#include <QtGui/QImageReader>
 #include <QtWidgets/QFileDialog>
 
+#include <array>
 #include <utility>
 
 namespace lumaro {
 namespace {
 
-/// No picture that people take is larger; what is, is no picture.
+/// Larger files are refused unread.
 constexpr qint64 largestFile = qint64{256} * 1024 * 1024;
+/// Those that are most likely without loss come first.
+constexpr std::array pictureFormats{"image/png",  "image/webp", "image/jpeg", "image/avif",
+                                    "image/heic", "image/tiff", "image/gif",  "image/bmp"};
 constexpr double step = 36; ///< points between pictures that are dropped together
+
+std::expected<ImportedPicture, ImportFault> importBytes(const QByteArray& bytes) {
+    if (bytes.size() > largestFile) return std::unexpected(ImportFault::tooManyPixels);
+    return importPicture({bytes.constData(), static_cast<std::size_t>(bytes.size())});
+}
 
 std::expected<ImportedPicture, ImportFault> importFile(const QString& path) {
     QFile file{path};
     if (file.size() > largestFile) return std::unexpected(ImportFault::tooManyPixels);
     if (!file.open(QIODevice::ReadOnly)) return std::unexpected(ImportFault::notAPicture);
-    const auto bytes = file.readAll();
-    return importPicture({bytes.constData(), static_cast<std::size_t>(bytes.size())});
+    return importBytes(file.readAll());
 }
 
 } // namespace
@@ -59,6 +70,10 @@ void PictureExchange::copyPicture(const UUID& mediaId) {
 bool PictureExchange::paste() {
     const auto* const data = QGuiApplication::clipboard()->mimeData();
     if (data == nullptr) return false;
+    if (const auto format = pictureFormat(data->formats()); !format.isEmpty()) {
+        add({.import = [bytes = data->data(format)] { return importBytes(bytes); }, .isSticker = false, .place = {}});
+        return true;
+    }
     if (data->hasImage()) {
         add({.import = [image = data->imageData().value<QImage>()] { return importPicture(image); },
              .isSticker = false,
@@ -81,15 +96,27 @@ void PictureExchange::drop(const QList<QUrl>& urls, QPointF place) {
     }
 }
 
+void PictureExchange::dropPicture(const QByteArray& bytes, QPointF place) {
+    add({.import = [bytes] { return importBytes(bytes); }, .isSticker = false, .place = Point{place.x(), place.y()}});
+}
+
+QString PictureExchange::pictureFormat(const QStringList& offered) {
+    const auto readable = QImageReader::supportedMimeTypes();
+    for (const auto* const format : pictureFormats) {
+        if (readable.contains(format) && offered.contains(QLatin1String{format})) return QLatin1String{format};
+    }
+    return {};
+}
+
 void PictureExchange::choose(bool isSticker) {
-    auto* const dialog =
-        new QFileDialog{nullptr,
-                        isSticker ? QStringLiteral("a picture to cut out of") : QStringLiteral("a photo to put up"),
-                        {},
-                        QStringLiteral("pictures (*.jpg *.jpeg *.png *.webp *.gif *.bmp *.heic *.avif)")};
+    auto* const dialog = new QFileDialog{
+        nullptr,
+        isSticker ? Words::tr("a picture to cut out of") : Words::tr("a photo to put up"),
+        {},
+        Words::tr("pictures") + QStringLiteral(" (*.jpg *.jpeg *.png *.webp *.gif *.bmp *.heic *.avif)")};
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->setFileMode(isSticker ? QFileDialog::ExistingFile : QFileDialog::ExistingFiles);
-    // What is selected counts when it is accepted: not every dialog tells of both in one.
+    // The selection is read when the dialog is accepted: not every desktop's dialog signals `filesSelected`.
     connect(dialog, &QFileDialog::accepted, this, [this, dialog, isSticker] {
         for (const auto& url : dialog->selectedUrls()) putUp(url, isSticker, std::nullopt);
     });
@@ -97,8 +124,7 @@ void PictureExchange::choose(bool isSticker) {
 }
 
 void PictureExchange::putUp(const QUrl& url, bool isSticker, std::optional<Point> place) {
-    if (!url.isLocalFile())
-        return Q_EMIT noticed(QStringLiteral("save the picture first — only files can come up here"));
+    if (!url.isLocalFile()) return Q_EMIT noticed(Words::tr("save the picture first — only files can come up here"));
     add({.import = [path = url.toLocalFile()] { return importFile(path); }, .isSticker = isSticker, .place = place});
 }
 
@@ -118,7 +144,7 @@ void PictureExchange::imported(std::expected<ImportedPicture, ImportFault> pictu
     const auto wish = std::move(waiting_.front());
     waiting_.pop_front();
     if (!picture) {
-        Q_EMIT noticed(qText(textOf(picture.error())));
+        Q_EMIT noticed(Words::of(textOf(picture.error())));
     } else if (wish.isSticker && !picture->hasTransparency) {
         cut(std::move(*picture), wish.place);
     } else {
@@ -142,7 +168,7 @@ void PictureExchange::hang(ImportedPicture picture, bool isSticker, std::optiona
         isSticker ? Payload{StickerPayload{id, picture.aspect}} : Payload{PhotoPayload{id, {}, {}, picture.aspect}};
     app_.storeMedia(id, std::move(picture.bytes),
                     [this, payload = std::move(payload), place](std::expected<void, MediaError> stored) mutable {
-                        if (!stored) return Q_EMIT noticed(qText(textOf(stored.error().fault)));
+                        if (!stored) return Q_EMIT noticed(Words::of(textOf(stored.error().fault)));
                         static_cast<void>(app_.editor().putUp(std::move(payload), place));
                     });
 }

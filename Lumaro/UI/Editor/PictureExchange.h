@@ -5,9 +5,10 @@
 #include "Lumaro/Pictures/PictureImport.h"
 #include "Lumaro/UI/Editor/CutOutSession.h"
 
-#include <QtCore/QMimeData>
+#include <QtCore/QByteArray>
 #include <QtCore/QObject>
 #include <QtCore/QPointF>
+#include <QtCore/QStringList>
 #include <QtCore/QUrl>
 #include <QtQml/qqmlregistration.h>
 
@@ -34,10 +35,15 @@ public:
     /// The selected note's text, photo or sticker, to the clipboard. A picture comes there when it is decoded, unless
     /// something else was copied by then.
     Q_INVOKABLE void copy();
-    /// The clipboard: a picture, files, or a text.
+    /// The clipboard: a picture, files, or a text. A picture is decoded in the background, unless the other program
+    /// offers nothing but its pixels.
     Q_INVOKABLE bool paste();
     /// Files, at a place of the canvas; several hang a step apart.
     Q_INVOKABLE void drop(const QList<QUrl>& urls, QPointF place);
+    /// A picture as another program encoded it, at a place of the canvas.
+    Q_INVOKABLE void dropPicture(const QByteArray& bytes, QPointF place);
+    /// Of the formats that another program offers the encoded picture to take; empty when there is none that we read.
+    Q_INVOKABLE static QString pictureFormat(const QStringList& offered);
     /// Asks for a file; a sticker is cut out of its picture.
     Q_INVOKABLE void choose(bool isSticker);
     void putUp(const QUrl& url, bool isSticker, std::optional<Point> place);

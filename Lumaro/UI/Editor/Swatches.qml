@@ -8,6 +8,8 @@ Row {
     id: row
 
     required property list<string> names
+    /// What people call each.
+    required property list<string> labels
     required property list<color> colors
     property string chosen
 
@@ -21,7 +23,7 @@ Row {
             required property int index
             readonly property Swatches owner: parent as Swatches
 
-            text: modelData
+            text: owner?.labels[index] ?? modelData
             swatch: owner?.colors[index] ?? "white"
             checked: owner?.chosen === modelData
             focusPolicy: Qt.TabFocus

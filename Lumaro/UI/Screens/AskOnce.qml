@@ -50,7 +50,8 @@ Item {
             width: parent.width
             text: act.question
         }
-        Row {
+        Flow {
+            width: parent.width
             spacing: Theme.size.medium
 
             PaperButton {
@@ -64,7 +65,7 @@ Item {
             PaperButton {
                 id: stay
 
-                text: "no, leave it"
+                text: qsTr("no, leave it")
                 onClicked: act.isAsking = false
             }
         }

@@ -9,16 +9,16 @@ Sheet {
 
     required property AppView view
 
-    title: "our board"
+    title: qsTr("our board")
     paperWidth: 560
 
     PeopleSection {
-        heading: "who is here"
+        heading: qsTr("who is here")
         isFirst: true
         view: page.view
     }
     Section {
-        heading: "bring them over"
+        heading: qsTr("bring them over")
 
         CodeCard {
             width: parent.width
@@ -31,14 +31,14 @@ Sheet {
         }
         AskOnce {
             iconName: "refresh-cw"
-            text: page.view.face.link === "" ? "make a link" : "reset our link"
-            question: "codes and links you gave out before stop working. you both stay on the board."
-            yes: "a new link, please"
+            text: page.view.face.link === "" ? qsTr("make a link") : qsTr("reset our link")
+            question: qsTr("codes and links you gave out before stop working. you both stay on the board.")
+            yes: qsTr("a new link, please")
             onAgreed: page.view.resetLinks()
         }
     }
     Section {
-        heading: "where it lies"
+        heading: qsTr("where it lies")
 
         Body {
             width: parent.width
@@ -47,37 +47,38 @@ Sheet {
             wrapMode: Text.WrapAnywhere
             text: page.view.folder
         }
-        Row {
+        Flow {
+            width: parent.width
             spacing: Theme.size.medium
 
             PaperButton {
                 iconName: "folder"
-                text: "open the folder"
+                text: qsTr("open the folder")
                 onClicked: page.view.openFolder()
             }
             PaperButton {
                 iconName: "download"
-                text: "keep a copy…"
+                text: qsTr("keep a copy…")
                 onClicked: page.view.askWhereToExport()
             }
         }
     }
     Section {
-        heading: "going separate ways"
+        heading: qsTr("going separate ways")
 
         AskOnce {
             visible: page.view.face.hasPartner
             iconName: "users"
-            text: "let " + page.view.face.partnerName + "’s devices go"
-            question: page.view.face.partnerName + " comes off the board on all their devices. a code or link brings them back."
-            yes: "let them go"
+            text: qsTr("let %1’s devices go").arg(page.view.face.partnerName)
+            question: qsTr("%1 comes off the board on all their devices. a code or link brings them back.").arg(page.view.face.partnerName)
+            yes: qsTr("let them go")
             onAgreed: page.view.releasePartner()
         }
         AskOnce {
             iconName: "log-out"
-            text: "leave the board"
-            question: "it comes down on this computer. what hangs there stays for " + page.view.face.partnerName + "."
-            yes: "leave"
+            text: qsTr("leave the board")
+            question: qsTr("it comes down on this computer. what hangs there stays for %1.").arg(page.view.face.partnerName)
+            yes: qsTr("leave")
             onAgreed: {
                 page.close();
                 page.view.leaveBoard();

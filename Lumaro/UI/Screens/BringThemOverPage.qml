@@ -22,14 +22,14 @@ SheetPage {
         HandText {
             width: parent.width
             horizontalAlignment: Text.AlignHCenter
-            text: page.isPartnerHere ? page.view.face.partnerName + " is here" : "bring them over"
+            text: page.isPartnerHere ? qsTr("%1 is here").arg(page.view.face.partnerName) : qsTr("bring them over")
             isLarge: true
         }
         Body {
             width: parent.width
             horizontalAlignment: Text.AlignHCenter
             isSoft: true
-            text: page.isPartnerHere ? "you two have a window now." : "read these digits to them. they type them in on their side."
+            text: page.isPartnerHere ? qsTr("you two have a window now.") : qsTr("read these digits to them. they type them in on their side.")
         }
     }
     ThreadMark {
@@ -52,7 +52,7 @@ SheetPage {
         width: parent.width
         focus: true
         kind: page.isPartnerHere ? PaperButton.Primary : PaperButton.Plain
-        text: page.isPartnerHere ? "to our board" : "they can come later"
+        text: page.isPartnerHere ? qsTr("to our board") : qsTr("they can come later")
         onClicked: page.done()
     }
 }

@@ -33,7 +33,7 @@ Rectangle {
             font.weight: Font.ExtraBold
             font.letterSpacing: 3
             Accessible.role: Accessible.StaticText
-            Accessible.name: card.isThere ? "the code is " + text : "there is no code yet"
+            Accessible.name: card.isThere ? qsTr("the code is %1").arg(text) : qsTr("there is no code yet")
         }
         Row {
             anchors.horizontalCenter: parent.horizontalCenter
@@ -43,11 +43,11 @@ Rectangle {
                 anchors.verticalCenter: parent.verticalCenter
                 isSmall: true
                 isSoft: true
-                text: card.view.face.isMintingCode ? "fetching a code…" : card.view.face.codeWorks
+                text: card.view.face.isMintingCode ? qsTr("fetching a code…") : card.view.face.codeWorks
             }
             Chip {
                 visible: !card.isThere && !card.view.face.isMintingCode
-                text: card.view.face.code === "" ? "make a code" : "a fresh one"
+                text: card.view.face.code === "" ? qsTr("make a code") : qsTr("a fresh one")
                 iconName: "refresh-cw"
                 onClicked: card.view.mintCode()
             }

@@ -28,7 +28,7 @@ SheetPage {
         else
             page.view.joinByCode(digits.digits);
     }
-    // Who is known already goes straight to what is missing.
+    // The focus goes to the first thing that is missing: the name, or the code or link.
     function settle(): void {
         const isKnown = !isStart && name.text !== "";
         name.focus = !isKnown;
@@ -59,7 +59,7 @@ SheetPage {
     onDoorChanged: settle()
 
     PageHead {
-        text: page.isStart ? "make it yours" : "come on over"
+        text: page.isStart ? qsTr("make it yours") : qsTr("come on over")
         onBackAsked: page.backAsked()
     }
     Field {
@@ -67,12 +67,12 @@ SheetPage {
 
         width: parent.width
         focus: true
-        label: "what do they call you?"
-        placeholder: "your name"
+        label: qsTr("what do they call you?")
+        placeholder: qsTr("your name")
         maximumLength: 40
         text: page.view.face.myName === "" ? page.view.suggestedName : page.view.face.myName
         fault: page.isStart ? page.fault : ""
-        helper: page.isStart ? "it stands on what you put up." : ""
+        helper: page.isStart ? qsTr("it stands on what you put up.") : ""
         onAccepted: page.nameGiven()
         onEdited: page.forgetFault()
     }
@@ -81,9 +81,9 @@ SheetPage {
 
         visible: page.door === "code"
         width: parent.width
-        label: "the six digits they read out"
+        label: qsTr("the six digits they read out")
         fault: page.fault
-        helper: "they find them under “bring them over”."
+        helper: qsTr("they find them under “bring them over”.")
         onCompleted: page.goOn()
         onAccepted: page.goOn()
         onEdited: page.forgetFault()
@@ -93,10 +93,10 @@ SheetPage {
 
         visible: page.door === "link"
         width: parent.width
-        label: "the link they sent you"
-        placeholder: "paste it here"
+        label: qsTr("the link they sent you")
+        placeholder: qsTr("paste it here")
         fault: page.fault
-        helper: "the whole message will do."
+        helper: qsTr("the whole message will do.")
         onAccepted: page.goOn()
         onEdited: page.forgetFault()
     }
@@ -106,8 +106,8 @@ SheetPage {
         enabled: !page.view.face.isWorking
         text: {
             if (page.view.face.isWorking)
-                return "just a moment…";
-            return page.isStart ? "hang up our board" : "come in";
+                return qsTr("just a moment…");
+            return page.isStart ? qsTr("hang up our board") : qsTr("come in");
         }
         onClicked: page.goOn()
     }

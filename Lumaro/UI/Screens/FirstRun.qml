@@ -12,7 +12,7 @@ Sheet {
     /// How this person comes in, once they have said so: "start", "code" or "link".
     property string door
     readonly property string stage: view.face.stage
-    /// What it shows stays while it goes.
+    /// The page that it shows; it stays the last one while the sheet closes.
     property string page: wanted
     readonly property string wanted: {
         if (view.face.isChoosing)
@@ -42,7 +42,7 @@ Sheet {
     onWantedChanged: if (view.face.needsPerson) page = wanted
     onClosed: door = ""
 
-    // The board behind it is a part of the welcome.
+    // The board is to be seen behind it.
     T.Overlay.modal: Shade {
         strength: 0.45
     }
@@ -74,37 +74,37 @@ Sheet {
         visible: firstRun.page === "offBoard"
         focus: visible
         isReturn: true
-        heading: "you're off the board"
-        words: "it may well hang there still.\na code or your link brings you back."
-        startText: "or start a new one"
+        heading: qsTr("you're off the board")
+        words: qsTr("it may well hang there still.\na code or your link brings you back.")
+        startText: qsTr("or start a new one")
         onDoorChosen: door => firstRun.chooseDoor(door)
     }
     WelcomePage {
         visible: firstRun.page === "refused"
         focus: visible
         isReturn: true
-        heading: "the board let this mac go"
-        words: "what hangs here stays as it was.\na code or your link brings you back."
-        startText: "or leave it for good"
+        heading: qsTr("the board let this mac go")
+        words: qsTr("what hangs here stays as it was.\na code or your link brings you back.")
+        startText: qsTr("or leave it for good")
         onDoorChosen: door => door === "start" ? firstRun.view.leaveBoard() : firstRun.chooseDoor(door)
     }
     WordPage {
         visible: firstRun.page === "locked"
         focus: visible
         iconName: "refresh-cw"
-        heading: "this mac's keychain didn't open"
-        words: "your board is still here — it just needs the keychain to say yes."
-        yes: "ask again"
+        heading: qsTr("this mac's keychain didn't open")
+        words: qsTr("your board is still here — it just needs the keychain to say yes.")
+        yes: qsTr("ask again")
         onAgreed: firstRun.view.retryKeychain()
     }
     WordPage {
         visible: firstRun.page === "asksForFile"
         focus: visible
         iconName: "folder"
-        heading: "there's no keychain here"
-        words: "the key to your board needs a place. a file in your own folder will do; only you can read it."
-        yes: "a file will do"
-        no: "rather not"
+        heading: qsTr("there's no keychain here")
+        words: qsTr("the key to your board needs a place. a file in your own folder will do; only you can read it.")
+        yes: qsTr("a file will do")
+        no: qsTr("rather not")
         onAgreed: firstRun.view.keepSecretsInFile(true)
         onRefused: firstRun.view.keepSecretsInFile(false)
     }
@@ -112,9 +112,9 @@ Sheet {
         visible: firstRun.page === "failure"
         focus: visible
         iconName: "heart"
-        heading: "that didn't work out"
+        heading: qsTr("that didn't work out")
         words: firstRun.view.face.failure
-        yes: "all right"
+        yes: qsTr("all right")
         onAgreed: firstRun.view.forgetPairingFailure()
     }
 }

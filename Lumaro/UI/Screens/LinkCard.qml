@@ -21,7 +21,8 @@ Item {
         spacing: Theme.size.small
 
         Title {
-            text: "or send them the link"
+            width: parent.width
+            text: qsTr("or send them the link")
             isSmall: true
         }
         Body {
@@ -34,7 +35,7 @@ Item {
             elide: Text.ElideRight
         }
         CopyButton {
-            text: "copy the link"
+            text: qsTr("copy the link")
             onCopied: card.view.copyText(card.view.face.link)
         }
     }
@@ -55,12 +56,12 @@ Item {
 
             anchors.fill: parent
             anchors.margins: 3
-            // A reader wants dark on light, whatever surrounds it.
+            // Cameras read dark on light alone, so the dark appearance has it too.
             ink: "#3b322b"
             paper: Theme.isDark ? "#eadfce" : "#fffcf5"
             text: card.view.face.link
             Accessible.role: Accessible.Graphic
-            Accessible.name: "the link, for a telephone's camera"
+            Accessible.name: qsTr("the link, for a telephone's camera")
         }
     }
 }

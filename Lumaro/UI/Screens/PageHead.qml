@@ -20,7 +20,7 @@ Item {
         anchors.verticalCenter: parent.verticalCenter
         visible: head.hasBack
         iconName: "chevron-left"
-        text: "back"
+        text: qsTr("back")
         isTipBelow: true
         onClicked: head.backAsked()
     }

@@ -15,13 +15,13 @@ Section {
 
         Initial {
             anchors.verticalCenter: parent.verticalCenter
-            name: people.view.face.myName === "" ? "you" : people.view.face.myName
+            name: people.view.face.myName === "" ? qsTr("you") : people.view.face.myName
         }
         Field {
             id: name
 
             width: parent.width - 44 - parent.spacing
-            placeholder: "what do they call you?"
+            placeholder: qsTr("what do they call you?")
             maximumLength: 40
             text: people.view.face.myName
             onAccepted: people.view.setName(name.text)
@@ -43,7 +43,7 @@ Section {
 
             Body {
                 width: parent.width
-                text: people.view.face.hasPartner ? people.view.face.partnerName : "nobody else yet"
+                text: people.view.face.hasPartner ? people.view.face.partnerName : qsTr("nobody else yet")
                 font.weight: Font.DemiBold
             }
             Row {
@@ -60,9 +60,9 @@ Section {
                     isSmall: true
                     isSoft: true
                     text: {
-                        if (people.view.face.isPartnerHere)
-                            return "is here now";
-                        return people.view.face.hasPartner ? "isn't here just now" : "the place beside you is free";
+                        if (people.view.face.isPlaceFree || !people.view.face.hasPartner)
+                            return qsTr("the place beside you is free");
+                        return people.view.face.isPartnerHere ? qsTr("is here now") : qsTr("isn't here just now");
                     }
                 }
             }

@@ -11,7 +11,7 @@ Pressable {
     property bool isSecond: false
 
     implicitHeight: column.implicitHeight + 2 * Theme.size.large
-    Accessible.description: isSuggested ? "most likely you" : ""
+    Accessible.description: isSuggested ? qsTr("most likely you") : ""
 
     Column {
         id: column
@@ -36,7 +36,7 @@ Pressable {
         Body {
             width: parent.width
             horizontalAlignment: Text.AlignHCenter
-            text: button.isSuggested ? "most likely you" : " "
+            text: button.isSuggested ? qsTr("most likely you") : " "
             isSmall: true
             isSoft: true
             Accessible.ignored: true

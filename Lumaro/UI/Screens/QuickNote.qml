@@ -74,7 +74,7 @@ FocusScope {
                 font.family: Theme.hand
                 font.pixelSize: 28
                 Accessible.role: Accessible.EditableText
-                Accessible.name: "a quick note"
+                Accessible.name: qsTr("a quick note")
                 Accessible.multiLine: true
                 Keys.onReturnPressed: event => {
                     if (event.modifiers & Qt.ShiftModifier)
@@ -95,7 +95,8 @@ FocusScope {
             visible: input.text === "" && input.preeditText === ""
             x: Theme.size.large
             y: Theme.size.large
-            text: "say something…"
+            width: parent.width - 2 * Theme.size.large
+            text: qsTr("say something…")
             color: "#7a6a4a"
             font.pixelSize: 28
             font.weight: Font.Normal
@@ -104,8 +105,11 @@ FocusScope {
         Text {
             anchors.left: parent.left
             anchors.leftMargin: Theme.size.large
+            anchors.right: button.left
+            anchors.rightMargin: Theme.size.small
             anchors.verticalCenter: button.verticalCenter
-            text: "shift + enter: a new line"
+            wrapMode: Text.Wrap
+            text: qsTr("shift + enter: a new line")
             color: "#6b5c3e"
             textFormat: Text.PlainText
             font.pixelSize: Theme.size.captionText - 1
@@ -117,7 +121,7 @@ FocusScope {
             anchors.bottom: parent.bottom
             anchors.margins: Theme.size.medium
             kind: PaperButton.Primary
-            text: "put it up"
+            text: qsTr("put it up")
             enabled: input.text.trim() !== ""
             onClicked: note.putUp()
             Keys.onEscapePressed: note.closed()

@@ -14,17 +14,17 @@ Sheet {
     /// Whether this desktop lets the board hang behind its icons.
     required property bool hangsBehindIcons
 
-    title: "settings"
+    title: qsTr("settings")
     paperWidth: 560
 
     Section {
-        heading: "on the desktop"
+        heading: qsTr("on the desktop")
         isFirst: true
 
         Toggle {
             width: parent.width
-            text: "show the board on the desktop"
-            helper: page.hangsBehindIcons ? "behind the icons; clicks go through it." : "this desktop keeps its own picture in front, so our board hangs just behind your windows."
+            text: qsTr("show the board on the desktop")
+            helper: page.hangsBehindIcons ? qsTr("behind the icons; clicks go through it.") : qsTr("this desktop keeps its own picture in front, so our board hangs just behind your windows.")
             checked: page.view.face.showsOnDesktop
             onClicked: page.view.setShowsOnDesktop(checked)
         }
@@ -43,61 +43,62 @@ Sheet {
         }
         Toggle {
             width: parent.width
-            text: "open at login"
-            helper: page.settings.fault === "" ? "so it hangs there when you come in." : page.settings.fault
+            text: qsTr("open at login")
+            helper: page.settings.fault === "" ? qsTr("so it hangs there when you come in.") : page.settings.fault
             checked: page.settings.opensAtLogin
             onClicked: page.settings.opensAtLogin = checked
         }
     }
     Section {
-        heading: "telling you"
+        heading: qsTr("telling you")
 
         Toggle {
             width: parent.width
-            text: "when they pin something"
-            helper: "a quiet note from them, like a text."
+            text: qsTr("when they pin something")
+            helper: qsTr("a quiet note from them, like a text.")
             checked: page.settings.notifiesOfItems
             onClicked: page.settings.notifiesOfItems = checked
         }
         Toggle {
             width: parent.width
-            text: "sounds"
-            helper: "a glass rings when a block ends."
+            text: qsTr("sounds")
+            helper: qsTr("a glass rings when a block ends.")
             checked: page.settings.playsSounds
             onClicked: page.settings.playsSounds = checked
         }
     }
     Section {
-        heading: "how it looks"
+        heading: qsTr("how it looks")
 
-        Row {
+        Flow {
+            width: parent.width
             spacing: Theme.size.small
             Accessible.role: Accessible.Grouping
-            Accessible.name: "appearance"
+            Accessible.name: qsTr("appearance")
 
             Chip {
                 checkable: true
                 checked: page.settings.appearance === "follow"
-                text: "like the system"
+                text: qsTr("like the system")
                 onClicked: page.settings.appearance = "follow"
             }
             Chip {
                 checkable: true
                 checked: page.settings.appearance === "light"
-                text: "by day"
+                text: qsTr("by day")
                 onClicked: page.settings.appearance = "light"
             }
             Chip {
                 checkable: true
                 checked: page.settings.appearance === "dark"
-                text: "by lamplight"
+                text: qsTr("by lamplight")
                 onClicked: page.settings.appearance = "dark"
             }
         }
         Toggle {
             width: parent.width
-            text: "less motion"
-            helper: "things fade instead of springing."
+            text: qsTr("less motion")
+            helper: qsTr("things fade instead of springing.")
             checked: page.settings.reducesMotion
             onClicked: page.settings.reducesMotion = checked
         }

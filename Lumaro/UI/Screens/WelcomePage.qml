@@ -7,9 +7,9 @@ import Lumaro.UI
 SheetPage {
     id: page
 
-    property string heading: "a window for two"
-    property string words: "whatever you stick here, they see there —\non both your desktops, behind the icons."
-    property string startText: "start our board"
+    property string heading: qsTr("a window for two")
+    property string words: qsTr("whatever you stick here, they see there —\non both your desktops, behind the icons.")
+    property string startText: qsTr("start our board")
     /// They had a board: the ways back to it come first.
     property bool isReturn: false
 
@@ -43,7 +43,7 @@ SheetPage {
 
         PaperButton {
             anchors.horizontalCenter: parent.horizontalCenter
-            width: 280
+            width: Math.max(280, implicitWidth)
             visible: !page.isReturn
             focus: visible
             kind: PaperButton.Primary
@@ -55,15 +55,15 @@ SheetPage {
             spacing: Theme.size.medium
 
             PaperButton {
-                width: 134
+                width: Math.max(134, implicitWidth)
                 focus: page.isReturn
                 kind: page.isReturn ? PaperButton.Primary : PaperButton.Plain
-                text: "i have a code"
+                text: qsTr("i have a code")
                 onClicked: page.doorChosen("code")
             }
             PaperButton {
-                width: 134
-                text: "i have a link"
+                width: Math.max(134, implicitWidth)
+                text: qsTr("i have a link")
                 onClicked: page.doorChosen("link")
             }
         }

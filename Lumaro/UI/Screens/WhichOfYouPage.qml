@@ -10,7 +10,7 @@ SheetPage {
     required property AppView view
 
     PageHead {
-        text: "which of you is this mac?"
+        text: qsTr("which of you is this mac?")
         isLong: true
         onBackAsked: page.view.forgetPairingFailure()
     }
@@ -18,7 +18,7 @@ SheetPage {
         width: parent.width
         horizontalAlignment: Text.AlignHCenter
         isSoft: true
-        text: "both of you are on this board already."
+        text: qsTr("both of you are on this board already.")
     }
     Row {
         width: parent.width

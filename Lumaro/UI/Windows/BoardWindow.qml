@@ -3,7 +3,7 @@ import QtQuick
 import DesignSystem
 import Lumaro.UI
 
-/// The board in a window, under one's hands, and the pages that lie over it.
+/// The board in a window, to be edited, and the pages over it.
 Window {
     id: window
 
@@ -50,13 +50,22 @@ Window {
         }
     }
 
-    // What lay over the board gives the keys back to it.
+    // A page that closes gives the keyboard focus back to the board.
     OnDemand {
         sourceComponent: FirstRun {}
         properties: ({
                 view: window.view
             })
         isWanted: window.view.face.needsPerson
+        onClosed: page.takeKeys()
+    }
+
+    OnDemand {
+        sourceComponent: InviteQuestion {}
+        properties: ({
+                view: window.view
+            })
+        isWanted: window.view.face.inviteQuestion.isAsked
         onClosed: page.takeKeys()
     }
 

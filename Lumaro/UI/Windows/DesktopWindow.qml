@@ -4,14 +4,14 @@ import DesignSystem
 import Widgets
 import Lumaro.UI
 
-/// The board as it hangs on a screen: it covers all of it, shows everything and edits nothing.
+/// The board behind the icons of one screen, which it covers. It shows the board and edits nothing.
 Window {
     id: window
 
     required property BoardScene scene
     property bool isPaused: false
 
-    title: "lumaro · desktop"
+    title: qsTr("lumaro · desktop")
     color: Theme.color.room
 
     DesktopScene {

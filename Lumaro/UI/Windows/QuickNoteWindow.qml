@@ -9,7 +9,7 @@ Window {
 
     required property EditorView editor
 
-    /// With a text that was handed over, or an empty note.
+    /// Shows the window with this text to edit.
     function ask(text: string): void {
         note.text = text;
         show();
@@ -22,7 +22,7 @@ Window {
     height: note.implicitHeight
     flags: Qt.Dialog | Qt.FramelessWindowHint | Qt.WindowStaysOnTopHint
     title: qsTr("lumaro · quick note")
-    // Not every desktop knows windows that one sees through.
+    // Not every desktop shows transparent windows.
     color: Theme.color.room
 
     QuickNote {

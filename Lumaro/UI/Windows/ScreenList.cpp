@@ -7,7 +7,7 @@ namespace lumaro {
 
 ScreenList::ScreenList(DesktopBoards& boards, QObject* parent)
     : QAbstractListModel(parent), boards_(boards), shown_(boards.choices()) {
-    // Screens come and go too seldom to tell them one by one.
+    // Screens come and go so seldom that the whole list is reset.
     connect(&boards_, &DesktopBoards::changed, this, [this] {
         if (boards_.choices() == shown_) return;
         beginResetModel();

@@ -3,7 +3,7 @@ import QtQuick
 import DesignSystem
 import Lumaro.UI
 
-/// A small slip at the top of the window: who is here, and whether anything waits. It steps back when all is well.
+/// A small slip at the top of the window: who is here, and whether anything waits. It is shown while this computer is on a board.
 Rectangle {
     id: slip
 

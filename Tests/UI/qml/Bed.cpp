@@ -4,6 +4,7 @@
 #include "Lumaro/UI/Text.h"
 #include "LumaroCore/BoardModel/BoardJson.h"
 
+#include <QtCore/QFile>
 #include <QtCore/QJsonDocument>
 #include <QtCore/QJsonObject>
 #include <QtGui/QAccessible>
@@ -17,6 +18,7 @@
 #include <QtWidgets/QLineEdit>
 
 #include <chrono>
+#include <utility>
 
 namespace lumaro {
 namespace {
@@ -41,6 +43,26 @@ void walk(QQuickItem& item, const QString& path, FocusNodes& found) {
     const auto children = item.childItems();
     for (auto* const child : children) walk(*child, here, found);
 }
+
+/// What another program offers of a picture: encoded, and decoded if Qt has to.
+class ForeignPicture final : public QMimeData {
+public:
+    ForeignPicture(QByteArray png, int& decoded) : png_(std::move(png)), decoded_(decoded) {}
+
+    QStringList formats() const override {
+        return {QStringLiteral("image/png"), QStringLiteral("application/x-qt-image")};
+    }
+
+private:
+    QVariant retrieveData(const QString& format, QMetaType /*wanted*/) const override {
+        if (format == QStringLiteral("image/png")) return png_;
+        ++decoded_;
+        return QImage::fromData(png_);
+    }
+
+    QByteArray png_;
+    int& decoded_;
+};
 
 FocusNodes focusNodes(QQuickItem& root) {
     QAccessible::setActive(true);
@@ -95,6 +117,25 @@ void Bed::makeLocked() {
 void Bed::openKeychain() {
     app_->keyring.refusal.reset();
     app_->pass(Seconds{0});
+}
+
+void Bed::makeWithoutKeyring() {
+    build();
+    app_->start();
+    answer(404, QStringLiteral(R"({"code":"not_found","message":""})"));
+    app_->keyring.refusal = SecretStatus::noService;
+}
+
+void Bed::speakPseudo(bool speaks) {
+    speaks ? QCoreApplication::installTranslator(&pseudo_) : QCoreApplication::removeTranslator(&pseudo_);
+}
+
+int Bed::textsSeen(QQuickItem* root) const {
+    return lumaro::textsSeen(*root);
+}
+
+QStringList Bed::textFaults(QQuickItem* root, const QStringList& own) const {
+    return lumaro::textFaults(*root, own);
 }
 
 bool Bed::answer(int status, const QString& body) {
@@ -163,6 +204,14 @@ void Bed::partnerTakesDown(const QString& itemId) {
     app_->relay(*Edits::takeDown(app_->app->board(), idOf(itemId), {PartnerID::b, app_->clock.now()}));
 }
 
+void Bed::refuse() {
+    app_->rooms.say(ServerMessage::Error{{std::string{ServerErrorCode::unauthorized}}, ""});
+}
+
+void Bed::breakLine() {
+    app_->rooms.listener->stateChanged({ConnectionState::Waiting{.attempt = 1, .delay = Seconds{1}}});
+}
+
 QVariantMap Bed::item(const QString& itemId) const {
     const auto* const found = app_->app->board().find(idOf(itemId));
     if (found == nullptr) return {};
@@ -199,13 +248,35 @@ bool Bed::choose(const QUrl& file) const {
 void Bed::drop(QQuickItem* on, QPointF place, const QString& type, const QString& data) const {
     QMimeData dragged;
     dragged.setData(type, data.toUtf8());
-    const auto at = on->mapToScene(place);
+    fall(*on, place, dragged);
+}
+
+void Bed::fall(QQuickItem& on, QPointF place, QMimeData& dragged) const {
+    const auto at = on.mapToScene(place);
     QDragEnterEvent enter{at.toPoint(), Qt::CopyAction, &dragged, Qt::LeftButton, Qt::NoModifier};
     QDropEvent drop{at, Qt::CopyAction, &dragged, Qt::LeftButton, Qt::NoModifier};
     for (QEvent* const event : {static_cast<QEvent*>(&enter), static_cast<QEvent*>(&drop)}) {
-        QCoreApplication::sendEvent(on->window(), event);
+        QCoreApplication::sendEvent(on.window(), event);
     }
     app_->background.runAll();
+}
+
+QByteArray Bed::pictureBytes() const {
+    QFile file{picture().toLocalFile()};
+    if (!file.open(QIODevice::ReadOnly)) qFatal("no picture can be read");
+    return file.readAll();
+}
+
+void Bed::dropPicture(QQuickItem* on, QPointF place) const {
+    QMimeData dragged;
+    dragged.setData(QStringLiteral("image/png"), pictureBytes());
+    dragged.setUrls({QUrl{QStringLiteral("https://pictures.example/square.png")}});
+    fall(*on, place, dragged);
+}
+
+void Bed::copyPicture() {
+    decodedAtOnce_ = 0;
+    QGuiApplication::clipboard()->setMimeData(new ForeignPicture{pictureBytes(), decodedAtOnce_});
 }
 
 } // namespace lumaro

@@ -7,7 +7,9 @@
 #include "Lumaro/UI/Editor/PictureExchange.h"
 #include "Lumaro/UI/SettingsView.h"
 #include "Tests/Model/AppFixture.h"
+#include "Tests/UI/qml/PseudoLanguage.h"
 
+#include <QtCore/QMimeData>
 #include <QtCore/QObject>
 #include <QtCore/QTemporaryDir>
 #include <QtCore/QUrl>
@@ -41,6 +43,8 @@ public:
     /// The same, when the keychain will not open.
     Q_INVOKABLE void makeLocked();
     Q_INVOKABLE void openKeychain();
+    /// The same, when nothing on the computer keeps secrets.
+    Q_INVOKABLE void makeWithoutKeyring();
     /// Answers the oldest request; whether there was one.
     Q_INVOKABLE bool answer(int status, const QString& body);
     /// "POST /v1/couples {...}" of the latest request.
@@ -54,6 +58,11 @@ public:
     /// Which of them a screen reader cannot name: the type of each, and those it lies in.
     Q_INVOKABLE QStringList unnamed(QQuickItem* root) const;
 
+    /// From now on, or no longer: pages take up the language when they are made.
+    Q_INVOKABLE void speakPseudo(bool speaks);
+    Q_INVOKABLE int textsSeen(QQuickItem* root) const;
+    Q_INVOKABLE QStringList textFaults(QQuickItem* root, const QStringList& own) const;
+
     // On a board.
 
     /// A person on an empty board; the partner is "bo".
@@ -61,6 +70,10 @@ public:
     /// The partner writes that item, as the wire has it; what it does not name is as usual. Its id.
     Q_INVOKABLE QString hang(QVariantMap item);
     Q_INVOKABLE void partnerTakesDown(const QString& itemId);
+    /// The room no longer knows this device.
+    Q_INVOKABLE void refuse();
+    /// The line breaks and is tried again.
+    Q_INVOKABLE void breakLine();
     /// What hangs there as the wire has it; empty when nothing does.
     Q_INVOKABLE QVariantMap item(const QString& itemId) const;
     /// In the order in which they were put up.
@@ -74,15 +87,24 @@ public:
     Q_INVOKABLE bool choose(const QUrl& file) const;
     /// Lets something fall that comes from another program.
     Q_INVOKABLE void drop(QQuickItem* on, QPointF place, const QString& type, const QString& data) const;
+    /// The same for a picture that a browser holds: its encoded bytes beside where it was found.
+    Q_INVOKABLE void dropPicture(QQuickItem* on, QPointF place) const;
+    /// Another program copies a picture; how often Qt was asked to decode it at once since then.
+    Q_INVOKABLE void copyPicture();
+    Q_INVOKABLE int decodedAtOnce() const { return decodedAtOnce_; }
 
 Q_SIGNALS:
     void made();
 
 private:
+    QByteArray pictureBytes() const;
+    void fall(QQuickItem& on, QPointF place, QMimeData& dragged) const;
     void build();
     void showChange();
 
     QTemporaryDir folder_;
+    PseudoLanguage pseudo_;
+    int decodedAtOnce_ = 0;
     std::unique_ptr<AppFixture> app_;
     std::unique_ptr<AppView> view_;
     std::unique_ptr<SettingsView> settings_;
