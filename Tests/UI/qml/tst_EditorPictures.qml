@@ -50,6 +50,24 @@ Item {
             fuzzyCompare(center(Bed.items()[0]).y, 300, 2);
         }
 
+        function test_aPictureOfAnotherProgramIsDecodedInTheBackground_data() {
+            return [["pasted", () => {
+                    Bed.copyPicture();
+                    keyClick(Qt.Key_V, Qt.ControlModifier);
+                    compare(Bed.items(), []);
+                    Bed.pass(0);
+                }], ["dropped", () => Bed.dropPicture(page, place(300, 300))]].map(([tag, bring]) => ({
+                        tag: tag,
+                        bring: bring
+                    }));
+        }
+        function test_aPictureOfAnotherProgramIsDecodedInTheBackground(data) {
+            data.bring();
+            compare(kinds(), ["photo"]);
+            fuzzyCompare(Bed.item(Bed.items()[0]).payload.aspect, 2, 0.01);
+            compare(Bed.decodedAtOnce(), 0);
+        }
+
         function test_wordsThatFallAreANote() {
             Bed.drop(page, place(300, 300), "text/plain", "buy oranges");
             compare(kinds(), ["note"]);
