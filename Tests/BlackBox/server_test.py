@@ -109,6 +109,7 @@ def faulty_requests_get_their_status(server):
 
 
 def calls_without_a_good_token_are_refused_alike(server):
+    """P7, P18: before the upgrade too."""
     couple, token, _ = found(server)
     other, home = found(server)[1], f"/couples/{couple}"
     refusal = server.call("GET", home + "/snapshot")[2]
@@ -152,6 +153,7 @@ def pages_name_the_inviter_and_run_nothing(server):
 
 
 def pages_of_other_sites_open_no_socket(server):
+    """P17: the server's own public URL is the one `Origin`."""
     couple, token, _ = found(server)
     for origin, wanted in (("https://board.example", 101), ("https://board.example:443", 101), ("http://board.example", 403),
                            ("https://board.example.evil", 403), ("null", 403)):
@@ -159,6 +161,7 @@ def pages_of_other_sites_open_no_socket(server):
 
 
 def a_replaced_token_closes_its_sockets(server):
+    """P8, P21: the error comes first."""
     couple, _, invite = found(server)
     ben = WebSocket(server, couple, joined(server, invite))
     second = joined(server, invite)
@@ -167,6 +170,7 @@ def a_replaced_token_closes_its_sockets(server):
 
 
 def an_address_has_so_many_sockets(server):
+    """P22."""
     couple, token, _ = found(server)
     first, second = (WebSocket(server, couple, token) for _ in range(2))
     status, headers, _ = upgrade(server, couple, token)
@@ -178,6 +182,7 @@ def an_address_has_so_many_sockets(server):
 
 
 def a_fast_sender_is_read_slowly_and_loses_nothing(server):
+    """P22."""
     couple, token, _ = found(server)
     ada = WebSocket(server, couple, token)
     sent = [batch([note(str(uuid.uuid4()), "again", 1, "a")]) for _ in range(300)]
@@ -189,6 +194,7 @@ def a_fast_sender_is_read_slowly_and_loses_nothing(server):
 
 
 def a_reader_that_stands_still_is_cut_off(server):
+    """P22."""
     couple, token, invite = found(server)
     ben = WebSocket(server, couple, joined(server, invite))
     ada = WebSocket(server, couple, token)
@@ -203,6 +209,7 @@ def a_reader_that_stands_still_is_cut_off(server):
 
 
 def a_server_that_goes_down_says_goodbye(server):
+    """P21: with code 1001."""
     couple, token, _ = found(server)
     ada = WebSocket(server, couple, token)
     ada.send(batch([note(str(uuid.uuid4()), "last words", 1, "a")]))

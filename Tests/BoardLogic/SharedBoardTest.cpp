@@ -16,7 +16,7 @@ PendingBatch paint(std::uint64_t id, BackgroundID paper) {
     return {numberedId(id), {{SetBackground{paper}}}};
 }
 
-TEST(SharedBoard, R18_R19_WhatWaitsStaysOnScreenThroughAWelcomeAndARestart) {
+TEST(SharedBoard, P39_R18_R19_R22_WhatWaitsStaysOnScreenThroughAWelcomeAndARestart) {
     const Board room;
     BoardItem item;
     item.id = numberedId(1);

@@ -86,7 +86,7 @@ TEST_F(PairingServiceTest, ANewBoardHasItsFounderAndAnInvite) {
     EXPECT_EQ(board_.invite.expiresAt, noon + std::chrono::days{30});
 }
 
-TEST_F(PairingServiceTest, EveryoneFindsTheirSlot) {
+TEST_F(PairingServiceTest, P12_EveryoneFindsTheirSlot) {
     const struct {
         Person joiner;
         std::string expected;
@@ -109,7 +109,7 @@ TEST_F(PairingServiceTest, EveryoneFindsTheirSlot) {
     EXPECT_EQ(joinByLink({"pad", "Al", {}}), R"(joined as a with "Bo")") << "the slot that is free";
 }
 
-TEST_F(PairingServiceTest, JoiningAgainEndsTheTokenFromBefore) {
+TEST_F(PairingServiceTest, P8_JoiningAgainEndsTheTokenFromBefore) {
     const auto again = service_.joinByCode(store_, newCode(), {"laptop", "", {}}, "192.0.2.1", noon)->value();
     EXPECT_EQ(again.status, JoinStatus::already);
     EXPECT_NE(again.token, board_.token);
@@ -118,7 +118,7 @@ TEST_F(PairingServiceTest, JoiningAgainEndsTheTokenFromBefore) {
     EXPECT_EQ(members().names.a, "Ada") << "an empty name changes none";
 }
 
-TEST_F(PairingServiceTest, ACodeLetsOneDeviceInForTenMinutes) {
+TEST_F(PairingServiceTest, P14_ACodeLetsOneDeviceInForTenMinutes) {
     const auto minted = service_.createCode(store_, id(), device("laptop"), "Ada L.", noon)->value();
     EXPECT_EQ(minted.slot, PartnerID::b);
     EXPECT_EQ(minted.expiresAt, noon + 10min);
@@ -134,7 +134,7 @@ TEST_F(PairingServiceTest, ACodeLetsOneDeviceInForTenMinutes) {
     EXPECT_EQ(joinByCode("12345x", {"phone", "", {}}), "404 code_not_found");
 }
 
-TEST_F(PairingServiceTest, ALinkServesManyForThirtyDaysUntilItIsReplaced) {
+TEST_F(PairingServiceTest, P13_ALinkServesManyForThirtyDaysUntilItIsReplaced) {
     const auto mint = [&](Instant at) { return service_.mintLink(store_, id(), device("laptop"), "", at)->value(); };
     EXPECT_EQ(mint(noon + std::chrono::days{29}), board_.invite);
     EXPECT_EQ(joinByLink({"tower", "Bo", {}}), R"(joined as b with "Ada")");
@@ -154,7 +154,7 @@ TEST_F(PairingServiceTest, ALinkServesManyForThirtyDaysUntilItIsReplaced) {
     EXPECT_NE(mint(noon).inviteId, board_.invite.inviteId);
 }
 
-TEST_F(PairingServiceTest, WrongCodesAreCountedByOriginAndRightOnesAreNot) {
+TEST_F(PairingServiceTest, P15_WrongCodesAreCountedByOriginAndRightOnesAreNot) {
     const auto expired = newCode(noon - 1h);
     for (int i = 0; i < 12; ++i) joinByCode(newCode(), {"tower", "Bo", {}});
     for (int i = 0; i < 9; ++i) EXPECT_EQ(joinByCode("wrong", {"x", "", {}}), "404 code_not_found");
@@ -165,7 +165,7 @@ TEST_F(PairingServiceTest, WrongCodesAreCountedByOriginAndRightOnesAreNot) {
     EXPECT_EQ(joinByCode(newCode(noon + 601s), {"tower", "", {}}, noon + 601s), R"(already as b with "Ada")");
 }
 
-TEST_F(PairingServiceTest, NamesAreTrimmedTextOfAtMostTwoHundredBytes) {
+TEST_F(PairingServiceTest, P5_NamesAreTrimmedTextOfAtMostTwoHundredBytes) {
     const struct {
         std::string name;
         std::string answer;

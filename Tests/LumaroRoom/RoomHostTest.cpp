@@ -89,7 +89,7 @@ protected:
     Node node_{store_};
 };
 
-TEST_F(RoomHostTest, NothingIsSaidBeforeItIsDurable) {
+TEST_F(RoomHostTest, P30_P32_NothingIsSaidBeforeItIsDurable) {
     node_.joinBoth();
     node_.say(1, batch(1, {put(1)}));
     node_.say(3, "hb");
@@ -184,7 +184,7 @@ TEST_F(RoomHostTest, RoomsThatNobodyIsInLeaveMemory) {
     EXPECT_EQ(node_.host.figures().rooms, 0U) << "the socket never came";
 }
 
-TEST_F(RoomHostTest, ATokenThatWasReplacedIsTurnedAwayAndItsSocketsAreClosed) {
+TEST_F(RoomHostTest, P8_P21_ATokenThatWasReplacedIsTurnedAwayAndItsSocketsAreClosed) {
     node_.joinBoth();
     ASSERT_TRUE(store_.putDevice(couple, {"laptop", PartnerID::a, tokenOf(11)}));
     EXPECT_TRUE(**node_.authorize(couple, 11)) << "and the room learns of it";

@@ -33,7 +33,7 @@ protected:
     Room room_{"couple", {.board = {}, .version = 7, .recentBatches = {}, .members = bothPaired()}};
 };
 
-TEST_F(RoomTest, JoinersAreWelcomedAndTheOthersHearWhoIsOnline) {
+TEST_F(RoomTest, P29_P36_JoinersAreWelcomedAndTheOthersHearWhoIsOnline) {
     EXPECT_EQ(join(1), (Lines{"1 welcome a 0 items, online a"}));
     EXPECT_EQ(join(2), (Lines{"2 welcome a 0 items, online a"})) << "a second device of one person is no news";
     EXPECT_EQ(join(3), (Lines{"3 welcome b 0 items, online ab", "1 roster ab", "2 roster ab", "1 thread", "2 thread",
@@ -45,7 +45,7 @@ TEST_F(RoomTest, JoinersAreWelcomedAndTheOthersHearWhoIsOnline) {
     EXPECT_EQ(join(9), (Lines{"9 error unauthorized", "9 close 4401"}));
 }
 
-TEST_F(RoomTest, BatchesAreAckedToTheirAuthorAndRelayedToEveryOtherSocket) {
+TEST_F(RoomTest, P30_P33_BatchesAreAckedToTheirAuthorAndRelayedToEveryOtherSocket) {
     joinAll();
     const auto step = say(1, batch(1, {put(1)}));
     EXPECT_EQ(told(step), (Lines{"1 ack 1", "2 ops 1 of a", "3 ops 1 of a", "commit"}));
@@ -55,7 +55,7 @@ TEST_F(RoomTest, BatchesAreAckedToTheirAuthorAndRelayedToEveryOtherSocket) {
         << "encoded once";
 }
 
-TEST_F(RoomTest, R21_ARefusalOrASecondTakeIsFollowedByAWelcomeAndOnlyWhatAppliedIsRelayed) {
+TEST_F(RoomTest, P31_P33_P34_R21_ARefusalOrASecondTakeIsFollowedByAWelcomeAndOnlyWhatAppliedIsRelayed) {
     joinAll();
     say(1, batch(1, {put(1)}));
     EXPECT_EQ(told(say(3, batch(2, {put(1), put(2)}))),
@@ -68,7 +68,7 @@ TEST_F(RoomTest, R21_ARefusalOrASecondTakeIsFollowedByAWelcomeAndOnlyWhatApplied
     EXPECT_TRUE(say(1, batch(1, {})).commit) << "memory is bounded: now the store has to know";
 }
 
-TEST_F(RoomTest, FramesThatAreNoBatchesAreAnsweredByWhatIsWrongWithThem) {
+TEST_F(RoomTest, P20_P27_P35_FramesThatAreNoBatchesAreAnsweredByWhatIsWrongWithThem) {
     joinAll();
     const std::map<std::string, Lines> cases{
         {"hb", {"1 hb-ack"}},
@@ -84,7 +84,7 @@ TEST_F(RoomTest, FramesThatAreNoBatchesAreAnsweredByWhatIsWrongWithThem) {
     EXPECT_TRUE(say(1, batch(5, {put(1)})).commit) << "a batch that never took effect is not remembered";
 }
 
-TEST_F(RoomTest, PresenceGoesToThePartnerAndWaitsForOneWhoComesLater) {
+TEST_F(RoomTest, P29_P36_PresenceGoesToThePartnerAndWaitsForOneWhoComesLater) {
     join(1);
     EXPECT_EQ(told(say(1, presence(Activity::editing))), Lines{});
     EXPECT_EQ(join(3)[1], "3 presence of a editing");
@@ -98,7 +98,7 @@ TEST_F(RoomTest, PresenceGoesToThePartnerAndWaitsForOneWhoComesLater) {
     EXPECT_EQ(join(3), Lines{"3 welcome b 0 items, online b"}) << "presence is of those who are here";
 }
 
-TEST_F(RoomTest, DevicesThatAreNoLongerOnTheBoardAreToldAndClosed) {
+TEST_F(RoomTest, P21_DevicesThatAreNoLongerOnTheBoardAreToldAndClosed) {
     joinAll();
     EXPECT_EQ(told(room_.membersChanged(bothPaired())), Lines{}) << "nothing changed";
     auto members = bothPaired();

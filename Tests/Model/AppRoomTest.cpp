@@ -162,6 +162,18 @@ TEST_F(AppRoomTest, TenPresencesInAQuarterOfASecondAreOne) {
     EXPECT_EQ(rooms.presences.front().activity, Activity::idle);
 }
 
+TEST_F(AppRoomTest, P41_PresenceFollowsEveryWelcome) {
+    app->setPresence({{}, {}, Activity::editing});
+    pass(Seconds{0.25});
+    for (int welcomes = 0; welcomes < 2; ++welcomes) {
+        rooms.presences.clear();
+        rooms.say(ServerMessage::Welcome{});
+        pass(Seconds{0.25});
+        ASSERT_EQ(rooms.presences.size(), 1U);
+        EXPECT_EQ(rooms.presences.front().activity, Activity::editing);
+    }
+}
+
 TEST_F(AppRoomTest, OnlyThePartnersComingRefreshesTheWindow) {
     rooms.say(ServerMessage::Roster{{.a = true, .b = false}, {}});
     const int before = wallpaper.refreshes;

@@ -31,7 +31,7 @@ TEST(PMNode, GivesItsPlainText) {
     for (const char* text : {"", "\n", "a", "a\n", "\na", "a\n\nb"}) EXPECT_EQ(pm::docOfLines(text).plainText(), text);
 }
 
-TEST(PMNode, KeepsWhatItDoesNotKnowAndTellsAbsentFromEmpty) {
+TEST(PMNode, W19_KeepsWhatItDoesNotKnowAndTellsAbsentFromEmpty) {
     EXPECT_EQ(*Wire::encode(pm::emptyDoc()), R"({"type":"doc","content":[{"type":"paragraph","content":[]}]})");
     for (const char* json :
          {R"({"type":"callout","text":"","attrs":{},"marks":[],"content":[]})", R"({"type":""})",
@@ -54,7 +54,7 @@ TEST(PMMark, GivesTheColourItStores) {
         EXPECT_EQ(colour(mark), "(none)") << mark;
 }
 
-TEST(PMValue, ReadsAndWritesEveryKindAndRefusesTheRest) {
+TEST(PMValue, W9_W20_ReadsAndWritesEveryKindAndRefusesTheRest) {
     const PMValue one{std::int64_t{1}};
     const std::vector<std::tuple<const char*, PMValue, const char*>> cases = {
         {"true", {true}, "true"},

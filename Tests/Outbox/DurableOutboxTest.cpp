@@ -45,7 +45,7 @@ protected:
     CountingUUIDs ids_{1000};
 };
 
-TEST_F(DurableOutboxTest, WritesAFileThatScriptsCanRead) {
+TEST_F(DurableOutboxTest, O1_O2_WritesAFileThatScriptsCanRead) {
     auto outbox = open();
     EXPECT_EQ(outbox.nextSequence(), 0);
     ASSERT_TRUE(outbox.append(painted(), *UUID::parse("0abcdef0-0000-4000-8000-00000000000f"), noon));
@@ -55,7 +55,7 @@ TEST_F(DurableOutboxTest, WritesAFileThatScriptsCanRead) {
     EXPECT_EQ((OutboxBatch{{}, {}, {}, 42}.fileName()), "000000000042-00000000-0000-0000-0000-000000000000.json");
 }
 
-TEST_F(DurableOutboxTest, LoadsInTheOrderOfSequencesAndGoesOnAboveTheLargest) {
+TEST_F(DurableOutboxTest, O5_LoadsInTheOrderOfSequencesAndGoesOnAboveTheLargest) {
     for (const auto sequence : {std::int64_t{7}, std::int64_t{3}, std::int64_t{1000000000000}}) putBatch(sequence);
     auto outbox = open();
     EXPECT_EQ(sequences(outbox), (std::vector<std::int64_t>{3, 7, 1000000000000}));
@@ -76,7 +76,7 @@ TEST_F(DurableOutboxTest, O6_O8_SequencesEndWithoutOverflow) {
     EXPECT_EQ(sequences(open()), (std::vector<std::int64_t>{0, end - 2, end - 1}));
 }
 
-TEST_F(DurableOutboxTest, ABadFileCostsOnlyItself) {
+TEST_F(DurableOutboxTest, O5_O6_ABadFileCostsOnlyItself) {
     for (const auto sequence : {1, 2, 3}) putBatch(sequence);
     put("000000000009-cut.json", R"({"batchId":"0ABC)");
     put(".left-over.tmp", "half a bat");
@@ -87,7 +87,7 @@ TEST_F(DurableOutboxTest, ABadFileCostsOnlyItself) {
     EXPECT_EQ(disk_.listFiles(folder)->size(), 5U);
 }
 
-TEST_F(DurableOutboxTest, AckedBatchesAreGoneAndUnknownAcksHarmless) {
+TEST_F(DurableOutboxTest, O7_AckedBatchesAreGoneAndUnknownAcksHarmless) {
     auto outbox = open();
     for (std::uint64_t i = 1; i <= 3; ++i) ASSERT_TRUE(outbox.append(painted(), numberedId(i), noon));
     EXPECT_TRUE(outbox.markAcked(numberedId(9)));
@@ -100,7 +100,7 @@ TEST_F(DurableOutboxTest, AckedBatchesAreGoneAndUnknownAcksHarmless) {
 }
 
 // Every call of an append fails once, for every fault: the outbox is as it was, now and after a restart.
-TEST_F(DurableOutboxTest, ARefusedBatchLeavesNoTrace) {
+TEST_F(DurableOutboxTest, O4_ARefusedBatchLeavesNoTrace) {
     for (const auto fault : {FileFault::noSpace, FileFault::denied, FileFault::inOut}) {
         for (int failing = 0; failing < 4; ++failing) {
             MemoryFileSystem disk;
@@ -128,7 +128,7 @@ struct PowerLoss {};
 
 // Against a plain map, with the power going at any call of the file system: what was accepted is there afterwards,
 // once; what was acknowledged may come back, but nothing else does.
-TEST_F(DurableOutboxTest, WhatWasAcceptedSurvivesThePowerGoingAtAnyCall) {
+TEST_F(DurableOutboxTest, O3_WhatWasAcceptedSurvivesThePowerGoingAtAnyCall) {
     samples::Random random{8};
     std::size_t losses = 0;
     for (int round = 0; round < 400; ++round) {

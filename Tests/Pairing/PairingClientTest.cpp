@@ -71,7 +71,7 @@ TEST(PairingMessages, P10_TheGoldenOnesReadAndWriteByteForByte) {
     EXPECT_EQ(lines, 13);
 }
 
-TEST_F(PairingClientTest, P9_P10_AsksWithTheRightMethodPathBodyAndHeaders) {
+TEST_F(PairingClientTest, P9_P10_P16_AsksWithTheRightMethodPathBodyAndHeaders) {
     const auto ignore = [](const auto&) {};
     const std::vector<HttpHeader> headers{{"content-type", "application/json"}, {"x-lmr-client", "mac/1.2"}};
     auto authorized = headers;

@@ -61,7 +61,7 @@ TEST(Messages, P24_P25_EveryExampleOfTheProtocolPageIsOne) {
     }
 }
 
-TEST(ServerMessage, P25_P26_ReadsWhatAnotherRoomMayWrite) {
+TEST(ServerMessage, P4_P25_P26_ReadsWhatAnotherRoomMayWrite) {
     const std::string board = R"({"background":"sky","updatedAt":1,"items":[]})";
     const std::string welcomed = R"({"v":1,"type":"welcome","partner":"b","board":{"v":1,)" + board.substr(1);
     const std::string unknownItem = R"({"op":"upsert","item":{"id":7,"kind":"hologram","payload":[1]}})";

@@ -76,7 +76,7 @@ protected:
     std::optional<SyncClient> client_;
 };
 
-TEST_F(SyncClientTest, AsksForItsRoomWithItsTokenAndTheDeviceItKnows) {
+TEST_F(SyncClientTest, P3_P7_P17_AsksForItsRoomWithItsTokenAndTheDeviceItKnows) {
     for (const auto& device : {std::optional<std::string>{}, std::optional<std::string>{"laptop"}}) {
         start(device);
         client_->connect();
@@ -90,7 +90,7 @@ TEST_F(SyncClientTest, AsksForItsRoomWithItsTokenAndTheDeviceItKnows) {
     }
 }
 
-TEST_F(SyncClientTest, WaitsLongerEachTimeUntilARoomHasSpoken) {
+TEST_F(SyncClientTest, P40_WaitsLongerEachTimeUntilARoomHasSpoken) {
     start();
     client_->connect();
     for (const double delay : {1., 2., 4., 8.}) {
@@ -107,7 +107,7 @@ TEST_F(SyncClientTest, WaitsLongerEachTimeUntilARoomHasSpoken) {
     EXPECT_EQ(states_.back(), (State{State::Waiting{1, 1s}}));
 }
 
-TEST_F(SyncClientTest, EveryEndIsARefusalOrLeadsToAnotherAttempt) {
+TEST_F(SyncClientTest, P18_P21_EveryEndIsARefusalOrLeadsToAnotherAttempt) {
     struct Row {
         WebSocketEnd end;
         std::optional<HttpClient::Answer> inquiry;
@@ -148,7 +148,7 @@ TEST_F(SyncClientTest, EveryEndIsARefusalOrLeadsToAnotherAttempt) {
     }
 }
 
-TEST_F(SyncClientTest, ARefusedTokenIsToldOnceAndNothingLeadsOut) {
+TEST_F(SyncClientTest, P21_P42_ARefusedTokenIsToldOnceAndNothingLeadsOut) {
     for (const bool isRoomsWord : {true, false}) {
         heard_.clear();
         online();
@@ -194,7 +194,7 @@ TEST_F(SyncClientTest, WhatNamesAHeldMediumWaitsForItAndAllBehindWaitsToo) {
     }
 }
 
-TEST_F(SyncClientTest, ASlowLineIsNotFilledBeyondTheWindow) {
+TEST_F(SyncClientTest, P38_ASlowLineIsNotFilledBeyondTheWindow) {
     configuration_.sendWindowBytes = framed(1).size() + 1;
     start();
     for (std::uint64_t id = 1; id <= 5; ++id) EXPECT_EQ(send(id), queued);
@@ -212,7 +212,7 @@ TEST_F(SyncClientTest, ASlowLineIsNotFilledBeyondTheWindow) {
     EXPECT_EQ(network_.takeFrames(), (Frames{framed(5), framed(6), framed(7)}));
 }
 
-TEST_F(SyncClientTest, BeatsAndTakesTwoSilentIntervalsForAClosedLine) {
+TEST_F(SyncClientTest, P20_BeatsAndTakesTwoSilentIntervalsForAClosedLine) {
     online();
     sleeper_.advance(30s);
     EXPECT_EQ(network_.takeFrames(), Frames{"hb"});
@@ -227,7 +227,7 @@ TEST_F(SyncClientTest, BeatsAndTakesTwoSilentIntervalsForAClosedLine) {
     EXPECT_FALSE(network_.isHeld());
 }
 
-TEST_F(SyncClientTest, HandsOnWhatItCanReadAndNothingElse) {
+TEST_F(SyncClientTest, P20_P26_HandsOnWhatItCanReadAndNothingElse) {
     online();
     for (const auto* frame : {"hb", "hb ", "", "{", "\xFF", R"({"type":"confetti"})"}) network_.say(frame);
     EXPECT_TRUE(heard_.empty());
@@ -237,7 +237,7 @@ TEST_F(SyncClientTest, HandsOnWhatItCanReadAndNothingElse) {
     EXPECT_TRUE(client_->isConnected());
 }
 
-TEST_F(SyncClientTest, AnAckHasLeftTheOutboxWhenItIsHeardEvenIfTheDiskFails) {
+TEST_F(SyncClientTest, P37_AnAckHasLeftTheOutboxWhenItIsHeardEvenIfTheDiskFails) {
     online();
     EXPECT_EQ(send(1), transmitted);
     fault_ = FileFault::inOut;
@@ -248,7 +248,7 @@ TEST_F(SyncClientTest, AnAckHasLeftTheOutboxWhenItIsHeardEvenIfTheDiskFails) {
     EXPECT_TRUE(log_.lines.end()[-2].starts_with("sync: an acknowledged batch keeps its file")) << log_.lines.end()[-2];
 }
 
-TEST_F(SyncClientTest, WhatIsNotStoredIsNotSent) {
+TEST_F(SyncClientTest, P37_WhatIsNotStoredIsNotSent) {
     online();
     const auto tooMany = client_->send(std::vector<Op>(BoardSpec::maxOpsPerBatch + 1, painted()[0]), numberedId(1));
     EXPECT_EQ(std::get<BatchTooLarge>(tooMany.error()).ops, 101U);
@@ -264,7 +264,7 @@ TEST_F(SyncClientTest, WhatIsNotStoredIsNotSent) {
     EXPECT_EQ(client_->send(painted(), numberedId(4))->batch.createdAt, samples::noon + 2ms);
 }
 
-TEST_F(SyncClientTest, StopsStartsAgainAndTriesAtOnceWhenAsked) {
+TEST_F(SyncClientTest, P40_StopsStartsAgainAndTriesAtOnceWhenAsked) {
     online();
     client_->disconnect();
     EXPECT_FALSE(network_.isHeld());

@@ -72,7 +72,7 @@ TEST_F(LimitsTest, ARequestThatNeverEndsIsCutOff) {
     EXPECT_EQ(said("POST /couples HTTP/1.1\r\nContent-Length: 100\r\n\r\nslowly"), "");
 }
 
-TEST_F(LimitsTest, ASilentSocketIsClosed) {
+TEST_F(LimitsTest, P20_ASilentSocketIsClosed) {
     config_.limits.socketSilence = config_.limits.closingTime = 30ms;
     start();
     const auto couple = found();

@@ -91,7 +91,7 @@ protected:
     std::unique_ptr<WebSocketConnection> connection;
 };
 
-TEST_F(TransportContract, CarriesMessagesOfAnySizeBothWays) {
+TEST_F(TransportContract, P19_CarriesMessagesOfAnySizeBothWays) {
     open();
     EXPECT_EQ(far.upgrades, std::vector<std::string>{"Bearer x"});
     const std::vector<std::string> texts{"", "h\xc3\xa9", std::string(std::size_t{4} << 20, 'x')};
@@ -137,7 +137,7 @@ TEST_F(TransportContract, TellsHowASocketEnded) {
     }
 }
 
-TEST_F(TransportContract, TellsARefusalFromALineThatFailed) {
+TEST_F(TransportContract, P18_TellsARefusalFromALineThatFailed) {
     const std::string end = "\r\n\r\n";
     const std::vector<std::pair<std::string, std::string>> cases = {
         {"HTTP/1.1 401 Unauthorized\r\nContent-Length: 2" + end + "{}", "refused 0"},
