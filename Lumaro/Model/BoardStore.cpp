@@ -51,7 +51,7 @@ void BoardStore::save(const std::string& coupleId, Board board) {
 
 void BoardStore::flush() {
     wait_.reset();
-    // What is under way may fail, and nobody would hear of it any more.
+    // Writes under way are done again: one may fail without this store hearing of it any more.
     unsaved_.merge(underWay_);
     if (!unsaved_.empty()) writeNow();
 }
@@ -90,7 +90,7 @@ void BoardStore::written(const std::vector<Unwritten>& faults) {
     const bool hasChanged = !unsaved_.empty();
     for (const auto& fault : faults) {
         if (!isFailing_) log(LogLevel::error, "the board snapshot is not written: " + fault.why);
-        // A newer one takes its place.
+        // Tried again, unless a newer board of the couple waits already.
         if (fault.hasJson) unsaved_.insert(underWay_.extract(fault.coupleId));
     }
     isFailing_ = !faults.empty();

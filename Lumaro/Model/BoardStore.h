@@ -68,7 +68,7 @@ private:
     Ports ports_;
     Boards unsaved_;
     Boards underWay_;
-    bool isFailing_ = false; ///< which has been said
+    bool isFailing_ = false; ///< the last write failed, which is logged once
     std::unique_ptr<Sleeper::Wait> wait_;
     std::unique_ptr<BackgroundRunner::Task> task_;
 };

@@ -10,7 +10,7 @@ namespace lumaro {
 /// A line whose sync client lives on the caller's thread.
 class DirectRoomLink : public RoomLink, private SyncClient::Listener {
 public:
-    /// Connects once it is in its owner's hands. The ports outlive it.
+    /// Connects after this call has returned. The ports outlive it.
     DirectRoomLink(RoomLinks::Address address, DurableOutbox outbox, SyncClient::Configuration configuration,
                    SyncClient::Ports ports, RoomLink::Listener& listener);
 
@@ -32,7 +32,7 @@ private:
     std::unique_ptr<Sleeper::Wait> beginning_;
 };
 
-/// Such lines, over one folder of outboxes: what a line on a thread of its own runs there.
+/// Opens such lines, with their outboxes in one folder.
 class DirectRoomLinks final : public RoomLinks {
 public:
     struct Ports {

@@ -177,7 +177,7 @@ FileResult<std::string> MediaCache::read(const UUID& id) {
         total_ += bytes->size() - found->second.size;
         found->second = {.size = bytes->size(), .used = ++uses_};
     } else if (bytes.error().fault == FileFault::notFound) {
-        // Somebody tidied up.
+        // Somebody else removed the file.
         total_ -= found->second.size;
         entries_.erase(found);
     }

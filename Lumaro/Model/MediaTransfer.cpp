@@ -19,9 +19,9 @@ constexpr Seconds patience{120};
 
 enum class Verdict : std::uint8_t {
     good,
-    notNow,   // the line or the room is in trouble, and may be out of it soon
-    notThis,  // of this medium, the room has or wants none
-    badToken, // nothing goes until the token is known to be good
+    notNow,   // no answer, or a failure that may pass: try again later
+    notThis,  // the room does not have this picture, or does not take it
+    badToken, // no picture is tried until the token is known to be good
 };
 
 Verdict verdictOn(const HttpClient::Answer& answer) {
@@ -68,7 +68,7 @@ MediaTransfer::MediaTransfer(CoupleEndpoints endpoints, CoupleToken token, Media
 
 void MediaTransfer::want(const Board& board) {
     wanted_ = mediaNamedBy(board);
-    // What hangs on the board is in use, whether somebody looks or not.
+    // A picture on the board counts as used, even while no window shows it.
     for (const auto& id : wanted_) cache_.touch(id);
     const auto isUnwanted = [this](const auto& entry) {
         return std::ranges::find(wanted_, entry.first) == wanted_.end();
@@ -112,7 +112,7 @@ void MediaTransfer::tokenRefused() {
     retry_.reset();
 }
 
-// Down.
+// Downloads.
 
 void MediaTransfer::startDownload(const UUID& id) {
     downloads_[id].call = ports_.http.send(
@@ -160,7 +160,7 @@ void MediaTransfer::setAside(const UUID& id, std::string_view why) {
     });
 }
 
-// Up.
+// Uploads.
 
 void MediaTransfer::putUp(const UUID& id, std::string bytes, Stored then) {
     storing_[id] = inBackground(
@@ -221,14 +221,14 @@ void MediaTransfer::uploaded(const HttpClient::Answer& answer) {
     }
 }
 
-// Others may have better luck meanwhile.
+// At the end of the row: other pictures are tried first.
 void MediaTransfer::uploadAgain(std::string_view why) {
     uploads_.push_back(upload_->id);
     upload_.reset();
     tryLater(why);
 }
 
-// The mark goes first: whoever is told that the room has the picture need not tell anybody again.
+// The mark is removed before the listener hears of it, so that a restart after that does not upload it again.
 void MediaTransfer::finishUpload(std::optional<MediaFault> fault) {
     upload_->step.task = inBackground(
         ports_.background, [&cache = cache_, id = upload_->id] { return cache.uploaded(id); },

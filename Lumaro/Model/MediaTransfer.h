@@ -87,7 +87,7 @@ private:
         UUID id;
         Step step;
     };
-    /// What the room does not have, or not as a picture, is asked for again later and later.
+    /// A picture that the room does not have, or not as a picture, is asked for again after ever longer waits.
     struct Later {
         ReconnectBackoff backoff{.base = Seconds{60}, .cap = Seconds{3600}};
         std::unique_ptr<Sleeper::Wait> wait;

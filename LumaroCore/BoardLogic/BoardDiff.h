@@ -22,7 +22,7 @@ struct BoardDiff {
     std::vector<std::size_t> removed;   ///< rows of the first board, the last one first
     std::vector<RowMove> reordered;     ///< among the rows that stay; mostly empty, as an update keeps an item's row
     std::vector<std::size_t> added;     ///< rows of the second board, the first one first
-    std::vector<std::size_t> moved;     ///< rows of the second board that hang elsewhere: centre, tilt, scale or z
+    std::vector<std::size_t> moved;     ///< rows of the second board with another centre, tilt, scale or z
     std::vector<std::size_t> changed;   ///< rows of the second board that hold something else
     std::vector<std::size_t> restamped; ///< rows of the second board in which only author or instants differ
     bool background = false;

@@ -10,7 +10,7 @@
 namespace lumaro {
 
 /// The item in front at a place on the canvas: its paper, turned and scaled, or a doodle's ink within `reach` points.
-/// None where there is only glass.
+/// None where there is no item.
 std::optional<UUID> itemAt(const Board& board, Point place, double reach);
 
 /// The ids of all items in the order in which people read them: rows from the top, each from the left. Items whose

@@ -11,7 +11,7 @@
 namespace lumaro {
 namespace {
 
-// A hiccup of the disk costs nobody an edit.
+// A read that fails in passing is tried again, so that it costs nobody an edit.
 constexpr int readTries = 3;
 
 bool isBatchName(std::string_view name) {
@@ -42,7 +42,8 @@ FileResult<std::string> DurableOutbox::readPatiently(const std::string& path) {
 FileResult<void> DurableOutbox::reload() {
     auto names = files_.get().listFiles(directory_);
     if (!names) return std::unexpected(std::move(names.error()));
-    // A name may be there that a process did not live to sync: from here on it counts as accepted.
+    // A process may have ended between the rename of a file and the sync of the folder. Its batch counts as accepted
+    // from here on, so the name must survive a loss of power.
     if (auto synced = files_.get().syncDirectory(directory_); !synced) return synced;
     std::vector<OutboxBatch> read;
     std::size_t lost = 0;

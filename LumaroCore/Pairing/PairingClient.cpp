@@ -15,7 +15,7 @@ using Case = PairingFailure::Case;
 
 constexpr Seconds timeout{15};
 
-// A place of our own vocabulary in an answer; other places may hold what the service sent.
+// For the log. A path is told only where it consists of our own keys; other errors may quote what the service sent.
 std::string whatIsWrong(const DecodeError& error) {
     switch (error.fault) {
     case DecodeFault::missingKey: return "missing " + error.path;
@@ -132,7 +132,7 @@ std::string PairingClient::coupleUrl(const CoupleToken& token,
     return urlWithPath(urlWithPath(serverURL_, {"couples", token.coupleId}), components);
 }
 
-// What is kept for the answer is not the client, which `then` or its owner may have dropped by then.
+// What waits for the answer refers to the log alone: the client may be gone when the answer comes.
 template <class Answer, class T>
 PairingClient::Call PairingClient::send(Ask ask, Then<T> then) {
     HttpRequest request{.method = std::move(ask.method),

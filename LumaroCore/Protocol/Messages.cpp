@@ -28,7 +28,7 @@ bool readJson(JsonReader& reader, JsonValue value, const OpsFromRoom& out) {
     });
 }
 
-// A bound field that is itself the way to its target.
+// As `BoundField`, with the target by value: an `OpsFromRoom` only refers to where the ops go.
 struct BoundOpsFromRoom {
     LooseKey field;
     OpsFromRoom target;
@@ -51,13 +51,13 @@ void writeMessage(JsonWriter& writer, const Value& value) {
 
 } // namespace
 
-// Found before the general one: an element this version does not know is left out.
+// Chosen over the general one, so that an op that this version does not know is left out.
 auto bindFields(ServerMessage::Ops& ops) {
     return std::tuple{BoundField{batchIdKey, ops.batchId}, BoundField{authorKey, ops.author},
                       BoundOpsFromRoom{opsKey, {ops.ops}}};
 }
 
-// Found before the general one: the partner must learn that the music stopped, so nothing is left out.
+// Chosen over the general one, which leaves out what is absent: the partner must learn that the music stopped.
 void writeFields(JsonWriter& writer, const ClientMessage::Presence& presence) {
     writeOrNull(writer, "\"nowPlaying\":", presence.nowPlaying);
     writeOrNull(writer, "\"here\":", presence.here);

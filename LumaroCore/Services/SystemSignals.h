@@ -14,8 +14,8 @@ public:
     virtual ~SystemListener() = default;
 
     virtual void wokeFromSleep() = 0;
-    /// The ways out of this computer are others than before: there may be a network again, or none. What happens in
-    /// one stroke is told once.
+    /// The computer's network connections changed: there may be a network again, or none. Changes that come together
+    /// are told once.
     virtual void networkChanged() = 0;
 };
 

@@ -5,8 +5,8 @@
 
 namespace lumaro {
 
-/// Faults that the simulation must find: each is one line in the code, and stands in
-/// builds for tests alone.
+/// Faults that are planted in the code so that the simulation can show that it finds them, each in one line:
+/// `if (!mutant(Mutant::x))`. Only builds with `LUMARO_MUTANTS` have them; in every other, `mutant` is always false.
 enum class Mutant : std::uint8_t {
     none,
     welcomeWipesPending,

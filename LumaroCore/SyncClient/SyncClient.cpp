@@ -21,7 +21,7 @@ std::string answered(int status) {
     return LumaroCoreError{LumaroCoreError::BadServerResponse{status}}.errorDescription();
 }
 
-// The room's own word for it, where the refusal came without one.
+// What the listener hears where the token was refused without an "error" from the room.
 ServerMessage::Error refusal() {
     return {.code = {std::string{ServerErrorCode::unauthorized}}, .message = "this Mac's token was replaced"};
 }
@@ -170,7 +170,7 @@ void SyncClient::enter(ConnectionState state) {
 
 void SyncClient::beatLater() {
     heartbeat_ = ports_.sleeper.wait(configuration_.heartbeatInterval, [this] {
-        // A line that does not take it ends by itself.
+        // Where it cannot be sent, the socket has ended, and its listener hears of that.
         static_cast<void>(connection_->send(heartbeatFrame));
         beatLater();
     });
@@ -181,7 +181,7 @@ void SyncClient::watchForSilence() {
     silence_ = ports_.sleeper.wait(2 * configuration_.heartbeatInterval, [this] { lineClosed(); });
 }
 
-// What the room says.
+// Messages from the room.
 
 void SyncClient::received(std::string_view bytes) {
     watchForSilence();
@@ -213,7 +213,7 @@ void SyncClient::settle(const UUID& batchId) {
     transmitWaiting();
 }
 
-// What the device says.
+// Messages to the room.
 
 std::expected<SendOutcome, SendError> SyncClient::send(std::vector<Op> ops, const UUID& batchId) {
     if (ops.size() > BoardSpec::maxOpsPerBatch) return std::unexpected(SendError{BatchTooLarge{ops.size()}});
