@@ -17,5 +17,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const auto* const sent = std::get_if<ClientMessage::Ops>(&fromDevice->value);
     fuzz::require((relayed == nullptr) == (sent == nullptr), "one text has two types");
     fuzz::require(relayed == nullptr || relayed->ops == sent->ops, "a device and a room read different ops");
+    // And the same presence: what is of tomorrow is absent to both.
+    const auto* const seen = std::get_if<ServerMessage::Presence>(&fromRoom->value);
+    const auto* const shown = std::get_if<ClientMessage::Presence>(&fromDevice->value);
+    fuzz::require((seen == nullptr) == (shown == nullptr), "one text has two types");
+    fuzz::require(seen == nullptr || (seen->nowPlaying == shown->nowPlaying && seen->here == shown->here),
+                  "a device and a room read different presences");
     return 0;
 }
