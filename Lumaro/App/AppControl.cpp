@@ -133,26 +133,26 @@ AppControl::Outcome AppControl::answer(const BoardRequest::Status&) {
 // Who is on it.
 
 AppControl::Outcome AppControl::answer(const BoardRequest::Start& start) {
-    app_.setMyDisplayName(start.name);
+    app_.people().setMyName(start.name);
     app_.startOurBoard();
     return paired();
 }
 
 AppControl::Outcome AppControl::answer(const BoardRequest::Join& join) {
-    app_.setMyDisplayName(join.name);
+    app_.people().setMyName(join.name);
     if (join.slot && std::holds_alternative<PairingPhase::Choosing>(app_.state().pairing.value)) {
-        app_.chooseOneself(*join.slot);
+        app_.pairing().chooseOneself(*join.slot);
     } else if (inviteIdIn(join.codeOrLink)) {
-        app_.joinByLink(join.codeOrLink);
+        app_.pairing().joinByLink(join.codeOrLink);
     } else {
-        app_.joinByCode(join.codeOrLink);
+        app_.pairing().joinByCode(join.codeOrLink);
     }
     return paired();
 }
 
 AppControl::Outcome AppControl::answer(const BoardRequest::Code&) {
     if (!app_.state().token) return atOnce(refusal(ExitStatus::refused, textOf(ActFault::notOnBoard)));
-    app_.mintCode();
+    app_.invitations().mintCode();
     return [this]() -> std::optional<BoardAnswer> {
         const auto& state = app_.state();
         if (state.isMintingCode) return std::nullopt;
@@ -183,13 +183,15 @@ AppControl::Outcome AppControl::answer(const BoardRequest::QuickNote& note) {
 
 AppControl::Outcome AppControl::answer(const BoardRequest::Open& open) {
     if (!openBoard_) return atOnce(refusal(ExitStatus::unavailable, "this one runs without windows"));
-    if (open.link) app_.joinByLink(*open.link);
+    if (open.link) app_.pairing().joinByLink(*open.link);
     openBoard_();
     return atOnce({});
 }
 
 AppControl::Outcome AppControl::answer(const BoardRequest::Presence& seen) {
-    app_.setPresence(seen);
+    app_.presence().setMusic(seen.nowPlaying);
+    app_.presence().setPlace(seen.here);
+    app_.presence().setActivity(seen.activity);
     return atOnce({});
 }
 
@@ -197,10 +199,10 @@ AppControl::Outcome AppControl::answer(const BoardRequest::Presence& seen) {
 
 AppControl::Outcome AppControl::edited(std::expected<void, EditorFault> done, std::string out) {
     if (!done) return atOnce(refusal(ExitStatus::data, textOf(done.error())));
-    return [this, out = std::move(out), notices = app_.state().notices]() -> std::optional<BoardAnswer> {
+    return [this, out = std::move(out), failed = app_.state().failedBatches.size()]() -> std::optional<BoardAnswer> {
         const auto& state = app_.state();
-        if (state.unstoredBatches > 0) return std::nullopt;
-        if (state.notices != notices) return refusal(ExitStatus::inOut, state.notice);
+        if (!state.unstoredBatches.empty()) return std::nullopt;
+        if (state.failedBatches.size() != failed) return refusal(ExitStatus::inOut, state.notice);
         return BoardAnswer{0, out, ""};
     };
 }
@@ -234,6 +236,9 @@ AppControl::Outcome AppControl::paired() {
                        [](const PairingPhase::Working&) -> std::optional<BoardAnswer> { return std::nullopt; },
                        [](const PairingPhase::Choosing&) -> std::optional<BoardAnswer> {
                            return refusal(ExitStatus::usage, "both people are on the board: say who you are with --as");
+                       },
+                       [](const PairingPhase::Asking&) -> std::optional<BoardAnswer> {
+                           return refusal(ExitStatus::refused, "the application's window asks about that invite");
                        },
                        [](const PairingPhase::Failed& failed) -> std::optional<BoardAnswer> {
                            return refusal(ExitStatus::refused, failed.message);

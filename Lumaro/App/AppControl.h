@@ -27,7 +27,7 @@ public:
     AppControl& operator=(const AppControl&) = delete;
     ~AppControl() = default;
 
-    /// Whoever listens to `AppModel::onChange` calls this: what was waited for may have come about.
+    /// Whoever listens to `AppModel::onNews` calls this: what was waited for may have come about.
     void look();
 
 private:

@@ -29,6 +29,7 @@ AppModel::Ports Desktop::ports(WallpaperController& wallpaper) {
             .contacts = system->contacts(),
             .sounds = system->sounds(),
             .signals = system->signals(),
+            .origin = system->downloadOrigin(),
             .wallpaper = wallpaper};
 }
 

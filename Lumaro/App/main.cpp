@@ -34,7 +34,6 @@ struct Arguments {
 class NoWallpaper final : public WallpaperController {
 public:
     void setEnabled(bool) override {}
-    void refresh() override {}
 };
 
 int fail(const std::string& why) {
@@ -53,17 +52,17 @@ int serve(AppModel& app, Desktop& desktop, QtLoop& loop, const std::string& prof
     if (windows) openBoard = [&windows] { windows->openBoard(); };
     const auto control = AppControl::listen(profile + "/" + std::string{ProfileSocket::ofApplication}, app, openBoard);
     if (!control) return fail("no socket for commands: " + control.error());
-    app.onChange([&] {
-        if (windows) windows->refresh();
+    app.onNews([&](const AppNews& news) {
+        if (windows) windows->hear(news);
         (*control)->look();
     });
     loop.onTermination([&] { loop.quit(); });
     // The board under one's hands is drawn before the desktop's, which takes longer.
     if (windows && !(arguments.isHidden && app.state().showsBoardOnDesktop)) windows->openBoard();
     app.start();
-    if (const auto link = linkOf(arguments)) app.joinByLink(*link);
+    if (const auto link = linkOf(arguments)) app.pairing().joinByLink(*link);
     loop.run();
-    app.onChange(nullptr);
+    app.onNews(nullptr);
     windows.reset();
     app.shutdown();
     desktop.system->keyring().stop();

@@ -1,207 +1,205 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Lumaro/Model/AppModel.h"
 
-#include "Lumaro/Model/PairingUnderWay.h"
-#include "Lumaro/Model/StarterBoard.h"
-#include "LumaroCore/BoardLogic/Edits.h"
-#include "LumaroCore/BoardModel/Media.h"
-#include "LumaroCore/Support/EnumNames.h"
-#include "LumaroCore/Support/Wire.h"
-
-#include <array>
 #include <utility>
+#include <variant>
 
 namespace lumaro {
-namespace {
-
-constexpr Seconds presencePause{0.25};
-
-/// Keys that were used once.
-constexpr std::array<std::string_view, 2> retiredKeys{"openInvite", "needsInviteNudge"};
-
-} // namespace
 
 AppModel::AppModel(Setup setup, Ports ports)
-    : setup_(std::move(setup)), ports_(ports), editor_({*this, ports.ids, ports.clock, ports.sleeper}),
-      boardStore_(setup_.profile + "/boards", {ports.files, ports.sleeper, ports.background, ports.log}),
-      media_(ports.files, setup_.profile + "/media"),
-      bell_(ports.sleeper, ports.clock, [this](Instant end) { ring(end); }) {
-    state_.contactsAccess = ports_.contacts.access();
+    : setup_(std::move(setup)), ports_(ports), media_(ports.files, setup_.profile + "/media"),
+      permissions_({ports.contacts, ports.notifications}, state_, announcer_),
+      desktop_(ports.defaults, ports.wallpaper, state_, announcer_),
+      membership_({setup_.keychainService, setup_.defaultServerURL},
+                  {.sleeper = ports.sleeper,
+                   .log = ports.log,
+                   .ids = ports.ids,
+                   .background = ports.secretBackground,
+                   .keyring = ports.keyring,
+                   .secretFile = ports.secretFile,
+                   .defaults = ports.defaults},
+                  state_, announcer_, *this),
+      service_(setup_.version, ports.http, ports.log, membership_),
+      invitations_({ports.secretBackground, ports.log}, state_,
+                   {membership_, state_, state_.myDisplayName, service_, announcer_}),
+      people_({ports.defaults, ports.contacts, ports.log}, state_, service_, announcer_),
+      leaving_({ports.secretBackground, ports.log}, membership_, service_), pairing_({.sleeper = ports.sleeper,
+                                                                                      .clock = ports.clock,
+                                                                                      .log = ports.log,
+                                                                                      .background = ports.background,
+                                                                                      .defaults = ports.defaults,
+                                                                                      .origin = ports.origin},
+                                                                                     state_,
+                                                                                     {.membership = membership_,
+                                                                                      .who = state_,
+                                                                                      .people = people_,
+                                                                                      .names = state_,
+                                                                                      .invitations = invitations_,
+                                                                                      .invitation = state_,
+                                                                                      .leaving = leaving_,
+                                                                                      .service = service_,
+                                                                                      .announcer = announcer_}),
+      connection_({ports.sleeper, ports.log, ports.http, ports.background, ports.rooms}, state_, media_, announcer_,
+                  *this),
+      board_(setup_.profile + "/boards",
+             {.sleeper = ports.sleeper,
+              .clock = ports.clock,
+              .log = ports.log,
+              .ids = ports.ids,
+              .files = ports.files,
+              .background = ports.background,
+              .defaults = ports.defaults,
+              .notifications = ports.notifications,
+              .sounds = ports.sounds},
+             state_, {connection_, media_, announcer_, [this] { editor_.setLiveItems(board()); }}),
+      editor_({board_, ports.ids, ports.clock, ports.sleeper, announcer_}), partner_(state_, announcer_),
+      presence_(ports.sleeper, state_, connection_, announcer_) {
+    announcer_.beforeNews([this](const AppNews& news) { completeNews(news); });
     if (const auto made = ports_.files.createDirectories(setup_.profile); !made) {
         log(LogLevel::error, "the profile's folder cannot be made: " + made.error().message);
     }
     if (const auto& fault = media_.fault()) log(LogLevel::error, "the pictures cannot be read: " + fault->message);
-    readSettings();
-    linkTask_ = inBackground(
-        ports_.secretBackground, [keychain = keychain()] { return keychain.readBoardLink(); },
-        [this](KeychainStore::Result<std::optional<BoardLink>> link) {
-            if (!link || state_.boardLink) return;
-            state_.boardLink = std::move(*link);
-            announce();
-        });
-    shared_ = SharedBoard{starterBoard(now()), {}, now()};
     editor_.setAuthor(slot());
     editor_.setLiveItems(board());
-    showBoard();
 }
 
 AppModel::~AppModel() {
-    // It may have something to tell yet.
-    link_.reset();
-}
-
-void AppModel::readSettings() {
-    const auto& defaults = ports_.defaults;
-    state_.wasPaired = defaults.string("pairedCoupleId").has_value();
-    if (const auto step = defaults.string("onboardingStep")) state_.onboarding = fromName<OnboardingStep>(*step);
-    for (const auto key : retiredKeys) ports_.defaults.remove(key);
-    state_.myDisplayName = defaults.string("myDisplayName").value_or("");
-    state_.partnerDisplayName = defaults.string("partnerDisplayName").value_or("");
-    state_.showsBoardOnDesktop = defaults.boolean("showsBoardOnDesktop").value_or(true);
-    if (defaults.string("secretPlace") == nameOf(SecretPlace::file)) state_.secretPlace = SecretPlace::file;
+    announcer_.onNews(nullptr);
+    // The line may have something to tell yet, which takes all the other parts.
+    connection_.close();
 }
 
 void AppModel::start() {
-    ports_.wallpaper.setEnabled(state_.showsBoardOnDesktop);
-    offerLaunchAtLogin();
-    permission_ = ports_.notifications.permission([](NotificationPermission) {});
+    const Announcer::Stroke stroke{announcer_};
+    desktop_.start();
+    people_.refreshFaces();
+    if (setup_.offersLaunchAtLogin) offerLaunchAtLogin(ports_.defaults, ports_.loginItem, ports_.log);
+    permissions_.refreshNotifications();
     listening_ = ports_.signals.listen(*this);
-    restoreSession();
+    membership_.restore();
 }
 
 void AppModel::shutdown() {
-    ports_.wallpaper.setEnabled(false);
-    boardStore_.flush();
+    desktop_.stop();
+    board_.flush();
     media_.flush();
 }
 
-// Once for an installation: the flag comes first, so that a failure is not tried again.
-void AppModel::offerLaunchAtLogin() {
-    if (!setup_.offersLaunchAtLogin || ports_.defaults.boolean("didOfferLaunchAtLogin").value_or(false)) return;
-    ports_.defaults.setBoolean("didOfferLaunchAtLogin", true);
-    if (ports_.loginItem.isEnabled()) return;
-    if (const auto enabled = ports_.loginItem.enable(); enabled) {
-        log(LogLevel::info, "registered to open at login");
-    } else {
-        log(LogLevel::error, "could not register for login: " + enabled.error());
-    }
-}
-
-std::string AppModel::serverURL() const {
-    const auto url = ports_.defaults.string("serverURL");
-    const bool isWeb = url && (url->starts_with("https://") || url->starts_with("http://"));
-    return isWeb ? *url : setup_.defaultServerURL;
-}
-
-std::string AppModel::deviceId() {
-    if (auto known = ports_.defaults.string("deviceId")) return *known;
-    auto made = ports_.ids.next().lowerString();
-    ports_.defaults.setString("deviceId", made);
-    return made;
-}
-
-void AppModel::setMyDisplayName(std::string_view name) {
-    state_.myDisplayName = name;
-    ports_.defaults.setString("myDisplayName", name);
-    if (state_.token) {
-        nameTask_ = pairingClient().setName(name, *state_.token, [this](std::expected<void, PairingFailure> set) {
-            if (!set) log(LogLevel::error, "the name did not reach the service: " + std::string{set.error().text()});
-        });
-    }
-    announce();
-}
-
-void AppModel::setOnboarding(std::optional<OnboardingStep> step) {
-    state_.onboarding = step;
-    if (step) {
-        ports_.defaults.setString("onboardingStep", nameOf(*step));
-    } else {
-        ports_.defaults.remove("onboardingStep");
-    }
-    announce();
-}
-
-void AppModel::setShowsBoardOnDesktop(bool shows) {
-    state_.showsBoardOnDesktop = shows;
-    ports_.defaults.setBoolean("showsBoardOnDesktop", shows);
-    ports_.wallpaper.setEnabled(shows);
-    announce();
-}
-
 void AppModel::becameActive() {
-    state_.contactsAccess = ports_.contacts.access();
-    announce();
+    const Announcer::Stroke stroke{announcer_};
+    permissions_.refreshContacts();
+    permissions_.refreshNotifications();
+    people_.refreshFaces();
 }
 
-void AppModel::requestQuickNote(std::optional<std::string> text) {
-    state_.quickNoteText = std::move(text);
-    ++state_.quickNoteRequest;
-    announce();
+// Onto a board and off it.
+
+void AppModel::pair(std::string_view token, Membership::Kept then) {
+    auto parsed = CoupleToken::parse(token);
+    if (!parsed) return then(std::unexpected(parsed.error().errorDescription()));
+    membership_.keep(std::move(*parsed), std::nullopt, std::move(then));
 }
 
-void AppModel::setPresence(OwnPresence presence) {
-    state_.ownPresence = std::move(presence);
-    sendPresenceSoon();
-    announce();
+void AppModel::cameOntoBoard(bool isAnotherBoard) {
+    connection_.close();
+    if (isAnotherBoard) forgetBoard();
+    const auto& token = *state_.token;
+    if (state_.boardLink && state_.boardLink->coupleId != token.coupleId) invitations_.keepLink(std::nullopt);
+    people_.adopt(token);
+    editor_.setAuthor(token.slot);
+    board_.adopt(token);
+    connect();
 }
 
-void AppModel::sendPresenceSoon() {
-    presenceCoalesceTask_ = ports_.sleeper.wait(presencePause, [this] {
-        if (link_) link_->sendPresence(state_.ownPresence);
-    });
+void AppModel::sessionRestored(bool isNew) {
+    if (!state_.keychainLocked) leaving_.tellWhatIsKept();
+    pairing_.sessionRestored(isNew);
+}
+
+void AppModel::connect() {
+    if (!state_.token) return log(LogLevel::info, "connect: no token");
+    connection_.open({membership_.serverURL(), *state_.token, membership_.deviceId()});
+    connection_.want(board());
+}
+
+void AppModel::leaveBoard() {
+    const Announcer::Stroke stroke{announcer_};
+    log(LogLevel::info, "leaving the board");
+    if (state_.token) leaving_.tell(*state_.token, membership_.serverURL());
+    connection_.close();
+    if (state_.token) media_.forget(state_.token->coupleId);
+    presence_.stop();
+    membership_.forget();
+    forgetBoard();
+    invitations_.keepLink(std::nullopt);
+    pairing_.begunAnew();
+}
+
+void AppModel::forgetBoard() {
+    editor_.discardDraft();
+    partner_.forget();
+    invitations_.forgetCode();
+    people_.forget();
+    board_.forget();
+}
+
+void AppModel::keepSecretsInFile(bool agreed) {
+    const Announcer::Stroke stroke{announcer_};
+    const bool isAsked = state_.secretPlace == SecretPlace::asking;
+    membership_.keepSecretsInFile(agreed);
+    if (isAsked && agreed) invitations_.keepLinkAgain();
+}
+
+// What the room and the line tell.
+
+void AppModel::received(const ServerMessage& message) {
+    std::visit([this](const auto& one) { take(one); }, message.value);
+}
+
+void AppModel::take(const ServerMessage::Welcome& welcome) {
+    board_.take(welcome);
+    people_.meet(welcome.paired, welcome.names);
+    partner_.meet(welcome.roster, slot());
+    presence_.sendSoon();
+}
+
+void AppModel::take(const ServerMessage::Roster& roster) {
+    people_.meet(roster.paired, roster.names);
+    partner_.meet(roster.online, slot());
+}
+
+void AppModel::notStored(const UUID& batchId) {
+    board_.withdraw(batchId);
+    editor_.withdraw(batchId);
+    announcer_.say(std::string{textOf(ActFault::notStored)});
+}
+
+void AppModel::couldNotGoUp(const UUID& mediaId, MediaFault why) {
+    board_.takeDownPicture(mediaId);
+    announcer_.say(std::string{textOf(why)});
 }
 
 void AppModel::storeMedia(const UUID& id, std::string bytes, MediaTransfer::Stored then) {
-    if (!transfer_ || !link_) return then(std::unexpected(MediaError{}));
-    link_->holdMedia(id);
-    transfer_->putUp(id, std::move(bytes), [this, id, then = std::move(then)](auto stored) mutable {
-        if (!stored && link_) link_->releaseMedia(id);
-        then(std::move(stored));
-    });
+    connection_.storeMedia(id, std::move(bytes), std::move(then));
 }
 
-void AppModel::arrived(const UUID&) {
-    ports_.wallpaper.refresh();
-    announce();
-}
-
-void AppModel::wentUp(const UUID& id) {
-    if (link_) link_->releaseMedia(id);
-}
-
-void AppModel::couldNotGoUp(const UUID& id, MediaFault why) {
-    log(LogLevel::error, "a picture could not go up");
-    for (const auto& item : Board{board()}.items) {
-        if (mediumOf(item.payload) != id) continue;
-        if (auto gone = Edits::takeDown(board(), item.id, {slot(), now()})) static_cast<void>(act(std::move(*gone)));
-    }
-    if (link_) link_->releaseMedia(id);
-    say(std::string{textOf(why)});
-}
+// What happens to the computer.
 
 void AppModel::wokeFromSleep() {
+    const Announcer::Stroke stroke{announcer_};
     networkChanged();
-    scheduleNextExpiry();
-    bell_.watch(board(), slot());
+    board_.lookAtClock();
 }
 
 void AppModel::networkChanged() {
-    if (link_) link_->retryNow();
-    if (transfer_) transfer_->retryNow();
+    connection_.retryNow();
+    leaving_.retryNow();
 }
 
-Instant AppModel::now() const {
-    return Wire::truncatedToMilliseconds(ports_.clock.now());
-}
-
-void AppModel::say(std::string notice) {
-    state_.notice = std::move(notice);
-    ++state_.notices;
-    announce();
-}
-
-void AppModel::announce() const {
-    if (changed_) changed_();
+void AppModel::completeNews(const AppNews& news) {
+    if (!news.notices.empty()) state_.notice = news.notices.back();
+    if (!news.changed.has(AppChange::editor)) return;
+    presence_.setActivity(editor_.isBusy() ? Activity::editing : Activity::idle);
 }
 
 } // namespace lumaro

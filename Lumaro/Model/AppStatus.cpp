@@ -81,6 +81,12 @@ static void writeJson(JsonWriter& writer, const PairingPhase& pairing) {
                           [&](const PairingPhase::Choosing& one) {
                               entries.put("phase", "choosing").put("names", one.names).put("suggested", one.suggested);
                           },
+                          [&](const PairingPhase::Asking& one) {
+                              entries.put("phase", "asking")
+                                  .put("inviter", one.inviter)
+                                  .put("server", one.server)
+                                  .put("leavesBoard", one.leavesBoard);
+                          },
                           [&](const PairingPhase::Failed& one) {
                               entries.put("phase", "failed").put("message", one.message);
                           }},
@@ -108,20 +114,16 @@ static void writeJson(JsonWriter& writer, const AppState& state) {
         .put("connection", nameOf(state.connection))
         .put("items", state.board.items.size())
         .put("pendingBatches", state.pendingBatches)
-        .put("unstoredBatches", state.unstoredBatches)
+        .put("unstoredBatches", state.unstoredBatches.size())
         .put("lastSendQueued", state.lastSendQueued)
         .put("arriving", state.arriving)
         .put("falling", state.falling)
         .put("showsBoardOnDesktop", state.showsBoardOnDesktop)
         .put("partnerNames", state.partnerNames)
         .put("presence", state.presence)
-        .put("quickNoteRequest", state.quickNoteRequest)
-        .put("quickNoteText", state.quickNoteText)
-        .put("markerRequest", state.markerRequest)
         .put("pairing", state.pairing)
         .put("arrival", state.arrival)
         .put("onboarding", state.onboarding)
-        .put("isPresentingBoardPage", state.isPresentingBoardPage)
         .put("myDisplayName", state.myDisplayName)
         .put("partnerDisplayName", state.partnerDisplayName)
         .put("isSettling", state.isSettling)
@@ -133,8 +135,8 @@ static void writeJson(JsonWriter& writer, const AppState& state) {
         .put("lastBlockRang", state.lastBlockRang)
         .put("contactsAccess", state.contactsAccess)
         .put("secretPlace", state.secretPlace)
-        .put("notice", state.notice)
-        .put("notices", state.notices);
+        .put("notificationPermission", state.notificationPermission)
+        .put("notice", state.notice);
 }
 
 std::string statusJson(const AppState& state) {

@@ -11,6 +11,8 @@
 namespace lumaro {
 namespace {
 
+using Stroke = Announcer::Stroke;
+
 constexpr std::string_view takenDownText = "it was taken down while you had it — put it back?";
 
 // What a pasted note looks like.
@@ -23,17 +25,8 @@ bool isBlank(std::string_view text) {
 
 } // namespace
 
-void EditorModel::say(std::string_view text) {
-    notice_ = {.text = text, .count = notice_.count + 1};
-}
-
-void EditorModel::announce() const {
-    // A copy: the listener may set another.
-    const auto changed = changed_;
-    if (changed) changed();
-}
-
 EditorModel::Done EditorModel::conclude(Done done) {
+    const Stroke stroke{ports_.announcer};
     if (!done) say(textOf(done.error()));
     announce();
     return done;
@@ -42,18 +35,18 @@ EditorModel::Done EditorModel::conclude(Done done) {
 // For the application.
 
 void EditorModel::setLiveItems(const Board& shown) {
-    adopt(shown);
-    // The act that it belongs to is not through yet, and announces itself.
-    if (!isActing_) announce();
+    const Stroke stroke{ports_.announcer};
+    follow(shown, By::others);
+    announce();
 }
 
 // What one's own act took down is nobody's to put back: undo does that.
-void EditorModel::adopt(const Board& shown) {
+void EditorModel::follow(const Board& shown, By by) {
     if (draft_) {
         const bool wasGone = draft_->isGone();
         draft_->follow(shown);
         if (draft_->isGone() && !wasGone) {
-            if (isActing_ || mutant(Mutant::newsEndsDrafts)) {
+            if (by == By::oneself || mutant(Mutant::newsEndsDrafts)) {
                 dropDraft();
             } else {
                 say(takenDownText);
@@ -67,6 +60,7 @@ void EditorModel::adopt(const Board& shown) {
 }
 
 void EditorModel::discardDraft() {
+    const Stroke stroke{ports_.announcer};
     dropDraft();
     doodle_.reset();
     selection_.reset();
@@ -75,6 +69,7 @@ void EditorModel::discardDraft() {
 }
 
 void EditorModel::withdraw(const UUID& batch) {
+    const Stroke stroke{ports_.announcer};
     history_.withdraw(batch);
     announce();
 }
@@ -87,10 +82,8 @@ void EditorModel::select(std::optional<UUID> id) {
 // Acts.
 
 std::expected<UUID, ActFault> EditorModel::act(std::vector<Op> ops) {
-    isActing_ = true;
     auto batch = ports_.desk.act(std::move(ops));
-    if (batch) adopt(board());
-    isActing_ = false;
+    if (batch) follow(board(), By::oneself);
     return batch;
 }
 
@@ -106,6 +99,7 @@ EditorModel::Done EditorModel::perform(Ops ops, std::optional<std::uint64_t> ses
 }
 
 EditorModel::Done EditorModel::takeBack(UndoHistory::Way way) {
+    const Stroke stroke{ports_.announcer};
     // What was typed is taken back first, as the latest act.
     if (auto written = writeContent(); !written) return conclude(std::move(written));
     ++session_;
@@ -159,7 +153,10 @@ EditorModel::Done EditorModel::settle() {
 }
 
 void EditorModel::settleAfterPause() {
-    pause_ = ports_.sleeper.wait(typingPause, [this] { static_cast<void>(conclude(settle())); });
+    pause_ = ports_.sleeper.wait(typingPause, [this] {
+        const Stroke stroke{ports_.announcer};
+        static_cast<void>(conclude(settle()));
+    });
 }
 
 EditorModel::Done EditorModel::writeContent() {
@@ -178,6 +175,7 @@ EditorModel::Done EditorModel::changeInHand(bool isHeld, Change change) {
 }
 
 EditorModel::Done EditorModel::beginGesture(const UUID& id) {
+    const Stroke stroke{ports_.announcer};
     auto taken = takeInHand(id);
     if (taken) {
         isGesture_ = true;
@@ -199,12 +197,14 @@ EditorModel::Done EditorModel::resizeTo(double scale) {
 }
 
 EditorModel::Done EditorModel::endGesture() {
+    const Stroke stroke{ports_.announcer};
     if (!isGesture_) return {};
     isGesture_ = false;
     return conclude(settle());
 }
 
 EditorModel::Done EditorModel::beginEditing(const UUID& id) {
+    const Stroke stroke{ports_.announcer};
     auto taken = takeInHand(id);
     if (taken) {
         isEditing_ = true;
@@ -228,19 +228,22 @@ EditorModel::Done EditorModel::changePayload(Payload payload) {
 }
 
 EditorModel::Done EditorModel::endEditing() {
+    const Stroke stroke{ports_.announcer};
     if (!isEditing_) return {};
     isEditing_ = false;
     return conclude(settle());
 }
 
 void EditorModel::cancel() {
+    const Stroke stroke{ports_.announcer};
     dropDraft();
     // What was only on offer is not on the board.
-    adopt(board());
+    follow(board(), By::oneself);
     announce();
 }
 
 EditorModel::Done EditorModel::putBack() {
+    const Stroke stroke{ports_.announcer};
     if (!draft_ || !draft_->isGone()) return std::unexpected(EditFault::noSuchItem);
     const auto ops = draft_->puttingBack(board(), ports_.ids, hand());
     auto done = perform(ops);
@@ -261,6 +264,7 @@ std::expected<UUID, EditorFault> EditorModel::concludePutUp(const UUID& id, Done
 }
 
 std::expected<UUID, EditorFault> EditorModel::putUp(Payload payload, std::optional<Point> at) {
+    const Stroke stroke{ports_.announcer};
     const UUID id = ports_.ids.next();
     const auto now = hand();
     return concludePutUp(id,
@@ -268,6 +272,7 @@ std::expected<UUID, EditorFault> EditorModel::putUp(Payload payload, std::option
 }
 
 std::expected<UUID, EditorFault> EditorModel::pasteText(std::string_view text) {
+    const Stroke stroke{ports_.announcer};
     if (isBlank(text)) return concludePutUp({}, std::unexpected(ActFault::invalid));
     return putUp(NotePayload{.pm = pm::docOfLines(text),
                              .paper = std::string{pastedPaper},
@@ -276,6 +281,7 @@ std::expected<UUID, EditorFault> EditorModel::pasteText(std::string_view text) {
 }
 
 std::expected<UUID, EditorFault> EditorModel::duplicate(const UUID& id) {
+    const Stroke stroke{ports_.announcer};
     auto copies = EditorOps::withDoodles(board(), id);
     if (copies.empty()) return concludePutUp(id, std::unexpected(EditFault::noSuchItem));
     const Point offset = EditorOps::duplicateOffset(board(), copies.front());
@@ -288,6 +294,7 @@ std::expected<UUID, EditorFault> EditorModel::duplicate(const UUID& id) {
 }
 
 EditorModel::Done EditorModel::move(const UUID& id, Point center) {
+    const Stroke stroke{ports_.announcer};
     auto moved = Draft::of(board(), id);
     if (!moved) return conclude(std::unexpected(EditFault::noSuchItem));
     moved->touch();
@@ -296,24 +303,29 @@ EditorModel::Done EditorModel::move(const UUID& id, Point center) {
 }
 
 EditorModel::Done EditorModel::takeDown(const UUID& id) {
+    const Stroke stroke{ports_.announcer};
     // With what was typed on it, so that taking this back brings that too.
     if (draft_ && draft_->id() == id) static_cast<void>(writeContent());
     return conclude(perform(Edits::takeDown(board(), id, hand())));
 }
 
 EditorModel::Done EditorModel::keep(const UUID& id) {
+    const Stroke stroke{ports_.announcer};
     return conclude(perform(Edits::keep(board(), id, hand())));
 }
 
 EditorModel::Done EditorModel::unkeep(const UUID& id) {
+    const Stroke stroke{ports_.announcer};
     return conclude(perform(Edits::unkeep(board(), id, hand())));
 }
 
 EditorModel::Done EditorModel::replacePayload(const UUID& id, Payload payload) {
+    const Stroke stroke{ports_.announcer};
     return conclude(perform(Edits::changePayload(board(), id, std::move(payload), hand())));
 }
 
 EditorModel::Done EditorModel::setBackground(BackgroundID background) {
+    const Stroke stroke{ports_.announcer};
     return conclude(perform(Edits::setBackground(background)));
 }
 
@@ -325,6 +337,7 @@ void EditorModel::beginDoodle(std::optional<UUID> surface) {
 }
 
 EditorModel::Done EditorModel::editDoodle(const UUID& id) {
+    const Stroke stroke{ports_.announcer};
     auto session = DoodleSession::over(board(), id);
     if (!session) return conclude(std::unexpected(session.error()));
     doodle_ = std::move(*session);
@@ -332,6 +345,7 @@ EditorModel::Done EditorModel::editDoodle(const UUID& id) {
 }
 
 EditorModel::Done EditorModel::penDown(Point place, DoodleSession::Pen pen) {
+    const Stroke stroke{ports_.announcer};
     if (!doodle_) return std::unexpected(EditFault::noSuchItem);
     const auto down = doodle_->penDown(place, std::move(pen));
     return conclude(down ? Done{} : Done{std::unexpected(EditorFault{down.error()})});
@@ -356,6 +370,7 @@ void EditorModel::eraseAlong(Point from, Point to, double radius) {
 }
 
 EditorModel::Done EditorModel::finishDoodle() {
+    const Stroke stroke{ports_.announcer};
     if (!doodle_) return {};
     auto done = perform(doodle_->finish(board(), ports_.ids.next(), hand()));
     if (done) doodle_.reset();

@@ -4,6 +4,7 @@
 #include "Lumaro/Model/DoodleSession.h"
 #include "Lumaro/Model/Draft.h"
 #include "Lumaro/Model/EditorFault.h"
+#include "Lumaro/Model/News/Announcer.h"
 #include "Lumaro/Model/UndoHistory.h"
 #include "LumaroCore/Support/Sleeper.h"
 #include "LumaroCore/Support/UUIDSource.h"
@@ -32,11 +33,7 @@ public:
         UUIDSource& ids;
         WallClock& clock;
         Sleeper& sleeper;
-    };
-    /// The latest text for people; the count grows with each.
-    struct Notice {
-        std::string_view text;
-        std::uint64_t count = 0;
+        Announcer& announcer;
     };
     using Done = std::expected<void, EditorFault>;
 
@@ -47,13 +44,10 @@ public:
     EditorModel(const EditorModel&) = delete;
     EditorModel& operator=(const EditorModel&) = delete;
 
-    /// Called whenever something below may look different. It may call the editor, but not destroy it.
-    void onChange(std::function<void()> changed) { changed_ = std::move(changed); }
-
     // For the application.
 
     void setAuthor(PartnerID author) { author_ = author; }
-    /// The shown board changed, by whomever. May be called from within `BoardDesk::act`.
+    /// The shown board changed, and not by an act of the editor.
     void setLiveItems(const Board& shown);
     /// Another board comes, or none: draft, doodle, selection and history go with the one that was.
     void discardDraft();
@@ -70,7 +64,8 @@ public:
     const std::optional<DoodleSession>& doodle() const { return doodle_; }
     bool canUndo() const { return history_.can(UndoHistory::Way::undo) || (draft_ && draft_->hasUnwritten()); }
     bool canRedo() const { return history_.can(UndoHistory::Way::redo); }
-    const Notice& notice() const { return notice_; }
+    /// The person is at it: something is in the hand, being written or drawn.
+    bool isBusy() const { return isGesture_ || isEditing_ || doodle_; }
 
     void select(std::optional<UUID> id);
 
@@ -134,8 +129,8 @@ private:
     const Board& board() const { return ports_.desk.board(); }
     Hand hand() const { return {.author = author_, .now = ports_.clock.now()}; }
 
-    void say(std::string_view text);
-    void announce() const;
+    void say(std::string_view text) { ports_.announcer.say(std::string{text}); }
+    void announce() { ports_.announcer.changed(AppChange::editor); }
     /// Every verb ends here: tells people why not, and the listener.
     Done conclude(Done done);
     std::expected<UUID, EditorFault> concludePutUp(const UUID& id, Done done);
@@ -143,7 +138,8 @@ private:
     /// An act that can be taken back; none when it would change nothing.
     Done perform(Ops ops, std::optional<std::uint64_t> session = std::nullopt);
     std::expected<UUID, ActFault> act(std::vector<Op> ops);
-    void adopt(const Board& shown);
+    enum class By : std::uint8_t { oneself, others };
+    void follow(const Board& shown, By by);
     Done takeBack(UndoHistory::Way way);
 
     Done takeInHand(const UUID& id);
@@ -158,17 +154,14 @@ private:
 
     Ports ports_;
     PartnerID author_ = PartnerID::a;
-    std::function<void()> changed_;
     std::optional<UUID> selection_;
     std::optional<Draft> draft_;
     bool isGesture_ = false; // with a draft only; so is the next
     bool isEditing_ = false;
-    bool isActing_ = false;
     std::uint64_t session_ = 0; // acts of one text editing are one step
     std::unique_ptr<Sleeper::Wait> pause_;
     std::optional<DoodleSession> doodle_;
     UndoHistory history_;
-    Notice notice_;
 };
 
 } // namespace lumaro

@@ -21,6 +21,7 @@ inline constexpr std::string_view keychainService = "app.lumaro.Lumaro";
 namespace KeychainAccount {
 inline constexpr std::string_view joinToken = "joinToken"; ///< the token's raw string
 inline constexpr std::string_view boardLink = "boardLink";
+inline constexpr std::string_view leaving = "leaving"; ///< tokens of boards whose service has not heard of the leaving
 } // namespace KeychainAccount
 
 /// The invite link of a board that this device started: what brings the partner back.

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "LumaroCore/Services/ContactCard.h"
+#include "LumaroCore/Services/DownloadOrigin.h"
 #include "LumaroCore/Services/LoginItem.h"
 #include "LumaroCore/Services/NotificationCenter.h"
 #include "LumaroCore/Services/SecretStore.h"
@@ -50,6 +51,11 @@ public:
 class QuietSounds final : public SoundPlayer {
 public:
     void play(std::string_view) override {}
+};
+
+class QuietOrigin final : public DownloadOrigin {
+public:
+    std::vector<std::string> origins() override { return {}; }
 };
 
 class QuietSignals final : public SystemSignals {

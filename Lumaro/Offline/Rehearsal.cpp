@@ -76,11 +76,11 @@ Rehearsal::Rehearsal(Scene scene)
                        .version = QStringLiteral(LUMARO_VERSION),
                        .suggestedName = QStringLiteral("ana")},
         Windows::Ports{app_, desktop_, clock_, sleeper_, ids_, background_, defaults_, loginItem_}, [] {});
-    app_.onChange([this] { windows_->refresh(); });
+    app_.onNews([this](const AppNews& news) { windows_->hear(news); });
 }
 
 Rehearsal::~Rehearsal() {
-    app_.onChange(nullptr);
+    app_.onNews(nullptr);
     app_.shutdown();
 }
 
@@ -102,6 +102,7 @@ AppModel::Ports Rehearsal::ports() {
             .contacts = contacts_,
             .sounds = sounds_,
             .signals = signals_,
+            .origin = origin_,
             .wallpaper = desktop_};
 }
 

@@ -84,6 +84,7 @@ private:
     QuietContacts contacts_;
     QuietSounds sounds_;
     QuietSignals signals_;
+    QuietOrigin origin_;
     DesktopBoards desktop_;
     AppModel app_;
     std::unique_ptr<Windows> windows_;

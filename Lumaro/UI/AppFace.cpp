@@ -46,6 +46,11 @@ void takePairing(AppFace& face, const PairingPhase& pairing) {
                               face.secondName = nameOr(choosing.names.b, Words::tr("the one who came along"));
                               if (choosing.suggested) face.suggested = *choosing.suggested == PartnerID::a ? 0 : 1;
                           },
+                          [&](const PairingPhase::Asking& asking) {
+                              face.inviteQuestion = {true, nameOr(asking.inviter, Words::tr("someone")),
+                                                     asking.leavesBoard ? face.partnerName : QString{},
+                                                     QUrl{qText(asking.server)}.host()};
+                          },
                           [&](const PairingPhase::Failed& failed) { face.failure = Words::of(failed.message); }},
                pairing.value);
 }
@@ -102,10 +107,8 @@ AppFace appFace(const AppState& state, Instant now, bool isRetrying) {
         face.greeting = greetingOf(*state.arrival, nameOr(state.arrival->partnerName, Words::tr("your person")));
     face.showsOnDesktop = state.showsBoardOnDesktop;
     face.background = qText(nameOf(state.board.background));
-    face.notice = Words::of(state.notice);
-    face.notices = state.notices;
-    face.quickNoteRequest = state.quickNoteRequest;
-    face.quickNoteText = qText(state.quickNoteText.value_or(""));
+    face.isPlaceFree = state.token && state.paired && !state.paired->contains(other(state.token->slot));
+    face.myPicture = state.myPicturePath ? QUrl::fromLocalFile(qText(*state.myPicturePath)) : QUrl{};
     return face;
 }
 

@@ -5,6 +5,7 @@
 
 #include <QtCore/QObject>
 #include <QtCore/QString>
+#include <QtCore/QUrl>
 #include <QtQml/qqmlregistration.h>
 
 #include <array>
@@ -31,19 +32,21 @@ constexpr std::array<std::string_view, 9> namesOf(Stage) {
             "bringThemOver", "offBoard", "refused",     "board"};
 }
 
-/// An invite was opened while this computer is on a board: which of the two shall it be? The names are those of the
-/// partners. A plain value.
+/// An invite was opened that leads away from this computer's board, or to a server that it does not know. The names are
+/// those of the partners. A plain value.
 struct InviteQuestion {
     Q_GADGET
     QML_ANONYMOUS
     Q_PROPERTY(bool isAsked MEMBER isAsked)
     Q_PROPERTY(QString askedBoardName MEMBER askedBoardName)
     Q_PROPERTY(QString ownBoardName MEMBER ownBoardName)
+    Q_PROPERTY(QString server MEMBER server)
 
 public:
     bool isAsked = false;
     QString askedBoardName; ///< of the invite's board
-    QString ownBoardName;   ///< of the board that would be left
+    QString ownBoardName;   ///< of the board that would be left; empty when there is none to leave
+    QString server;         ///< the host that the invite's board is on
 
     bool operator==(const InviteQuestion&) const = default;
 };
@@ -68,6 +71,7 @@ struct AppFace {
     Q_PROPERTY(QString firstName MEMBER firstName)
     Q_PROPERTY(QString secondName MEMBER secondName)
     Q_PROPERTY(int suggested MEMBER suggested)
+    Q_PROPERTY(QUrl myPicture MEMBER myPicture)
     Q_PROPERTY(QString failure MEMBER failure)
     Q_PROPERTY(QString code MEMBER code)
     Q_PROPERTY(QString codeWorks MEMBER codeWorks)
@@ -77,10 +81,6 @@ struct AppFace {
     Q_PROPERTY(QString greeting MEMBER greeting)
     Q_PROPERTY(bool showsOnDesktop MEMBER showsOnDesktop)
     Q_PROPERTY(QString background MEMBER background)
-    Q_PROPERTY(QString notice MEMBER notice)
-    Q_PROPERTY(int notices MEMBER notices)
-    Q_PROPERTY(int quickNoteRequest MEMBER quickNoteRequest)
-    Q_PROPERTY(QString quickNoteText MEMBER quickNoteText)
     Q_PROPERTY(lumaro::InviteQuestion inviteQuestion MEMBER inviteQuestion)
 
 public:
@@ -99,19 +99,16 @@ public:
     QString firstName;
     QString secondName;
     int suggested = -1; ///< 0, 1, or -1 when the service has no idea
-    QString failure;    ///< of the latest pairing; empty when there is none
-    QString code;       ///< "123 456"; empty when there is none
-    QString codeWorks;  ///< "works for 9 more minutes"
+    QUrl myPicture;           ///< of this person's contact card; empty when there is none
+    QString failure;          ///< of the latest pairing; empty when there is none
+    QString code;             ///< "123 456"; empty when there is none
+    QString codeWorks;        ///< "works for 9 more minutes"
     bool isCodeOver = false;
     bool isMintingCode = false;
     QString link;
     QString greeting; ///< of a join that has just come about
     bool showsOnDesktop = true;
     QString background;
-    QString notice;  ///< the latest of them
-    int notices = 0; ///< how many there have been
-    int quickNoteRequest = 0;
-    QString quickNoteText;
     InviteQuestion inviteQuestion;
 
     QString stageName() const;

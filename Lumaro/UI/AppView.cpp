@@ -31,19 +31,10 @@ QString AppView::server() const {
 void AppView::refresh() {
     isRetrying_ = isRetrying(isRetrying_, app_.state().connection);
     auto face = appFace(app_.state(), clock_.now(), isRetrying_);
-    if (ownNotices_ > 0 && app_.state().notices == modelNotices_) face.notice = ownNotice_;
-    face.notices += ownNotices_;
-    isTold_ = isTold_ && face == face_;
+    const bool isNew = face != face_;
     face_ = std::move(face);
     watchCode();
-    tell();
-}
-
-void AppView::tell() {
-    if (isTelling_) return;
-    isTelling_ = true;
-    while (!std::exchange(isTold_, true)) Q_EMIT faceChanged();
-    isTelling_ = false;
+    if (isNew) Q_EMIT faceChanged();
 }
 
 void AppView::watchCode() {
@@ -56,13 +47,6 @@ void AppView::watchCode() {
     codeTask_ = sleeper_.wait(pause, [this] { refresh(); });
 }
 
-void AppView::say(const QString& notice) {
-    ownNotice_ = notice;
-    ++ownNotices_;
-    modelNotices_ = app_.state().notices;
-    refresh();
-}
-
 // Onto a board.
 
 void AppView::startOurBoard() {
@@ -70,28 +54,32 @@ void AppView::startOurBoard() {
 }
 
 void AppView::joinByCode(const QString& typed) {
-    app_.joinByCode(typed.toStdString());
+    app_.pairing().joinByCode(typed.toStdString());
 }
 
 void AppView::joinByLink(const QString& text) {
-    app_.joinByLink(text.toStdString());
+    app_.pairing().joinByLink(text.toStdString());
 }
 
 void AppView::chooseOneself(int person) {
-    app_.chooseOneself(person == 0 ? PartnerID::a : PartnerID::b);
+    app_.pairing().chooseOneself(person == 0 ? PartnerID::a : PartnerID::b);
+}
+
+void AppView::acceptInvite(bool accepts) {
+    app_.pairing().acceptInvite(accepts);
 }
 
 void AppView::forgetPairingFailure() {
-    app_.forgetPairingFailure();
+    app_.pairing().forgetFailure();
 }
 
 void AppView::goTo(const QString& step) {
-    app_.setOnboarding(fromName<OnboardingStep>(step.toStdString()));
+    app_.pairing().setOnboarding(fromName<OnboardingStep>(step.toStdString()));
 }
 
 void AppView::setName(const QString& name) {
     const auto trimmed = name.trimmed();
-    if (trimmed != face_.myName) app_.setMyDisplayName(trimmed.toStdString());
+    if (trimmed != face_.myName) app_.people().setMyName(trimmed.toStdString());
 }
 
 void AppView::retryKeychain() {
@@ -102,13 +90,10 @@ void AppView::keepSecretsInFile(bool agreed) {
     app_.keepSecretsInFile(agreed);
 }
 
-void AppView::switchBoard(bool /*joinsTheirs*/) {
-}
-
 // While on it.
 
 void AppView::mintCode() {
-    app_.mintCode();
+    app_.invitations().mintCode();
 }
 
 void AppView::copyText(const QString& text) {
@@ -116,11 +101,11 @@ void AppView::copyText(const QString& text) {
 }
 
 void AppView::resetLinks() {
-    app_.resetLinks();
+    app_.invitations().resetLinks();
 }
 
 void AppView::releasePartner() {
-    app_.releasePartner();
+    app_.people().releasePartner();
 }
 
 void AppView::leaveBoard() {
@@ -128,7 +113,7 @@ void AppView::leaveBoard() {
 }
 
 void AppView::setShowsOnDesktop(bool shows) {
-    app_.setShowsBoardOnDesktop(shows);
+    app_.desktop().set(shows);
 }
 
 void AppView::exportBoard(const QUrl& file) {
@@ -136,8 +121,8 @@ void AppView::exportBoard(const QUrl& file) {
     QSaveFile out{file.toLocalFile()};
     const bool isWritten = text && out.open(QIODevice::WriteOnly) &&
                            out.write(text->data(), static_cast<qint64>(text->size())) >= 0 && out.commit();
-    say(isWritten ? Words::tr("your board is in %1").arg(file.fileName())
-                  : Words::tr("the board couldn't be written there"));
+    Q_EMIT noticed(isWritten ? Words::tr("your board is in %1").arg(file.fileName())
+                             : Words::tr("the board couldn't be written there"));
 }
 
 void AppView::askWhereToExport() {

@@ -39,7 +39,7 @@ public:
     QString suggestedName() const { return setup_.suggestedName; }
     QString server() const;
 
-    /// Whoever listens to `AppModel::onChange` calls this.
+    /// Whoever listens to `AppModel::onNews` calls this.
     void refresh();
 
     // Onto a board.
@@ -48,9 +48,9 @@ public:
     Q_INVOKABLE void joinByLink(const QString& text);
     /// 0 is the one who began the board, 1 the other.
     Q_INVOKABLE void chooseOneself(int person);
+    /// The answer to `AppFace::inviteQuestion`.
+    Q_INVOKABLE void acceptInvite(bool accepts);
     Q_INVOKABLE void forgetPairingFailure();
-    /// Answers `AppFace::inviteQuestion`.
-    Q_INVOKABLE void switchBoard(bool joinsTheirs);
     /// One of the first run's steps by its name; any other ends the first run.
     Q_INVOKABLE void goTo(const QString& step);
     Q_INVOKABLE void setName(const QString& name);
@@ -64,7 +64,7 @@ public:
     Q_INVOKABLE void releasePartner();
     Q_INVOKABLE void leaveBoard();
     Q_INVOKABLE void setShowsOnDesktop(bool shows);
-    /// Writes the shown board's JSON; a notice tells whether that worked.
+    /// Writes the shown board's JSON; `noticed` tells whether that worked.
     Q_INVOKABLE void exportBoard(const QUrl& file);
     /// The same, where the person says in a dialog.
     Q_INVOKABLE void askWhereToExport();
@@ -72,14 +72,13 @@ public:
     Q_INVOKABLE void askForQuickNote();
 
 Q_SIGNALS:
+    /// A text for people that passes.
+    void noticed(const QString& text);
     void faceChanged();
 
 private:
-    /// A page that hears of a change may ask for the next at once: that one is told after all have heard of the first.
-    void tell();
     /// Once a minute, and only while people see a code run out.
     void watchCode();
-    void say(const QString& notice);
 
     Setup setup_;
     AppModel& app_;
@@ -87,11 +86,6 @@ private:
     Sleeper& sleeper_;
     bool isRetrying_;
     AppFace face_;
-    bool isTold_ = true;
-    bool isTelling_ = false;
-    QString ownNotice_; ///< said by the view after all of the model's
-    int ownNotices_ = 0;
-    int modelNotices_ = 0; ///< as many as the model had then
     std::unique_ptr<Sleeper::Wait> codeTask_;
 };
 

@@ -42,8 +42,6 @@ public:
     ~DesktopBoards() override;
 
     void setEnabled(bool enabled) override;
-    /// The windows show the model's state, and draw what changes by themselves.
-    void refresh() override {}
 
     /// Behind the icons, or merely below other windows; none while no board hangs.
     std::optional<DesktopLevel> level() const { return level_; }

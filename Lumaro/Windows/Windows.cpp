@@ -34,24 +34,19 @@ Windows::Windows(AppView::Setup setup, Ports ports, std::function<void()> quit)
     : ports_(ports), view_(std::move(setup), ports.app, ports.clock, ports.sleeper),
       scene_({ports.app, ports.clock, ports.sleeper, ports.background}), editor_(ports.app, ports.clock),
       pictures_(ports.app, ports.ids, ports.background), settings_(ports.defaults, ports.loginItem),
-      screens_(ports.desktop), tray_(verbs(std::move(quit))), quickNotes_(ports.app.state().quickNoteRequest) {
+      screens_(ports.desktop), tray_(verbs(std::move(quit))) {
     furnish(engine_);
     settings_.dress(themeOf(engine_));
-    ports_.app.editor().onChange([this] {
-        scene_.refreshHand();
-        editor_.refresh();
-    });
 }
 
 Windows::~Windows() {
-    ports_.app.editor().onChange(nullptr);
     if (boardWindow_) QObject::disconnect(boardWindow_.get(), nullptr, &view_, nullptr);
 }
 
 TrayMenu::Verbs Windows::verbs(std::function<void()> quit) {
     return {.quickNote = [this] { ports_.app.requestQuickNote(std::nullopt); },
             .openBoard = [this] { openBoard(); },
-            .showOnDesktop = [this](bool shows) { ports_.app.setShowsBoardOnDesktop(shows); },
+            .showOnDesktop = [this](bool shows) { ports_.app.desktop().set(shows); },
             .settings = [this] { openSettings(); },
             .quit = std::move(quit)};
 }
@@ -61,15 +56,12 @@ void Windows::dress(const QString& appearance, bool isMotionReduced) {
     settings_.setReducesMotion(isMotionReduced);
 }
 
-void Windows::refresh() {
+void Windows::hear(const AppNews& news) {
     view_.refresh();
-    scene_.refresh();
-    editor_.refresh();
-    const auto& state = ports_.app.state();
+    scene_.hear(news.changed);
+    editor_.hear(news);
     tray_.show(trayState(view_.face()));
-    if (std::exchange(quickNotes_, state.quickNoteRequest) != state.quickNoteRequest) {
-        openQuickNote(qText(state.quickNoteText.value_or("")));
-    }
+    for (const auto& text : news.quickNotes) openQuickNote(qText(text.value_or("")));
 }
 
 std::unique_ptr<QQuickWindow> Windows::make(const char* type, QVariantMap properties) {

@@ -44,8 +44,8 @@ public:
     Windows& operator=(const Windows&) = delete;
     ~Windows();
 
-    /// Whoever listens to `AppModel::onChange` calls this.
-    void refresh();
+    /// Whoever listens to `AppModel::onNews` calls this.
+    void hear(const AppNews& news);
     /// As the settings do.
     void dress(const QString& appearance, bool isMotionReduced);
     void openBoard();
@@ -70,7 +70,6 @@ private:
     SettingsView settings_;
     ScreenList screens_;
     TrayMenu tray_;
-    int quickNotes_;
     QQmlApplicationEngine engine_;
     std::unique_ptr<QQuickWindow> boardWindow_;
     std::unique_ptr<QQuickWindow> quickNoteWindow_;

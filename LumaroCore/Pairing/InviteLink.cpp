@@ -11,6 +11,13 @@ namespace {
 
 constexpr std::string_view whiteSpace = " \t\r\n\f\v";
 constexpr std::string_view ownLink = "lumaro://join-invite";
+constexpr std::size_t maxServerLength = 200;
+
+/// A link: the invite's id, and the server that it names.
+struct Found {
+    std::string id;
+    std::optional<std::string> server;
+};
 
 constexpr char lower(char c) {
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
@@ -28,32 +35,80 @@ std::optional<std::string> leadingId(std::string_view text) {
     return std::string{id};
 }
 
+// The server's address, if it is one.
+std::optional<std::string> serverOf(std::string_view url) {
+    const bool isWeb = url.starts_with("https://") || url.starts_with("http://");
+    if (!isWeb || url.size() > maxServerLength || url.ends_with("//")) return std::nullopt;
+    const bool isPlain = std::ranges::all_of(url, [](char c) { return c > ' ' && c < '\x7f'; });
+    if (!isPlain || url.find_first_of("\"<>\\^`{|}?#@") != std::string_view::npos) return std::nullopt;
+    while (url.ends_with('/')) url.remove_suffix(1);
+    return std::string{url};
+}
+
 // In a word that holds this path behind a host: "and/for/everyone" is prose.
-std::optional<std::string> idBehindPath(std::string_view word, std::string_view path) {
+std::optional<Found> behindPath(std::string_view word, std::string_view path) {
     for (auto at = word.find(path); at != std::string_view::npos; at = word.find(path, at + 1)) {
         const auto before = word.substr(0, at);
         if (!before.empty() && before.find_first_of(".:") == std::string_view::npos) continue;
-        if (auto id = leadingId(word.substr(at + path.size()))) return id;
+        auto id = leadingId(word.substr(at + path.size()));
+        if (!id) continue;
+        // A link may stand in brackets or quotes.
+        const auto scheme = std::min(before.find("https://"), before.find("http://"));
+        return Found{std::move(*id), serverOf(before.substr(std::min(scheme, before.size())))};
     }
     return std::nullopt;
 }
 
-std::optional<std::string> idInQuery(std::string_view query) {
+std::optional<std::string_view> valueIn(std::string_view query, std::string_view key) {
     query = query.substr(0, query.find('#'));
     while (!query.empty()) {
         const auto pair = query.substr(0, query.find('&'));
-        if (pair.starts_with("i=")) return leadingId(pair.substr(2));
+        if (pair.starts_with(key)) return pair.substr(key.size());
         query.remove_prefix(std::min(pair.size() + 1, query.size()));
     }
     return std::nullopt;
 }
 
-std::optional<std::string> idInOwnLink(std::string_view word) {
+std::optional<int> hexDigit(char c) {
+    if (c >= '0' && c <= '9') return c - '0';
+    const char small = lower(c);
+    return small >= 'a' && small <= 'f' ? std::optional{small - 'a' + 10} : std::nullopt;
+}
+
+std::string percentDecoded(std::string_view text) {
+    std::string decoded;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const auto high = text[i] == '%' && i + 2 < text.size() ? hexDigit(text[i + 1]) : std::nullopt;
+        const auto low = high ? hexDigit(text[i + 2]) : std::nullopt;
+        decoded += low ? static_cast<char>(*high * 16 + *low) : text[i];
+        if (low) i += 2;
+    }
+    return decoded;
+}
+
+std::optional<Found> inOwnLink(std::string_view word) {
     const auto found = std::ranges::search(word, ownLink, {}, lower, lower);
     if (found.empty()) return std::nullopt;
     std::string_view rest{found.end(), word.end()};
     if (rest.starts_with('/')) rest.remove_prefix(1);
-    return rest.starts_with('?') ? idInQuery(rest.substr(1)) : std::nullopt;
+    if (!rest.starts_with('?')) return std::nullopt;
+    auto id = leadingId(valueIn(rest.substr(1), "i=").value_or(""));
+    if (!id) return std::nullopt;
+    return Found{std::move(*id), serverOf(percentDecoded(valueIn(rest.substr(1), "s=").value_or("")))};
+}
+
+// The first link of the text.
+std::optional<Found> linkIn(std::string_view text) {
+    while (true) {
+        text.remove_prefix(std::min(text.find_first_not_of(whiteSpace), text.size()));
+        if (text.empty()) return std::nullopt;
+        const auto word = text.substr(0, text.find_first_of(whiteSpace));
+        if (auto found = inOwnLink(word)) return found;
+        for (const std::string_view path : {"/for/", "/dl/"}) {
+            if (auto found = behindPath(word, path)) return found;
+        }
+        text.remove_prefix(word.size());
+    }
 }
 
 } // namespace
@@ -76,16 +131,13 @@ bool isInviteId(std::string_view text) {
 }
 
 std::optional<std::string> inviteIdIn(std::string_view text) {
-    while (true) {
-        text.remove_prefix(std::min(text.find_first_not_of(whiteSpace), text.size()));
-        if (text.empty()) return std::nullopt;
-        const auto word = text.substr(0, text.find_first_of(whiteSpace));
-        if (auto id = idInOwnLink(word)) return id;
-        for (const std::string_view path : {"/for/", "/dl/"}) {
-            if (auto id = idBehindPath(word, path)) return id;
-        }
-        text.remove_prefix(word.size());
-    }
+    auto found = linkIn(text);
+    return found ? std::optional{std::move(found->id)} : std::nullopt;
+}
+
+std::optional<std::string> inviteServerIn(std::string_view text) {
+    auto found = linkIn(text);
+    return found ? std::move(found->server) : std::nullopt;
 }
 
 } // namespace lumaro

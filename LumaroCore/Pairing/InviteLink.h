@@ -25,4 +25,9 @@ bool isInviteId(std::string_view text);
 /// part of one, so a full stop behind a link does no harm.
 std::optional<std::string> inviteIdIn(std::string_view text);
 
+/// The base URL of the server that the link of `inviteIdIn` names, without a slash at its end: what stands before its
+/// path in a web link, the query key "s" of the program's own ("lumaro://join-invite?i=ID&s=https%3A%2F%2F..."). None
+/// when it names no http or https server of at most 200 characters.
+std::optional<std::string> inviteServerIn(std::string_view text);
+
 } // namespace lumaro

@@ -67,11 +67,7 @@ std::expected<T, PairingFailure> resultOf(const HttpResponse& response, Log& log
             failure.status = response.status;
             return std::unexpected(std::move(failure));
         }
-        if constexpr (std::is_same_v<Answer, Handoff>) {
-            return std::move(answer->inviteId);
-        } else {
-            return std::move(*answer);
-        }
+        return std::move(*answer);
     }
 }
 
@@ -214,7 +210,7 @@ PairingClient::Call PairingClient::joinByLink(std::string_view inviteId, const J
         std::move(then));
 }
 
-PairingClient::Call PairingClient::handoff(std::optional<std::string> inviteId, Then<std::string> then) {
+PairingClient::Call PairingClient::handoff(std::optional<std::string> inviteId, Then<Handoff> then) {
     return send<Handoff>({.method = "POST",
                           .url = urlWithPath(serverURL_, {"handoff"}),
                           .body = bodyOf(HandoffRequest{std::move(inviteId)}),

@@ -76,8 +76,8 @@ public:
     };
     [[nodiscard]] Call joinByCode(std::string_view code, const Joiner& joiner, Then<Joined> then);
     [[nodiscard]] Call joinByLink(std::string_view inviteId, const Joiner& joiner, Then<Joined> then);
-    /// Whether an invite waits for a first run: its id.
-    [[nodiscard]] Call handoff(std::optional<std::string> inviteId, Then<std::string> then);
+    /// Whether the invite is alive, and who invites; without an id, whether one waits for a first run.
+    [[nodiscard]] Call handoff(std::optional<std::string> inviteId, Then<Handoff> then);
 
 private:
     struct Ask;

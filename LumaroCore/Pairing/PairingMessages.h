@@ -70,10 +70,14 @@ struct HandoffRequest {
     bool operator==(const HandoffRequest&) const = default;
 };
 
+/// An invite that is alive, and who invites, as far as the service knows.
 struct Handoff {
     std::string inviteId;
+    std::optional<std::string> inviter;
 
-    static constexpr auto fields() { return std::tuple{Field{"inviteId", &Handoff::inviteId}}; }
+    static constexpr auto fields() {
+        return std::tuple{Field{"inviteId", &Handoff::inviteId}, Field{"inviter", &Handoff::inviter}};
+    }
     bool operator==(const Handoff&) const = default;
 };
 

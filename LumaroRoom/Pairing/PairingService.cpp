@@ -236,13 +236,14 @@ PairingResult<Joined> PairingService::join(Store& store, const Way& way, const P
 }
 
 // NOLINTNEXTLINE(readability-convert-member-functions-to-static): a call like the others
-PairingResult<std::string> PairingService::handoff(Store& store, const std::optional<std::string>& inviteId,
-                                                   Instant now) {
-    if (!inviteId) return refused<std::string>(notFound);
+PairingResult<Handoff> PairingService::handoff(Store& store, const std::optional<std::string>& inviteId, Instant now) {
+    if (!inviteId) return refused<Handoff>(notFound);
     const auto link = store.link(*inviteId);
     if (!link) return std::unexpected(link.error());
-    if (faultOf(*link, now)) return refused<std::string>(notFound);
-    return *inviteId;
+    if (faultOf(*link, now)) return refused<Handoff>(notFound);
+    const auto members = store.members((*link)->coupleId);
+    if (!members) return std::unexpected(members.error());
+    return Handoff{*inviteId, members->names.of((*link)->inviter)};
 }
 
 // Calls on a couple

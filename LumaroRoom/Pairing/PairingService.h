@@ -59,8 +59,8 @@ public:
     PairingResult<Joined> joinByCode(Store& store, std::string_view code, const Person& person, std::string_view origin,
                                      Instant now);
     PairingResult<Joined> joinByLink(Store& store, std::string_view inviteId, const Person& person, Instant now);
-    /// The id again, of an invite that is alive.
-    PairingResult<std::string> handoff(Store& store, const std::optional<std::string>& inviteId, Instant now);
+    /// An invite that is alive, and who invites.
+    PairingResult<Handoff> handoff(Store& store, const std::optional<std::string>& inviteId, Instant now);
 
     // Calls on a couple: by one of its devices, which the caller has found by its token.
 

@@ -90,16 +90,9 @@ void Routes::joinByLink(const Call& call, Respond respond) {
 void Routes::handoff(const Call& call, Respond respond) {
     auto body = Wire::decode<HandoffRequest>(call.request.body);
     if (!body) return respond(unreadable());
-    inStore(
-        [&pairing = ports_.pairing, inviteId = std::move(body->inviteId),
-         now = ports_.clock.now()](Store& store) -> StoreResult<Outcome> {
-            auto alive = pairing.handoff(store, inviteId, now);
-            if (!alive) return std::unexpected(std::move(alive.error()));
-            using Result = std::expected<Handoff, PairingRefusal>;
-            return outcomeOf<Handoff>(*alive ? Result{Handoff{**alive}} : Result{std::unexpected(alive->error())},
-                                      statusOk);
-        },
-        std::move(respond));
+    inStore([&pairing = ports_.pairing, inviteId = std::move(body->inviteId), now = ports_.clock.now()](Store& store)
+                -> StoreResult<Outcome> { return outcomeOf(pairing.handoff(store, inviteId, now), statusOk); },
+            std::move(respond));
 }
 
 // Calls of a device whose body is a name.

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "LumaroCore/Services/ContactCard.h"
+#include "LumaroCore/Services/DownloadOrigin.h"
 #include "LumaroCore/Services/LoginItem.h"
 #include "LumaroCore/Services/SoundPlayer.h"
 #include "LumaroCore/Services/SystemSignals.h"
@@ -35,11 +36,13 @@ private:
     }
 };
 
-/// Knows nothing of the person.
+/// Knows what the test says of the person.
 class FakeContactCard final : public ContactCard {
 public:
     ContactsAccess access() override { return ContactsAccess::authorized; }
-    OwnCard ownCard() override { return {}; }
+    OwnCard ownCard() override { return card; }
+
+    OwnCard card;
 };
 
 /// Keeps the names of what was played.
@@ -48,6 +51,14 @@ public:
     void play(std::string_view name) override { played.emplace_back(name); }
 
     std::vector<std::string> played;
+};
+
+/// Knows what the test says of where the program came from.
+class FakeDownloadOrigin final : public DownloadOrigin {
+public:
+    std::vector<std::string> origins() override { return known; }
+
+    std::vector<std::string> known;
 };
 
 /// Tells its listeners what the test says. Outlives their listening.

@@ -9,14 +9,33 @@
 
 namespace lumaro {
 
-/// Keeps what was posted. Questions about the permission are never answered.
+/// Keeps what was posted. The question about the permission that was asked last is answered when the test says so, and
+/// while whoever asked still waits.
 class FakeNotifications final : public NotificationCenter {
 public:
     void post(LocalNotification notification) override { posted.push_back(std::move(notification)); }
-    [[nodiscard]] std::unique_ptr<Question> permission(Answer) override { return std::make_unique<Question>(); }
-    [[nodiscard]] std::unique_ptr<Question> askPermission(Answer) override { return std::make_unique<Question>(); }
+    [[nodiscard]] std::unique_ptr<Question> permission(Answer then) override { return ask(std::move(then)); }
+    [[nodiscard]] std::unique_ptr<Question> askPermission(Answer then) override { return ask(std::move(then)); }
+
+    void answer(NotificationPermission permission) {
+        if (const auto asked = asked_.lock()) std::exchange(*asked, nullptr)(permission);
+    }
 
     std::vector<LocalNotification> posted;
+
+private:
+    struct Asked final : Question {
+        std::shared_ptr<Answer> then;
+    };
+
+    std::unique_ptr<Question> ask(Answer then) {
+        auto asked = std::make_unique<Asked>();
+        asked->then = std::make_shared<Answer>(std::move(then));
+        asked_ = asked->then;
+        return asked;
+    }
+
+    std::weak_ptr<Answer> asked_;
 };
 
 } // namespace lumaro

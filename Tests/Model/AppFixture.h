@@ -75,10 +75,8 @@ private:
 class CountingWallpaper final : public WallpaperController {
 public:
     void setEnabled(bool enabled) override { calls.push_back(enabled ? "on" : "off"); }
-    void refresh() override { ++refreshes; }
 
     std::vector<std::string> calls;
-    int refreshes = 0;
 };
 
 /// One device's application with everything around it in the test's hands.
@@ -143,6 +141,7 @@ struct AppFixture {
                 .contacts = contacts,
                 .sounds = sounds,
                 .signals = signals,
+                .origin = origin,
                 .wallpaper = wallpaper};
     }
 
@@ -162,6 +161,7 @@ struct AppFixture {
     FakeContactCard contacts;
     RecordingSounds sounds;
     ManualSystemSignals signals;
+    FakeDownloadOrigin origin;
     CountingWallpaper wallpaper;
     std::unique_ptr<AppModel> app;
 };

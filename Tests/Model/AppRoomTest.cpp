@@ -24,7 +24,7 @@ protected:
 };
 
 TEST_F(AppRoomTest, AnActIsShownStoredAndOnlyThenConfirmed) {
-    ASSERT_TRUE(app->act(noteOps("mine", PartnerID::a)));
+    ASSERT_TRUE(app->liveBoard().act(noteOps("mine", PartnerID::a)));
     EXPECT_EQ(state().board.items.size(), 1U);
     EXPECT_EQ(rooms.sent.size(), 1U);
     EXPECT_EQ(state().pendingBatches, 1U);
@@ -34,14 +34,14 @@ TEST_F(AppRoomTest, AnActIsShownStoredAndOnlyThenConfirmed) {
 
 TEST_F(AppRoomTest, AnActThatCannotBeStoredGoesAndIsTold) {
     rooms.stores = false;
-    ASSERT_TRUE(app->act(noteOps("mine", PartnerID::a)));
+    ASSERT_TRUE(app->liveBoard().act(noteOps("mine", PartnerID::a)));
     EXPECT_TRUE(app->board().items.empty());
     EXPECT_EQ(state().notice, textOf(ActFault::notStored));
 }
 
 TEST_F(AppRoomTest, AnActThatTheBoardRefusesIsNotSent) {
     for (std::size_t i = 0; i < BoardSpec::maxLiveItems; ++i) relay(noteOps("n", PartnerID::b));
-    EXPECT_EQ(app->act(noteOps("one more", PartnerID::a)).error(), ActFault::windowFull);
+    EXPECT_EQ(app->liveBoard().act(noteOps("one more", PartnerID::a)).error(), ActFault::windowFull);
     EXPECT_EQ(rooms.sent.size(), 0U);
 }
 
@@ -154,7 +154,7 @@ TEST_F(AppRoomTest, TenPresencesInAQuarterOfASecondAreOne) {
     pass(Seconds{1});
     rooms.presences.clear();
     for (int i = 0; i < 10; ++i) {
-        app->setPresence({{}, {}, i % 2 == 0 ? Activity::editing : Activity::idle});
+        app->presence().setActivity(i % 2 == 0 ? Activity::editing : Activity::idle);
         pass(Seconds{0.02});
     }
     pass(Seconds{0.25});
@@ -163,7 +163,7 @@ TEST_F(AppRoomTest, TenPresencesInAQuarterOfASecondAreOne) {
 }
 
 TEST_F(AppRoomTest, P41_PresenceFollowsEveryWelcome) {
-    app->setPresence({{}, {}, Activity::editing});
+    app->presence().setActivity(Activity::editing);
     pass(Seconds{0.25});
     for (int welcomes = 0; welcomes < 2; ++welcomes) {
         rooms.presences.clear();
@@ -174,13 +174,97 @@ TEST_F(AppRoomTest, P41_PresenceFollowsEveryWelcome) {
     }
 }
 
-TEST_F(AppRoomTest, OnlyThePartnersComingRefreshesTheWindow) {
+TEST_F(AppRoomTest, ANewsIsToldOncePerMessageAndSaysWhatChanged) {
+    std::vector<AppNews> told;
+    app->onNews([&](const AppNews& news) { told.push_back(news); });
     rooms.say(ServerMessage::Roster{{.a = true, .b = false}, {}});
-    const int before = wallpaper.refreshes;
+    EXPECT_EQ(told.size(), 1U);
+    told.clear();
     rooms.say(ServerMessage::Roster{{.a = true, .b = false}, {}});
-    EXPECT_EQ(wallpaper.refreshes, before);
+    EXPECT_TRUE(told.empty()) << "nothing is different";
     rooms.say(ServerMessage::Roster{PartnerSet::both(), {}});
-    EXPECT_EQ(wallpaper.refreshes, before + 1);
+    ASSERT_EQ(told.size(), 1U);
+    EXPECT_TRUE(told.front().changed.has(AppChange::partner));
+    EXPECT_FALSE(told.front().changed.has(AppChange::board));
+
+    told.clear();
+    relay(noteOps("hello", PartnerID::b));
+    ASSERT_EQ(told.size(), 1U);
+    EXPECT_TRUE(told.front().changed.has(AppChange::board));
+    EXPECT_EQ(state().arriving.size(), 1U);
+
+    told.clear();
+    const auto id = app->board().items.front().id;
+    ASSERT_TRUE(app->editor().move(id, {300, 300}));
+    ASSERT_EQ(told.size(), 1U) << "an act of the editor is one piece of news";
+    EXPECT_TRUE(told.front().changed.has(AppChange::board));
+    EXPECT_TRUE(told.front().changed.has(AppChange::editor));
+
+    told.clear();
+    rooms.stores = false;
+    ASSERT_TRUE(app->liveBoard().act(noteOps("mine", PartnerID::a)));
+    ASSERT_EQ(told.size(), 1U);
+    EXPECT_EQ(told.front().notices, std::vector<std::string>{std::string{textOf(ActFault::notStored)}});
+    EXPECT_EQ(state().failedBatches.size(), 1U);
+    app->onNews(nullptr);
+}
+
+TEST_F(AppRoomTest, WhatAListenerDoesIsToldAfterwards) {
+    std::vector<std::string> story;
+    app->onNews([&](const AppNews& news) {
+        story.push_back("begins");
+        if (news.quickNotes.size() == 1) app->desktop().set(false);
+        if (news.changed.has(AppChange::desktop)) story.push_back("desktop");
+        story.push_back("ends");
+    });
+    app->requestQuickNote("hi");
+    EXPECT_EQ(story, (std::vector<std::string>{"begins", "ends", "begins", "desktop", "ends"}));
+    app->onNews(nullptr);
+}
+
+TEST_F(AppRoomTest, WhoeverHasSomethingInTheHandIsSeenEditing) {
+    relay(noteOps("hello", PartnerID::b));
+    const auto id = app->board().items.front().id;
+    ASSERT_TRUE(app->editor().beginGesture(id));
+    pass(Seconds{0.3});
+    EXPECT_EQ(rooms.presences.back().activity, Activity::editing);
+    ASSERT_TRUE(app->editor().endGesture());
+    app->editor().beginDoodle(std::nullopt);
+    EXPECT_EQ(state().ownPresence.activity, Activity::editing);
+    app->editor().cancelDoodle();
+    pass(Seconds{0.3});
+    EXPECT_EQ(rooms.presences.back().activity, Activity::idle);
+}
+
+TEST_F(AppRoomTest, APlaceThatIsFreeHasNobodysName) {
+    rooms.say(ServerMessage::Roster{{.a = true, .b = false}, SlotNames{"Ann", std::nullopt}, {.a = true, .b = false}});
+    EXPECT_EQ(state().paired, (PartnerSet{.a = true, .b = false}));
+    EXPECT_EQ(state().partnerDisplayName, "");
+    EXPECT_FALSE(state().partnerNames.contains(PartnerID::b));
+    rebuild();
+    EXPECT_EQ(state().partnerDisplayName, "") << "nor after a restart";
+}
+
+TEST_F(AppRoomTest, EachItemFallsForItsOwnTimeWhateverComesMeanwhile) {
+    relay(noteOps("one", PartnerID::b));
+    relay(noteOps("two", PartnerID::b));
+    const auto first = app->board().items.front().id;
+    const auto second = app->board().items.back().id;
+    clock.shift(std::chrono::seconds{1});
+    relay(*Edits::takeDown(app->board(), first, {PartnerID::b, clock.now()}));
+    pass(Seconds{0.5});
+    relay(*Edits::takeDown(app->board(), second, {PartnerID::b, clock.now()}));
+    pass(Seconds{0.4});
+    EXPECT_EQ(state().falling, std::set{second});
+    pass(Seconds{0.5});
+    EXPECT_TRUE(state().falling.empty());
+}
+
+TEST_F(AppRoomTest, ANoteComesDownAlsoWhenTheClockIsSetForward) {
+    relay(noteOps("for an hour", PartnerID::b, clock.now() + std::chrono::hours{1}));
+    clock.shift(std::chrono::hours{2});
+    pass(Seconds{61});
+    EXPECT_TRUE(app->board().items.empty());
 }
 
 TEST_F(AppRoomTest, RefusalsOfTheRoomAreLoggedAndChangeNothing) {

@@ -112,7 +112,7 @@ TEST_F(AppSessionTest, WithoutAnInviteTheFirstRunBeginsAndStaysWhereItWas) {
     start();
     http.answer(HttpResponse{404, R"({"code":"not_found","message":"none"})"});
     EXPECT_TRUE(hasLogged("app: no invite waiting for this mac; first run it is"));
-    app->setOnboarding(OnboardingStep::makeItYours);
+    app->pairing().setOnboarding(OnboardingStep::makeItYours);
     rebuild();
     EXPECT_EQ(state().onboarding, OnboardingStep::makeItYours);
 }
@@ -135,7 +135,7 @@ TEST_F(AppSessionTest, StartingABoardKeepsItsLinkAndToken) {
 
 TEST_F(AppSessionTest, APairingAskedForAtOnceWaitsForTheSessionAndGoesBeforeAnInvite) {
     app->start();
-    app->joinByLink("lumaro://join-invite?i=k7pq2m5x");
+    app->pairing().joinByLink("lumaro://join-invite?i=k7pq2m5x");
     EXPECT_TRUE(http.requests.empty()) << "the keychain has not answered yet";
     background.runAll();
     ASSERT_EQ(http.requests.size(), 1U);
@@ -143,18 +143,126 @@ TEST_F(AppSessionTest, APairingAskedForAtOnceWaitsForTheSessionAndGoesBeforeAnIn
 
     AppFixture late;
     late.start();
-    late.app->joinByCode("123456");
+    late.app->pairing().joinByCode("123456");
     EXPECT_EQ(late.http.requests.size(), 2U);
     EXPECT_EQ(late.http.open(), 1U) << "nobody waits for the invite any more";
 }
 
+TEST_F(AppSessionTest, AnInviteOpenedOnABoardAsksAndKeepsTheOldBoardOnNo) {
+    goOnBoard();
+    relay(noteOps("hello", PartnerID::b));
+    for (const bool accepts : {false, true}) {
+        app->pairing().joinByLink("https://other.example/for/k7pq2m5x");
+        EXPECT_EQ(http.requests.back().url, "https://other.example/handoff");
+        http.answer(HttpResponse{200, R"({"inviteId":"k7pq2m5x","inviter":"Cleo"})"});
+        EXPECT_EQ(state().pairing.value,
+                  PairingPhase::Value(PairingPhase::Asking{"Cleo", "https://other.example", true}));
+        EXPECT_EQ(state().partnerDisplayName, "Ben");
+        const auto asked = http.requests.size();
+        app->pairing().acceptInvite(accepts);
+        EXPECT_EQ(http.requests.size(), accepts ? asked + 1 : asked);
+        EXPECT_EQ(state().token->raw, token) << "the old key stays until the new one is safe";
+        EXPECT_EQ(app->board().items.size(), 1U);
+    }
+    http.answer(HttpResponse{200, R"({"token":"lm1.other234.b.nbswy3dpo5xxe3de","coupleId":"other234",)"
+                                  R"("partnerName":"Cleo","slot":"b","status":"joined"})"});
+    background.runAll();
+    EXPECT_EQ(state().token->coupleId, "other234");
+    EXPECT_EQ(app->serverURL(), "https://other.example");
+    EXPECT_EQ(rooms.addresses.back().serverURL, "https://other.example");
+    EXPECT_TRUE(app->board().items.empty());
+    EXPECT_EQ(state().partnerNames, (std::map<PartnerID, std::string>{{PartnerID::a, "Cleo"}}));
+    EXPECT_EQ(http.requests.back().method + " " + http.requests.back().url,
+              "DELETE https://board.lumaro.app/couples/q3m7xk2p/devices/self");
+}
+
+TEST_F(AppSessionTest, AJoinThatFailsLeavesTheOldBoardAlone) {
+    goOnBoard();
+    app->pairing().joinByLink("https://other.example/for/k7pq2m5x");
+    http.answer(HttpResponse{200, R"({"inviteId":"k7pq2m5x"})"});
+    app->pairing().acceptInvite(true);
+    http.answer(std::unexpected(HttpFailure{"no route"}));
+    background.runAll();
+    EXPECT_EQ(state().token->raw, token);
+    EXPECT_EQ(app->serverURL(), "https://board.lumaro.app");
+    app->pairing().joinByCode("123456");
+    EXPECT_EQ(std::get<PairingPhase::Failed>(state().pairing.value).message,
+              "you're on a board already; leave it first");
+}
+
+TEST_F(AppSessionTest, ALinkBringsItsServer) {
+    struct Row {
+        std::string text;
+        std::string url; ///< of the first request
+    };
+    const std::vector<Row> rows{
+        {"https://room.example:8443/base/for/k7pq2m5x", "https://room.example:8443/base/joins/link"},
+        {"come: http://192.168.1.4:7700/dl/k7pq2m5x.", "http://192.168.1.4:7700/joins/link"},
+        {"lumaro://join-invite?i=k7pq2m5x", "https://board.lumaro.app/joins/link"},
+        // Any page can open such a link, so a strange server is asked about first.
+        {"lumaro://join-invite?i=k7pq2m5x&s=https%3A%2F%2Froom.example", "https://room.example/handoff"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.text);
+        AppFixture one;
+        one.start();
+        one.app->pairing().joinByLink(row.text);
+        EXPECT_EQ(one.http.requests.back().url, row.url);
+        EXPECT_EQ(one.app->serverURL(), "https://board.lumaro.app") << "not before the board is joined";
+    }
+}
+
+TEST_F(AppSessionTest, TheInviteThatTheProgramWasDownloadedFromIsJoined) {
+    origin.known = {"https://room.example/download", "https://room.example/dl/k7pq2m5x",
+                    "https://room.example/dl/k7pq2m5x", "https://old.example/for/abcdefgh"};
+    start();
+    EXPECT_EQ(http.requests.back().url + http.requests.back().body,
+              R"(https://room.example/handoff{"inviteId":"k7pq2m5x"})");
+    http.answer(HttpResponse{404, R"({"code":"not_found","message":""})"});
+    EXPECT_EQ(http.requests.back().url + http.requests.back().body,
+              R"(https://old.example/handoff{"inviteId":"abcdefgh"})");
+    http.answer(HttpResponse{200, R"({"inviteId":"abcdefgh","inviter":"Ben"})"});
+    EXPECT_TRUE(hasLogged("app: an invite was waiting for this mac"));
+    http.answer(HttpResponse{200, joinedAs("joined", token)});
+    background.runAll();
+    ASSERT_TRUE(state().token);
+    EXPECT_EQ(app->serverURL(), "https://old.example");
+}
+
+TEST_F(AppSessionTest, ATokenThatIsNoneEndsThePairingWithWords) {
+    const std::vector<std::pair<std::string, bool>> answers{
+        {R"({"token":"lm1.nonsense","coupleId":"q3m7xk2p","partnerName":"Ben","slot":"a","status":"joined"})", true},
+        {R"({"coupleId":"q3m7xk2p","token":"lm1.nonsense","invite":{"inviteId":"abcdefgh12","link":"https://x/for/a",)"
+         R"("expiresAt":1790000000000}})",
+         false}};
+    for (const auto& [body, isJoin] : answers) {
+        AppFixture one;
+        one.start();
+        isJoin ? one.app->pairing().joinByCode("123456") : one.app->startOurBoard();
+        int told = 0;
+        one.app->onNews([&](const AppNews&) { ++told; });
+        one.http.answer(HttpResponse{200, body});
+        one.background.runAll();
+        EXPECT_TRUE(std::holds_alternative<PairingPhase::Failed>(one.state().pairing.value)) << body;
+        EXPECT_EQ(told, 1);
+    }
+}
+
+TEST_F(AppSessionTest, FiveDigitsAreNoCodeAndAskNobody) {
+    start();
+    const auto asked = http.requests.size();
+    app->pairing().joinByCode("12345");
+    EXPECT_EQ(http.requests.size(), asked);
+    EXPECT_EQ(std::get<PairingPhase::Failed>(state().pairing.value).message, "a code is six digits.");
+}
+
 TEST_F(AppSessionTest, APersonChoosesWhoTheyAreAndJoinsAgain) {
     start();
-    app->joinByCode("12 34-56");
+    app->pairing().joinByCode("12 34-56");
     http.answer(
         HttpResponse{409, R"({"code":"choose_person","message":"","names":{"a":"Ann","b":"Ben"},"suggested":"b"})"});
     ASSERT_TRUE(std::holds_alternative<PairingPhase::Choosing>(state().pairing.value));
-    app->chooseOneself(PartnerID::a);
+    app->pairing().chooseOneself(PartnerID::a);
     EXPECT_NE(http.requests.back().body.find(R"("code":"123456")"), std::string::npos);
     EXPECT_NE(http.requests.back().body.find(R"("slot":"a")"), std::string::npos);
     http.answer(HttpResponse{200, joinedAs("rejoined", token)});
@@ -209,7 +317,65 @@ TEST_F(AppSessionTest, LeavingIsDoneHereWhateverTheServiceSays) {
     EXPECT_EQ(rooms.listener, nullptr);
     EXPECT_EQ(state().onboarding, OnboardingStep::welcome);
     EXPECT_NE(app->board().items.size(), 0U) << "the starter board hangs there again";
-    EXPECT_EQ(app->act({}).error(), ActFault::notOnBoard);
+    EXPECT_EQ(app->liveBoard().act({}).error(), ActFault::notOnBoard);
+}
+
+TEST_F(AppSessionTest, WhatTheServiceDidNotHearOfALeavingIsSaidAgain) {
+    goOnBoard();
+    const auto asksToLeave = [this] {
+        return http.requests.back().method == "DELETE" && http.requests.back().url.ends_with("/devices/self");
+    };
+    app->leaveBoard();
+    EXPECT_TRUE(asksToLeave());
+    app->shutdown();
+    rebuild(); // before the service has answered
+    http.requests.clear();
+    start();
+    EXPECT_TRUE(std::ranges::any_of(http.requests, [](const auto& one) { return one.method == "DELETE"; }));
+    EXPECT_FALSE(state().token);
+    while (http.answer(HttpResponse{200, "{}"})) continue;
+    background.runAll();
+    EXPECT_FALSE(hasKeychain("leaving"));
+}
+
+TEST_F(AppSessionTest, LeavingForgetsBothNamesWhicheverSlotThisDeviceHas) {
+    app->people().setMyName("Ann");
+    app->pair("lm1.q3m7xk2p.b.nbswy3dpo5xxe3de", [](auto) {});
+    background.runAll();
+    rooms.say(ServerMessage::Roster{PartnerSet::both(), SlotNames{"Ben", "Ann"}});
+    EXPECT_EQ(state().partnerDisplayName, "Ben");
+    app->leaveBoard();
+    EXPECT_EQ(state().myDisplayName, "Ann");
+    EXPECT_EQ(state().partnerDisplayName, "");
+    EXPECT_TRUE(state().partnerNames.empty());
+}
+
+TEST_F(AppSessionTest, ALineThatCannotBeOpenedIsNotLoggedAsOne) {
+    rooms.refusal = "no disk";
+    keyring.items[{std::string{keychainService}, "joinToken"}] = token;
+    defaults.setString("pairedCoupleId", "q3m7xk2p");
+    start();
+    EXPECT_TRUE(hasLogged("app: connect: SyncClient init failed: no disk"));
+    EXPECT_FALSE(hasLogged("app: connect: client created for lm1.q3m7xk2p.a.••••"));
+    rooms.refusal.reset();
+    app->connect();
+    rooms.listener->opened({});
+    EXPECT_TRUE(hasLogged("app: connect: client created for lm1.q3m7xk2p.a.••••"));
+    app->leaveBoard();
+    EXPECT_TRUE(hasLogged("app: message stream finished"));
+}
+
+TEST_F(AppSessionTest, FacesAndPermissionsAreKnownFromTheStartAndAgainWhenThePersonComesBack) {
+    contacts.card = {.fullName = "Ann", .picturePath = "/ann.png"};
+    start();
+    notifications.answer(NotificationPermission::denied);
+    EXPECT_EQ(state().myPicturePath, "/ann.png");
+    EXPECT_EQ(state().notificationPermission, NotificationPermission::denied);
+    contacts.card.picturePath.reset();
+    app->becameActive();
+    notifications.answer(NotificationPermission::authorized);
+    EXPECT_EQ(state().myPicturePath, std::nullopt);
+    EXPECT_EQ(state().notificationPermission, NotificationPermission::authorized);
 }
 
 TEST_F(AppSessionTest, ABoardIsThereAgainBeforeTheRoomSpeaks) {

@@ -258,7 +258,7 @@ TEST_F(EditorModelTest, TakingDownWhatIsBeingTypedOnIsTakenBackWithTheText) {
     EXPECT_TRUE(editor_.takeDown(noteId));
     EXPECT_FALSE(editor_.draft());
     EXPECT_FALSE(editor_.selection());
-    EXPECT_EQ(editor_.notice().count, 0U);
+    EXPECT_TRUE(person_.notices.empty());
     EXPECT_TRUE(editor_.undo());
     EXPECT_EQ(person_.text(noteId), "half a thou");
     EXPECT_EQ(person_.item(drawnId).center, (Point{600, 500}));

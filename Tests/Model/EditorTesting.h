@@ -25,7 +25,6 @@ public:
         if (!result.rejected.empty()) return std::unexpected(faultOf(result.rejected.front().reason));
         sent.push_back({ids_.next(), std::move(ops)});
         shared.enqueue(sent.back(), clock_.now());
-        changed();
         return sent.back().batchId;
     }
 
@@ -44,6 +43,7 @@ struct Person {
         desk.shared = SharedBoard{std::move(board), {}, samples::noon};
         desk.changed = [this] { editor.setLiveItems(desk.board()); };
         editor.setAuthor(author);
+        announcer.onNews([this](const AppNews& news) { std::ranges::copy(news.notices, std::back_inserter(notices)); });
         desk.changed();
     }
 
@@ -71,13 +71,15 @@ struct Person {
         return *found;
     }
     std::string text(const UUID& id) const { return item(id).payload.as<NotePayload>()->pm.plainText(); }
-    std::string_view notice() const { return editor.notice().text; }
+    const std::string& notice() const { return notices.back(); }
 
     CountingUUIDs ids;
     ManualSleeper sleeper;
     ManualClock clock{sleeper, samples::noon};
     FakeDesk desk{ids, clock};
-    EditorModel editor{{desk, ids, clock, sleeper}};
+    Announcer announcer;
+    std::vector<std::string> notices;
+    EditorModel editor{{desk, ids, clock, sleeper, announcer}};
 };
 
 /// One person at an editor, for each test.

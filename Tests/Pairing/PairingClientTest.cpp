@@ -133,8 +133,7 @@ TEST_F(PairingClientTest, P11_TellsOneRefusalFromAnother) {
 
 TEST_F(PairingClientTest, P11_TakesNotFoundForWhatTheCallLookedFor) {
     const HttpResponse notFound{404, R"({"code":"not_found","message":""})"};
-    const auto ofHandoff =
-        result<std::string>([this](auto then) { return client.handoff({}, std::move(then)); }, notFound);
+    const auto ofHandoff = result<Handoff>([this](auto then) { return client.handoff({}, std::move(then)); }, notFound);
     const auto ofLeave = result<void>([this](auto then) { return client.leave(token, std::move(then)); }, notFound);
     EXPECT_EQ(ofHandoff.value().error().kind, Case::linkNotFound);
     EXPECT_EQ(ofLeave.value().error().kind, Case::server);

@@ -29,7 +29,6 @@ bool takesDownExpired(const OutboxBatch& batch, const Board& board, Instant now)
 
 struct SimApp::NoWallpaper final : WallpaperController {
     void setEnabled(bool /*enabled*/) override {}
-    void refresh() override {}
 };
 
 /// Stands for a background thread: does its work a little later, one piece after the other, and none of it once the
@@ -99,6 +98,7 @@ SimApp::SimApp(SimDevice& device)
                                                      .contacts = contacts_,
                                                      .sounds = sounds_,
                                                      .signals = signals_,
+                                                     .origin = origin_,
                                                      .wallpaper = *wallpaper_})) {
     app_->start();
 }
@@ -133,9 +133,9 @@ bool SimApp::knows(const Members& members) const {
 
 bool SimApp::actAtOnce(std::vector<Op> ops) {
     const Board before = app_->board();
-    const auto waiting = app_->shared().pending().size();
-    const auto done = app_->act(std::move(ops));
-    if (!done && (app_->board() != before || app_->shared().pending().size() != waiting)) {
+    const auto waiting = app_->liveBoard().shared().pending().size();
+    const auto done = app_->liveBoard().act(std::move(ops));
+    if (!done && (app_->board() != before || app_->liveBoard().shared().pending().size() != waiting)) {
         device_.complain("refuses an act and does a part of it");
     }
     return done.has_value();
@@ -209,7 +209,7 @@ void SimApp::received(const ServerMessage& message, std::size_t pending) {
     const auto held = editor.draft() ? std::optional{editor.draft()->id()} : std::nullopt;
     const bool wasGone = held && editor.draft()->isGone();
     listener_->received(message, pending);
-    device_.heard(message, app_->shared().confirmed());
+    device_.heard(message, app_->liveBoard().shared().confirmed());
     if (!held) return;
     if (!editor.draft() || editor.draft()->id() != *held) return device_.complain("loses what is in the hand");
     if (!wasGone && editor.draft()->isGone()) device_.parts().coverage.note(Met::draftsTakenDown);
@@ -227,7 +227,8 @@ void SimApp::stored(const UUID& batchId, SendOutcome::Way way, std::size_t pendi
     device_.stored(*batch);
     auto& coverage = device_.parts().coverage;
     if (way == SendOutcome::Way::queued) coverage.note(Met::actsQueued);
-    if (takesDownExpired(*batch, app_->shared().confirmed(), device_.clock().now())) coverage.note(Met::notesExpired);
+    if (takesDownExpired(*batch, app_->liveBoard().shared().confirmed(), device_.clock().now()))
+        coverage.note(Met::notesExpired);
     listener_->stored(batchId, way, pending);
 }
 
@@ -239,14 +240,14 @@ void SimApp::notStored(const UUID& batchId, const SendError& why) {
 // What must be
 
 void SimApp::check() {
-    if (isOpened_) device_.checkShown(app_->shared());
+    if (isOpened_) device_.checkShown(app_->liveBoard().shared());
 }
 
 void SimApp::checkAtRest() {
     if (!BoardLogic::expiryOps(app_->board(), device_.clock().now() - expiryGrace).empty()) {
         device_.complain("shows a note whose time is over");
     }
-    if (app_->state().unstoredBatches != 0) device_.complain("thinks that an act is not stored yet");
+    if (!app_->state().unstoredBatches.empty()) device_.complain("thinks that an act is not stored yet");
 }
 
 } // namespace lumaro::simulation

@@ -22,7 +22,7 @@ public:
     ~SimApp() override;
 
     SyncClient* client() override;
-    const SharedBoard& board() const override { return app_->shared(); }
+    const SharedBoard& board() const override { return app_->liveBoard().shared(); }
     PartnerID slot() const override;
     bool knows(const Members& members) const override;
     bool waitsForAnAnswer() const override { return http_.isAsking(); }
@@ -30,7 +30,7 @@ public:
     void act(std::vector<Op> ops) override;
     void handle(samples::Random& random) override;
     void takeBack(samples::Random& random) override;
-    void sendPresence() override { app_->setPresence({.nowPlaying = {}, .here = {}, .activity = Activity::editing}); }
+    void sendPresence() override { app_->presence().setActivity(Activity::editing); }
     void retryNow() override { signals_.changeNetwork(); }
     void reconnect() override { app_->connect(); }
     void wake() override { signals_.wakeUp(); }
@@ -65,6 +65,7 @@ private:
     FakeContactCard contacts_;
     RecordingSounds sounds_;
     ManualSystemSignals signals_;
+    FakeDownloadOrigin origin_;
     std::unique_ptr<NoWallpaper> wallpaper_;
     std::unique_ptr<Background> background_;
     std::unique_ptr<AppModel> app_;

@@ -13,16 +13,12 @@ class DesktopSceneTest : public testing::Test {
 protected:
     DesktopSceneTest() {
         person.goOnBoard();
-        person.app->onChange([this] { scene.refresh(); });
-        person.app->editor().onChange([this] { scene.refreshHand(); });
+        person.app->onNews([this](const AppNews& news) { scene.hear(news.changed); });
         person.relay(person.noteOps("oranges", PartnerID::b));
         desktop.setScene(&scene);
         QObject::connect(desktop.rows(), &QAbstractItemModel::dataChanged, [this] { ++changes; });
     }
-    ~DesktopSceneTest() override {
-        person.app->onChange(nullptr);
-        person.app->editor().onChange(nullptr);
-    }
+    ~DesktopSceneTest() override { person.app->onNews(nullptr); }
 
     const UUID& note() const { return person.app->board().items.front().id; }
     Point place() { return desktop.rows()->rows().front().center; }

@@ -71,6 +71,16 @@ Board BoardScene::withHand() const {
     return board;
 }
 
+void BoardScene::hear(AppChanges changed) {
+    constexpr std::array ofTheBoard{AppChange::board,  AppChange::partner,    AppChange::ownPresence,
+                                    AppChange::people, AppChange::membership, AppChange::pictures};
+    if (std::ranges::any_of(ofTheBoard, [&](AppChange change) { return changed.has(change); })) {
+        refresh();
+    } else if (changed.has(AppChange::editor)) {
+        refreshHand();
+    }
+}
+
 void BoardScene::refresh() {
     const auto& state = ports_.app.state();
     const auto wasTied = settled_.threadTiedAt;

@@ -49,10 +49,8 @@ public:
     const Board& settled() const { return settled_; }
     const std::vector<BoardRow>& settledRows() const { return settledRows_; }
 
-    /// The application looks different.
-    void refresh();
-    /// Only its editor does.
-    void refreshHand();
+    /// What changed of the application.
+    void hear(AppChanges changed);
     /// How many pixels of the sharpest window one point of the canvas has.
     Q_INVOKABLE void wantPixels(double perPoint);
 
@@ -64,6 +62,8 @@ Q_SIGNALS:
     void threadTied();
 
 private:
+    void refresh();
+    void refreshHand();
     LiveContext live() const;
     Board withHand() const;
     void letGoOfPictures();

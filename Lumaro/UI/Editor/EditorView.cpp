@@ -69,12 +69,16 @@ std::optional<BoardItem> EditorView::itemInSight() const {
     return item == nullptr ? std::nullopt : std::optional{*item};
 }
 
+void EditorView::hear(const AppNews& news) {
+    const auto& what = news.changed;
+    if (what.has(AppChange::editor) || what.has(AppChange::board) || what.has(AppChange::membership)) refresh();
+    for (const auto& notice : news.notices) Q_EMIT noticed(Words::of(notice));
+}
+
 void EditorView::refresh() {
     const auto item = itemInSight();
     selected_ = item ? selectedItem(*item, me(), clock_.now()) : SelectedItem{};
     Q_EMIT changed();
-    const auto& notice = editor_.notice();
-    if (std::exchange(notices_, notice.count) != notice.count) Q_EMIT noticed(Words::of(notice.text));
 }
 
 // Selecting.

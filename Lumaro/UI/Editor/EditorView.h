@@ -39,8 +39,8 @@ public:
     bool isTakenAway() const { return editor_.draft() && editor_.draft()->isGone(); }
     EditorModel& model() { return editor_; }
 
-    /// The editor or the board changed.
-    void refresh();
+    /// What changed, and what people are to be told.
+    void hear(const AppNews& news);
 
     // Selecting.
     /// The item in front at that place; empty on the glass. `reach` is how far from ink still counts.
@@ -113,6 +113,7 @@ Q_SIGNALS:
     void noticed(const QString& text);
 
 private:
+    void refresh();
     const BoardItem* selectedOnBoard() const;
     /// The selected item in a gesture of keys or the wheel, which begins if none has; null when it cannot.
     std::optional<BoardItem> inStepGesture();
@@ -128,7 +129,6 @@ private:
     SelectedItem selected_;
     std::optional<Grip> grip_;
     bool isStepping_ = false; ///< a gesture of keys or the wheel is under way
-    std::uint64_t notices_ = 0;
 };
 
 } // namespace lumaro

@@ -95,13 +95,8 @@ Window {
     Connections {
         target: window.view
 
-        property int notices: window.view.face.notices
-
-        function onFaceChanged(): void {
-            if (notices !== window.view.face.notices) {
-                notices = window.view.face.notices;
-                page.say(window.view.face.notice);
-            }
+        function onNoticed(text: string): void {
+            page.say(text);
         }
     }
 }

@@ -88,17 +88,12 @@ void Bed::build() {
     scene_ = std::make_unique<BoardScene>(BoardScene::Ports{*app_->app, app_->clock, app_->sleeper, app_->background});
     editor_ = std::make_unique<EditorView>(*app_->app, app_->clock);
     pictures_ = std::make_unique<PictureExchange>(*app_->app, app_->ids, app_->background);
-    app_->app->onChange([this] {
+    app_->app->onNews([this](const AppNews& news) {
         view_->refresh();
-        showChange();
+        scene_->hear(news.changed);
+        editor_->hear(news);
     });
-    app_->app->editor().onChange([this] { showChange(); });
     Q_EMIT made();
-}
-
-void Bed::showChange() {
-    scene_->refresh();
-    editor_->refresh();
 }
 
 void Bed::make() {

@@ -100,7 +100,6 @@ private:
     QByteArray pictureBytes() const;
     void fall(QQuickItem& on, QPointF place, QMimeData& dragged) const;
     void build();
-    void showChange();
 
     QTemporaryDir folder_;
     PseudoLanguage pseudo_;

@@ -1,0 +1,85 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Lumaro/Model/Membership/Invitations.h"
+
+#include <cstdint>
+#include <utility>
+
+namespace lumaro {
+
+Invitations::Invitations(Ports ports, InvitationState& state, Neighbours neighbours)
+    : ports_(ports), state_(state), neighbours_(neighbours) {
+    linkTask_ = inBackground(
+        ports_.background, [keychain = keychain()] { return keychain.readBoardLink(); },
+        [this](KeychainStore::Result<std::optional<BoardLink>> link) {
+            if (!link || state_.boardLink) return;
+            state_.boardLink = std::move(*link);
+            neighbours_.announcer.changed(AppChange::invitations);
+        });
+}
+
+void Invitations::mintCode() {
+    if (!neighbours_.who.token) return;
+    const Announcer::Stroke stroke{neighbours_.announcer};
+    state_.isMintingCode = true;
+    state_.codeFailure.reset();
+    neighbours_.announcer.changed(AppChange::invitations);
+    codeCall_ = neighbours_.service.client().createCode(*neighbours_.who.token, neighbours_.myName, [this](auto code) {
+        const Announcer::Stroke answered{neighbours_.announcer};
+        state_.isMintingCode = false;
+        neighbours_.announcer.changed(AppChange::invitations);
+        if (code) {
+            state_.shareCode = std::move(*code);
+        } else {
+            state_.codeFailure = code.error().text();
+            neighbours_.announcer.say(*state_.codeFailure);
+        }
+    });
+}
+
+void Invitations::resetLinks() {
+    if (!neighbours_.who.token) return;
+    const auto failed = [this](const PairingFailure& why) { neighbours_.announcer.say(std::string{why.text()}); };
+    linksCall_ = neighbours_.service.client().resetLinks(
+        *neighbours_.who.token, [this, failed](std::expected<void, PairingFailure> reset) {
+            if (!reset) return failed(reset.error());
+            keepLink(std::nullopt);
+            if (!neighbours_.who.token) return;
+            linksCall_ = neighbours_.service.client().mintLink(
+                *neighbours_.who.token, neighbours_.myName, [this, failed](auto invite) {
+                    if (!invite) return failed(invite.error());
+                    if (neighbours_.who.token)
+                        keepLink(BoardLink{neighbours_.who.token->coupleId, invite->inviteId, invite->link});
+                });
+        });
+}
+
+void Invitations::keepLink(std::optional<BoardLink> link) {
+    linkTask_ = inBackground(
+        ports_.background,
+        [keychain = keychain(), link]() mutable {
+            return link ? keychain.saveBoardLink(*link) : keychain.remove(KeychainAccount::boardLink);
+        },
+        [this](KeychainStore::Result<void> kept) {
+            if (kept) return;
+            ports_.log.write(LogLevel::error, "app",
+                             "the board link could not be kept (OSStatus " +
+                                 std::to_string(static_cast<std::int32_t>(kept.error())) + ")");
+        });
+    state_.boardLink = std::move(link);
+    neighbours_.announcer.changed(AppChange::invitations);
+}
+
+void Invitations::keepLinkAgain() {
+    if (state_.boardLink) keepLink(state_.boardLink);
+}
+
+void Invitations::forgetCode() {
+    codeCall_ = nullptr;
+    linksCall_ = nullptr;
+    state_.isMintingCode = false;
+    state_.codeFailure.reset();
+    state_.shareCode.reset();
+    neighbours_.announcer.changed(AppChange::invitations);
+}
+
+} // namespace lumaro

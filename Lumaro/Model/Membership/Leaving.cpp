@@ -1,0 +1,84 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Lumaro/Model/Membership/Leaving.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <sstream>
+#include <utility>
+
+namespace lumaro {
+
+// A line for each board: the server, a space, the token.
+
+void Leaving::tellWhatIsKept() {
+    if (std::exchange(isRead_, true)) return;
+    task_ = inBackground(
+        ports_.background, [keychain = membership_.keychain()] { return keychain.read(KeychainAccount::leaving); },
+        [this](const ReadResult& read) {
+            const auto* const found = std::get_if<ReadResult::Found>(&read.value);
+            if (found == nullptr) return;
+            std::istringstream lines{found->data};
+            for (std::string line; std::getline(lines, line);) {
+                const auto space = std::min(line.find(' '), line.size());
+                auto token = CoupleToken::parse(line.substr(space));
+                if (token) add(line.substr(0, space), std::move(*token));
+            }
+        });
+}
+
+void Leaving::tell(const CoupleToken& token, const std::string& serverURL) {
+    add(serverURL, token);
+    keep();
+}
+
+void Leaving::retryNow() {
+    for (auto& board : boards_) {
+        if (!board.call) ask(board);
+    }
+}
+
+void Leaving::add(std::string serverURL, CoupleToken token) {
+    if (std::ranges::any_of(boards_, [&](const Board& board) { return board.token == token; })) return;
+    if (boards_.size() == maxBoards) boards_.erase(boards_.begin());
+    boards_.push_back({std::move(serverURL), std::move(token), nullptr});
+    ask(boards_.back());
+}
+
+void Leaving::ask(Board& board) {
+    board.call = service_.client(board.serverURL)
+                     .leave(board.token, [this, token = board.token](std::expected<void, PairingFailure> left) {
+                         answered(token, left);
+                     });
+}
+
+void Leaving::answered(const CoupleToken& token, const std::expected<void, PairingFailure>& left) {
+    if (!left) log(LogLevel::error, "the service did not hear of it: " + std::string{left.error().text()});
+    const auto board = std::ranges::find(boards_, token, &Board::token);
+    if (board == boards_.end()) return;
+    // A service that knows the device no longer has nothing left to hear.
+    const bool isDone = left || (left.error().status >= 400 && left.error().status < 500 && left.error().status != 429);
+    if (!isDone) {
+        board->call = nullptr;
+        return;
+    }
+    boards_.erase(board);
+    keep();
+}
+
+void Leaving::keep() {
+    std::string lines;
+    for (const auto& board : boards_) lines += board.serverURL + " " + board.token.raw + "\n";
+    task_ = inBackground(
+        ports_.background,
+        [keychain = membership_.keychain(), lines = std::move(lines)]() mutable {
+            return lines.empty() ? keychain.remove(KeychainAccount::leaving)
+                                 : keychain.save(lines, KeychainAccount::leaving);
+        },
+        [this](KeychainStore::Result<void> kept) {
+            if (kept) return;
+            log(LogLevel::error, "what the service is to hear could not be kept (OSStatus " +
+                                     std::to_string(static_cast<std::int32_t>(kept.error())) + ")");
+        });
+}
+
+} // namespace lumaro

@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "Lumaro/Model/Membership/PairingService.h"
+#include "LumaroCore/Protocol/CoupleToken.h"
+#include "LumaroCore/Support/BackgroundRunner.h"
+#include "LumaroCore/Support/Log.h"
+
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace lumaro {
+
+/// Tells the service that this device has left a board. Until the service has answered, what it is to be told is kept
+/// among the secrets: a program that ends meanwhile says it again at its next start.
+class Leaving {
+public:
+    /// Boards that this device has left and whose service has not heard of it; of more, the oldest are given up.
+    static constexpr std::size_t maxBoards = 8;
+
+    /// All outlive this; `background` may wait for a person at a keyring.
+    struct Ports {
+        BackgroundRunner& background;
+        Log& log;
+    };
+
+    Leaving(Ports ports, const Membership& membership, PairingService& service)
+        : ports_(ports), membership_(membership), service_(service) {}
+    Leaving(const Leaving&) = delete;
+    Leaving& operator=(const Leaving&) = delete;
+    ~Leaving() = default;
+
+    void tell(const CoupleToken& token, const std::string& serverURL);
+    /// Says again what an earlier run of the program could not.
+    void tellWhatIsKept();
+    /// The network changed or the computer woke.
+    void retryNow();
+
+private:
+    struct Board {
+        std::string serverURL;
+        CoupleToken token;
+        PairingClient::Call call; ///< under way
+    };
+
+    void add(std::string serverURL, CoupleToken token);
+    void ask(Board& board);
+    void answered(const CoupleToken& token, const std::expected<void, PairingFailure>& left);
+    void keep();
+    void log(LogLevel level, std::string_view message) { ports_.log.write(level, "app", message); }
+
+    Ports ports_;
+    const Membership& membership_;
+    PairingService& service_;
+    std::vector<Board> boards_; ///< the oldest first
+    bool isRead_ = false;
+    std::unique_ptr<BackgroundRunner::Task> task_;
+};
+
+} // namespace lumaro

@@ -1,0 +1,272 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Lumaro/Model/Membership/Pairing.h"
+
+#include "LumaroCore/Support/EnumNames.h"
+#include "LumaroCore/Support/Wire.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace lumaro {
+namespace {
+
+constexpr Seconds greetingSpan{6};
+constexpr std::string_view onBoardAlready = "you're on a board already; leave it first";
+
+/// Keys that were used once.
+constexpr std::array<std::string_view, 2> retiredKeys{"openInvite", "needsInviteNudge"};
+
+PairingFailure failureOf(PairingFailure::Case kind) {
+    PairingFailure failure;
+    failure.kind = kind;
+    return failure;
+}
+
+} // namespace
+
+Pairing::Pairing(Ports ports, PairingState& state, Neighbours neighbours)
+    : ports_(ports), state_(state), neighbours_(neighbours) {
+    if (const auto step = ports_.defaults.string("onboardingStep")) state_.onboarding = fromName<OnboardingStep>(*step);
+    for (const auto key : retiredKeys) ports_.defaults.remove(key);
+}
+
+void Pairing::enter(PairingPhase::Value phase) {
+    state_.pairing.value = std::move(phase);
+    neighbours_.announcer.changed(AppChange::pairing);
+}
+
+void Pairing::failed(const PairingFailure& failure, std::string_view what) {
+    log(LogLevel::error, std::string{what} + std::string{failure.text()});
+    enter(PairingPhase::Failed{std::string{failure.text()}});
+}
+
+void Pairing::setOnboarding(std::optional<OnboardingStep> step) {
+    state_.onboarding = step;
+    if (step) {
+        ports_.defaults.setString("onboardingStep", nameOf(*step));
+    } else {
+        ports_.defaults.remove("onboardingStep");
+    }
+    neighbours_.announcer.changed(AppChange::pairing);
+}
+
+void Pairing::begunAnew() {
+    const Announcer::Stroke stroke{neighbours_.announcer};
+    join_.reset();
+    asked_ = nullptr;
+    call_ = nullptr;
+    enter(PairingPhase::Idle{});
+    setOnboarding(OnboardingStep::welcome);
+}
+
+std::string Pairing::serverOf(const Join& join) const {
+    return join.serverURL.value_or(neighbours_.membership.serverURL());
+}
+
+// A program that a link was opened with starts with it: the pairing waits until it is known what board this device is
+// on, and then goes before an invite that may be waiting.
+void Pairing::whenRestored(Asked pairing) {
+    if (neighbours_.who.isSettling) return;
+    const Announcer::Stroke stroke{neighbours_.announcer};
+    call_ = nullptr;
+    join_.reset();
+    enter(PairingPhase::Working{});
+    if (!state_.onboarding && !neighbours_.who.wasPaired) setOnboarding(OnboardingStep::welcome);
+    if (!neighbours_.who.isRestoring) return pairing();
+    asked_ = std::move(pairing);
+}
+
+void Pairing::sessionRestored(bool isNew) {
+    if (asked_) return std::exchange(asked_, nullptr)();
+    if (isNew) lookForInvite();
+}
+
+// The hand-off of a first run: the invite that this program was downloaded from.
+
+void Pairing::lookForInvite() {
+    originTask_ = inBackground(
+        ports_.background, [&origin = ports_.origin] { return origin.origins(); },
+        [this](const std::vector<std::string>& origins) {
+            if (state_.pairing != PairingPhase{} || neighbours_.who.token) return;
+            std::vector<Join> waiting;
+            for (const auto& origin : origins) {
+                auto invite = inviteIdIn(origin);
+                if (!invite || std::ranges::find(waiting, *invite, &Join::key) != waiting.end()) continue;
+                waiting.push_back({JoinDoor::link, std::move(*invite), inviteServerIn(origin), std::nullopt, true});
+                if (waiting.size() == DownloadOrigin::maxOrigins) break;
+            }
+            askForHandoff(std::move(waiting));
+        });
+}
+
+void Pairing::askForHandoff(std::vector<Join> waiting) {
+    const auto server = waiting.empty() ? neighbours_.membership.serverURL() : serverOf(waiting.front());
+    const auto invite = waiting.empty() ? std::nullopt : std::optional{waiting.front().key};
+    call_ = neighbours_.service.client(server).handoff(
+        invite, [this, waiting = std::move(waiting)](const std::expected<Handoff, PairingFailure>& answer) mutable {
+            const Announcer::Stroke stroke{neighbours_.announcer};
+            handedOff(std::move(waiting), answer);
+        });
+}
+
+void Pairing::handedOff(std::vector<Join> waiting, const std::expected<Handoff, PairingFailure>& invite) {
+    if (invite) {
+        log(LogLevel::info, "an invite was waiting for this mac");
+        join_ = waiting.empty() ? Join{JoinDoor::link, invite->inviteId, {}, {}, true} : std::move(waiting.front());
+        return join();
+    }
+    if (!waiting.empty()) waiting.erase(waiting.begin());
+    if (!waiting.empty()) return askForHandoff(std::move(waiting));
+    if (invite.error().status == 404) {
+        log(LogLevel::info, "no invite waiting for this mac; first run it is");
+    } else {
+        log(LogLevel::error, "pairing request failed: " + std::string{invite.error().text()});
+    }
+    if (!state_.onboarding) setOnboarding(OnboardingStep::welcome);
+}
+
+// A board of one's own.
+
+void Pairing::startOurBoard() {
+    whenRestored([this] {
+        if (neighbours_.who.token) return enter(PairingPhase::Failed{std::string{onBoardAlready}});
+        call_ = neighbours_.service.client().createCouple(
+            neighbours_.membership.deviceId(), neighbours_.names.myDisplayName,
+            [this](const std::expected<CreatedCouple, PairingFailure>& created) {
+                const Announcer::Stroke stroke{neighbours_.announcer};
+                startedBoard(created);
+            });
+    });
+}
+
+void Pairing::startedBoard(const std::expected<CreatedCouple, PairingFailure>& created) {
+    if (!created) return failed(created.error(), "startOurBoard failed: ");
+    auto token = CoupleToken::parse(created->token);
+    if (!token) return failed(PairingFailure{}, "startOurBoard failed: the service gave a token that is none: ");
+    neighbours_.invitations.keepLink(BoardLink{created->coupleId, created->invite.inviteId, created->invite.link});
+    neighbours_.membership.keep(std::move(*token), std::nullopt, [this](std::expected<void, std::string> kept) {
+        if (!kept) {
+            log(LogLevel::error, "startOurBoard failed: " + kept.error());
+            neighbours_.invitations.keepLink(std::nullopt);
+            return enter(PairingPhase::Failed{std::move(kept.error())});
+        }
+        enter(PairingPhase::Idle{});
+        setOnboarding(OnboardingStep::bringThemOver);
+        log(LogLevel::info, "started a new board");
+    });
+}
+
+// The partner's board.
+
+void Pairing::joinByCode(std::string_view typed) {
+    auto code = normalizeCode(typed);
+    if (code.size() < joinCodeLength) return enter(PairingPhase::Failed{"a code is six digits."});
+    whenRestored([this, code = std::move(code)]() mutable {
+        if (neighbours_.who.token) return enter(PairingPhase::Failed{std::string{onBoardAlready}});
+        join_ = Join{JoinDoor::code, std::move(code), {}, {}};
+        join();
+    });
+}
+
+void Pairing::joinByLink(std::string_view text) {
+    const Announcer::Stroke stroke{neighbours_.announcer};
+    auto invite = inviteIdIn(text);
+    if (!invite) return failed(failureOf(PairingFailure::Case::linkNotFound), "pairing request failed: ");
+    whenRestored([this, text = std::string{text}, invite = std::move(*invite)]() mutable {
+        join_ = Join{JoinDoor::link, std::move(invite), inviteServerIn(text), {}};
+        needsAsking(*join_, text) ? askAboutInvite() : join();
+    });
+}
+
+// Any page can open the program's own links, so that one which names another server is asked about even without a
+// board to lose.
+bool Pairing::needsAsking(const Join& join, std::string_view text) const {
+    const auto& own = neighbours_.invitation.boardLink;
+    if (neighbours_.who.token) return !own || own->inviteId != join.key;
+    const bool isOurLink = text.find("://join-invite") != std::string_view::npos;
+    return isOurLink && serverOf(join) != neighbours_.membership.serverURL();
+}
+
+void Pairing::askAboutInvite() {
+    const auto server = serverOf(*join_);
+    call_ = neighbours_.service.client(server).handoff(
+        join_->key, [this, server](const std::expected<Handoff, PairingFailure>& invite) {
+            const Announcer::Stroke stroke{neighbours_.announcer};
+            if (!invite) return failed(invite.error(), "pairing request failed: ");
+            enter(PairingPhase::Asking{invite->inviter.value_or(""), server, neighbours_.who.token.has_value()});
+        });
+}
+
+void Pairing::acceptInvite(bool accepts) {
+    if (!join_ || !std::holds_alternative<PairingPhase::Asking>(state_.pairing.value)) return;
+    const Announcer::Stroke stroke{neighbours_.announcer};
+    if (accepts) return join();
+    join_.reset();
+    enter(PairingPhase::Idle{});
+}
+
+void Pairing::chooseOneself(PartnerID slot) {
+    if (!join_ || !std::holds_alternative<PairingPhase::Choosing>(state_.pairing.value)) return;
+    join_->slot = slot;
+    join();
+}
+
+void Pairing::join() {
+    if (!join_->isQuiet) enter(PairingPhase::Working{});
+    const PairingClient::Joiner joiner{neighbours_.membership.deviceId(), neighbours_.names.myDisplayName, join_->slot};
+    auto then = [this](const std::expected<Joined, PairingFailure>& answer) {
+        const Announcer::Stroke stroke{neighbours_.announcer};
+        joined(answer);
+    };
+    auto client = neighbours_.service.client(serverOf(*join_));
+    call_ = join_->door == JoinDoor::link ? client.joinByLink(join_->key, joiner, std::move(then))
+                                          : client.joinByCode(join_->key, joiner, std::move(then));
+}
+
+void Pairing::joined(const std::expected<Joined, PairingFailure>& answer) {
+    if (answer) return keepToken(*answer);
+    if (answer.error().kind == PairingFailure::Case::choosePerson) {
+        return enter(PairingPhase::Choosing{answer.error().names, answer.error().suggested});
+    }
+    const bool isQuiet = join_->isQuiet;
+    join_.reset();
+    failed(answer.error(), "pairing request failed: ");
+    if (!isQuiet) return;
+    enter(PairingPhase::Idle{});
+    setOnboarding(OnboardingStep::welcome);
+}
+
+// The board that was is left once the new one's key is safe.
+void Pairing::keepToken(const Joined& joined) {
+    auto token = CoupleToken::parse(joined.token);
+    auto serverURL = std::exchange(join_, std::nullopt)->serverURL;
+    if (!token) return failed(PairingFailure{}, "pairing request failed: the service gave a token that is none: ");
+    auto left = neighbours_.who.token;
+    if (left && left->coupleId == token->coupleId) left.reset();
+    neighbours_.membership.keep(std::move(*token), std::move(serverURL),
+                                [this, joined, left = std::move(left),
+                                 server = neighbours_.membership.serverURL()](std::expected<void, std::string> kept) {
+                                    if (!kept) return enter(PairingPhase::Failed{std::move(kept.error())});
+                                    if (left) neighbours_.leaving.tell(*left, server);
+                                    settled(joined);
+                                });
+}
+
+void Pairing::settled(const Joined& joined) {
+    enter(PairingPhase::Idle{});
+    setOnboarding(std::nullopt);
+    neighbours_.people.learnPartnerName(joined.partnerName);
+    state_.arrival = Arrival{joined.partnerName, joined.status, Wire::truncatedToMilliseconds(ports_.clock.now())};
+    greetingTask_ = ports_.sleeper.wait(greetingSpan, [this] {
+        state_.arrival.reset();
+        neighbours_.announcer.changed(AppChange::pairing);
+    });
+}
+
+void Pairing::forgetFailure() {
+    if (std::holds_alternative<PairingPhase::Working>(state_.pairing.value)) return;
+    join_.reset();
+    enter(PairingPhase::Idle{});
+}
+
+} // namespace lumaro

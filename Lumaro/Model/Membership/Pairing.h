@@ -1,0 +1,164 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "Lumaro/Model/Membership/Invitations.h"
+#include "Lumaro/Model/Membership/Leaving.h"
+#include "Lumaro/Model/Membership/PairingService.h"
+#include "Lumaro/Model/Membership/People.h"
+#include "Lumaro/Model/News/Announcer.h"
+#include "LumaroCore/Services/DownloadOrigin.h"
+#include "LumaroCore/Support/WallClock.h"
+
+#include <array>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+namespace lumaro {
+
+/// How far the first run has come.
+enum class OnboardingStep : std::uint8_t { welcome, makeItYours, bringThemOver };
+
+constexpr std::array<std::string_view, 3> namesOf(OnboardingStep) {
+    return {"welcome", "makeItYours", "bringThemOver"};
+}
+
+/// How a join was asked for.
+enum class JoinDoor : std::uint8_t { link, code };
+
+/// How a pairing request stands.
+struct PairingPhase {
+    struct Idle {
+        bool operator==(const Idle&) const = default;
+    };
+    struct Working {
+        bool operator==(const Working&) const = default;
+    };
+    /// Both people are on the board: this person must say which one they are.
+    struct Choosing {
+        SlotNames names;
+        std::optional<PartnerID> suggested;
+        bool operator==(const Choosing&) const = default;
+    };
+    /// An invite to another board than the one that this device is on, or to another server than it knows: the person
+    /// must say whether they want that.
+    struct Asking {
+        std::string inviter;     ///< empty when the service does not know
+        std::string server;      ///< base URL of the invite's
+        bool leavesBoard = true; ///< this device is on a board now
+        bool operator==(const Asking&) const = default;
+    };
+    struct Failed {
+        std::string message; ///< for people
+        bool operator==(const Failed&) const = default;
+    };
+    using Value = std::variant<Idle, Working, Choosing, Asking, Failed>;
+    Value value;
+
+    bool operator==(const PairingPhase&) const = default;
+};
+
+/// A join that has just been completed.
+struct Arrival {
+    std::string partnerName;
+    JoinStatus status = JoinStatus::joined;
+    Instant at;
+
+    bool operator==(const Arrival&) const = default;
+};
+
+struct PairingState {
+    PairingPhase pairing;
+    std::optional<Arrival> arrival;
+    std::optional<OnboardingStep> onboarding;
+};
+
+/// How this device comes onto a board: by starting one, by a code or by an invite.
+class Pairing {
+public:
+    /// All outlive this.
+    struct Ports {
+        Sleeper& sleeper;
+        WallClock& clock;
+        Log& log;
+        BackgroundRunner& background;
+        UserDefaults& defaults;
+        DownloadOrigin& origin;
+    };
+    struct Neighbours {
+        Membership& membership;
+        const MembershipState& who;
+        People& people;
+        const PeopleState& names;
+        Invitations& invitations;
+        const InvitationState& invitation;
+        Leaving& leaving;
+        PairingService& service;
+        Announcer& announcer;
+    };
+
+    Pairing(Ports ports, PairingState& state, Neighbours neighbours);
+    Pairing(const Pairing&) = delete;
+    Pairing& operator=(const Pairing&) = delete;
+    ~Pairing() = default;
+
+    /// It is known whether this device is on a board. A new one looks for an invite that waits for it.
+    void sessionRestored(bool isNew);
+
+    void startOurBoard();
+    void joinByCode(std::string_view typed);
+    /// A link, or a text around one. One that leads away from this device's board, or that the program was opened with
+    /// and that names another server, is asked about first (`PairingPhase::Asking`).
+    void joinByLink(std::string_view text);
+    /// The answer to `PairingPhase::Asking`; without it everything stays as it was.
+    void acceptInvite(bool accepts);
+    /// The answer to `PairingPhase::Choosing`.
+    void chooseOneself(PartnerID slot);
+    /// Takes a failure off the screen, and drops what waits for an answer of the person.
+    void forgetFailure();
+    void setOnboarding(std::optional<OnboardingStep> step);
+    /// This device has left its board.
+    void begunAnew();
+
+private:
+    struct Join {
+        JoinDoor door = JoinDoor::code;
+        std::string key;                      ///< the code's digits, or the invite's id
+        std::optional<std::string> serverURL; ///< of a link that names one
+        std::optional<PartnerID> slot;
+        bool isQuiet = false; ///< nobody has asked for it
+    };
+    using Asked = std::move_only_function<void()>;
+
+    void whenRestored(Asked pairing);
+    void lookForInvite();
+    void askForHandoff(std::vector<Join> waiting);
+    void handedOff(std::vector<Join> waiting, const std::expected<Handoff, PairingFailure>& invite);
+    void startedBoard(const std::expected<CreatedCouple, PairingFailure>& created);
+    bool needsAsking(const Join& join, std::string_view text) const;
+    void askAboutInvite();
+    void join();
+    void joined(const std::expected<Joined, PairingFailure>& answer);
+    void keepToken(const Joined& joined);
+    void settled(const Joined& joined);
+    void failed(const PairingFailure& failure, std::string_view what);
+    void enter(PairingPhase::Value phase);
+    std::string serverOf(const Join& join) const;
+    void log(LogLevel level, std::string_view message) { ports_.log.write(level, "app", message); }
+
+    Ports ports_;
+    PairingState& state_;
+    Neighbours neighbours_;
+    std::optional<Join> join_;
+    Asked asked_; ///< waits for the session to be restored
+    PairingClient::Call call_;
+    std::unique_ptr<BackgroundRunner::Task> originTask_;
+    std::unique_ptr<Sleeper::Wait> greetingTask_;
+};
+
+} // namespace lumaro

@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Lumaro/Model/News/Announcer.h"
+
+#include <utility>
+
+namespace lumaro {
+
+void Announcer::changed(AppChange change) {
+    const Stroke stroke{*this};
+    news_.changed.add(change);
+}
+
+void Announcer::say(std::string notice) {
+    const Stroke stroke{*this};
+    news_.notices.push_back(std::move(notice));
+}
+
+void Announcer::askForQuickNote(std::optional<std::string> text) {
+    const Stroke stroke{*this};
+    news_.quickNotes.push_back(std::move(text));
+}
+
+// Still within the stroke, so that what the listener does is told after what it was told.
+void Announcer::end() {
+    while (strokes_ == 1 && !news_.isEmpty()) {
+        if (complete_) complete_(AppNews{news_});
+        const auto told = std::exchange(news_, {});
+        // A copy: the listener may set another.
+        const auto listener = listener_;
+        if (listener) listener(told);
+    }
+    --strokes_;
+}
+
+} // namespace lumaro
