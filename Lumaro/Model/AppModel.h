@@ -128,7 +128,7 @@ private:
     Permissions permissions_;
     DesktopSwitch desktop_;
     Membership membership_;
-    PairingService service_;
+    PairingClients service_;
     Invitations invitations_;
     People people_;
     Leaving leaving_;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "Lumaro/Model/Membership/PairingService.h"
+#include "Lumaro/Model/Membership/PairingClients.h"
 #include "Lumaro/Model/News/Announcer.h"
 
 #include <memory>
@@ -31,7 +31,7 @@ public:
         const Membership& membership;
         const MembershipState& who;
         const std::string& myName;
-        PairingService& service;
+        PairingClients& service;
         Announcer& announcer;
     };
 

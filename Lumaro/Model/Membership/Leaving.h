@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "Lumaro/Model/Membership/PairingService.h"
+#include "Lumaro/Model/Membership/PairingClients.h"
 #include "LumaroCore/Protocol/CoupleToken.h"
 #include "LumaroCore/Support/BackgroundRunner.h"
 #include "LumaroCore/Support/Log.h"
@@ -26,7 +26,7 @@ public:
         Log& log;
     };
 
-    Leaving(Ports ports, const Membership& membership, PairingService& service)
+    Leaving(Ports ports, const Membership& membership, PairingClients& service)
         : ports_(ports), membership_(membership), service_(service) {}
     Leaving(const Leaving&) = delete;
     Leaving& operator=(const Leaving&) = delete;
@@ -53,7 +53,7 @@ private:
 
     Ports ports_;
     const Membership& membership_;
-    PairingService& service_;
+    PairingClients& service_;
     std::vector<Board> boards_; ///< the oldest first
     bool isRead_ = false;
     std::unique_ptr<BackgroundRunner::Task> task_;

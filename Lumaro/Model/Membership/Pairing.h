@@ -3,7 +3,7 @@
 
 #include "Lumaro/Model/Membership/Invitations.h"
 #include "Lumaro/Model/Membership/Leaving.h"
-#include "Lumaro/Model/Membership/PairingService.h"
+#include "Lumaro/Model/Membership/PairingClients.h"
 #include "Lumaro/Model/Membership/People.h"
 #include "Lumaro/Model/News/Announcer.h"
 #include "LumaroCore/Services/DownloadOrigin.h"
@@ -98,7 +98,7 @@ public:
         Invitations& invitations;
         const InvitationState& invitation;
         Leaving& leaving;
-        PairingService& service;
+        PairingClients& service;
         Announcer& announcer;
     };
 

@@ -3,7 +3,7 @@
 
 namespace lumaro {
 
-People::People(Ports ports, PeopleState& state, PairingService& service, Announcer& announcer)
+People::People(Ports ports, PeopleState& state, PairingClients& service, Announcer& announcer)
     : ports_(ports), state_(state), service_(service), announcer_(announcer) {
     state_.myDisplayName = ports_.defaults.string("myDisplayName").value_or("");
     state_.partnerDisplayName = ports_.defaults.string("partnerDisplayName").value_or("");

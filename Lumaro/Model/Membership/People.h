@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "Lumaro/Model/Membership/PairingService.h"
+#include "Lumaro/Model/Membership/PairingClients.h"
 #include "Lumaro/Model/News/Announcer.h"
 #include "LumaroCore/Protocol/CoupleToken.h"
 #include "LumaroCore/Protocol/Partners.h"
@@ -36,7 +36,7 @@ public:
         Log& log;
     };
 
-    People(Ports ports, PeopleState& state, PairingService& service, Announcer& announcer);
+    People(Ports ports, PeopleState& state, PairingClients& service, Announcer& announcer);
     People(const People&) = delete;
     People& operator=(const People&) = delete;
     ~People() = default;
@@ -59,7 +59,7 @@ private:
 
     Ports ports_;
     PeopleState& state_;
-    PairingService& service_;
+    PairingClients& service_;
     Announcer& announcer_;
     std::optional<CoupleToken> token_;
     PairingClient::Call nameTask_;

@@ -9,11 +9,11 @@
 
 namespace lumaro {
 
-/// The pairing service of this device's server, or of another.
-class PairingService {
+/// Makes clients of the pairing service: of this device's server, or of another.
+class PairingClients {
 public:
-    /// `version` is this program's. All outlive the service.
-    PairingService(std::string version, HttpClient& http, Log& log, const Membership& membership)
+    /// `version` is this program's. All outlive this.
+    PairingClients(std::string version, HttpClient& http, Log& log, const Membership& membership)
         : version_(std::move(version)), http_(http), log_(log), membership_(membership) {}
 
     PairingClient client() const { return client(membership_.serverURL()); }
