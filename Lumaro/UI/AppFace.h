@@ -99,10 +99,10 @@ public:
     QString firstName;
     QString secondName;
     int suggested = -1; ///< 0, 1, or -1 when the service has no idea
-    QUrl myPicture;           ///< of this person's contact card; empty when there is none
-    QString failure;          ///< of the latest pairing; empty when there is none
-    QString code;             ///< "123 456"; empty when there is none
-    QString codeWorks;        ///< "works for 9 more minutes"
+    QUrl myPicture;     ///< of this person's contact card; empty when there is none
+    QString failure;    ///< of the latest pairing; empty when there is none
+    QString code;       ///< "123 456"; empty when there is none
+    QString codeWorks;  ///< "works for 9 more minutes"
     bool isCodeOver = false;
     bool isMintingCode = false;
     QString link;
