@@ -29,7 +29,7 @@ inline constexpr std::string_view ofApplication = "app.socket";
 
 /// What a verb wants of the process that has the profile. Travels between processes as one line of JSON.
 struct BoardRequest {
-    /// The id is made by the one who asks: asked twice, it is put up once.
+    /// The id is made by the one who asks: asked twice, it is put up once, and both are answered the same.
     struct PutUp {
         static constexpr std::string_view tag = "put";
         UUID id;
@@ -43,7 +43,7 @@ struct BoardRequest {
     };
     struct Move {
         static constexpr std::string_view tag = "move";
-        std::string item; ///< the beginning of its id, here and below
+        std::string item; ///< how its id begins, in either case; here and below
         Point to;
 
         static constexpr auto fields() { return std::tuple{Field{"item", &Move::item}, Field{"to", &Move::to}}; }
@@ -75,6 +75,20 @@ struct BoardRequest {
 
         static constexpr auto fields() { return std::tuple{Field{"item", &TakeDown::item}}; }
         bool operator==(const TakeDown&) const = default;
+    };
+    struct Keep {
+        static constexpr std::string_view tag = "keep";
+        std::string item;
+
+        static constexpr auto fields() { return std::tuple{Field{"item", &Keep::item}}; }
+        bool operator==(const Keep&) const = default;
+    };
+    struct Unkeep {
+        static constexpr std::string_view tag = "unkeep";
+        std::string item;
+
+        static constexpr auto fields() { return std::tuple{Field{"item", &Unkeep::item}}; }
+        bool operator==(const Unkeep&) const = default;
     };
     struct Paint {
         static constexpr std::string_view tag = "background";
@@ -118,10 +132,11 @@ struct BoardRequest {
         std::string codeOrLink;
         std::string name;
         std::optional<PartnerID> slot; ///< who this person is, when asked
+        std::optional<bool> leave{};   ///< whether to leave the board that this person is on
 
         static constexpr auto fields() {
             return std::tuple{Field{"codeOrLink", &Join::codeOrLink}, Field{"name", &Join::name},
-                              Field{"slot", &Join::slot}};
+                              Field{"slot", &Join::slot}, Field{"leave", &Join::leave}};
         }
         bool operator==(const Join&) const = default;
     };
@@ -184,8 +199,8 @@ struct BoardRequest {
     };
 
     struct Verb {
-        std::variant<PutUp, Move, Turn, Resize, TakeDown, Paint, Show, Pending, Status, Start, Join, Code, Leave, Undo,
-                     Redo, QuickNote, Open, Presence, Secrets, Unlock>
+        std::variant<PutUp, Move, Turn, Resize, TakeDown, Keep, Unkeep, Paint, Show, Pending, Status, Start, Join, Code,
+                     Leave, Undo, Redo, QuickNote, Open, Presence, Secrets, Unlock>
             value;
 
         bool operator==(const Verb&) const = default;

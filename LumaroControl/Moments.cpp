@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "LumaroControl/Moments.h"
 
+#include "LumaroCore/Support/WrittenMoment.h"
+
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -8,36 +10,6 @@
 
 namespace lumaro {
 namespace {
-
-// Takes a number of so many digits off the text, and what must stand before it.
-std::optional<int> takeNumber(std::string_view& text, std::string_view oneOfBefore, std::size_t digits) {
-    const std::size_t skipped = oneOfBefore.empty() ? 0 : 1;
-    if (text.size() < skipped + digits) return std::nullopt;
-    if (skipped == 1 && oneOfBefore.find(text.front()) == std::string_view::npos) return std::nullopt;
-    const char* const begin = text.data() + skipped;
-    int number = 0;
-    const auto [end, code] = std::from_chars(begin, begin + digits, number);
-    if (code != std::errc{} || end != begin + digits || number < 0) return std::nullopt;
-    text.remove_prefix(skipped + digits);
-    return number;
-}
-
-struct TimeOfDay {
-    int hour = 0;
-    int minute = 0;
-    int second = 0;
-};
-
-std::optional<TimeOfDay> takeTime(std::string_view& text) {
-    if (text.empty() || text == "Z") return TimeOfDay{};
-    const auto hour = takeNumber(text, " T", 2);
-    const auto minute = takeNumber(text, ":", 2);
-    if (!hour || !minute) return std::nullopt;
-    const bool hasSecond = !text.empty() && text.front() == ':';
-    const auto second = hasSecond ? takeNumber(text, ":", 2) : 0;
-    if (!second || *hour > 23 || *minute > 59 || *second > 59) return std::nullopt;
-    return TimeOfDay{*hour, *minute, *second};
-}
 
 std::string formatted(Instant instant, const char* format) {
     const auto seconds = static_cast<std::time_t>(instant.time_since_epoch().count() / 1000000);
@@ -50,24 +22,19 @@ std::string formatted(Instant instant, const char* format) {
 } // namespace
 
 std::optional<Instant> parseMoment(std::string_view text) {
-    const auto year = takeNumber(text, "", 4);
-    const auto month = takeNumber(text, "-", 2);
-    const auto day = takeNumber(text, "-", 2);
-    if (!year || !month || !day) return std::nullopt;
-    const std::chrono::year_month_day date{std::chrono::year{*year}, std::chrono::month{static_cast<unsigned>(*month)},
-                                           std::chrono::day{static_cast<unsigned>(*day)}};
-    const auto time = takeTime(text);
-    const bool isUtc = text == "Z";
-    if (!date.ok() || !time || (!text.empty() && !isUtc)) return std::nullopt;
+    const auto written = parseWrittenMoment(text);
+    if (!written) return std::nullopt;
+    if (written->isUtc) return Instant{std::chrono::sys_days{written->day} + written->time};
+    const std::chrono::hh_mm_ss time{written->time};
     std::tm fields{};
-    fields.tm_year = *year - 1900;
-    fields.tm_mon = *month - 1;
-    fields.tm_mday = *day;
-    fields.tm_hour = time->hour;
-    fields.tm_min = time->minute;
-    fields.tm_sec = time->second;
+    fields.tm_year = static_cast<int>(written->day.year()) - 1900;
+    fields.tm_mon = static_cast<int>(static_cast<unsigned>(written->day.month())) - 1;
+    fields.tm_mday = static_cast<int>(static_cast<unsigned>(written->day.day()));
+    fields.tm_hour = static_cast<int>(time.hours().count());
+    fields.tm_min = static_cast<int>(time.minutes().count());
+    fields.tm_sec = static_cast<int>(time.seconds().count());
     fields.tm_isdst = -1;
-    return Instant{std::chrono::seconds{isUtc ? timegm(&fields) : std::mktime(&fields)}};
+    return Instant{std::chrono::seconds{std::mktime(&fields)}};
 }
 
 std::string momentText(Instant instant) {

@@ -12,7 +12,7 @@ namespace lumaro {
 
 // Instants and places as people write and read them in a terminal.
 
-/// "2026-06-01", "2026-06-01 18:30" or "2026-06-01T18:30:15", in this machine's time zone, or in UTC with a "Z" behind.
+/// "2026-06-01", "2026-06-01 8:30" or "2026-06-01T18:30:15", in this machine's time zone, or in UTC with a "Z" behind.
 std::optional<Instant> parseMoment(std::string_view text);
 /// "2026-06-01 18:30", in this machine's time zone.
 std::string momentText(Instant instant);

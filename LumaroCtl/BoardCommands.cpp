@@ -57,19 +57,6 @@ BoardAnswer answerTo(const SendError& error) {
         error);
 }
 
-// The one item whose id begins so.
-std::expected<UUID, std::string> itemBeginningWith(const Board& board, std::string prefix) {
-    std::ranges::transform(prefix, prefix.begin(), [](char c) { return c >= 'A' && c <= 'F' ? char(c + 32) : c; });
-    std::vector<UUID> found;
-    for (const auto& item : board.items) {
-        if (item.id.lowerString().starts_with(prefix)) found.push_back(item.id);
-    }
-    if (found.size() == 1) return found.front();
-    const auto name = "\"" + onOneLine(prefix) + "\"";
-    if (found.empty()) return std::unexpected("no item begins with " + name);
-    return std::unexpected(std::to_string(found.size()) + " items begin with " + name);
-}
-
 } // namespace
 
 BoardCommands::BoardCommands(BoardSession& session, WallClock& clock, Sleeper& sleeper)
@@ -145,30 +132,12 @@ void BoardCommands::advance() {
 void BoardCommands::run(Task& task) {
     task.wasRun = true;
     auto& batches = task.batches;
-    const auto now = hand();
     task.answer = std::visit(
-        Overloaded{
-            [&](const BoardRequest::PutUp& put) { return putUp(put, batches); },
-            [&](const BoardRequest::Move& move) {
-                return editItem(move.item, batches,
-                                [&](const UUID& id) { return Edits::move(board(), id, move.to, now); });
-            },
-            [&](const BoardRequest::Turn& turn) {
-                return editItem(turn.item, batches,
-                                [&](const UUID& id) { return Edits::turn(board(), id, turn.degrees, now); });
-            },
-            [&](const BoardRequest::Resize& resize) {
-                return editItem(resize.item, batches,
-                                [&](const UUID& id) { return Edits::resize(board(), id, resize.scale, now); });
-            },
-            [&](const BoardRequest::TakeDown& gone) {
-                return editItem(gone.item, batches, [&](const UUID& id) { return Edits::takeDown(board(), id, now); });
-            },
-            [&](const BoardRequest::Paint& paint) { return edit(Edits::setBackground(paint.background), batches); },
-            [&](const BoardRequest::Show& wanted) { return show(wanted); },
-            [&](const BoardRequest::Pending&) { return pending(); },
-            [&](const BoardRequest::Status&) { return status(); },
-            [](const auto&) { return refusal(ExitStatus::usage, "only the application does that: --app"); }},
+        Overloaded{[&](const EditRequest auto& request) { return edit(verbOf(request, board()), batches); },
+                   [&](const BoardRequest::Show& wanted) { return show(wanted); },
+                   [&](const BoardRequest::Pending&) { return pending(); },
+                   [&](const BoardRequest::Status&) { return status(); },
+                   [](const auto&) { return refusal(ExitStatus::usage, "only the application does that: --app"); }},
         task.request.verb.value);
 }
 
@@ -186,7 +155,9 @@ void BoardCommands::conclude(Task& task) const {
     }
 }
 
-BoardAnswer BoardCommands::edit(const Edits::Result& ops, std::vector<UUID>& batches) {
+BoardAnswer BoardCommands::edit(const AskedVerb& verb, std::vector<UUID>& batches) {
+    if (!verb) return refusal(ExitStatus::data, verb.error());
+    const auto ops = opsOf(*verb, board(), hand());
     if (!ops) return refusal(ExitStatus::data, textOf(ops.error()));
     // The room follows the same rules: what this board refuses would go out in vain.
     for (const auto& batch : Edits::batches(*ops)) {
@@ -195,25 +166,8 @@ BoardAnswer BoardCommands::edit(const Edits::Result& ops, std::vector<UUID>& bat
     }
     auto outcome = session_.act(*ops);
     if (!outcome) return answerTo(outcome.error());
-    batches = std::move(outcome->batches);
-    return {};
-}
-
-BoardAnswer BoardCommands::putUp(const BoardRequest::PutUp& put, std::vector<UUID>& batches) {
-    BoardAnswer answer;
-    // Asked again, as the process that had the profile ended before it answered.
-    if (board().find(put.id) == nullptr) {
-        answer = edit(Edits::putUp(board(), put.id, put.draft.payload, put.at, hand()), batches);
-    }
-    if (answer.status == 0) answer.out = put.id.lowerString() + "\n";
-    return answer;
-}
-
-template <class Make>
-BoardAnswer BoardCommands::editItem(const std::string& item, std::vector<UUID>& batches, Make make) {
-    const auto id = itemBeginningWith(board(), item);
-    if (!id) return refusal(ExitStatus::data, id.error());
-    return edit(make(*id), batches);
+    batches = ops->empty() ? batchesAlreadyDoing(*verb, session_.board()) : std::move(outcome->batches);
+    return {0, outputOf(*verb), ""};
 }
 
 BoardAnswer BoardCommands::show(const BoardRequest::Show& show) const {

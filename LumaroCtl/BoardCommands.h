@@ -1,11 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "LumaroControl/BoardRequest.h"
-#include "LumaroCore/BoardLogic/Edits.h"
+#include "LumaroControl/EditRequest.h"
 #include "LumaroCore/SyncClient/BoardSession.h"
 
-#include <expected>
 #include <functional>
 #include <list>
 #include <memory>
@@ -53,10 +51,7 @@ private:
     void run(Task& task);
     void conclude(Task& task) const;
 
-    BoardAnswer edit(const Edits::Result& ops, std::vector<UUID>& batches);
-    BoardAnswer putUp(const BoardRequest::PutUp& put, std::vector<UUID>& batches);
-    template <class Make>
-    BoardAnswer editItem(const std::string& item, std::vector<UUID>& batches, Make make);
+    BoardAnswer edit(const AskedVerb& verb, std::vector<UUID>& batches);
     BoardAnswer show(const BoardRequest::Show& show) const;
     BoardAnswer pending() const;
     BoardAnswer status() const;

@@ -37,6 +37,7 @@ struct NetworkValues {
     bool begin = false;
     bool json = false;
     bool inFile = false;
+    bool leave = false;
 
     BoardRequest request(decltype(BoardRequest::Verb::value) verb) const { return {{std::move(verb)}, network.wait}; }
     ExitStatus send(Streams streams, decltype(BoardRequest::Verb::value) verb) const {
@@ -95,13 +96,14 @@ public:
         start->add_option("--name", values_.name, "your name, as your partner sees it")->required()->type_name("NAME");
         auto* join = verb("join", "Join a partner's board.", [](const V& v, Streams streams) {
             const auto slot = fromName<PartnerID>(v.slot);
-            return v.network.app ? v.send(streams, BoardRequest::Join{v.codeOrLink, v.name, slot})
-                                 : runJoin(v.network, streams, {v.name, v.codeOrLink, slot});
+            return v.network.app ? v.send(streams, BoardRequest::Join{v.codeOrLink, v.name, slot, v.leave})
+                                 : runJoin(v.network, streams, {v.name, v.codeOrLink, slot, v.leave});
         });
         join->add_option("CODE|LINK", values_.codeOrLink, "six digits, or a link")->required()->type_name("");
         join->add_option("--name", values_.name, "your name, as your partner sees it")->required()->type_name("NAME");
         join->add_option("--as", values_.slot, "which of the two you are, where both are on the board")
             ->check(oneOf<PartnerID>());
+        join->add_flag("--leave", values_.leave, "leave the board that this profile is on, once the join has worked");
         verb("code", "Print six digits with which the partner joins, once.", [](const V& v, Streams streams) {
             return v.network.app ? v.send(streams, BoardRequest::Code{}) : runCode(v.network, streams);
         });
@@ -173,6 +175,10 @@ public:
         resize->add_option("--to", values_.number, "0.5 to 2")->required()->type_name("SCALE");
         onItem("take-down", "Take an item down.",
                [](const V& v, Streams streams) { return v.send(streams, BoardRequest::TakeDown{v.item}); });
+        onItem("keep", "Let a note stay up.",
+               [](const V& v, Streams streams) { return v.send(streams, BoardRequest::Keep{v.item}); });
+        onItem("unkeep", "Let a note come down a day from now.",
+               [](const V& v, Streams streams) { return v.send(streams, BoardRequest::Unkeep{v.item}); });
         auto* paint = verb("background", "Paint the board.", [](const V& v, Streams streams) {
             const auto background = fromName<BackgroundID>(v.background).value_or(BackgroundID::butter);
             return v.send(streams, BoardRequest::Paint{background});
@@ -218,6 +224,7 @@ private:
     void addNoteAndCountdown() {
         auto* note = kind("note", "A note.", [](const V& v, Streams streams) {
             NotePayload payload{pm::docOfLines(v.text), v.paper, "brass", std::nullopt};
+            // Whoever puts it up counts the day from that instant.
             if (!v.keep) payload.expiresAt = present() + BoardSpec::noteLifespan;
             return v.putUp(streams, std::move(payload));
         });

@@ -79,6 +79,7 @@ struct JoinOptions {
     std::string name;
     std::string codeOrLink;
     std::optional<PartnerID> slot;
+    bool leave = false; ///< the board that the profile is on
 };
 ExitStatus runStart(const NetworkOptions& options, Streams streams, const std::string& name);
 ExitStatus runJoin(const NetworkOptions& options, Streams streams, const JoinOptions& join);

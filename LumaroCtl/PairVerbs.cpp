@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "LumaroControl/BoardText.h"
+#include "LumaroControl/JoinText.h"
 #include "LumaroControl/Moments.h"
 #include "LumaroCore/Pairing/PairingClient.h"
 #include "LumaroCore/Protocol/CoupleEndpoints.h"
@@ -112,26 +113,86 @@ ExitStatus runStart(const NetworkOptions& options, Streams streams, const std::s
     return ExitStatus::ok;
 }
 
-ExitStatus runJoin(const NetworkOptions& options, Streams streams, const JoinOptions& join) {
+namespace {
+
+// A board that this device is on: enough to leave it when the profile is on another.
+struct JoinedBoard {
+    CoupleToken token;
+    std::string server;
+};
+
+enum class Reach : std::uint8_t { known, refused, away };
+
+// Whether the room of a board still knows the token.
+Reach reachOf(Network& network, const JoinedBoard& board) {
+    Reach reach = Reach::away;
+    HttpRequest request{"GET", CoupleEndpoints{board.server, board.token.coupleId}.snapshot(), {}, ""};
+    request.headers.push_back({"authorization", board.token.authorizationHeaderValue()});
+    const auto call = network.http.send(std::move(request), [&](HttpClient::Answer got) {
+        if (got && got->status == 200) reach = Reach::known;
+        if (got && got->status == 401) reach = Reach::refused;
+        network.loop.quit();
+    });
+    network.loop.run();
+    return reach;
+}
+
+// Takes the device off the board. Where the room refuses the token anyway there is nothing left to leave.
+Profile::Result<void> leaveBoard(Network& network, const JoinedBoard& board) {
+    auto pairing = pairingOn(network, board.server);
+    auto left = outcomeOf<void>(
+        network, [&](PairingClient::Then<void> then) { return pairing.leave(board.token, std::move(then)); });
+    if (!left && reachOf(network, board) == Reach::refused) return {};
+    return left;
+}
+
+// The board that a join would take the profile off; none where it is on no board.
+Profile::Result<std::optional<JoinedBoard>> boardToLeave(Network& network, const Profile& profile, bool mayLeave) {
+    if (!profile.token()) return std::nullopt;
+    if (!mayLeave) return std::unexpected(VerbFailure{ExitStatus::refused, std::string{joinWhileOnABoard}});
+    JoinedBoard board{*profile.token(), profile.facts().server};
+    // The join may use up a code, and cannot be taken back: what is known beforehand stops it here.
+    if (reachOf(network, board) != Reach::away) return board;
+    return std::unexpected(VerbFailure{ExitStatus::unavailable,
+                                       "the board you are on cannot be left now, as its server does not answer; "
+                                       "nothing was changed"});
+}
+
+Profile::Result<Joined> join(Network& network, const Desk& desk, const JoinOptions& how) {
+    auto pairing = pairingOn(network, desk.server);
+    const PairingClient::Joiner joiner{desk.profile.facts().deviceId, how.name, how.slot};
+    const auto inviteId = inviteIdIn(how.codeOrLink);
+    return outcomeOf<Joined>(network, [&](PairingClient::Then<Joined> then) {
+        return inviteId ? pairing.joinByLink(*inviteId, joiner, std::move(then))
+                        : pairing.joinByCode(normalizeCode(how.codeOrLink), joiner, std::move(then));
+    });
+}
+
+} // namespace
+
+// The board that the profile is on is left last: until the other one is on disk, nothing of it is given up.
+ExitStatus runJoin(const NetworkOptions& options, Streams streams, const JoinOptions& how) {
+    if (const auto fault = faultOfCodeOrLink(how.codeOrLink)) {
+        return fail(streams, ExitStatus::usage, " join: " + std::string{*fault});
+    }
     auto own = options;
-    const auto inviteId = inviteIdIn(join.codeOrLink);
-    if (own.server.empty() && inviteId) own.server = serverIn(join.codeOrLink).value_or("");
-    const auto code = normalizeCode(join.codeOrLink);
-    if (!inviteId && code.size() != 6) return fail(streams, ExitStatus::usage, " join: a code is six digits.");
+    if (own.server.empty() && inviteIdIn(how.codeOrLink)) own.server = serverIn(how.codeOrLink).value_or("");
     Network network{own};
     auto desk = openDesk(network);
     if (!desk) return fail(streams, "join", desk.error());
-    auto pairing = pairingOn(network, desk->server);
-    const PairingClient::Joiner joiner{desk->profile.facts().deviceId, join.name, join.slot};
-    const auto joined = outcomeOf<Joined>(network, [&](PairingClient::Then<Joined> then) {
-        return inviteId ? pairing.joinByLink(*inviteId, joiner, std::move(then))
-                        : pairing.joinByCode(code, joiner, std::move(then));
-    });
+    const auto before = boardToLeave(network, desk->profile, how.leave);
+    if (!before) return fail(streams, "join", before.error());
+    const auto joined = join(network, *desk, how);
     if (!joined) return fail(streams, "join", joined.error());
-    if (const auto paired = pair(*desk, joined->token, join.name); !paired)
-        return fail(streams, "join", paired.error());
+    if (const auto paired = pair(*desk, joined->token, how.name); !paired) return fail(streams, "join", paired.error());
     streams.err << "you are on the board of " << onOneLine(joined->partnerName) << " as " << nameOf(joined->slot)
                 << '\n';
+    if (*before && (*before)->token.coupleId != joined->coupleId) {
+        if (const auto left = leaveBoard(network, **before); !left) {
+            streams.err << "the board you were on did not hear that you left: " << onOneLine(left.error().message)
+                        << '\n';
+        }
+    }
     return ExitStatus::ok;
 }
 
@@ -176,34 +237,13 @@ ExitStatus runLink(const NetworkOptions& options, Streams streams) {
     return ExitStatus::ok;
 }
 
-namespace {
-
-// Whether the room refuses the token anyway, so that there is nothing left to leave.
-bool isRefused(Network& network, const Desk& desk) {
-    const auto& token = *desk.profile.token();
-    bool isRefused = false;
-    HttpRequest request{"GET", CoupleEndpoints{desk.server, token.coupleId}.snapshot(), {}, ""};
-    request.headers.push_back({"authorization", token.authorizationHeaderValue()});
-    const auto call = network.http.send(std::move(request), [&](HttpClient::Answer got) {
-        isRefused = got && got->status == 401;
-        network.loop.quit();
-    });
-    network.loop.run();
-    return isRefused;
-}
-
-} // namespace
-
 ExitStatus runLeave(const NetworkOptions& options, Streams streams) {
     Network network{options};
     if (const auto paired = network.openPairedProfile(); !paired) return fail(streams, "leave", paired.error());
     auto desk = openDesk(network);
     if (!desk) return fail(streams, "leave", desk.error());
-    auto pairing = pairingOn(network, desk->server);
-    const auto left = outcomeOf<void>(network, [&](PairingClient::Then<void> then) {
-        return pairing.leave(*desk->profile.token(), std::move(then));
-    });
-    if (!left && !isRefused(network, *desk)) return fail(streams, "leave", left.error());
+    const auto left = leaveBoard(network, {*desk->profile.token(), desk->server});
+    if (!left) return fail(streams, "leave", left.error());
     if (const auto gone = desk->profile.unpair(); !gone) return fail(streams, "leave", gone.error());
     return ExitStatus::ok;
 }

@@ -70,7 +70,16 @@ Profile::Result<void> Profile::loadToken() {
     // The error's own words hold the text, which may be most of a token.
     if (!token) return unreadable(path, "it holds no join token");
     token_ = std::move(*token);
+    arrive();
     return {};
+}
+
+// The token has come last; with it the board is the profile's.
+void Profile::arrive() {
+    if (!facts_.next || !token_ || facts_.next->coupleId != token_->coupleId) return;
+    facts_.server = std::move(facts_.next->server);
+    facts_.name = std::move(facts_.next->name);
+    facts_.next.reset();
 }
 
 Profile::Result<void> Profile::replace(const std::string& name, std::string_view bytes) {
@@ -95,13 +104,17 @@ Profile::Result<void> Profile::nameDevice() {
     return saveFacts();
 }
 
-// The token comes last: a profile with one is whole.
+// The token comes last: a profile with one is whole, and until then it is on the board it was on.
 Profile::Result<void> Profile::pair(CoupleToken token, std::string server, std::string name) {
-    facts_.server = std::move(server);
-    facts_.name = std::move(name);
+    facts_.next = NextBoard{token.coupleId, std::move(server), std::move(name)};
     if (auto saved = saveFacts(); !saved) return saved;
     if (auto saved = replace("token", token.raw + "\n"); !saved) return saved;
-    token_ = std::move(token);
+    const auto before = std::exchange(token_, std::move(token));
+    arrive();
+    // One that nobody has opened yet was never saved.
+    if (before && before->coupleId != token_->coupleId) {
+        static_cast<void>(files_.get().removeFile(pathOf(boardName(before->coupleId))));
+    }
     return {};
 }
 

@@ -17,15 +17,30 @@
 
 namespace lumaro {
 
+/// The board that a profile is about to be on.
+struct NextBoard {
+    std::string coupleId;
+    std::string server;
+    std::string name;
+
+    static constexpr auto fields() {
+        return std::tuple{Field{"coupleId", &NextBoard::coupleId}, Field{"server", &NextBoard::server},
+                          Field{"name", &NextBoard::name}};
+    }
+    bool operator==(const NextBoard&) const = default;
+};
+
 /// What a profile knows of its device and of the person who uses it.
 struct ProfileFacts {
     std::string deviceId; ///< made once
     std::string server;
     std::string name;
+    /// Counts once the token is this board's: two files cannot be replaced in one step.
+    std::optional<NextBoard> next{};
 
     static constexpr auto fields() {
         return std::tuple{Field{"deviceId", &ProfileFacts::deviceId}, Field{"server", &ProfileFacts::server},
-                          Field{"name", &ProfileFacts::name}};
+                          Field{"name", &ProfileFacts::name}, Field{"next", &ProfileFacts::next}};
     }
     bool operator==(const ProfileFacts&) const = default;
 };
@@ -60,7 +75,8 @@ public:
     [[nodiscard]] Result<void> createFolder();
     /// Makes the device's id, where there is none yet, and keeps it.
     [[nodiscard]] Result<void> nameDevice();
-    /// The profile is on a board from now on.
+    /// The profile is on a board from now on, in place of the one it was on. After an error it is whole, and on one of
+    /// the two.
     [[nodiscard]] Result<void> pair(CoupleToken token, std::string server, std::string name);
     /// It is on no board any more. What waits in the outbox stays there, for the day it joins that board again.
     [[nodiscard]] Result<void> unpair();
@@ -84,6 +100,7 @@ private:
     Result<void> loadFacts();
     Result<void> loadToken();
     Result<void> saveFacts();
+    void arrive();
 
     std::reference_wrapper<FileSystem> files_;
     std::reference_wrapper<UUIDSource> ids_;

@@ -3,6 +3,7 @@
 
 #include "Lumaro/Model/AppStatus.h"
 #include "LumaroControl/BoardText.h"
+#include "LumaroControl/JoinText.h"
 #include "LumaroCore/Support/Fatal.h"
 #include "LumaroCore/Support/OneLine.h"
 #include "LumaroCore/Support/Overloaded.h"
@@ -23,12 +24,22 @@ std::function<std::optional<BoardAnswer>()> atOnce(BoardAnswer answer) {
     return [answer = std::move(answer)] { return answer; };
 }
 
-std::vector<UUID> beginningWith(const Board& board, const std::string& prefix) {
-    std::vector<UUID> found;
-    for (const auto& item : board.items) {
-        if (item.id.lowerString().starts_with(prefix)) found.push_back(item.id);
+ExitStatus statusOf(const EditorFault& fault) {
+    const auto* const act = std::get_if<ActFault>(&fault);
+    if (act == nullptr) return ExitStatus::data;
+    switch (*act) {
+    case ActFault::notOnBoard: return ExitStatus::refused;
+    case ActFault::notStored: return ExitStatus::inOut;
+    case ActFault::windowFull:
+    case ActFault::tooLarge:
+    case ActFault::outOfDate:
+    case ActFault::invalid: return ExitStatus::data;
     }
-    return found;
+    std::unreachable();
+}
+
+BoardAnswer refusalOf(const EditorFault& fault) {
+    return refusal(statusOf(fault), textOf(fault));
 }
 
 SlotNames namesOf(const AppState& state) {
@@ -41,6 +52,11 @@ std::string boardJson(const Board& board) {
     auto text = Wire::encode(board);
     if (!text) fatal("a board that is shown cannot be written");
     return std::move(*text) + "\n";
+}
+
+void send(LocalSocketServer::Reply reply, const BoardAnswer& answer) {
+    const auto text = Wire::encode(answer);
+    reply(text ? *text : R"({"status":65,"out":"","err":"the answer is not UTF-8\n"})");
 }
 
 } // namespace
@@ -58,24 +74,48 @@ std::expected<std::unique_ptr<AppControl>, std::string> AppControl::listen(const
 
 void AppControl::take(const std::string& line, LocalSocketServer::Reply reply) {
     const auto request = Wire::decode<BoardRequest>(line);
-    auto outcome = request ? begin(*request)
-                           : atOnce(refusal(ExitStatus::data, request.error().path + ": " + request.error().message));
-    waiting_.push_back({std::move(outcome), std::move(reply)});
-    look();
+    if (!request) {
+        send(std::move(reply), refusal(ExitStatus::data, request.error().path + ": " + request.error().message));
+    } else if (waiting_.size() + deferred_.size() >= maxWaiting) {
+        send(std::move(reply), refusal(ExitStatus::busy, "too many requests wait for an answer already"));
+    } else if (mustWait(*request)) {
+        deferred_.push_back({*request, std::move(reply)});
+    } else {
+        start(*request, std::move(reply));
+        look();
+    }
 }
 
-// Answers come last: what they lead to must find the list at rest.
+// Until the session is restored there may be a board to come, and until its outbox is read the board does not show what
+// waits there: what was asked before a restart would be done twice.
+bool AppControl::mustWait(const BoardRequest& request) const {
+    const bool isPairing = std::holds_alternative<BoardRequest::Join>(request.verb.value);
+    const bool isEdit = std::visit([]<class Verb>(const Verb&) { return EditRequest<Verb>; }, request.verb.value);
+    const auto& state = app_.state();
+    return ((isEdit || isPairing) && state.isRestoring) || (isEdit && state.isOpening);
+}
+
+void AppControl::start(const BoardRequest& request, LocalSocketServer::Reply reply) {
+    auto outcome = begin(request);
+    waiting_.push_back({std::move(outcome), std::move(reply)});
+}
+
+// Answers come last: what they lead to must find the lists at rest. So must what an act of one that was put off tells.
 void AppControl::look() {
+    for (auto& one : std::exchange(deferred_, {})) {
+        if (mustWait(one.request)) {
+            deferred_.push_back(std::move(one));
+        } else {
+            start(one.request, std::move(one.reply));
+        }
+    }
     std::vector<std::pair<LocalSocketServer::Reply, BoardAnswer>> ready;
     std::erase_if(waiting_, [&](Waiting& one) {
         auto answer = one.outcome();
         if (answer) ready.emplace_back(std::move(one.reply), std::move(*answer));
         return answer.has_value();
     });
-    for (auto& [reply, answer] : ready) {
-        const auto text = Wire::encode(answer);
-        reply(text ? *text : R"({"status":65,"out":"","err":"the answer is not UTF-8\n"})");
-    }
+    for (auto& [reply, answer] : ready) send(std::move(reply), answer);
 }
 
 AppControl::Outcome AppControl::begin(const BoardRequest& request) {
@@ -84,38 +124,12 @@ AppControl::Outcome AppControl::begin(const BoardRequest& request) {
 
 // The board.
 
-AppControl::Outcome AppControl::answer(const BoardRequest::PutUp& put) {
-    const auto id = editor().putUp(put.draft.payload, put.at);
-    if (!id) return edited(std::unexpected(id.error()));
-    return edited({}, id->lowerString() + "\n");
-}
-
-AppControl::Outcome AppControl::answer(const BoardRequest::Move& move) {
-    return onItem(move.item, [&](const UUID& id) { return editor().move(id, move.to); });
-}
-
-AppControl::Outcome AppControl::answer(const BoardRequest::Turn& turn) {
-    return inHand(turn.item, [&] { return editor().turnTo(turn.degrees); });
-}
-
-AppControl::Outcome AppControl::answer(const BoardRequest::Resize& resize) {
-    return inHand(resize.item, [&] { return editor().resizeTo(resize.scale); });
-}
-
-AppControl::Outcome AppControl::answer(const BoardRequest::TakeDown& gone) {
-    return onItem(gone.item, [&](const UUID& id) { return editor().takeDown(id); });
-}
-
-AppControl::Outcome AppControl::answer(const BoardRequest::Paint& paint) {
-    return edited(editor().setBackground(paint.background));
-}
-
 AppControl::Outcome AppControl::answer(const BoardRequest::Undo&) {
-    return edited(editor().undo());
+    return takenBack(editor().undo());
 }
 
 AppControl::Outcome AppControl::answer(const BoardRequest::Redo&) {
-    return edited(editor().redo());
+    return takenBack(editor().redo());
 }
 
 AppControl::Outcome AppControl::answer(const BoardRequest::Show& show) {
@@ -139,24 +153,31 @@ AppControl::Outcome AppControl::answer(const BoardRequest::Start& start) {
 }
 
 AppControl::Outcome AppControl::answer(const BoardRequest::Join& join) {
+    if (const auto fault = faultOfCodeOrLink(join.codeOrLink)) return atOnce(refusal(ExitStatus::usage, *fault));
+    const bool mayLeave = join.leave.value_or(false);
+    if (app_.state().token && !mayLeave) return atOnce(refusal(ExitStatus::refused, joinWhileOnABoard));
+    const auto whileOnBoard = mayLeave ? Pairing::WhileOnBoard::leave : Pairing::WhileOnBoard::ask;
     app_.people().setMyName(join.name);
     if (join.slot && std::holds_alternative<PairingPhase::Choosing>(app_.state().pairing.value)) {
         app_.pairing().chooseOneself(*join.slot);
     } else if (inviteIdIn(join.codeOrLink)) {
-        app_.pairing().joinByLink(join.codeOrLink);
+        app_.pairing().joinByLink(join.codeOrLink, whileOnBoard);
     } else {
-        app_.pairing().joinByCode(join.codeOrLink);
+        app_.pairing().joinByCode(join.codeOrLink, whileOnBoard);
     }
     return paired();
 }
 
 AppControl::Outcome AppControl::answer(const BoardRequest::Code&) {
-    if (!app_.state().token) return atOnce(refusal(ExitStatus::refused, textOf(ActFault::notOnBoard)));
-    app_.invitations().mintCode();
+    if (!app_.state().token) return atOnce(refusalOf(ActFault::notOnBoard));
+    // One that is on its way answers both.
+    if (!app_.state().isMintingCode) app_.invitations().mintCode();
     return [this]() -> std::optional<BoardAnswer> {
         const auto& state = app_.state();
+        if (!state.token) return refusalOf(ActFault::notOnBoard);
         if (state.isMintingCode) return std::nullopt;
-        if (!state.shareCode) return refusal(ExitStatus::unavailable, state.notice);
+        if (state.codeFailure) return refusal(ExitStatus::unavailable, *state.codeFailure);
+        if (!state.shareCode) return refusalOf(ActFault::notOnBoard);
         return BoardAnswer{0, state.shareCode->code + "\n", ""};
     };
 }
@@ -197,29 +218,30 @@ AppControl::Outcome AppControl::answer(const BoardRequest::Presence& seen) {
 
 // What answers have in common.
 
-AppControl::Outcome AppControl::edited(std::expected<void, EditorFault> done, std::string out) {
-    if (!done) return atOnce(refusal(ExitStatus::data, textOf(done.error())));
-    return [this, out = std::move(out), failed = app_.state().failedBatches.size()]() -> std::optional<BoardAnswer> {
+AppControl::Outcome AppControl::carriedOut(const AskedVerb& verb) {
+    if (!app_.state().token) return atOnce(refusalOf(ActFault::notOnBoard));
+    if (!verb) return atOnce(refusal(ExitStatus::data, verb.error()));
+    const auto act = editor().carryOut(*verb);
+    if (!act) return atOnce(refusalOf(act.error()));
+    return stored(*act ? std::vector{**act} : batchesAlreadyDoing(*verb, app_.liveBoard().shared()), outputOf(*verb));
+}
+
+AppControl::Outcome AppControl::takenBack(const EditorModel::Act& act) {
+    if (!act) return atOnce(refusalOf(act.error()));
+    return stored(*act ? std::vector{**act} : std::vector<UUID>{}, "");
+}
+
+AppControl::Outcome AppControl::stored(std::vector<UUID> batches, std::string out) {
+    return [this, batches = std::move(batches), out = std::move(out)]() -> std::optional<BoardAnswer> {
         const auto& state = app_.state();
-        if (!state.unstoredBatches.empty()) return std::nullopt;
-        if (state.failedBatches.size() != failed) return refusal(ExitStatus::inOut, state.notice);
+        const auto isUnstored = [&](const UUID& batch) { return state.unstoredBatches.contains(batch); };
+        const auto hasFailed = [&](const UUID& batch) {
+            return std::ranges::find(state.failedBatches, batch) != state.failedBatches.end();
+        };
+        if (std::ranges::any_of(batches, hasFailed)) return refusalOf(ActFault::notStored);
+        if (std::ranges::any_of(batches, isUnstored)) return std::nullopt;
         return BoardAnswer{0, out, ""};
     };
-}
-
-AppControl::Outcome AppControl::onItem(const std::string& prefix,
-                                       const std::function<EditorModel::Done(const UUID&)>& edit) {
-    const auto found = beginningWith(app_.board(), prefix);
-    if (found.size() == 1) return edited(edit(found.front()));
-    return atOnce(refusal(ExitStatus::data, std::to_string(found.size()) + " items begin with \"" + prefix + "\""));
-}
-
-AppControl::Outcome AppControl::inHand(const std::string& prefix, const std::function<EditorModel::Done()>& change) {
-    return onItem(prefix, [&](const UUID& id) -> EditorModel::Done {
-        if (auto begun = editor().beginGesture(id); !begun) return begun;
-        if (auto changed = change(); !changed) return changed;
-        return editor().endGesture();
-    });
 }
 
 AppControl::Outcome AppControl::paired() {

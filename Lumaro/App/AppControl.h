@@ -2,22 +2,29 @@
 #pragma once
 
 #include "Lumaro/Model/AppModel.h"
-#include "LumaroControl/BoardRequest.h"
+#include "LumaroControl/EditRequest.h"
 #include "Platform/Qt/LocalSocket.h"
 
+#include <cstddef>
 #include <expected>
 #include <functional>
 #include <list>
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace lumaro {
 
 /// Does what scripts and tests ask of the application over a socket of its profile: a line of `BoardRequest`, answered
-/// by a line of `BoardAnswer`. An edit is answered once it is on disk, a pairing once it has come to its end.
+/// by a line of `BoardAnswer`. An edit is answered once it is on disk, or could not be put there; a pairing once it has
+/// come to its end. What needs a board waits until it is known which one that is, and what its outbox holds.
 class AppControl {
 public:
+    /// Requests that wait for an answer at once; far more than the scripts of one person ask. Others are told to come
+    /// again.
+    static constexpr std::size_t maxWaiting = 256;
+
     /// Listens at `path`. The model outlives the control. `openBoard` shows the board's window; none where there are no
     /// windows. The error is the system's words.
     [[nodiscard]] static std::expected<std::unique_ptr<AppControl>, std::string>
@@ -40,14 +47,19 @@ private:
 
     AppControl(AppModel& app, std::function<void()> openBoard) : app_(app), openBoard_(std::move(openBoard)) {}
 
+    struct Deferred {
+        BoardRequest request;
+        LocalSocketServer::Reply reply;
+    };
+
     void take(const std::string& line, LocalSocketServer::Reply reply);
+    bool mustWait(const BoardRequest& request) const;
+    void start(const BoardRequest& request, LocalSocketServer::Reply reply);
     Outcome begin(const BoardRequest& request);
-    Outcome answer(const BoardRequest::PutUp& put);
-    Outcome answer(const BoardRequest::Move& move);
-    Outcome answer(const BoardRequest::Turn& turn);
-    Outcome answer(const BoardRequest::Resize& resize);
-    Outcome answer(const BoardRequest::TakeDown& gone);
-    Outcome answer(const BoardRequest::Paint& paint);
+    template <EditRequest Request>
+    Outcome answer(const Request& request) {
+        return carriedOut(verbOf(request, app_.board()));
+    }
     Outcome answer(const BoardRequest::Undo&);
     Outcome answer(const BoardRequest::Redo&);
     Outcome answer(const BoardRequest::Show& show);
@@ -63,9 +75,10 @@ private:
     Outcome answer(const BoardRequest::Open& open);
     Outcome answer(const BoardRequest::Presence& seen);
 
-    Outcome edited(std::expected<void, EditorFault> done, std::string out = "");
-    Outcome onItem(const std::string& prefix, const std::function<EditorModel::Done(const UUID&)>& edit);
-    Outcome inHand(const std::string& prefix, const std::function<EditorModel::Done()>& change);
+    Outcome carriedOut(const AskedVerb& verb);
+    Outcome takenBack(const EditorModel::Act& act);
+    /// Answers by the fate of these batches alone.
+    Outcome stored(std::vector<UUID> batches, std::string out);
     Outcome paired();
     EditorModel& editor() { return app_.editor(); }
 
@@ -73,6 +86,7 @@ private:
     std::function<void()> openBoard_;
     std::unique_ptr<LocalSocketServer> server_;
     std::list<Waiting> waiting_;
+    std::list<Deferred> deferred_; ///< in the order they came
 };
 
 } // namespace lumaro

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Lumaro/Model/DoodleSession.h"
 
-#include "Lumaro/Model/EditorOps.h"
+#include "LumaroCore/BoardLogic/EditParts.h"
 #include "LumaroCore/Geometry/InkEraser.h"
 #include "LumaroCore/Geometry/InkSmoothing.h"
 
@@ -64,7 +64,7 @@ std::expected<std::vector<Op>, EditorFault> DoodleSession::redraw(const Board& b
     item.rotationDegrees = 0;
     item.scale = 1;
     item.payload = Payload{std::move(made->payload)};
-    return std::vector{EditorOps::written(board, std::move(item), hand)};
+    return std::vector{Edits::written(board, std::move(item), hand)};
 }
 
 std::expected<std::vector<Op>, EditorFault> DoodleSession::putUp(const Board& board, const UUID& newId,

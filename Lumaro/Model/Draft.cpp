@@ -9,20 +9,6 @@
 #include <utility>
 
 namespace lumaro {
-namespace {
-
-double snappedTilt(double degrees) {
-    // Adding zero turns a negative zero into zero.
-    const double snapped = std::round(degrees / BoardSpec::rotationSnapDegrees) * BoardSpec::rotationSnapDegrees + 0.0;
-    return BoardSpec::clampRotation(snapped);
-}
-
-void overlayIfAny(Board& board, const Edits::Result& ops) {
-    if (ops) EditorOps::overlay(board, *ops);
-}
-
-} // namespace
-
 std::optional<Draft> Draft::of(const Board& shown, const UUID& id) {
     auto held = EditorOps::withDoodles(shown, id);
     if (held.empty()) return std::nullopt;
@@ -33,27 +19,28 @@ std::vector<BoardItem> Draft::items() const {
     Board own;
     own.items = held_;
     const Hand hand{.author = held_.front().author, .now = held_.front().updatedAt};
-    own = placedOn(std::move(own), hand);
-    overlayIfAny(own, contentOps(own, hand));
+    // A finite placement of an item that is there cannot fail.
+    own = Edits::held(own, id(), placement_, hand).value_or(own);
+    if (const auto content = contentOps(own, hand)) Edits::overlay(own, *content);
     return std::move(own.items);
 }
 
 Draft::Done Draft::moveTo(Point center) {
     if (!isFinite(center)) return std::unexpected(EditFault::notFinite);
-    center_ = center;
+    placement_.center = center;
     return {};
 }
 
 Draft::Done Draft::turnTo(double degrees) {
     if (!std::isfinite(degrees)) return std::unexpected(EditFault::notFinite);
-    rotationDegrees_ = snappedTilt(degrees);
+    placement_.rotationDegrees = degrees;
     return {};
 }
 
 Draft::Done Draft::resizeTo(double scale) {
     if (!std::isfinite(scale)) return std::unexpected(EditFault::notFinite);
     if (!BoardSpec::canResize(held_.front().kind())) return std::unexpected(EditFault::cannotResize);
-    scale_ = scale;
+    placement_.scale = scale;
     return {};
 }
 
@@ -78,25 +65,14 @@ void Draft::follow(const Board& shown) {
 }
 
 void Draft::dropPlace() {
-    center_.reset();
-    rotationDegrees_.reset();
-    scale_.reset();
+    placement_ = {};
     isTouched_ = false;
-}
-
-// A finite place, tilt and scale on an item that is there cannot fail; without it there is nothing to place.
-Board Draft::placedOn(Board board, Hand hand) const {
-    if (center_) overlayIfAny(board, Edits::move(board, id(), *center_, hand));
-    if (rotationDegrees_) overlayIfAny(board, Edits::turn(board, id(), *rotationDegrees_, hand));
-    if (scale_) overlayIfAny(board, Edits::resize(board, id(), *scale_, hand));
-    return board;
 }
 
 Edits::Result Draft::placing(const Board& board, Hand hand) const {
     if (board.find(id()) == nullptr) return std::unexpected(EditFault::noSuchItem);
-    Board after = placedOn(board, hand);
-    if (isTouched_ && !EditorOps::isInFront(after, id())) overlayIfAny(after, Edits::raise(after, id(), hand));
-    return EditorOps::changes(board, after, hand);
+    if (!isTouched_) return std::vector<Op>{};
+    return Edits::place(board, id(), placement_, hand);
 }
 
 Edits::Result Draft::contentOps(const Board& board, Hand hand) const {

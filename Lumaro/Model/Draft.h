@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "LumaroCore/BoardLogic/Edits.h"
+#include "LumaroCore/BoardLogic/EditParts.h"
 #include "LumaroCore/Support/UUIDSource.h"
 
 #include <expected>
@@ -63,13 +63,10 @@ public:
 private:
     explicit Draft(std::vector<BoardItem> held) : held_(std::move(held)) {}
 
-    Board placedOn(Board board, Hand hand) const;
     Edits::Result contentOps(const Board& board, Hand hand) const;
 
     std::vector<BoardItem> held_; // as the board last had them, the item first
-    std::optional<Point> center_;
-    std::optional<double> rotationDegrees_;
-    std::optional<double> scale_;
+    Edits::Placement placement_;
     std::optional<std::variant<PMNode, Payload>> content_;
     bool isWritten_ = false;
     bool isTouched_ = false;

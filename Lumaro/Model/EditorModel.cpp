@@ -2,6 +2,7 @@
 #include "Lumaro/Model/EditorModel.h"
 
 #include "Lumaro/Model/EditorOps.h"
+#include "LumaroCore/BoardLogic/EditParts.h"
 #include "LumaroCore/Support/Mutant.h"
 
 #include <algorithm>
@@ -23,9 +24,15 @@ bool isBlank(std::string_view text) {
     return text.find_first_not_of(" \t\r\n") == std::string_view::npos;
 }
 
+EditorModel::Done doneOf(EditorModel::Act act) {
+    if (!act) return std::unexpected(std::move(act.error()));
+    return {};
+}
+
 } // namespace
 
-EditorModel::Done EditorModel::conclude(Done done) {
+template <class Result>
+Result EditorModel::conclude(Result done) {
     const Stroke stroke{ports_.announcer};
     if (!done) say(textOf(done.error()));
     announce();
@@ -87,29 +94,30 @@ std::expected<UUID, ActFault> EditorModel::act(std::vector<Op> ops) {
     return batch;
 }
 
-EditorModel::Done EditorModel::perform(Ops ops, std::optional<std::uint64_t> session) {
+EditorModel::Act EditorModel::perform(Ops ops, std::optional<std::uint64_t> session) {
     if (!ops) return std::unexpected(ops.error());
-    auto wanted = EditorOps::withoutIdle(std::move(*ops), board());
-    if (wanted.empty()) return {};
+    auto wanted = Edits::withoutIdle(std::move(*ops), board());
+    if (wanted.empty()) return std::nullopt;
     const Board before = board();
     const auto batch = act(std::move(wanted));
     if (!batch) return std::unexpected(batch.error());
     history_.record(*batch, before, board(), session);
-    return {};
+    return *batch;
 }
 
-EditorModel::Done EditorModel::takeBack(UndoHistory::Way way) {
+EditorModel::Act EditorModel::takeBack(UndoHistory::Way way) {
     const Stroke stroke{ports_.announcer};
+    const auto refused = [this](EditorFault fault) { return conclude(Act{std::unexpected(std::move(fault))}); };
     // What was typed is taken back first, as the latest act.
-    if (auto written = writeContent(); !written) return conclude(std::move(written));
+    if (const auto written = writeContent(); !written) return refused(written.error());
     ++session_;
     auto ops = history_.next(way, board(), hand());
-    if (!ops) return conclude(std::unexpected(ops.error()));
+    if (!ops) return refused(ops.error());
     const auto batch = act(std::move(*ops));
-    if (!batch) return conclude(std::unexpected(batch.error()));
+    if (!batch) return refused(batch.error());
     history_.went(way, *batch, board());
     if (draft_) draft_->dropContent();
-    return conclude({});
+    return conclude(Act{*batch});
 }
 
 // One item in the hand.
@@ -141,7 +149,7 @@ EditorModel::Done EditorModel::settle() {
     if (!draft_ || draft_->isGone()) return {};
     Done placed;
     if (!isGesture_) {
-        placed = perform(draft_->placing(board(), hand()));
+        placed = doneOf(perform(draft_->placing(board(), hand())));
         if (draft_) draft_->dropPlace();
     }
     if (auto written = writeContent(); !written) {
@@ -161,7 +169,7 @@ void EditorModel::settleAfterPause() {
 
 EditorModel::Done EditorModel::writeContent() {
     if (!draft_ || draft_->isGone()) return {};
-    auto written = perform(draft_->writing(board(), hand()), session_);
+    auto written = doneOf(perform(draft_->writing(board(), hand()), session_));
     if (written && draft_) draft_->setWritten();
     return written;
 }
@@ -246,7 +254,7 @@ EditorModel::Done EditorModel::putBack() {
     const Stroke stroke{ports_.announcer};
     if (!draft_ || !draft_->isGone()) return std::unexpected(EditFault::noSuchItem);
     const auto ops = draft_->puttingBack(board(), ports_.ids, hand());
-    auto done = perform(ops);
+    auto done = doneOf(perform(ops));
     if (done) {
         dropDraft();
         selection_ = std::get<Upsert>(ops->front().value).item.id;
@@ -263,12 +271,19 @@ std::expected<UUID, EditorFault> EditorModel::concludePutUp(const UUID& id, Done
     return id;
 }
 
+EditorModel::Act EditorModel::carryOut(const BoardVerb& verb) {
+    const Stroke stroke{ports_.announcer};
+    // With what was typed on it, so that taking this back brings that too.
+    const auto* const gone = std::get_if<BoardVerb::TakeDown>(&verb.value);
+    if (gone != nullptr && draft_ && draft_->id() == gone->item) static_cast<void>(writeContent());
+    return conclude(perform(opsOf(verb, board(), hand())));
+}
+
 std::expected<UUID, EditorFault> EditorModel::putUp(Payload payload, std::optional<Point> at) {
     const Stroke stroke{ports_.announcer};
     const UUID id = ports_.ids.next();
-    const auto now = hand();
-    return concludePutUp(id,
-                         perform(Edits::putUp(board(), id, EditorOps::fresh(std::move(payload), now.now), at, now)));
+    const BoardVerb verb{BoardVerb::PutUp{id, std::move(payload), at}};
+    return concludePutUp(id, doneOf(perform(opsOf(verb, board(), hand()))));
 }
 
 std::expected<UUID, EditorFault> EditorModel::pasteText(std::string_view text) {
@@ -290,43 +305,32 @@ std::expected<UUID, EditorFault> EditorModel::duplicate(const UUID& id) {
         item.center = item.center + offset;
         names[item.id] = ports_.ids.next();
     }
-    return concludePutUp(names[id], perform(EditorOps::putUpAnew(board(), copies, names, hand())));
+    return concludePutUp(names[id], doneOf(perform(EditorOps::putUpAnew(board(), copies, names, hand()))));
 }
 
 EditorModel::Done EditorModel::move(const UUID& id, Point center) {
-    const Stroke stroke{ports_.announcer};
-    auto moved = Draft::of(board(), id);
-    if (!moved) return conclude(std::unexpected(EditFault::noSuchItem));
-    moved->touch();
-    if (const auto done = moved->moveTo(center); !done) return conclude(std::unexpected(done.error()));
-    return conclude(perform(moved->placing(board(), hand())));
+    return doneOf(carryOut({BoardVerb::Move{id, center}}));
 }
 
 EditorModel::Done EditorModel::takeDown(const UUID& id) {
-    const Stroke stroke{ports_.announcer};
-    // With what was typed on it, so that taking this back brings that too.
-    if (draft_ && draft_->id() == id) static_cast<void>(writeContent());
-    return conclude(perform(Edits::takeDown(board(), id, hand())));
+    return doneOf(carryOut({BoardVerb::TakeDown{id}}));
 }
 
 EditorModel::Done EditorModel::keep(const UUID& id) {
-    const Stroke stroke{ports_.announcer};
-    return conclude(perform(Edits::keep(board(), id, hand())));
+    return doneOf(carryOut({BoardVerb::Keep{id}}));
 }
 
 EditorModel::Done EditorModel::unkeep(const UUID& id) {
-    const Stroke stroke{ports_.announcer};
-    return conclude(perform(Edits::unkeep(board(), id, hand())));
+    return doneOf(carryOut({BoardVerb::Unkeep{id}}));
 }
 
 EditorModel::Done EditorModel::replacePayload(const UUID& id, Payload payload) {
     const Stroke stroke{ports_.announcer};
-    return conclude(perform(Edits::changePayload(board(), id, std::move(payload), hand())));
+    return conclude(doneOf(perform(Edits::changePayload(board(), id, std::move(payload), hand()))));
 }
 
 EditorModel::Done EditorModel::setBackground(BackgroundID background) {
-    const Stroke stroke{ports_.announcer};
-    return conclude(perform(Edits::setBackground(background)));
+    return doneOf(carryOut({BoardVerb::Paint{background}}));
 }
 
 // Pen and eraser.
@@ -339,9 +343,9 @@ void EditorModel::beginDoodle(std::optional<UUID> surface) {
 EditorModel::Done EditorModel::editDoodle(const UUID& id) {
     const Stroke stroke{ports_.announcer};
     auto session = DoodleSession::over(board(), id);
-    if (!session) return conclude(std::unexpected(session.error()));
+    if (!session) return conclude(Done{std::unexpected(session.error())});
     doodle_ = std::move(*session);
-    return conclude({});
+    return conclude(Done{});
 }
 
 EditorModel::Done EditorModel::penDown(Point place, DoodleSession::Pen pen) {
@@ -372,7 +376,7 @@ void EditorModel::eraseAlong(Point from, Point to, double radius) {
 EditorModel::Done EditorModel::finishDoodle() {
     const Stroke stroke{ports_.announcer};
     if (!doodle_) return {};
-    auto done = perform(doodle_->finish(board(), ports_.ids.next(), hand()));
+    auto done = doneOf(perform(doodle_->finish(board(), ports_.ids.next(), hand())));
     if (done) doodle_.reset();
     return conclude(std::move(done));
 }

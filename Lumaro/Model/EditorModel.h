@@ -6,6 +6,7 @@
 #include "Lumaro/Model/EditorFault.h"
 #include "Lumaro/Model/News/Announcer.h"
 #include "Lumaro/Model/UndoHistory.h"
+#include "LumaroCore/BoardLogic/BoardVerb.h"
 #include "LumaroCore/Support/Sleeper.h"
 #include "LumaroCore/Support/UUIDSource.h"
 #include "LumaroCore/Support/WallClock.h"
@@ -36,6 +37,8 @@ public:
         Announcer& announcer;
     };
     using Done = std::expected<void, EditorFault>;
+    /// The batch that an act became; none when it would have changed nothing.
+    using Act = std::expected<std::optional<UUID>, EditorFault>;
 
     /// A typed text goes out when the typing pauses so long.
     static constexpr std::chrono::milliseconds typingPause{600};
@@ -91,6 +94,8 @@ public:
 
     // Acts of one step.
 
+    /// Does what the verb means, as every other way to the board does.
+    Act carryOut(const BoardVerb& verb);
     /// In an open spot, or at `at`; the media that the payload names are in store already. A note that has a time to
     /// come down gets a lifespan from now. Selects the item.
     std::expected<UUID, EditorFault> putUp(Payload payload, std::optional<Point> at = std::nullopt);
@@ -120,8 +125,8 @@ public:
 
     // One's own acts, taken back and done again.
 
-    Done undo() { return takeBack(UndoHistory::Way::undo); }
-    Done redo() { return takeBack(UndoHistory::Way::redo); }
+    Act undo() { return takeBack(UndoHistory::Way::undo); }
+    Act redo() { return takeBack(UndoHistory::Way::redo); }
 
 private:
     using Ops = std::expected<std::vector<Op>, EditorFault>;
@@ -132,15 +137,16 @@ private:
     void say(std::string_view text) { ports_.announcer.say(std::string{text}); }
     void announce() { ports_.announcer.changed(AppChange::editor); }
     /// Every verb ends here: tells people why not, and the listener.
-    Done conclude(Done done);
+    template <class Result>
+    Result conclude(Result done);
     std::expected<UUID, EditorFault> concludePutUp(const UUID& id, Done done);
 
     /// An act that can be taken back; none when it would change nothing.
-    Done perform(Ops ops, std::optional<std::uint64_t> session = std::nullopt);
+    Act perform(Ops ops, std::optional<std::uint64_t> session = std::nullopt);
     std::expected<UUID, ActFault> act(std::vector<Op> ops);
     enum class By : std::uint8_t { oneself, others };
     void follow(const Board& shown, By by);
-    Done takeBack(UndoHistory::Way way);
+    Act takeBack(UndoHistory::Way way);
 
     Done takeInHand(const UUID& id);
     template <class Change>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Lumaro/Model/UndoStep.h"
 
-#include "Lumaro/Model/EditorOps.h"
+#include "LumaroCore/BoardLogic/EditParts.h"
 #include "LumaroCore/Support/Mutant.h"
 
 #include <algorithm>
@@ -43,7 +43,7 @@ bool leavesItsPlace(const ItemChange& change) {
 
 bool wasDrawnOnSince(const UndoStep& step, const ItemChange& change, const Board& board) {
     return leavesItsPlace(change) && std::ranges::any_of(board.items, [&](const BoardItem& item) {
-               return EditorOps::isDrawnOn(item, change.id) && !touches(step, item.id);
+               return Edits::isDrawnOn(item, change.id) && !touches(step, item.id);
            });
 }
 
@@ -96,7 +96,7 @@ std::expected<std::vector<Op>, UndoFault> takingBack(const UndoStep& step, const
     if (step.background) ops = Edits::setBackground(step.background->before);
     for (const auto& change : step.items) {
         if (change.before) {
-            ops.push_back(EditorOps::written(board, *change.before, hand, change.buriedAt));
+            ops.push_back(Edits::written(board, *change.before, hand, change.buriedAt));
         } else if (auto down = Edits::takeDown(board, change.id, hand)) {
             std::ranges::move(*down, std::back_inserter(ops));
         }

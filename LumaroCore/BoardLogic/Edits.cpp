@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "LumaroCore/BoardLogic/Edits.h"
 
+#include "LumaroCore/BoardLogic/EditParts.h"
 #include "LumaroCore/BoardLogic/Placing.h"
 #include "LumaroCore/Support/Wire.h"
 
@@ -14,26 +15,10 @@
 namespace lumaro::Edits {
 namespace {
 
-using namespace std::chrono_literals;
-
-Instant after(Instant version) {
-    return Wire::truncatedToMilliseconds(saturatingAdd(Wire::truncatedToMilliseconds(version), 1ms));
-}
-
-// The instant of a version that replaces one of `previous`.
-Instant stamp(Instant now, Instant previous) {
-    return std::max(Wire::truncatedToMilliseconds(now), after(previous));
-}
-
-Op written(BoardItem item, Hand hand) {
+Op rewritten(BoardItem item, Hand hand) {
     item.updatedAt = stamp(hand.now, item.updatedAt);
     item.author = hand.author;
     return {Upsert{std::move(item)}};
-}
-
-bool isDrawnOn(const BoardItem& item, const UUID& id) {
-    const auto* doodle = item.payload.as<DoodlePayload>();
-    return doodle != nullptr && doodle->on == id;
 }
 
 Point turned(Point arm, double degrees) {
@@ -48,14 +33,14 @@ std::vector<Op> carried(const Board& board, const BoardItem& before, BoardItem i
     const Point from = before.center;
     const Point to = item.center;
     std::vector<Op> ops;
-    ops.push_back(written(std::move(item), hand));
+    ops.push_back(rewritten(std::move(item), hand));
     for (const auto& other : board.items) {
         if (!isDrawnOn(other, before.id)) continue;
         BoardItem doodle = other;
         doodle.center = to + turned(doodle.center - from, turn) * growth;
         doodle.rotationDegrees = BoardSpec::clampRotation(doodle.rotationDegrees + turn);
         doodle.scale = BoardSpec::clampScale(doodle.scale * growth);
-        ops.push_back(written(std::move(doodle), hand));
+        ops.push_back(rewritten(std::move(doodle), hand));
     }
     return ops;
 }
@@ -76,8 +61,14 @@ Result editNote(const Board& board, const UUID& id, Hand hand, Change change) {
         NotePayload changed = *note;
         change(changed);
         item.payload = Payload{std::move(changed)};
-        return std::vector{written(std::move(item), hand)};
+        return std::vector{rewritten(std::move(item), hand)};
     });
+}
+
+double snappedTilt(double degrees) {
+    // Adding zero turns a negative zero into zero.
+    const double snapped = std::round(degrees / BoardSpec::rotationSnapDegrees) * BoardSpec::rotationSnapDegrees + 0.0;
+    return BoardSpec::clampRotation(snapped);
 }
 
 Point heldOnCanvas(Point place) {
@@ -133,7 +124,7 @@ Result turn(const Board& board, const UUID& id, double degrees, Hand hand) {
     if (!std::isfinite(degrees)) return std::unexpected(EditFault::notFinite);
     return edit(board, id, [&](const BoardItem& before) -> Result {
         BoardItem item = before;
-        item.rotationDegrees = BoardSpec::clampRotation(degrees);
+        item.rotationDegrees = snappedTilt(degrees);
         return carried(board, before, std::move(item), hand);
     });
 }
@@ -163,7 +154,7 @@ Result raise(const Board& board, const UUID& id, Hand hand) {
         for (auto& item : risers) {
             item.z = z;
             if (z < std::numeric_limits<std::int64_t>::max()) ++z;
-            ops.push_back(written(std::move(item), hand));
+            ops.push_back(rewritten(std::move(item), hand));
         }
         return ops;
     });
@@ -173,7 +164,7 @@ Result changePayload(const Board& board, const UUID& id, Payload payload, Hand h
     return edit(board, id, [&](BoardItem item) -> Result {
         if (item.kind() != payload.kind()) return std::unexpected(EditFault::wrongKind);
         item.payload = std::move(payload);
-        return std::vector{written(std::move(item), hand)};
+        return std::vector{rewritten(std::move(item), hand)};
     });
 }
 
@@ -186,9 +177,7 @@ Result keep(const Board& board, const UUID& id, Hand hand) {
 }
 
 Result unkeep(const Board& board, const UUID& id, Hand hand) {
-    return editNote(board, id, hand, [&](NotePayload& note) {
-        note.expiresAt = Wire::truncatedToMilliseconds(saturatingAdd(hand.now, BoardSpec::noteLifespan));
-    });
+    return editNote(board, id, hand, [&](NotePayload& note) { note.expiresAt = lifespanFrom(hand.now); });
 }
 
 Result takeDown(const Board& board, const UUID& id, Hand hand) {

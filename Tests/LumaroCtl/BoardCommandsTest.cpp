@@ -65,6 +65,20 @@ TEST_F(BoardCommandsTest, WaitsForTheRoomsBoardAndThenForTheAck) {
     EXPECT_FALSE(commands_->isBusy());
 }
 
+TEST_F(BoardCommandsTest, WhatIsAskedAgainSharesTheFateOfTheFirst) {
+    goOnline();
+    const auto& first = ask(note(1));
+    const auto& again = ask(note(1));
+    EXPECT_FALSE(first || again);
+    EXPECT_EQ(session_.client().pendingCount(), 1U);
+    network_.end({WebSocketEnd::Closed{}});
+    EXPECT_EQ(first->err, queued);
+    EXPECT_EQ(again, first);
+    ask(BoardRequest::TakeDown{numberedId(1).lowerString()});
+    EXPECT_EQ(ask(note(1))->out, first->out);
+    EXPECT_EQ(items(), 0U) << "what was taken down since stays down";
+}
+
 TEST_F(BoardCommandsTest, ARosterWithoutNamesChangesNone) {
     session_.client().connect();
     network_.accept();
@@ -163,6 +177,9 @@ TEST_F(BoardCommandsTest, RequestsAndAnswersTravelUnchanged) {
                                   BoardRequest::Turn{"b", -3.5},
                                   BoardRequest::Resize{"c", 2},
                                   BoardRequest::TakeDown{"d"},
+                                  BoardRequest::Keep{"e"},
+                                  BoardRequest::Unkeep{"f"},
+                                  BoardRequest::Join{"123456", "Bo", PartnerID::b, true},
                                   BoardRequest::Show{true},
                                   BoardRequest::Pending{},
                                   BoardRequest::Paint{BackgroundID::oat},

@@ -46,14 +46,14 @@ protected:
         const int status = runCommandLine(pointers, in, out, err);
         return {status, out.str(), err.str()};
     }
-    // A profile on the board of a server that is not there.
-    void pair() {
+    void pairOn(const std::string& server) {
         Network network{options_};
         auto fresh = network.openProfile().value();
-        const auto gone = "http://" + RawServer{saying("")}.address();
         EXPECT_TRUE(fresh.createFolder() && fresh.nameDevice() &&
-                    fresh.pair(CoupleToken::parse("lm1.abc.b.hush7").value(), gone, "Bo"));
+                    fresh.pair(CoupleToken::parse("lm1.abc.b.hush7").value(), server, "Bo"));
     }
+    // A profile on the board of a server that is not there.
+    void pair() { pairOn("http://" + RawServer{saying("")}.address()); }
     Board shown() const { return Wire::decode<Board>(run({"show", "--json", "--wait", "0"}).out).value_or(Board{}); }
 
     ScratchFolder folder_;
@@ -92,6 +92,60 @@ TEST_F(NetworkVerbs, UseTheServicesOwnWordsWhereItDoesNotAnswer) {
     pair();
     for (const char* verb : {"code", "link", "leave"}) EXPECT_EQ(run({verb}).status, 69) << verb;
     EXPECT_EQ(run({"start", "--name", "Bo"}).status, 77) << "it is on a board";
+}
+
+/// A board's server, as far as people who come and go see it.
+struct PairingServer {
+    explicit PairingServer(std::string coupleId) : id(std::move(coupleId)) {}
+
+    std::string url() const { return "http://" + server.address(); }
+    std::string link() const { return url() + "/for/abcdefghijklmnop"; }
+
+    std::string id;
+    bool takesPeople = true;
+    std::vector<std::string> asked; ///< method and path
+    RawServer server{[this](QTcpSocket& socket, const std::string& head) {
+        asked.push_back(head.substr(0, head.find(" HTTP/")));
+        const bool isJoin = head.starts_with("POST /joins");
+        const auto joined = R"({"token":"lm1.)" + id + R"(.a.hush8","coupleId":")" + id +
+                            R"(","partnerName":"Ann","slot":"a","status":"joined"})";
+        const auto refused = std::string{R"({"code":"invite_not_found","message":""})"};
+        const auto body = !isJoin ? "{}" : takesPeople ? joined : refused;
+        saying(std::string{isJoin && !takesPeople ? "HTTP/1.1 404 No" : "HTTP/1.1 200 OK"} + "\r\nContent-Length: " +
+               std::to_string(body.size()) + "\r\nConnection: close\r\n\r\n" + body)(socket, head);
+    }};
+};
+
+TEST_F(NetworkVerbs, LeaveABoardForAnotherOnlyWhenToldAndLastOfAll) {
+    PairingServer old{"abc"};
+    PairingServer fresh{"xyz"};
+    pairOn(old.url());
+    const auto coupleNow = [this] { return Network{options_}.openProfile()->token()->coupleId; };
+    const auto refused = run({"join", fresh.link(), "--name", "Bo"});
+    EXPECT_EQ(refused.status, 77);
+    EXPECT_NE(refused.err.find("--leave"), std::string::npos) << refused.err;
+    EXPECT_TRUE(old.asked.empty() && fresh.asked.empty());
+
+    fresh.takesPeople = false;
+    EXPECT_EQ(run({"join", fresh.link(), "--name", "Bo", "--leave"}).status, 77);
+    EXPECT_EQ(coupleNow(), "abc");
+    EXPECT_EQ(old.asked, (std::vector<std::string>{"GET /couples/abc/snapshot"}));
+
+    fresh.takesPeople = true;
+    const auto joined = run({"join", fresh.link(), "--name", "Bo", "--leave"});
+    EXPECT_EQ(joined.status, 0) << joined.err;
+    EXPECT_EQ(coupleNow(), "xyz");
+    EXPECT_EQ(Network{options_}.openProfile()->facts().server, fresh.url());
+    EXPECT_EQ(old.asked.back(), "DELETE /couples/abc/devices/self");
+}
+
+TEST_F(NetworkVerbs, StayWhereTheBoardCannotBeLeft) {
+    PairingServer fresh{"xyz"};
+    pair();
+    const auto result = run({"join", fresh.link(), "--name", "Bo", "--leave"});
+    EXPECT_EQ(result.status, 69);
+    EXPECT_NE(result.err.find("nothing was changed"), std::string::npos) << result.err;
+    EXPECT_TRUE(fresh.asked.empty());
 }
 
 TEST_F(NetworkVerbs, KeepEditsForLaterWhereTheRoomIsOutOfReach) {

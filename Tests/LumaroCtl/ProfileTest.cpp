@@ -71,6 +71,30 @@ TEST_F(ProfileTest, IsTheOldOneOrTheNewOneWhenTheDiskIsFullOrThePowerGoes) {
     }
 }
 
+TEST_F(ProfileTest, IsOnOneBoardOrTheOtherWhereverAJoinIsCutOff) {
+    const auto other = CoupleToken::parse("lm1.xyz.a.hush9").value();
+    for (const char* call : {"writeFile", "syncFile", "rename", "syncDirectory"}) {
+        for (int passed = 0; passed < 2; ++passed) {
+            auto profile = paired();
+            disk_.fault = [call, left = passed](std::string_view now) mutable {
+                return now == call && left-- == 0 ? std::optional{FileFault::noSpace} : std::nullopt;
+            };
+            ASSERT_FALSE(profile.pair(other, "https://new.example", "Bo")) << call << passed;
+            disk_.fault = nullptr;
+            disk_.crash(5);
+            const auto now = opened();
+            const bool isNew = now.token() == other;
+            EXPECT_EQ(now.facts().server, isNew ? "https://new.example" : "https://board.example") << call << passed;
+            EXPECT_TRUE(isNew || now.token() == token_) << call << passed;
+        }
+    }
+    auto profile = paired();
+    ASSERT_TRUE(profile.saveBoard("abc", board_) && profile.pair(other, "https://new.example", "Bo"));
+    EXPECT_EQ(opened().facts(), profile.facts());
+    EXPECT_EQ(opened().facts().server, "https://new.example");
+    EXPECT_EQ(opened().lastKnownBoard("abc"), Board{}) << "the board that was left is forgotten";
+}
+
 TEST_F(ProfileTest, NamesAFileThatCannotBeReadAndLeavesIt) {
     auto profile = paired();
     for (const std::string name : {"profile.json", "token", "board-abc.json"}) {
@@ -93,13 +117,14 @@ TEST(Moments, AreReadAsPeopleWriteThem) {
     const Instant day{std::chrono::sys_days{std::chrono::year{2026} / 6 / 1}};
     EXPECT_EQ(parseMoment("2026-06-01Z"), day);
     EXPECT_EQ(parseMoment("2026-06-01T18:30Z"), day + std::chrono::minutes{1110});
+    EXPECT_EQ(parseMoment("2026-06-01 8:05Z"), day + std::chrono::minutes{485});
     EXPECT_EQ(parseMoment("2026-06-01 18:30:15Z"), day + std::chrono::seconds{66615});
     for (const char* local : {"2026-06-01 18:30", "1999-12-31 23:59"}) {
         EXPECT_EQ(momentText(parseMoment(local).value()), local);
     }
-    for (const char* bad :
-         {"", "soon", "2026-6-1", "2026-02-29", "2026-13-01", "2026-06-01T", "2026-06-01T18", "2026-06-01T24:00",
-          "2026-06-01 18:60", "2026-06-01x", "2026-06-01T18:30:15.5", "-026-06-01"}) {
+    for (const char* bad : {"", "soon", "2026-6-1", "2026-02-29", "2026-13-01", "2026-06-01T", "2026-06-01T18",
+                            "2026-06-01T24:00", "2026-06-01 18:60", "2026-06-01 18:3",
+                            "2026-06-01 18:30:", "2026-06-01x", "2026-06-01T18:30:15.5", "-026-06-01"}) {
         EXPECT_FALSE(parseMoment(bad)) << bad;
     }
     EXPECT_EQ(parsePoint("-1.5,2e2"), (Point{-1.5, 200}));

@@ -50,6 +50,7 @@ public:
     RoomLink::Listener* listener = nullptr; ///< null while there is no line
     int retries = 0;
     bool stores = true; ///< else the disk is full
+    bool holds = false; ///< what becomes of a batch is for the test to say
 
 private:
     class Link final : public RoomLink {
@@ -60,6 +61,7 @@ private:
         void send(const UUID& batchId, std::vector<Op> ops) override {
             if (!rooms_.stores) return rooms_.listener->notStored(batchId, FileError{FileFault::noSpace, "", ""});
             rooms_.sent.push_back({batchId, std::move(ops)});
+            if (rooms_.holds) return;
             rooms_.listener->stored(batchId, SendOutcome::Way::transmitted, rooms_.sent.size());
         }
         void sendPresence(OwnPresence presence) override { rooms_.presences.push_back(std::move(presence)); }

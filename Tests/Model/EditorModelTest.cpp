@@ -87,12 +87,12 @@ TEST_F(EditorModelTest, WhatComesInDoesNotEndAGestureAndIsKept) {
     EXPECT_TRUE(editor_.beginGesture(noteId));
     EXPECT_TRUE(editor_.moveTo({300, 300}));
     person_.partner(Edits::changeText(desk_.board(), noteId, pm::docOfLines("yes"), person_.partnerHand()));
-    person_.partner(Edits::turn(desk_.board(), noteId, 9, person_.partnerHand()));
+    person_.partner(Edits::turn(desk_.board(), noteId, 8, person_.partnerHand()));
     EXPECT_EQ(inHand().center, (Point{300, 300}));
-    EXPECT_EQ(inHand().rotationDegrees, 9);
+    EXPECT_EQ(inHand().rotationDegrees, 8);
     EXPECT_TRUE(editor_.endGesture());
     EXPECT_EQ(person_.item(noteId).center, (Point{300, 300}));
-    EXPECT_EQ(person_.item(noteId).rotationDegrees, 9);
+    EXPECT_EQ(person_.item(noteId).rotationDegrees, 8);
     EXPECT_EQ(person_.text(noteId), "yes");
 }
 

@@ -158,23 +158,24 @@ void Pairing::startedBoard(const std::expected<CreatedCouple, PairingFailure>& c
 
 // The partner's board.
 
-void Pairing::joinByCode(std::string_view typed) {
+void Pairing::joinByCode(std::string_view typed, WhileOnBoard whileOnBoard) {
     auto code = normalizeCode(typed);
     if (code.size() < joinCodeLength) return enter(PairingPhase::Failed{"a code is six digits."});
-    whenRestored([this, code = std::move(code)]() mutable {
-        if (neighbours_.who.token) return enter(PairingPhase::Failed{std::string{onBoardAlready}});
+    whenRestored([this, code = std::move(code), whileOnBoard]() mutable {
+        if (neighbours_.who.token && whileOnBoard == WhileOnBoard::ask)
+            return enter(PairingPhase::Failed{std::string{onBoardAlready}});
         join_ = Join{JoinDoor::code, std::move(code), {}, {}};
         join();
     });
 }
 
-void Pairing::joinByLink(std::string_view text) {
+void Pairing::joinByLink(std::string_view text, WhileOnBoard whileOnBoard) {
     const Announcer::Stroke stroke{neighbours_.announcer};
     auto invite = inviteIdIn(text);
     if (!invite) return failed(failureOf(PairingFailure::Case::linkNotFound), "pairing request failed: ");
-    whenRestored([this, text = std::string{text}, invite = std::move(*invite)]() mutable {
+    whenRestored([this, text = std::string{text}, invite = std::move(*invite), whileOnBoard]() mutable {
         join_ = Join{JoinDoor::link, std::move(invite), inviteServerIn(text), {}};
-        needsAsking(*join_, text) ? askAboutInvite() : join();
+        whileOnBoard == WhileOnBoard::ask&& needsAsking(*join_, text) ? askAboutInvite() : join();
     });
 }
 

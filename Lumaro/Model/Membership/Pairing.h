@@ -110,11 +110,15 @@ public:
     /// It is known whether this device is on a board. A new one looks for an invite that waits for it.
     void sessionRestored(bool isNew);
 
+    /// What becomes of the board that this device is on: the person has not said yet, or has said that it is left.
+    enum class WhileOnBoard : std::uint8_t { ask, leave };
+
     void startOurBoard();
-    void joinByCode(std::string_view typed);
+    /// Refused while on a board that is not to be left.
+    void joinByCode(std::string_view typed, WhileOnBoard whileOnBoard = WhileOnBoard::ask);
     /// A link, or a text around one. One that leads away from this device's board, or that the program was opened with
     /// and that names another server, is asked about first (`PairingPhase::Asking`).
-    void joinByLink(std::string_view text);
+    void joinByLink(std::string_view text, WhileOnBoard whileOnBoard = WhileOnBoard::ask);
     /// The answer to `PairingPhase::Asking`; without it everything stays as it was.
     void acceptInvite(bool accepts);
     /// The answer to `PairingPhase::Choosing`.

@@ -6,6 +6,7 @@
 #include "LumaroCore/Geometry/ItemAt.h"
 #include "LumaroCore/Presence/Pomodoro.h"
 #include "LumaroCore/Support/EnumNames.h"
+#include "LumaroCore/Support/WrittenMoment.h"
 
 #include <QtCore/QDateTime>
 
@@ -322,11 +323,15 @@ void EditorView::letBe() {
 // Moments.
 
 double EditorView::momentFrom(const QString& day, const QString& time) {
-    const auto date = QDate::fromString(day.trimmed(), Qt::ISODate);
-    const auto clock =
-        time.trimmed().isEmpty() ? QTime{0, 0} : QTime::fromString(time.trimmed(), QStringLiteral("H:mm"));
-    if (!date.isValid() || !clock.isValid()) return std::numeric_limits<double>::quiet_NaN();
-    return static_cast<double>(QDateTime{date, clock}.toMSecsSinceEpoch());
+    const auto text = day.trimmed() + (time.trimmed().isEmpty() ? QString{} : QLatin1Char(' ') + time.trimmed());
+    const auto moment = parseWrittenMoment(text.toStdString());
+    if (!moment) return std::numeric_limits<double>::quiet_NaN();
+    const QDate date{static_cast<int>(moment->day.year()), static_cast<int>(static_cast<unsigned>(moment->day.month())),
+                     static_cast<int>(static_cast<unsigned>(moment->day.day()))};
+    const auto clock = QTime::fromMSecsSinceStartOfDay(static_cast<int>(moment->time.count()) * 1000);
+    const QDateTime written{date, clock, moment->isUtc ? Qt::UTC : Qt::LocalTime};
+    return written.isValid() ? static_cast<double>(written.toMSecsSinceEpoch())
+                             : std::numeric_limits<double>::quiet_NaN();
 }
 
 QString EditorView::dayOf(double ms) {
