@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "LumaroControl/EditRequest.h"
 
-#include "LumaroControl/OneLine.h"
+#include "LumaroCore/Support/OneLine.h"
 
 #include <algorithm>
 #include <utility>

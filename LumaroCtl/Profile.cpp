@@ -120,6 +120,8 @@ Profile::Result<void> Profile::pair(CoupleToken token, std::string server, std::
 
 Profile::Result<void> Profile::unpair() {
     if (!token_) return {};
+    // What counts by the token alone must stand without it.
+    if (auto saved = saveFacts(); !saved) return saved;
     auto& files = files_.get();
     if (auto gone = files.removeFile(pathOf("token")); !gone) return failed(gone.error());
     // A board that nobody has opened yet was never saved.

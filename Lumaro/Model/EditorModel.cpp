@@ -20,7 +20,7 @@ constexpr std::string_view takenDownText = "it was taken down while you had it â
 constexpr std::string_view pastedPaper = "butter";
 constexpr std::string_view pastedPin = "brass";
 
-bool isBlank(std::string_view text) {
+bool hasNoText(std::string_view text) {
     return text.find_first_not_of(" \t\r\n") == std::string_view::npos;
 }
 
@@ -288,7 +288,7 @@ std::expected<UUID, EditorFault> EditorModel::putUp(Payload payload, std::option
 
 std::expected<UUID, EditorFault> EditorModel::pasteText(std::string_view text) {
     const Stroke stroke{ports_.announcer};
-    if (isBlank(text)) return concludePutUp({}, std::unexpected(ActFault::invalid));
+    if (hasNoText(text)) return concludePutUp({}, std::unexpected(ActFault::invalid));
     return putUp(NotePayload{.pm = pm::docOfLines(text),
                              .paper = std::string{pastedPaper},
                              .pin = std::string{pastedPin},

@@ -97,12 +97,22 @@ TEST_F(AppControlTest, WhatCannotBeAJoinIsNotAskedOfTheService) {
     const auto before = app_.http.requests.size();
     EXPECT_EQ(answerTo(BoardRequest::Join{"12345", "Bo", {}}), (BoardAnswer{64, "", "a code is six digits.\n"}));
     EXPECT_EQ(app_.state().myDisplayName, "");
-    AskedApplication& onBoard = app_;
-    onBoard.keyring.items[{std::string{keychainService}, "joinToken"}] = AppFixture::token;
-    onBoard.app->retryKeychain();
-    onBoard.pass(Seconds{0});
+    app_.keyring.items[{std::string{keychainService}, "joinToken"}] = AppFixture::token;
+    app_.app->retryKeychain();
+    app_.pass(Seconds{0});
     EXPECT_EQ(answerTo(BoardRequest::Join{"123456", "Bo", {}}).status, 77);
     EXPECT_EQ(app_.http.requests.size(), before);
+}
+
+TEST_F(AppControlTest, WhoeverSaysSoLeavesABoardForALinkWithoutBeingAskedAgain) {
+    app_.goOnBoard();
+    const auto& joined = ask(BoardRequest::Join{"http://other.example/for/abcdefghijklmnop", "Ann", {}, true});
+    EXPECT_NE(app_.http.requests.back().url.find("other.example/joins/link"), std::string::npos);
+    ASSERT_TRUE(app_.http.answer(HttpResponse{200, "{}"})) << "the name";
+    ASSERT_TRUE(app_.http.answer(HttpResponse{404, R"({"code":"invite_not_found","message":""})"}));
+    waitUntil([&] { return joined.has_value(); });
+    EXPECT_EQ(joined->status, 77);
+    EXPECT_TRUE(app_.state().token) << "the board that they were on is theirs still";
 }
 
 TEST_F(AppControlTest, ACodeIsANewOneOrWhyThereIsNone) {

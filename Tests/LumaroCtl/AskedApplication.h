@@ -10,15 +10,19 @@
 
 namespace lumaro {
 
+// Made where the requests get their JSON.
+extern template std::expected<std::string, EncodeError> Wire::encode<BoardRequest>(const BoardRequest& value);
+extern template std::expected<BoardAnswer, DecodeError> Wire::decode<BoardAnswer>(std::string_view text);
+
 /// The application of one person, and scripts that ask it at its socket. Needs Qt's loop to run.
 class AskedApplication : public AppFixture {
 public:
     using Verb = decltype(BoardRequest::Verb::value);
 
     AskedApplication() : control_(AppControl::listen(path(), *app, nullptr).value()) {
-        app->onChange([this] { control_->look(); });
+        app->onNews([this](const AppNews&) { control_->look(); });
     }
-    ~AskedApplication() { app->onChange(nullptr); }
+    ~AskedApplication() { app->onNews(nullptr); }
     AskedApplication(const AskedApplication&) = delete;
     AskedApplication& operator=(const AskedApplication&) = delete;
 

@@ -4,7 +4,6 @@
 #include "Lumaro/Model/AppModel.h"
 #include "LumaroCore/BoardLogic/Edits.h"
 #include "LumaroCore/NoteRender/PMNode.h"
-#include "LumaroCore/Support/JsonCodec.h"
 #include "Tests/Fakes/CountingUUIDs.h"
 #include "Tests/Fakes/FakeDesktop.h"
 #include "Tests/Fakes/FakeNotifications.h"
