@@ -37,7 +37,7 @@ Result putUp(const Board& board, const UUID& id, Payload payload, std::optional<
 
 /// Centres the item on the place nearest to `center` on the canvas.
 Result move(const Board& board, const UUID& id, Point center, Hand hand);
-/// Tilts the item to `degrees`, snapped to whole steps of `BoardSpec::rotationSnapDegrees` within the valid tilts.
+/// Tilts the item to the valid tilt nearest to `degrees`.
 Result turn(const Board& board, const UUID& id, double degrees, Hand hand);
 /// Scales the item to the valid scale at which `scale` comes to rest.
 Result resize(const Board& board, const UUID& id, double scale, Hand hand);
