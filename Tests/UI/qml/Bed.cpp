@@ -3,6 +3,7 @@
 
 #include "Lumaro/UI/Text.h"
 #include "LumaroCore/BoardModel/BoardJson.h"
+#include "LumaroCore/Support/Wire.h"
 
 #include <QtCore/QFile>
 #include <QtCore/QJsonDocument>
