@@ -78,7 +78,7 @@ def links_names_and_devices_come_and_go(server):
     answers(server,
             ("POST", "/joins/link", invited | {"deviceId": "new", "name": "Ben"}, None, 409,
              "'names': {'a': 'Ada', 'b': 'Ben'}, 'suggested': 'b'"),
-            ("POST", "/handoff", invited, None, 200, str(invited)),
+            ("POST", "/handoff", invited, None, 200, str(invited | {"inviter": "Ada"})),
             ("POST", "/handoff", {}, None, 404, "'not_found'"),
             ("PUT", home + "/names/self", {"name": "Benno"}, ben, 200, "{}"),
             ("GET", home + "/partner", None, ada, 200, "Benno"),
