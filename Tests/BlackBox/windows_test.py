@@ -128,7 +128,7 @@ def it_hangs_on_the_desktop(ana, _bo):
 
 def it_opens_at_login(ana, _bo):
     program = shutil.which(ana.lumaro, path=ana.screen.env["PATH"])
-    entry = ana.screen.folder / "home" / ".config" / "autostart" / "lumaro-ana.desktop"
+    entry = ana.screen.folder / "home" / "config" / "autostart" / "lumaro-ana.desktop"
     check("the program where it lies, however it was called", f'Exec="{program}" ' in entry.read_text())
 
 
