@@ -6,6 +6,7 @@
 #include "Lumaro/UI/Text.h"
 #include "Lumaro/Windows/FrameLog.h"
 
+#include <QtGui/QGuiApplication>
 #include <QtQml/QQmlComponent>
 #include <QtQml/QQmlExtensionPlugin>
 #include <QtQuick/QQuickWindow>
@@ -37,6 +38,10 @@ Windows::Windows(AppView::Setup setup, Ports ports, std::function<void()> quit)
       screens_(ports.desktop), tray_(verbs(std::move(quit))) {
     furnish(engine_);
     settings_.dress(themeOf(engine_));
+    // People change what this program may do while they look at something else.
+    QObject::connect(qGuiApp, &QGuiApplication::applicationStateChanged, &view_, [this](Qt::ApplicationState state) {
+        if (state == Qt::ApplicationActive) ports_.app.becameActive();
+    });
 }
 
 Windows::~Windows() {

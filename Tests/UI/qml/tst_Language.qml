@@ -5,7 +5,8 @@ import DesignSystem
 import Lumaro.UI
 import Lumaro.Testing
 
-// Every page in a language of longer words, in the smallest window that there may be.
+// Every page in a language of longer words, in the smallest window that there may be. Long for a test: it is one table, with
+// a row for each state of the windows that has texts.
 Item {
     id: room
 
