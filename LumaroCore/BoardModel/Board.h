@@ -30,6 +30,7 @@ struct Board {
     /// The first item with this id; null when there is none.
     const BoardItem* find(const UUID& id) const;
 
+    static constexpr bool hasOwnJson = true;
     /// The fields on the wire, after "v".
     static constexpr auto fields() {
         return std::tuple{Field{"background", &Board::background}, Field{"threadTiedAt", &Board::threadTiedAt},

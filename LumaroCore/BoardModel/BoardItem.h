@@ -28,6 +28,7 @@ struct BoardItem {
     /// Its unscaled size: by kind, but a photo's, a sticker's and a doodle's by what they hold.
     Size naturalSize() const;
 
+    static constexpr bool hasOwnJson = true;
     /// The fields that need no kind to be read; the item's JSON has "kind" after "id", and ends with "payload".
     static constexpr auto fields() {
         return std::tuple{Field{"id", &BoardItem::id},

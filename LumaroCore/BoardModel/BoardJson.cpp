@@ -77,6 +77,10 @@ bool readJson(JsonReader& reader, JsonValue value, std::vector<BoardItem>& out) 
     });
 }
 
+bool readJson(JsonReader& reader, JsonValue value, Board& out) {
+    return reader.readObject(value, bindFields(out));
+}
+
 bool readJson(JsonReader& reader, JsonValue value, Op& out) {
     return readTagged(reader, value, opKey.name, out.value);
 }

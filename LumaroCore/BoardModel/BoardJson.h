@@ -16,6 +16,7 @@ namespace lumaro {
 bool readJson(JsonReader& reader, JsonValue value, BoardItem& out);
 /// A list of items leaves out those of kinds this version does not know, whatever else they hold.
 bool readJson(JsonReader& reader, JsonValue value, std::vector<BoardItem>& out);
+bool readJson(JsonReader& reader, JsonValue value, Board& out);
 bool readJson(JsonReader& reader, JsonValue value, Op& out);
 /// An unknown "op" is an error.
 bool readJson(JsonReader& reader, JsonValue value, ForwardCompatibleOp& out);

@@ -48,4 +48,10 @@ struct FieldIfKnown : Field<N, Owner, T> {
 template <class T>
 concept HasFields = requires { T::fields(); };
 
+/// A type whose JSON is its fields and nothing more. A type with `fields()` whose JSON has more to it says
+/// `hasOwnJson`, so that a file which does not see its `readJson` and `writeJson` does not compile, rather than reading
+/// and writing less.
+template <class T>
+concept IsFieldsAlone = HasFields<T> && !requires { T::hasOwnJson; };
+
 } // namespace lumaro

@@ -115,7 +115,7 @@ bool readJson(JsonReader& reader, JsonValue value, std::map<UUID, T>& out) {
     });
 }
 
-template <HasFields T>
+template <IsFieldsAlone T>
 bool readJson(JsonReader& reader, JsonValue value, T& out) {
     return reader.readObject(value, bindFields(out));
 }

@@ -156,7 +156,7 @@ void writeFields(JsonWriter& writer, const T& value) {
         fields);
 }
 
-template <HasFields T>
+template <IsFieldsAlone T>
 void writeJson(JsonWriter& writer, const T& value) {
     writer.openObject();
     writeFields(writer, value);

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "LumaroCore/BoardModel/Board.h"
+#include "LumaroCore/Support/JsonWriter.h"
 #include "LumaroCore/Support/Wire.h"
 #include "LumaroRoom/Server/CommandLine.h"
 #include "LumaroRoom/Server/IpAddress.h"
@@ -99,6 +101,12 @@ TEST(TokenBucketTest, ABurstIsFreeAndWhatFollowsKeepsThePace) {
     for (int i = 0; i < 3; ++i) EXPECT_EQ(bucket.take(start + 1h), 0s) << "no more than the burst is saved";
     EXPECT_GT(bucket.take(start + 1h), 0s);
 }
+
+// A board has more to its JSON than its fields. This file does not see that, and must not write a board without it:
+// with "Support/JsonCodec.h" it would, and the linker might take its `Wire::encode` for every other file's.
+template <class T>
+concept IsWritten = requires(JsonWriter& writer, const T& value) { writeJson(writer, value); };
+static_assert(IsWritten<Point> && !IsWritten<Board> && !IsWritten<BoardItem>);
 
 std::expected<Command, std::string> parsed(std::vector<std::string> arguments) {
     arguments.insert(arguments.begin(), "lumaro-room");
