@@ -2,6 +2,7 @@
 #include "LumaroControl/BoardText.h"
 #include "LumaroControl/JoinText.h"
 #include "LumaroControl/Moments.h"
+#include "LumaroCore/Pairing/InviteLink.h"
 #include "LumaroCore/Pairing/PairingClient.h"
 #include "LumaroCore/Protocol/CoupleEndpoints.h"
 #include "LumaroCore/Support/EnumNames.h"
@@ -61,13 +62,13 @@ Profile::Result<T> outcomeOf(Network& network, Start start) {
 }
 
 // A profile that only this process may change, and the server that a verb talks to.
-struct Desk {
+struct OpenProfile {
     Profile profile;
     FolderLock lock;
     std::string server;
 };
 
-Profile::Result<Desk> openDesk(Network& network) {
+Profile::Result<OpenProfile> openForChange(Network& network) {
     auto profile = network.openProfile();
     if (!profile) return std::unexpected(std::move(profile.error()));
     auto server = network.serverFor(*profile);
@@ -76,38 +77,31 @@ Profile::Result<Desk> openDesk(Network& network) {
     auto lock = network.takeLock(*profile);
     if (!lock) return std::unexpected(std::move(lock.error()));
     if (auto named = profile->nameDevice(); !named) return std::unexpected(std::move(named.error()));
-    return Desk{std::move(*profile), std::move(*lock), std::move(*server)};
+    return OpenProfile{std::move(*profile), std::move(*lock), std::move(*server)};
 }
 
-Profile::Result<void> pair(Desk& desk, const std::string& token, const std::string& name) {
+Profile::Result<void> pair(OpenProfile& opened, const std::string& token, const std::string& name) {
     auto parsed = CoupleToken::parse(token);
     if (!parsed) return std::unexpected(VerbFailure{ExitStatus::unavailable, "the server gave a token that is none"});
-    return desk.profile.pair(std::move(*parsed), desk.server, name);
-}
-
-// A link names its server.
-std::optional<std::string> serverIn(const std::string& link) {
-    if (!link.starts_with("http://") && !link.starts_with("https://")) return std::nullopt;
-    const auto end = std::min(link.find("/for/"), link.find("/dl/"));
-    return end == std::string::npos ? std::nullopt : std::optional{link.substr(0, end)};
+    return opened.profile.pair(std::move(*parsed), opened.server, name);
 }
 
 } // namespace
 
 ExitStatus runStart(const NetworkOptions& options, Streams streams, const std::string& name) {
     Network network{options};
-    auto desk = openDesk(network);
-    if (!desk) return fail(streams, "start", desk.error());
-    if (desk->profile.token()) {
+    auto opened = openForChange(network);
+    if (!opened) return fail(streams, "start", opened.error());
+    if (opened->profile.token()) {
         return fail(streams, ExitStatus::refused,
                     " start: this profile is on a board; `lumaroctl leave` it, or take another --profile");
     }
-    auto pairing = pairingOn(network, desk->server);
+    auto pairing = pairingOn(network, opened->server);
     const auto created = outcomeOf<CreatedCouple>(network, [&](PairingClient::Then<CreatedCouple> then) {
-        return pairing.createCouple(desk->profile.facts().deviceId, name, std::move(then));
+        return pairing.createCouple(opened->profile.facts().deviceId, name, std::move(then));
     });
     if (!created) return fail(streams, "start", created.error());
-    if (const auto paired = pair(*desk, created->token, name); !paired) return fail(streams, "start", paired.error());
+    if (const auto paired = pair(*opened, created->token, name); !paired) return fail(streams, "start", paired.error());
     streams.out << onOneLine(created->invite.link) << '\n';
     streams.err << "your board is there. give your partner this link, or six digits from `lumaroctl code`\n";
     return ExitStatus::ok;
@@ -158,9 +152,9 @@ Profile::Result<std::optional<JoinedBoard>> boardToLeave(Network& network, const
                                        "nothing was changed"});
 }
 
-Profile::Result<Joined> join(Network& network, const Desk& desk, const JoinOptions& how) {
-    auto pairing = pairingOn(network, desk.server);
-    const PairingClient::Joiner joiner{desk.profile.facts().deviceId, how.name, how.slot};
+Profile::Result<Joined> join(Network& network, const OpenProfile& opened, const JoinOptions& how) {
+    auto pairing = pairingOn(network, opened.server);
+    const PairingClient::Joiner joiner{opened.profile.facts().deviceId, how.name, how.slot};
     const auto inviteId = inviteIdIn(how.codeOrLink);
     return outcomeOf<Joined>(network, [&](PairingClient::Then<Joined> then) {
         return inviteId ? pairing.joinByLink(*inviteId, joiner, std::move(then))
@@ -175,16 +169,17 @@ ExitStatus runJoin(const NetworkOptions& options, Streams streams, const JoinOpt
     if (const auto fault = faultOfCodeOrLink(how.codeOrLink)) {
         return fail(streams, ExitStatus::usage, " join: " + std::string{*fault});
     }
-    auto own = options;
-    if (own.server.empty() && inviteIdIn(how.codeOrLink)) own.server = serverIn(how.codeOrLink).value_or("");
-    Network network{own};
-    auto desk = openDesk(network);
-    if (!desk) return fail(streams, "join", desk.error());
-    const auto before = boardToLeave(network, desk->profile, how.leave);
+    auto wanted = options;
+    if (wanted.server.empty()) wanted.server = inviteServerIn(how.codeOrLink).value_or("");
+    Network network{wanted};
+    auto opened = openForChange(network);
+    if (!opened) return fail(streams, "join", opened.error());
+    const auto before = boardToLeave(network, opened->profile, how.leave);
     if (!before) return fail(streams, "join", before.error());
-    const auto joined = join(network, *desk, how);
+    const auto joined = join(network, *opened, how);
     if (!joined) return fail(streams, "join", joined.error());
-    if (const auto paired = pair(*desk, joined->token, how.name); !paired) return fail(streams, "join", paired.error());
+    if (const auto paired = pair(*opened, joined->token, how.name); !paired)
+        return fail(streams, "join", paired.error());
     streams.err << "you are on the board of " << onOneLine(joined->partnerName) << " as " << nameOf(joined->slot)
                 << '\n';
     if (*before && (*before)->token.coupleId != joined->coupleId) {
@@ -240,11 +235,11 @@ ExitStatus runLink(const NetworkOptions& options, Streams streams) {
 ExitStatus runLeave(const NetworkOptions& options, Streams streams) {
     Network network{options};
     if (const auto paired = network.openPairedProfile(); !paired) return fail(streams, "leave", paired.error());
-    auto desk = openDesk(network);
-    if (!desk) return fail(streams, "leave", desk.error());
-    const auto left = leaveBoard(network, {*desk->profile.token(), desk->server});
+    auto opened = openForChange(network);
+    if (!opened) return fail(streams, "leave", opened.error());
+    const auto left = leaveBoard(network, {*opened->profile.token(), opened->server});
     if (!left) return fail(streams, "leave", left.error());
-    if (const auto gone = desk->profile.unpair(); !gone) return fail(streams, "leave", gone.error());
+    if (const auto gone = opened->profile.unpair(); !gone) return fail(streams, "leave", gone.error());
     return ExitStatus::ok;
 }
 

@@ -86,6 +86,21 @@ std::string percentDecoded(std::string_view text) {
     return decoded;
 }
 
+// As a value in a query: all but the unreserved characters of RFC 3986 is escaped.
+std::string percentEncoded(std::string_view text) {
+    constexpr std::string_view digits = "0123456789ABCDEF";
+    std::string encoded;
+    for (const char c : text) {
+        if (isIdCharacter(c) || c == '.' || c == '~') {
+            encoded += c;
+        } else {
+            const auto byte = static_cast<unsigned char>(c);
+            encoded.append({'%', digits[byte / 16U], digits[byte % 16U]});
+        }
+    }
+    return encoded;
+}
+
 std::optional<Found> inOwnLink(std::string_view word) {
     const auto found = std::ranges::search(word, ownLink, {}, lower, lower);
     if (found.empty()) return std::nullopt;
@@ -138,6 +153,10 @@ std::optional<std::string> inviteIdIn(std::string_view text) {
 std::optional<std::string> inviteServerIn(std::string_view text) {
     auto found = linkIn(text);
     return found ? std::move(found->server) : std::nullopt;
+}
+
+std::string ownInviteLink(std::string_view inviteId, std::string_view serverURL) {
+    return std::string{ownLink} + "?i=" + std::string{inviteId} + "&s=" + percentEncoded(serverURL);
 }
 
 } // namespace lumaro

@@ -30,4 +30,7 @@ std::optional<std::string> inviteIdIn(std::string_view text);
 /// when it names no http or https server of at most 200 characters.
 std::optional<std::string> inviteServerIn(std::string_view text);
 
+/// The program's own link to the invite of that id (`isInviteId`) on that server, as both of the above read it.
+std::string ownInviteLink(std::string_view inviteId, std::string_view serverURL);
+
 } // namespace lumaro

@@ -48,6 +48,9 @@ public:
     /// `publicURL` is what links begin with. The source outlives the service.
     PairingService(std::string publicURL, RandomSource& random, Limits limits);
 
+    /// Without a slash at its end; may be asked for on any thread.
+    const std::string& publicURL() const { return publicURL_; }
+
     struct Person {
         std::string deviceId;
         std::string name;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "LumaroRoom/Server/Pages.h"
 
+#include "LumaroCore/Pairing/InviteLink.h"
 #include "LumaroRoom/Pairing/Secrets.h"
 
 #include <array>
@@ -68,8 +69,8 @@ ServerResponse page(int status, std::string_view title, std::string_view content
             std::move(body)};
 }
 
-std::string openButton(std::string_view inviteId) {
-    return R"(<a class="go" href="lumaro://join-invite?i=)" + escapedHtml(inviteId) + R"(">open our board</a>)";
+std::string openButton(std::string_view inviteId, std::string_view serverURL) {
+    return R"(<a class="go" href=")" + escapedHtml(ownInviteLink(inviteId, serverURL)) + R"(">open our board</a>)";
 }
 
 constexpr std::string_view installSteps =
@@ -93,12 +94,13 @@ std::string escapedHtml(std::string_view text) {
     return escaped;
 }
 
-ServerResponse invitePage(std::string_view inviteId, const std::optional<std::string>& inviter) {
+ServerResponse invitePage(std::string_view inviteId, std::string_view serverURL,
+                          const std::optional<std::string>& inviter) {
     const std::string name = inviter && !inviter->empty() ? escapedHtml(*inviter) : "someone dear";
     return page(200, "a board for two",
                 "<h1>" + name + " has put up a board for the two of you</h1>" +
                     "<p>notes, photos and small drawings, behind the icons of both your desktops.</p>" +
-                    openButton(inviteId) + R"(<p class="soft">nothing happened? <a href="/dl/)" +
+                    openButton(inviteId, serverURL) + R"(<p class="soft">nothing happened? <a href="/dl/)" +
                     escapedHtml(inviteId) + R"(">get Lumaro first</a>, then come back.</p>)");
 }
 
@@ -107,14 +109,12 @@ ServerResponse goneInvitePage() {
                 "<h1>that link was replaced</h1><p>ask them for the new one &#128140;</p>");
 }
 
-ServerResponse downloadPage(std::string_view inviteId) {
+ServerResponse downloadPage(std::string_view inviteId, std::string_view serverURL) {
     std::string content = "<h1>put Lumaro on your desktop</h1>";
     content.append(installSteps);
-    if (inviteId.empty()) {
-        content.append("<p class=\"soft\">the button is on the invite that you were sent.</p>");
-    } else {
-        content.append(openButton(inviteId));
-    }
+    // What is no id might bring a server of its own.
+    content.append(isInviteId(inviteId) ? openButton(inviteId, serverURL)
+                                        : "<p class=\"soft\">the button is on the invite that you were sent.</p>");
     return page(200, "get Lumaro", content);
 }
 

@@ -95,8 +95,8 @@ void Routes::answer(Call call, Respond respond) {
     case Route::roomSocket:
         return respond(errorResponse(426, "upgrade_required", "this path takes a WebSocket upgrade"));
     case Route::invitePage: return invitePage(call, std::move(respond));
-    case Route::inviteDownloadPage: return respond(downloadPage(call.match.id));
-    case Route::downloadPage: return respond(downloadPage({}));
+    case Route::inviteDownloadPage: return respond(downloadPage(call.match.id, ports_.pairing.publicURL()));
+    case Route::downloadPage: return respond(downloadPage({}, ports_.pairing.publicURL()));
     case Route::health: return health(std::move(respond));
     case Route::metrics:
         return ports_.neighbours.metrics(
@@ -218,13 +218,14 @@ void Routes::weather(const Call& call, Respond respond) {
 
 void Routes::invitePage(const Call& call, Respond respond) {
     inStore(
-        [inviteId = call.match.id, now = ports_.clock.now()](Store& store) -> StoreResult<Outcome> {
+        [inviteId = call.match.id, serverURL = ports_.pairing.publicURL(),
+         now = ports_.clock.now()](Store& store) -> StoreResult<Outcome> {
             const auto link = store.link(inviteId);
             if (!link) return std::unexpected(link.error());
             if (!*link || (*link)->isReplaced || (*link)->expiresAt <= now) return Outcome{goneInvitePage(), {}};
             const auto members = store.members((*link)->coupleId);
             if (!members) return std::unexpected(members.error());
-            return Outcome{lumaro::invitePage(inviteId, members->names.of((*link)->inviter)), {}};
+            return Outcome{lumaro::invitePage(inviteId, serverURL, members->names.of((*link)->inviter)), {}};
         },
         std::move(respond));
 }

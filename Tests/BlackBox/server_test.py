@@ -141,11 +141,14 @@ def media_is_written_once_kept_by_caches_and_limited(server):
 
 def pages_name_the_inviter_and_run_nothing(server):
     invite = found(server, '<b>"Ada" & co')[2]
+    own_link = f"lumaro://join-invite?i={invite}&amp;s=http%3A%2F%2F127.0.0.1%3A{server.port}"
     answers(server,
             ("GET", f"/for/{invite}", None, None, 200, "&lt;b&gt;&quot;Ada&quot; &amp; co"),
-            ("GET", f"/for/{invite}", None, None, 200, f"lumaro://join-invite?i={invite}"),
+            ("GET", f"/for/{invite}", None, None, 200, own_link + '"'),
             ("GET", "/for/nosuchinvite", None, None, 404, ""),
-            ("GET", '/dl/%22%3E"><i', None, None, 200, 'i=%22%3E&quot;&gt;&lt;i"'))
+            ("GET", f"/dl/{invite}", None, None, 200, own_link + '"'),
+            ("GET", '/dl/%22%3E"><i', None, None, 200, "the button is on the invite"),
+            ("GET", f"/dl/{invite}&s=https%3A%2F%2Fevil.example", None, None, 200, "the button is on the invite"))
     for path in (f"/for/{invite}", f"/dl/{invite}", "/download"):
         _, headers, page = server.call("GET", path)
         assert headers["Content-Security-Policy"].startswith("default-src 'none'; style-src 'sha256-"), path

@@ -202,6 +202,10 @@ TEST(InviteLink, P13_FindsTheInviteInALinkAndInTheTextAroundIt) {
         {"lumaro://join-invite#?i=k7pq2m5x", ""},
         {"", ""}};
     for (const auto& [text, inviteId] : cases) EXPECT_EQ(inviteIdIn(text).value_or(""), inviteId) << text;
+    const auto own = ownInviteLink("K7_q-m5x", "http://[::1]:7700/api~1");
+    EXPECT_EQ(own, "lumaro://join-invite?i=K7_q-m5x&s=http%3A%2F%2F%5B%3A%3A1%5D%3A7700%2Fapi~1");
+    EXPECT_EQ(inviteIdIn(own), "K7_q-m5x");
+    EXPECT_EQ(inviteServerIn(own), "http://[::1]:7700/api~1");
 }
 
 } // namespace
