@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "DesignSystem/Furnish.h"
 
+#include "DesignSystem/FaceProvider.h"
 #include "DesignSystem/IconProvider.h"
 #include "DesignSystem/ShadowProvider.h"
 
@@ -10,6 +11,7 @@ namespace lumaro {
 
 void furnish(QQmlEngine& engine) {
     engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
+    engine.addImageProvider(QLatin1String{FaceProvider::name}, new FaceProvider);
     engine.addImageProvider(QLatin1String{IconProvider::name}, new IconProvider);
     engine.addImageProvider(QLatin1String{ShadowProvider::name}, new ShadowProvider);
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Lumaro/UI/AppFace.h"
 
+#include "DesignSystem/FaceProvider.h"
 #include "DesignSystem/Words.h"
 #include "Lumaro/UI/StatusLine.h"
 #include "Lumaro/UI/Text.h"
@@ -108,7 +109,7 @@ AppFace appFace(const AppState& state, Instant now, bool isRetrying) {
     face.showsOnDesktop = state.showsBoardOnDesktop;
     face.background = qText(nameOf(state.board.background));
     face.isPlaceFree = state.token && state.paired && !state.paired->contains(other(state.token->slot));
-    face.myPicture = state.myPicturePath ? QUrl::fromLocalFile(qText(*state.myPicturePath)) : QUrl{};
+    face.myPicture = state.myPicturePath ? FaceProvider::urlOf(qText(*state.myPicturePath)) : QUrl{};
     return face;
 }
 

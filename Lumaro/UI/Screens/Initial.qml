@@ -2,13 +2,14 @@
 import QtQuick
 import DesignSystem
 
-/// A person as the first letter of their name, on a round of their own colour.
+/// A person as their picture, or else as the first letter of their name, on a round of their own colour.
 Rectangle {
     id: initial
 
     required property string name
     property bool isSecond: false
     property real side: 44
+    property url picture
 
     width: side
     height: side
@@ -18,6 +19,7 @@ Rectangle {
     border.color: Qt.darker(color, 1.12)
 
     Text {
+        visible: face.status !== Image.Ready
         anchors.centerIn: parent
         anchors.verticalCenterOffset: -initial.side / 16 // the hand's letters hang low
         text: initial.name.charAt(0).toLowerCase()
@@ -26,5 +28,14 @@ Rectangle {
         font.family: Theme.hand
         font.weight: Font.Bold
         font.pixelSize: Math.round(initial.side * 0.62)
+    }
+    Image {
+        id: face
+
+        anchors.fill: parent
+        source: initial.picture
+        sourceSize.width: initial.side
+        sourceSize.height: initial.side
+        asynchronous: true
     }
 }

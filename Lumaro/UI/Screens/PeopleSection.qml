@@ -16,6 +16,7 @@ Section {
         Initial {
             anchors.verticalCenter: parent.verticalCenter
             name: people.view.face.myName === "" ? qsTr("you") : people.view.face.myName
+            picture: people.view.face.myPicture
         }
         Field {
             id: name
