@@ -146,6 +146,13 @@ struct BoardRequest {
         static constexpr auto fields() { return std::tuple{}; }
         bool operator==(const Code&) const = default;
     };
+    /// Answered with the board's link, which is made where this device has none.
+    struct Link {
+        static constexpr std::string_view tag = "link";
+
+        static constexpr auto fields() { return std::tuple{}; }
+        bool operator==(const Link&) const = default;
+    };
     struct Leave {
         static constexpr std::string_view tag = "leave";
 
@@ -200,7 +207,7 @@ struct BoardRequest {
 
     struct Verb {
         std::variant<PutUp, Move, Turn, Resize, TakeDown, Keep, Unkeep, Paint, Show, Pending, Status, Start, Join, Code,
-                     Leave, Undo, Redo, QuickNote, Open, Presence, Secrets, Unlock>
+                     Link, Leave, Undo, Redo, QuickNote, Open, Presence, Secrets, Unlock>
             value;
 
         bool operator==(const Verb&) const = default;

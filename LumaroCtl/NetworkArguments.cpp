@@ -72,6 +72,11 @@ Instant present() {
 
 using V = NetworkValues;
 
+ExitStatus withoutApp(Streams streams, std::string_view verb) {
+    return fail(streams, ExitStatus::usage,
+                " " + std::string{verb} + ": the application does not do that; leave out --app");
+}
+
 // Adds verbs one by one.
 class Table {
 public:
@@ -107,8 +112,9 @@ public:
         verb("code", "Print six digits with which the partner joins, once.", [](const V& v, Streams streams) {
             return v.network.app ? v.send(streams, BoardRequest::Code{}) : runCode(v.network, streams);
         });
-        verb("link", "Print the link with which the partner joins.",
-             [](const V& v, Streams streams) { return runLink(v.network, streams); });
+        verb("link", "Print the link with which the partner joins.", [](const V& v, Streams streams) {
+            return v.network.app ? v.send(streams, BoardRequest::Link{}) : runLink(v.network, streams);
+        });
         verb("leave", "Take this device off the board.", [](const V& v, Streams streams) {
             return v.network.app ? v.send(streams, BoardRequest::Leave{}) : runLeave(v.network, streams);
         });
@@ -144,16 +150,19 @@ public:
     void addLooking() {
         verb("status", "Print where this profile stands.",
              [](const V& v, Streams streams) { return v.send(streams, BoardRequest::Status{}); });
-        auto* watch = verb("watch", "Keep the board in step, and print what happens.",
-                           [](const V& v, Streams streams) { return runWatch(v.network, streams, v.json); });
+        auto* watch = verb("watch", "Keep the board in step, and print what happens.", [](const V& v, Streams streams) {
+            return v.network.app ? withoutApp(streams, "watch") : runWatch(v.network, streams, v.json);
+        });
         watch->add_flag("--json", values_.json, "a line of JSON for each message, board and state");
         auto* show = verb("show", "Print the board as this device sees it.",
                           [](const V& v, Streams streams) { return v.send(streams, BoardRequest::Show{v.json}); });
         show->add_flag("--json", values_.json, "the board in canonical form");
         verb("pending", "Print the edits that wait for the room.",
              [](const V& v, Streams streams) { return v.send(streams, BoardRequest::Pending{}); });
-        auto* exporting = verb("export", "Write the board to a folder, notes as text.",
-                               [](const V& v, Streams streams) { return runExport(v.network, streams, v.directory); });
+        auto* exporting =
+            verb("export", "Write the board to a folder, notes as text.", [](const V& v, Streams streams) {
+                return v.network.app ? withoutApp(streams, "export") : runExport(v.network, streams, v.directory);
+            });
         exporting->add_option("DIR", values_.directory, "the folder")->required()->type_name("");
     }
 

@@ -82,7 +82,7 @@ void AppControl::take(const std::string& line, LocalSocketServer::Reply reply) {
         deferred_.push_back({*request, std::move(reply)});
     } else {
         start(*request, std::move(reply));
-        look();
+        answerReady();
     }
 }
 
@@ -101,7 +101,7 @@ void AppControl::start(const BoardRequest& request, LocalSocketServer::Reply rep
 }
 
 // Answers come last: what they lead to must find the lists at rest. So must what an act of one that was put off tells.
-void AppControl::look() {
+void AppControl::answerReady() {
     for (auto& one : std::exchange(deferred_, {})) {
         if (mustWait(one.request)) {
             deferred_.push_back(std::move(one));
@@ -147,8 +147,7 @@ AppControl::Outcome AppControl::answer(const BoardRequest::Status&) {
 // Who is on it.
 
 AppControl::Outcome AppControl::answer(const BoardRequest::Start& start) {
-    app_.people().setMyName(start.name);
-    app_.startOurBoard();
+    app_.pairing().startOurBoard(start.name);
     return paired();
 }
 
@@ -156,14 +155,12 @@ AppControl::Outcome AppControl::answer(const BoardRequest::Join& join) {
     if (const auto fault = faultOfCodeOrLink(join.codeOrLink)) return atOnce(refusal(ExitStatus::usage, *fault));
     const bool mayLeave = join.leave.value_or(false);
     if (app_.state().token && !mayLeave) return atOnce(refusal(ExitStatus::refused, joinWhileOnABoard));
-    const auto whileOnBoard = mayLeave ? Pairing::WhileOnBoard::leave : Pairing::WhileOnBoard::ask;
-    app_.people().setMyName(join.name);
     if (join.slot && std::holds_alternative<PairingPhase::Choosing>(app_.state().pairing.value)) {
         app_.pairing().chooseOneself(*join.slot);
     } else if (inviteIdIn(join.codeOrLink)) {
-        app_.pairing().joinByLink(join.codeOrLink, whileOnBoard);
+        app_.pairing().joinByLink(join.codeOrLink, {mayLeave, join.name});
     } else {
-        app_.pairing().joinByCode(join.codeOrLink, whileOnBoard);
+        app_.pairing().joinByCode(join.codeOrLink, {mayLeave, join.name});
     }
     return paired();
 }
@@ -179,6 +176,18 @@ AppControl::Outcome AppControl::answer(const BoardRequest::Code&) {
         if (state.codeFailure) return refusal(ExitStatus::unavailable, *state.codeFailure);
         if (!state.shareCode) return refusalOf(ActFault::notOnBoard);
         return BoardAnswer{0, state.shareCode->code + "\n", ""};
+    };
+}
+
+AppControl::Outcome AppControl::answer(const BoardRequest::Link&) {
+    if (!app_.state().token) return atOnce(refusalOf(ActFault::notOnBoard));
+    if (!app_.state().boardLink) app_.invitations().mintLink();
+    return [this]() -> std::optional<BoardAnswer> {
+        const auto& state = app_.state();
+        if (!state.token) return refusalOf(ActFault::notOnBoard);
+        if (state.boardLink) return BoardAnswer{0, state.boardLink->url + "\n", ""};
+        if (state.linkFailure) return refusal(ExitStatus::unavailable, *state.linkFailure);
+        return std::nullopt;
     };
 }
 
@@ -226,7 +235,7 @@ AppControl::Outcome AppControl::carriedOut(const AskedVerb& verb) {
     return stored(*act ? std::vector{**act} : batchesAlreadyDoing(*verb, app_.liveBoard().shared()), outputOf(*verb));
 }
 
-AppControl::Outcome AppControl::takenBack(const EditorModel::Act& act) {
+AppControl::Outcome AppControl::takenBack(const EditorAct& act) {
     if (!act) return atOnce(refusalOf(act.error()));
     return stored(*act ? std::vector{**act} : std::vector<UUID>{}, "");
 }

@@ -35,7 +35,7 @@ public:
     ~AppControl() = default;
 
     /// Whoever listens to `AppModel::onNews` calls this: what was waited for may have come about.
-    void look();
+    void answerReady();
 
 private:
     /// The answer, once there is one.
@@ -68,6 +68,7 @@ private:
     Outcome answer(const BoardRequest::Start& start);
     Outcome answer(const BoardRequest::Join& join);
     Outcome answer(const BoardRequest::Code&);
+    Outcome answer(const BoardRequest::Link&);
     Outcome answer(const BoardRequest::Leave&);
     Outcome answer(const BoardRequest::Secrets& secrets);
     Outcome answer(const BoardRequest::Unlock&);
@@ -76,7 +77,7 @@ private:
     Outcome answer(const BoardRequest::Presence& seen);
 
     Outcome carriedOut(const AskedVerb& verb);
-    Outcome takenBack(const EditorModel::Act& act);
+    Outcome takenBack(const EditorAct& act);
     /// Answers by the fate of these batches alone.
     Outcome stored(std::vector<UUID> batches, std::string out);
     Outcome paired();

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "Lumaro/Model/DirectRoomLinks.h"
+#include "Lumaro/Model/Room/DirectRoomLinks.h"
 #include "Platform/Posix/PosixFileSystem.h"
 #include "Platform/Posix/SystemClock.h"
 #include "Platform/Posix/SystemRandom.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "Lumaro/Model/RoomLink.h"
+#include "Lumaro/Model/Room/RoomLink.h"
 
 #include <functional>
 #include <memory>

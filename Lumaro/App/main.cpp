@@ -54,7 +54,7 @@ int serve(AppModel& app, Desktop& desktop, QtLoop& loop, const std::string& prof
     if (!control) return fail("no socket for commands: " + control.error());
     app.onNews([&](const AppNews& news) {
         if (windows) windows->hear(news);
-        (*control)->look();
+        (*control)->answerReady();
     });
     loop.onTermination([&] { loop.quit(); });
     // The board under one's hands is drawn before the desktop's, which takes longer.

@@ -51,7 +51,7 @@ AppModel::AppModel(Setup setup, Ports ports)
               .defaults = ports.defaults,
               .notifications = ports.notifications,
               .sounds = ports.sounds},
-             state_, {connection_, media_, announcer_, [this] { editor_.setLiveItems(board()); }}),
+             state_, {connection_, media_, announcer_, [this] { editor_.boardChanged(); }}),
       editor_({board_, ports.ids, ports.clock, ports.sleeper, announcer_}), partner_(state_, announcer_),
       presence_(ports.sleeper, state_, connection_, announcer_) {
     announcer_.beforeNews([this](const AppNews& news) { completeNews(news); });
@@ -60,7 +60,7 @@ AppModel::AppModel(Setup setup, Ports ports)
     }
     if (const auto& fault = media_.fault()) log(LogLevel::error, "the pictures cannot be read: " + fault->message);
     editor_.setAuthor(slot());
-    editor_.setLiveItems(board());
+    editor_.boardChanged();
 }
 
 AppModel::~AppModel() {
@@ -70,7 +70,7 @@ AppModel::~AppModel() {
 }
 
 void AppModel::start() {
-    const Announcer::Stroke stroke{announcer_};
+    const Announcer::Update update{announcer_};
     desktop_.start();
     people_.refreshFaces();
     if (setup_.offersLaunchAtLogin) offerLaunchAtLogin(ports_.defaults, ports_.loginItem, ports_.log);
@@ -86,7 +86,7 @@ void AppModel::shutdown() {
 }
 
 void AppModel::becameActive() {
-    const Announcer::Stroke stroke{announcer_};
+    const Announcer::Update update{announcer_};
     permissions_.refreshContacts();
     permissions_.refreshNotifications();
     people_.refreshFaces();
@@ -111,6 +111,11 @@ void AppModel::cameOntoBoard(bool isAnotherBoard) {
     connect();
 }
 
+void AppModel::foundLeftBoard(const CoupleToken& token) {
+    leaving_.tellWhatIsKept();
+    leaving_.tell(token, membership_.serverURL());
+}
+
 void AppModel::sessionRestored(bool isNew) {
     if (!state_.keychainLocked) leaving_.tellWhatIsKept();
     pairing_.sessionRestored(isNew);
@@ -123,7 +128,7 @@ void AppModel::connect() {
 }
 
 void AppModel::leaveBoard() {
-    const Announcer::Stroke stroke{announcer_};
+    const Announcer::Update update{announcer_};
     log(LogLevel::info, "leaving the board");
     if (state_.token) leaving_.tell(*state_.token, membership_.serverURL());
     connection_.close();
@@ -144,7 +149,7 @@ void AppModel::forgetBoard() {
 }
 
 void AppModel::keepSecretsInFile(bool agreed) {
-    const Announcer::Stroke stroke{announcer_};
+    const Announcer::Update update{announcer_};
     const bool isAsked = state_.secretPlace == SecretPlace::asking;
     membership_.keepSecretsInFile(agreed);
     if (isAsked && agreed) invitations_.keepLinkAgain();
@@ -186,7 +191,7 @@ void AppModel::storeMedia(const UUID& id, std::string bytes, MediaTransfer::Stor
 // What happens to the computer.
 
 void AppModel::wokeFromSleep() {
-    const Announcer::Stroke stroke{announcer_};
+    const Announcer::Update update{announcer_};
     networkChanged();
     board_.lookAtClock();
 }

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "Lumaro/Model/AppState.h"
-#include "Lumaro/Model/EditorModel.h"
+#include "Lumaro/Model/Editor/EditorModel.h"
 #include "LumaroCore/Services/SystemSignals.h"
 
 #include <memory>
@@ -79,7 +79,6 @@ public:
     void connect();
     /// Adopts a raw token; `then` hears of a token that is none, or a keychain that refuses.
     void pair(std::string_view token, Membership::Kept then);
-    void startOurBoard() { pairing_.startOurBoard(); }
     void leaveBoard();
     /// The answer to `SecretPlace::asking`.
     void keepSecretsInFile(bool agreed);
@@ -94,6 +93,7 @@ public:
 
 private:
     void cameOntoBoard(bool isAnotherBoard) override;
+    void foundLeftBoard(const CoupleToken& token) override;
     void sessionRestored(bool isNew) override;
 
     void opened(std::vector<PendingBatch> waiting) override { board_.opened(std::move(waiting)); }

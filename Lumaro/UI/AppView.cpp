@@ -50,7 +50,7 @@ void AppView::watchCode() {
 // Onto a board.
 
 void AppView::startOurBoard() {
-    app_.startOurBoard();
+    app_.pairing().startOurBoard();
 }
 
 void AppView::joinByCode(const QString& typed) {

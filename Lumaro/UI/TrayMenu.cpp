@@ -74,7 +74,10 @@ TrayMenu::TrayMenu(Verbs verbs) : entries_(std::make_unique<Entries>(std::move(v
 }
 TrayMenu::~TrayMenu() = default;
 
+// Each of these is a message to the panel.
 void TrayMenu::show(const TrayState& state) {
+    if (shown_ == state) return;
+    shown_ = state;
     entries_->status->setText(state.status);
     entries_->quickNote->setEnabled(state.hasBoard);
     entries_->onDesktop->setChecked(state.showsOnDesktop);

@@ -7,6 +7,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 namespace lumaro {
 
@@ -46,6 +47,7 @@ public:
 private:
     struct Entries;
     std::unique_ptr<Entries> entries_;
+    std::optional<TrayState> shown_;
 };
 
 } // namespace lumaro

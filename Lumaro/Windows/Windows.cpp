@@ -62,10 +62,13 @@ void Windows::dress(const QString& appearance, bool isMotionReduced) {
 }
 
 void Windows::hear(const AppNews& news) {
-    view_.refresh();
     scene_.hear(news.changed);
     editor_.hear(news);
-    tray_.show(trayState(view_.face()));
+    // No page shows what a hand does, which changes many times a second.
+    if (!news.changed.isOnly(AppChange::editor)) {
+        view_.refresh();
+        tray_.show(trayState(view_.face()));
+    }
     for (const auto& text : news.quickNotes) openQuickNote(qText(text.value_or("")));
 }
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "LumaroCore/BoardLogic/BoardVerb.h"
 
-#include "Tests/BoardLogic/DeskBoard.h"
+#include "Tests/BoardLogic/SmallBoard.h"
 
 #include <gtest/gtest.h>
 
@@ -18,7 +18,7 @@ constexpr Hand hand{.author = PartnerID::a, .now = noon + 300us};
 const UUID nobody = numberedId(9);
 
 TEST(BoardVerb, WhatIsSoAlreadyIsNoEdit) {
-    Board board = deskBoard();
+    Board board = smallBoard();
     board.tombstones[nobody] = noon - 24h;
     const Point here = board.items[2].center;
     const BoardVerb verbs[]{{BoardVerb::Move{chipId, here}},
@@ -43,7 +43,7 @@ TEST(BoardVerb, WhatCannotBeDoneIsATypedFault) {
         {{BoardVerb::TakeDown{nobody}}, EditFault::noSuchItem},
         {{BoardVerb::Keep{chipId}}, EditFault::wrongKind},
         {{BoardVerb::Unkeep{chipId}}, EditFault::wrongKind}};
-    for (const auto& [verb, fault] : cases) EXPECT_EQ(opsOf(verb, deskBoard(), hand).error(), fault);
+    for (const auto& [verb, fault] : cases) EXPECT_EQ(opsOf(verb, smallBoard(), hand).error(), fault);
 }
 
 } // namespace

@@ -4,7 +4,7 @@
 #include "LumaroCore/BoardLogic/Apply.h"
 #include "LumaroCore/BoardLogic/Placing.h"
 #include "LumaroCore/Support/Wire.h"
-#include "Tests/BoardLogic/DeskBoard.h"
+#include "Tests/BoardLogic/SmallBoard.h"
 
 #include <gtest/gtest.h>
 
@@ -44,7 +44,7 @@ TEST(Edits, R15_EveryEditIsNewerThanWhatItEditsWhateverTheClockSays) {
         [](const Board& b, Hand h) { return Edits::unkeep(b, noteId, h); },
     };
     for (const auto version : {noon - 1h, noon + 5h, noon + 5h + 400us, noon + 5h + 600us}) {
-        Board board = deskBoard();
+        Board board = smallBoard();
         for (auto& item : board.items) item.updatedAt = version;
         const Instant expected = std::max(noon, Wire::truncatedToMilliseconds(version) + 1ms);
         for (const auto& edit : edits) {
@@ -61,32 +61,32 @@ TEST(Edits, R15_EveryEditIsNewerThanWhatItEditsWhateverTheClockSays) {
 }
 
 TEST(Edits, AVersionAtTheEndOfTimeIsEditedWithoutOverflow) {
-    Board board = deskBoard();
+    Board board = smallBoard();
     board.items[0].updatedAt = Instant::max();
     const auto ops = Edits::move(board, noteId, {1, 1}, hand);
     EXPECT_EQ(itemOf(ops->front()).updatedAt, Wire::truncatedToMilliseconds(Instant::max()));
 }
 
 TEST(Edits, PuttingUpPlacesTiltsAndStacks) {
-    const auto ops = Edits::putUp(deskBoard(), numberedId(9), samples::plainNote("new"), {}, hand);
+    const auto ops = Edits::putUp(smallBoard(), numberedId(9), samples::plainNote("new"), {}, hand);
     const auto item = itemOf(ops->front());
-    EXPECT_EQ(item.center, BoardLogic::openSpot(BoardSpec::noteSize, deskBoard()));
+    EXPECT_EQ(item.center, BoardLogic::openSpot(BoardSpec::noteSize, smallBoard()));
     EXPECT_EQ(item.rotationDegrees, BoardLogic::seededTilt(item.id));
     EXPECT_EQ(item.z, 3);
     EXPECT_EQ(item.createdAt, noon);
     EXPECT_EQ(item.updatedAt, noon);
-    const auto dropped = Edits::putUp(deskBoard(), numberedId(9), samples::plainNote("new"), Point{-50, 2000}, hand);
+    const auto dropped = Edits::putUp(smallBoard(), numberedId(9), samples::plainNote("new"), Point{-50, 2000}, hand);
     EXPECT_EQ(itemOf(dropped->front()).center, (Point{0, 1000}));
 }
 
 TEST(Edits, R15_PuttingUpAgainOutlivesTheTombstone) {
-    Board board = deskBoard();
+    Board board = smallBoard();
     board.tombstones[numberedId(9)] = noon + 1h;
     EXPECT_EQ(after(Edits::putUp(board, numberedId(9), samples::plainNote("back"), {}, hand), board).items.size(), 4U);
 }
 
 TEST(Edits, R16_DoodlesGoWithTheItemTheyAreDrawnOn) {
-    const Board board = deskBoard();
+    const Board board = smallBoard();
     const auto moved = after(Edits::move(board, noteId, {510, 480}, hand), board);
     EXPECT_EQ(moved.find(drawnId)->center, (Point{610, 480}));
     const auto grown = after(Edits::resize(board, noteId, 1.5, hand), board);
@@ -105,14 +105,14 @@ TEST(Edits, R16_DoodlesGoWithTheItemTheyAreDrawnOn) {
 }
 
 TEST(Edits, R17_NothingRisesAboveTheEndOfTheRangeAndNothingStops) {
-    Board board = deskBoard();
+    Board board = smallBoard();
     board.items[2].z = std::numeric_limits<std::int64_t>::max();
     EXPECT_EQ(after(Edits::raise(board, noteId, hand), board).find(noteId)->z, board.items[2].z);
     EXPECT_EQ(after(Edits::putUp(board, numberedId(9), {}, {}, hand), board).items.back().z, board.items[2].z);
 }
 
 TEST(Edits, KeepingAndUnkeepingANote) {
-    const Board board = deskBoard();
+    const Board board = smallBoard();
     const auto unkept = after(Edits::unkeep(board, noteId, hand), board);
     EXPECT_EQ(unkept.find(noteId)->expiresAt(), noon + 24h);
     const auto kept = after(Edits::keep(unkept, noteId, hand), unkept);
@@ -120,7 +120,7 @@ TEST(Edits, KeepingAndUnkeepingANote) {
 }
 
 TEST(Edits, WhatCannotBeDoneIsATypedFault) {
-    const Board board = deskBoard();
+    const Board board = smallBoard();
     constexpr double nan = std::numeric_limits<double>::quiet_NaN();
     const std::pair<Edits::Result, EditFault> cases[]{
         {Edits::move(board, numberedId(9), {}, hand), EditFault::noSuchItem},

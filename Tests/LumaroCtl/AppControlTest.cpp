@@ -108,11 +108,11 @@ TEST_F(AppControlTest, WhoeverSaysSoLeavesABoardForALinkWithoutBeingAskedAgain) 
     app_.goOnBoard();
     const auto& joined = ask(BoardRequest::Join{"http://other.example/for/abcdefghijklmnop", "Ann", {}, true});
     EXPECT_NE(app_.http.requests.back().url.find("other.example/joins/link"), std::string::npos);
-    ASSERT_TRUE(app_.http.answer(HttpResponse{200, "{}"})) << "the name";
     ASSERT_TRUE(app_.http.answer(HttpResponse{404, R"({"code":"invite_not_found","message":""})"}));
     waitUntil([&] { return joined.has_value(); });
     EXPECT_EQ(joined->status, 77);
     EXPECT_TRUE(app_.state().token) << "the board that they were on is theirs still";
+    EXPECT_EQ(app_.state().myDisplayName, "") << "and so is their name";
 }
 
 TEST_F(AppControlTest, ACodeIsANewOneOrWhyThereIsNone) {
@@ -121,6 +121,11 @@ TEST_F(AppControlTest, ACodeIsANewOneOrWhyThereIsNone) {
     ASSERT_TRUE(app_.http.answer(HttpResponse{201, R"({"code":"123456","expiresAt":1790000600000,"slot":"b"})"}));
     waitUntil([&] { return code.has_value(); });
     EXPECT_EQ(code, (BoardAnswer{0, "123456\n", ""}));
+    const auto& link = ask(BoardRequest::Link{});
+    ASSERT_TRUE(app_.http.answer(
+        HttpResponse{201, R"({"inviteId":"abcdefgh12","link":"https://x/for/abcdefgh12","expiresAt":1790000600000})"}));
+    waitUntil([&] { return link.has_value(); });
+    EXPECT_EQ(link, (BoardAnswer{0, "https://x/for/abcdefgh12\n", ""}));
     const auto& none = ask(BoardRequest::Code{});
     app_.rooms.stores = false;
     EXPECT_EQ(answerTo(note(1)).status, 74);

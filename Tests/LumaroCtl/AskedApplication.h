@@ -20,7 +20,7 @@ public:
     using Verb = decltype(BoardRequest::Verb::value);
 
     AskedApplication() : control_(AppControl::listen(path(), *app, nullptr).value()) {
-        app->onNews([this](const AppNews&) { control_->look(); });
+        app->onNews([this](const AppNews&) { control_->answerReady(); });
     }
     ~AskedApplication() { app->onNews(nullptr); }
     AskedApplication(const AskedApplication&) = delete;

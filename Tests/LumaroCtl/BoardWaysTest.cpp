@@ -56,7 +56,7 @@ NotePayload dayNote(Instant expiresAt) {
 }
 
 Board startingBoard() {
-    Board board = deskBoard();
+    Board board = smallBoard();
     board.items[0].payload = dayNote(noon + 1h);
     return board;
 }
@@ -71,52 +71,52 @@ Verb putUp(EditorModel& hands, std::optional<Point> at) {
 
 template <class Turn>
 void inHand(EditorModel& hands, const UUID& id, Turn turn) {
-    EXPECT_TRUE(hands.beginGesture(id));
+    EXPECT_TRUE(hands.inHand().beginGesture(id));
     EXPECT_TRUE(turn());
-    EXPECT_TRUE(hands.endGesture());
+    EXPECT_TRUE(hands.inHand().endGesture());
 }
 
 const Row rows[]{
     [](EditorModel& hands) { return putUp(hands, std::nullopt); },
     [](EditorModel& hands) { return putUp(hands, Point{-5, 400}); },
     [](EditorModel& hands) -> Verb {
-        inHand(hands, noteId, [&] { return hands.moveTo({300, 2000}); });
+        inHand(hands, noteId, [&] { return hands.inHand().moveTo({300, 2000}); });
         return BoardRequest::Move{noteText, {300, 2000}};
     },
     [](EditorModel& hands) -> Verb {
-        EXPECT_TRUE(hands.move(noteId, {300, 200}));
+        EXPECT_TRUE(hands.carryOut({BoardVerb::Move{noteId, {300, 200}}}));
         return BoardRequest::Move{noteText, {300, 200}};
     },
     [](EditorModel& hands) -> Verb {
-        inHand(hands, noteId, [&] { return hands.turnTo(6.9); });
+        inHand(hands, noteId, [&] { return hands.inHand().turnTo(6.9); });
         return BoardRequest::Turn{noteText, 6.9};
     },
     [](EditorModel& hands) -> Verb {
-        inHand(hands, chipId, [&] { return hands.turnTo(-90); });
+        inHand(hands, chipId, [&] { return hands.inHand().turnTo(-90); });
         return BoardRequest::Turn{chipText, -90};
     },
     [](EditorModel& hands) -> Verb {
-        inHand(hands, noteId, [&] { return hands.resizeTo(1.5); });
+        inHand(hands, noteId, [&] { return hands.inHand().resizeTo(1.5); });
         return BoardRequest::Resize{noteText, 1.5};
     },
     [](EditorModel& hands) -> Verb {
-        inHand(hands, noteId, [&] { return hands.resizeTo(0.97); });
+        inHand(hands, noteId, [&] { return hands.inHand().resizeTo(0.97); });
         return BoardRequest::Resize{noteText, 0.97};
     },
     [](EditorModel& hands) -> Verb {
-        EXPECT_TRUE(hands.takeDown(noteId));
+        EXPECT_TRUE(hands.carryOut({BoardVerb::TakeDown{noteId}}));
         return BoardRequest::TakeDown{noteText};
     },
     [](EditorModel& hands) -> Verb {
-        EXPECT_TRUE(hands.keep(noteId));
+        EXPECT_TRUE(hands.carryOut({BoardVerb::Keep{noteId}}));
         return BoardRequest::Keep{noteText};
     },
     [](EditorModel& hands) -> Verb {
-        EXPECT_TRUE(hands.unkeep(noteId));
+        EXPECT_TRUE(hands.carryOut({BoardVerb::Unkeep{noteId}}));
         return BoardRequest::Unkeep{noteText};
     },
     [](EditorModel& hands) -> Verb {
-        EXPECT_TRUE(hands.setBackground(BackgroundID::oat));
+        EXPECT_TRUE(hands.carryOut({BoardVerb::Paint{BackgroundID::oat}}));
         return BoardRequest::Paint{BackgroundID::oat};
     },
 };
@@ -135,19 +135,19 @@ TEST_F(BoardWays, LeadToTheSameBoard) {
         SCOPED_TRACE(&row - rows);
         Person person{PartnerID::a, startingBoard()};
         const Verb verb = row(person.editor);
-        EXPECT_NE(look(person.desk.board()), look(startingBoard()));
+        EXPECT_NE(look(person.fake.board()), look(startingBoard()));
 
         Terminal terminal{startingBoard()};
         const auto byTerminal = terminal.ask(verb);
         EXPECT_EQ(byTerminal.status, 0) << byTerminal.err;
-        EXPECT_EQ(look(terminal.board()), look(person.desk.board()));
+        EXPECT_EQ(look(terminal.board()), look(person.fake.board()));
 
         AskedApplication app;
         app.goOnBoardWith(startingBoard(), noon);
         const auto byApp = ask(app, verb);
         EXPECT_EQ(byApp.status, 0) << byApp.err;
         EXPECT_EQ(byApp.out, byTerminal.out);
-        EXPECT_EQ(look(app.app->board()), look(person.desk.board()));
+        EXPECT_EQ(look(app.app->board()), look(person.fake.board()));
     }
 }
 

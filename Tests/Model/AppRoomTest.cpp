@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Tests/Model/AppFixture.h"
 
-#include "Lumaro/Model/BoardNews.h"
+#include "Lumaro/Model/Board/BoardNews.h"
 #include "LumaroCore/Presence/Pomodoro.h"
 
 #include <gtest/gtest.h>
@@ -195,7 +195,7 @@ TEST_F(AppRoomTest, ANewsIsToldOncePerMessageAndSaysWhatChanged) {
 
     told.clear();
     const auto id = app->board().items.front().id;
-    ASSERT_TRUE(app->editor().move(id, {300, 300}));
+    ASSERT_TRUE(app->editor().carryOut({BoardVerb::Move{id, {300, 300}}}));
     ASSERT_EQ(told.size(), 1U) << "an act of the editor is one piece of news";
     EXPECT_TRUE(told.front().changed.has(AppChange::board));
     EXPECT_TRUE(told.front().changed.has(AppChange::editor));
@@ -225,13 +225,13 @@ TEST_F(AppRoomTest, WhatAListenerDoesIsToldAfterwards) {
 TEST_F(AppRoomTest, WhoeverHasSomethingInTheHandIsSeenEditing) {
     relay(noteOps("hello", PartnerID::b));
     const auto id = app->board().items.front().id;
-    ASSERT_TRUE(app->editor().beginGesture(id));
+    ASSERT_TRUE(app->editor().inHand().beginGesture(id));
     pass(Seconds{0.3});
     EXPECT_EQ(rooms.presences.back().activity, Activity::editing);
-    ASSERT_TRUE(app->editor().endGesture());
-    app->editor().beginDoodle(std::nullopt);
+    ASSERT_TRUE(app->editor().inHand().endGesture());
+    app->editor().pen().begin(std::nullopt);
     EXPECT_EQ(state().ownPresence.activity, Activity::editing);
-    app->editor().cancelDoodle();
+    app->editor().pen().cancel();
     pass(Seconds{0.3});
     EXPECT_EQ(rooms.presences.back().activity, Activity::idle);
 }

@@ -119,7 +119,7 @@ TEST_F(AppSessionTest, WithoutAnInviteTheFirstRunBeginsAndStaysWhereItWas) {
 
 TEST_F(AppSessionTest, StartingABoardKeepsItsLinkAndToken) {
     start();
-    app->startOurBoard();
+    app->pairing().startOurBoard();
     EXPECT_TRUE(std::holds_alternative<PairingPhase::Working>(state().pairing.value));
     http.answer(HttpResponse{201, R"({"coupleId":"q3m7xk2p","token":")" + std::string{token} +
                                       R"(","invite":{"inviteId":"abcdefgh12","link":"https://x/for/abcdefgh12",)"
@@ -238,7 +238,7 @@ TEST_F(AppSessionTest, ATokenThatIsNoneEndsThePairingWithWords) {
     for (const auto& [body, isJoin] : answers) {
         AppFixture one;
         one.start();
-        isJoin ? one.app->pairing().joinByCode("123456") : one.app->startOurBoard();
+        isJoin ? one.app->pairing().joinByCode("123456") : one.app->pairing().startOurBoard();
         int told = 0;
         one.app->onNews([&](const AppNews&) { ++told; });
         one.http.answer(HttpResponse{200, body});
@@ -336,6 +336,31 @@ TEST_F(AppSessionTest, WhatTheServiceDidNotHearOfALeavingIsSaidAgain) {
     while (http.answer(HttpResponse{200, "{}"})) continue;
     background.runAll();
     EXPECT_FALSE(hasKeychain("leaving"));
+}
+
+TEST_F(AppSessionTest, ABoardIsLeftAlsoWhenTheKeyringStopsBeforeItHeardOfIt) {
+    goOnBoard();
+    keyring.refusal = SecretStatus::locked;
+    app->leaveBoard();
+    rebuild();
+    http.requests.clear();
+    start();
+    for (int pause = 0; pause < 6; ++pause) pass(Seconds{2});
+    EXPECT_TRUE(state().keychainLocked) << "nothing is known yet";
+    keyring.refusal.reset();
+    app->retryKeychain();
+    pass(Seconds{0});
+    EXPECT_FALSE(state().token || state().keychainLocked);
+    EXPECT_EQ(rooms.listener, nullptr);
+    EXPECT_EQ(std::ranges::count(http.requests, "DELETE", &HttpRequest::method), 1);
+    EXPECT_FALSE(hasKeychain("joinToken"));
+    EXPECT_TRUE(hasKeychain("leaving"));
+    app->pair(token, [](auto) {});
+    background.runAll();
+    EXPECT_TRUE(state().token) << "who comes back to that board is on it";
+    rebuild();
+    start();
+    EXPECT_TRUE(state().token);
 }
 
 TEST_F(AppSessionTest, LeavingForgetsBothNamesWhicheverSlotThisDeviceHas) {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "Lumaro/Model/BlockBell.h"
+#include "Lumaro/Model/Board/BlockBell.h"
 
 #include "LumaroCore/Presence/Pomodoro.h"
 #include "Tests/Fakes/ManualClock.h"

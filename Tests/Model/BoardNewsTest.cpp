@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "Lumaro/Model/BoardNews.h"
+#include "Lumaro/Model/Board/BoardNews.h"
 
 #include "LumaroCore/NoteRender/PMNode.h"
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "Lumaro/Model/BoardStore.h"
+#include "Lumaro/Model/Board/BoardStore.h"
 
 #include "LumaroCore/Support/Wire.h"
 #include "Samples/Samples.h"

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "Lumaro/Model/EditorModel.h"
+#include "Lumaro/Model/Editor/EditorModel.h"
 #include "LumaroCore/BoardLogic/SharedBoard.h"
-#include "Tests/BoardLogic/DeskBoard.h"
+#include "Tests/BoardLogic/SmallBoard.h"
 #include "Tests/Fakes/CountingUUIDs.h"
 #include "Tests/Fakes/ManualClock.h"
 
@@ -13,10 +13,10 @@
 
 namespace lumaro {
 
-/// A desk over a device's two boards. What it is asked to send waits in `sent`.
-class FakeDesk final : public BoardDesk {
+/// An editable board over a device's two. What it is asked to send waits in `sent`.
+class FakeBoard final : public EditableBoard {
 public:
-    FakeDesk(UUIDSource& ids, WallClock& clock) : ids_(ids), clock_(clock) {}
+    FakeBoard(UUIDSource& ids, WallClock& clock) : ids_(ids), clock_(clock) {}
 
     const Board& board() const override { return shared.shown(); }
 
@@ -39,34 +39,34 @@ private:
 
 /// A person at an editor, on time that the test advances.
 struct Person {
-    explicit Person(PartnerID author, Board board, std::uint64_t firstId = 1000) : ids{firstId} {
-        desk.shared = SharedBoard{std::move(board), {}, samples::noon};
-        desk.changed = [this] { editor.setLiveItems(desk.board()); };
+    explicit Person(PartnerID author, Board begun, std::uint64_t firstId = 1000) : ids{firstId} {
+        fake.shared = SharedBoard{std::move(begun), {}, samples::noon};
+        fake.changed = [this] { editor.boardChanged(); };
         editor.setAuthor(author);
         announcer.onNews([this](const AppNews& news) { std::ranges::copy(news.notices, std::back_inserter(notices)); });
-        desk.changed();
+        fake.changed();
     }
 
     /// Ops of the partner come in from the room, which has taken all of one's own before.
     void partner(const Edits::Result& ops) {
-        while (!desk.shared.pending().empty()) {
-            desk.shared.acked(desk.shared.pending().front().batchId, clock.now());
+        while (!fake.shared.pending().empty()) {
+            fake.shared.acked(fake.shared.pending().front().batchId, clock.now());
         }
-        desk.shared.applyRemote(ops.value(), clock.now());
-        desk.changed();
+        fake.shared.applyRemote(ops.value(), clock.now());
+        fake.changed();
     }
     /// The room's whole board comes in: it has everything and remembers no tombstone.
     void welcome() {
-        Board board = desk.board();
-        board.tombstones.clear();
-        desk.shared = SharedBoard{std::move(board), {}, clock.now()};
-        desk.changed();
+        Board room = fake.board();
+        room.tombstones.clear();
+        fake.shared = SharedBoard{std::move(room), {}, clock.now()};
+        fake.changed();
     }
     Hand partnerHand() { return {.author = PartnerID::b, .now = clock.now()}; }
     void advance(Seconds span) { sleeper.advance(span); }
 
     const BoardItem& item(const UUID& id) const {
-        const auto* found = desk.board().find(id);
+        const auto* found = fake.board().find(id);
         if (found == nullptr) throw std::runtime_error("not on the board: " + id.lowerString());
         return *found;
     }
@@ -76,18 +76,20 @@ struct Person {
     CountingUUIDs ids;
     ManualSleeper sleeper;
     ManualClock clock{sleeper, samples::noon};
-    FakeDesk desk{ids, clock};
+    FakeBoard fake{ids, clock};
     Announcer announcer;
     std::vector<std::string> notices;
-    EditorModel editor{{desk, ids, clock, sleeper, announcer}};
+    EditorModel editor{{fake, ids, clock, sleeper, announcer}};
 };
 
 /// One person at an editor, for each test.
 class EditorTest : public testing::Test {
 protected:
-    Person person_{PartnerID::a, deskBoard()};
+    Person person_{PartnerID::a, smallBoard()};
     EditorModel& editor_ = person_.editor;
-    FakeDesk& desk_ = person_.desk;
+    ItemInHand& hand_ = editor_.inHand();
+    PenInHand& pen_ = editor_.pen();
+    FakeBoard& fake_ = person_.fake;
 };
 
 /// What people see of a board.

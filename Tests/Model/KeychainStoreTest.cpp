@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "Lumaro/Model/KeychainStore.h"
+#include "Lumaro/Model/Membership/KeychainStore.h"
 
 #include "Tests/Fakes/MemorySecretStore.h"
 

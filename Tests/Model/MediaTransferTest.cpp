@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "Lumaro/Model/MediaTransfer.h"
+#include "Lumaro/Model/Media/MediaTransfer.h"
 
 #include "LumaroCore/BoardModel/BoardSpec.h"
 #include "Samples/Samples.h"

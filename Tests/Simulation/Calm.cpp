@@ -28,7 +28,7 @@ bool isSameOnScreen(const Board& one, const Board& other) {
 } // namespace
 
 std::optional<RoomRecord> World::room() {
-    return store_.loadRoom(desk_.coupleId()).value_or(std::nullopt);
+    return store_.loadRoom(pairing_.coupleId()).value_or(std::nullopt);
 }
 
 // Ends all faults of networks, disks and the store, and starts the server.

@@ -21,18 +21,18 @@ Point Fingers::anyPlace() {
 
 // The result does not matter: the item may be gone, of another kind, or not in the hand.
 void Fingers::play() {
-    if (editor_.draft() && editor_.draft()->isGone() && chance(random_, 0.3)) {
-        return chance(random_, 0.7) ? static_cast<void>(editor_.putBack()) : editor_.cancel();
+    if (hand_.draft() && hand_.draft()->isGone() && chance(random_, 0.3)) {
+        return chance(random_, 0.7) ? static_cast<void>(hand_.putBack()) : hand_.cancel();
     }
     const UUID id = anyItem();
     switch (pick(random_, 0, 15)) {
     case 0:
     case 1:
     case 2: return putUp();
-    case 3: return static_cast<void>(editor_.takeDown(id));
+    case 3: return carryOut({BoardVerb::TakeDown{id}});
     case 4: return static_cast<void>(editor_.duplicate(id));
-    case 5: return static_cast<void>(editor_.setBackground(static_cast<BackgroundID>(pick(random_, 0, 5))));
-    case 6: return static_cast<void>(chance(random_, 0.5) ? editor_.keep(id) : editor_.unkeep(id));
+    case 5: return carryOut({BoardVerb::Paint{static_cast<BackgroundID>(pick(random_, 0, 5))}});
+    case 6: return chance(random_, 0.5) ? carryOut({BoardVerb::Keep{id}}) : carryOut({BoardVerb::Unkeep{id}});
     case 7: return static_cast<void>(editor_.replacePayload(id, samples::plainNote("other")));
     case 8:
     case 9:
@@ -40,8 +40,12 @@ void Fingers::play() {
     case 11:
     case 12: return write();
     case 13: return draw();
-    default: return static_cast<void>(editor_.move(id, anyPlace()));
+    default: return carryOut({BoardVerb::Move{id, anyPlace()}});
     }
+}
+
+void Fingers::carryOut(const BoardVerb& verb) {
+    static_cast<void>(editor_.carryOut(verb));
 }
 
 void Fingers::putUp() {
@@ -55,31 +59,31 @@ void Fingers::putUp() {
 void Fingers::hold() {
     switch (pick(random_, 0, 5)) {
     case 0:
-    case 1: return static_cast<void>(editor_.beginGesture(anyItem()));
-    case 2: return static_cast<void>(editor_.moveTo(anyPlace()));
-    case 3: return static_cast<void>(editor_.turnTo(pick(random_, -20, 20)));
-    case 4: return static_cast<void>(editor_.resizeTo(pick(random_, 40, 220) / 100.0));
-    default: return static_cast<void>(editor_.endGesture());
+    case 1: return static_cast<void>(hand_.beginGesture(anyItem()));
+    case 2: return static_cast<void>(hand_.moveTo(anyPlace()));
+    case 3: return static_cast<void>(hand_.turnTo(pick(random_, -20, 20)));
+    case 4: return static_cast<void>(hand_.resizeTo(pick(random_, 40, 220) / 100.0));
+    default: return static_cast<void>(hand_.endGesture());
     }
 }
 
 void Fingers::write() {
     switch (pick(random_, 0, 4)) {
     case 0:
-    case 1: return static_cast<void>(editor_.beginEditing(anyItem()));
+    case 1: return static_cast<void>(hand_.beginEditing(anyItem()));
     case 2:
-    case 3: return static_cast<void>(editor_.changeText(pm::docOfLines(std::to_string(pick(random_, 0, 99)))));
-    default: return static_cast<void>(editor_.endEditing());
+    case 3: return static_cast<void>(hand_.changeText(pm::docOfLines(std::to_string(pick(random_, 0, 99)))));
+    default: return static_cast<void>(hand_.endEditing());
     }
 }
 
 void Fingers::draw() {
     const UUID id = anyItem();
-    if (!editor_.editDoodle(id)) editor_.beginDoodle(id);
-    static_cast<void>(editor_.penDown(anyPlace(), {"red", 3}));
-    editor_.penTo(anyPlace());
-    if (chance(random_, 0.3)) editor_.eraseAlong(anyPlace(), anyPlace(), 200);
-    static_cast<void>(editor_.finishDoodle());
+    if (!pen_.edit(id)) pen_.begin(id);
+    static_cast<void>(pen_.down(anyPlace(), {"red", 3}));
+    pen_.moveTo(anyPlace());
+    if (chance(random_, 0.3)) pen_.eraseAlong(anyPlace(), anyPlace(), 200);
+    static_cast<void>(pen_.finish());
 }
 
 } // namespace lumaro::simulation

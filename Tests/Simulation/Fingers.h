@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "Lumaro/Model/EditorModel.h"
+#include "Lumaro/Model/Editor/EditorModel.h"
 #include "Samples/Samples.h"
 
 namespace lumaro::simulation {
@@ -10,19 +10,22 @@ namespace lumaro::simulation {
 class Fingers {
 public:
     Fingers(EditorModel& editor, const Board& shown, samples::Random& random)
-        : editor_(editor), shown_(shown), random_(random) {}
+        : editor_(editor), hand_(editor.inHand()), pen_(editor.pen()), shown_(shown), random_(random) {}
 
     void play();
 
 private:
     UUID anyItem();
     Point anyPlace();
+    void carryOut(const BoardVerb& verb);
     void putUp();
     void hold();
     void write();
     void draw();
 
     EditorModel& editor_;
+    ItemInHand& hand_;
+    PenInHand& pen_;
     const Board& shown_;
     samples::Random& random_;
 };

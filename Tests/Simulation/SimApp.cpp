@@ -159,9 +159,9 @@ void SimApp::handle(samples::Random& random) {
         return act(Hands{app_->board(), {slot(), device_.clock().now()}, device_.ids(), random}.anyAct());
     }
     auto& editor = app_->editor();
-    const bool wasGone = editor.draft() && editor.draft()->isGone();
+    const bool wasGone = editor.inHand().draft() && editor.inHand().draft()->isGone();
     Fingers{editor, app_->board(), random}.play();
-    if (wasGone && !editor.draft()) device_.parts().coverage.note(Met::draftsLetGo);
+    if (wasGone && !editor.inHand().draft()) device_.parts().coverage.note(Met::draftsLetGo);
 }
 
 // Checks that taking back changes or takes down nothing that the partner wrote last.
@@ -169,7 +169,7 @@ void SimApp::takeBack(samples::Random& random) {
     auto& coverage = device_.parts().coverage;
     auto& editor = app_->editor();
     // What is being typed goes out before, as an act of its own.
-    static_cast<void>(editor.endEditing());
+    static_cast<void>(editor.inHand().endEditing());
     for (int i = pick(random, 1, 6); i > 0; --i) {
         const Board before = app_->board();
         const auto done = chance(random, 0.6) ? editor.undo() : editor.redo();
@@ -206,13 +206,14 @@ void SimApp::opened(std::vector<PendingBatch> waiting) {
 // What comes in ends nothing that is in the hand.
 void SimApp::received(const ServerMessage& message, std::size_t pending) {
     const auto& editor = app_->editor();
-    const auto held = editor.draft() ? std::optional{editor.draft()->id()} : std::nullopt;
-    const bool wasGone = held && editor.draft()->isGone();
+    const auto held = editor.inHand().draft() ? std::optional{editor.inHand().draft()->id()} : std::nullopt;
+    const bool wasGone = held && editor.inHand().draft()->isGone();
     listener_->received(message, pending);
     device_.heard(message, app_->liveBoard().shared().confirmed());
     if (!held) return;
-    if (!editor.draft() || editor.draft()->id() != *held) return device_.complain("loses what is in the hand");
-    if (!wasGone && editor.draft()->isGone()) device_.parts().coverage.note(Met::draftsTakenDown);
+    if (!editor.inHand().draft() || editor.inHand().draft()->id() != *held)
+        return device_.complain("loses what is in the hand");
+    if (!wasGone && editor.inHand().draft()->isGone()) device_.parts().coverage.note(Met::draftsTakenDown);
 }
 
 void SimApp::stateChanged(const ConnectionState& state) {

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "Lumaro/Model/AppModel.h"
-#include "Lumaro/Model/DirectRoomLinks.h"
+#include "Lumaro/Model/Room/DirectRoomLinks.h"
 #include "Tests/Fakes/FakeDesktop.h"
 #include "Tests/Fakes/FakeNotifications.h"
 #include "Tests/Fakes/ManualBackground.h"

@@ -30,7 +30,7 @@ World::World(const Script& script, const MutantCase& mutant, bool isPrinted)
     : script_(script), trace_(time_, isPrinted), witness_(coverage_), randomness_(script.seed),
       store_(mutant.around, witness_, coverage_), network_(time_, script.seed, mutant.around, trace_, coverage_),
       server_({time_, network_, store_, randomness_, witness_, trace_, coverage_, mutant.around}),
-      desk_(time_, network_, server_, coverage_, devices_) {
+      pairing_(time_, network_, server_, coverage_, devices_) {
     store_.remember(script.rememberedBatches);
     for (std::size_t i = 0; i < script.devices; ++i) {
         const auto person = i == 0 ? PartnerID::a : i == 1 ? PartnerID::b : script.thirdPerson;
@@ -61,9 +61,9 @@ std::optional<std::string> World::run() {
 // The first day: nothing goes wrong yet.
 void World::meet() {
     server_.start();
-    desk_.create(*devices_[0]);
+    pairing_.create(*devices_[0]);
     advance(Seconds{1});
-    if (script_.secondJoinsByCode) desk_.joinByCode(*devices_[1], *devices_[0]);
+    if (script_.secondJoinsByCode) pairing_.joinByCode(*devices_[1], *devices_[0]);
     const auto isMissing = [](const auto& device) { return device->needsToken(); };
     for (int i = 0; i < 20 && std::ranges::any_of(devices_, isMissing); ++i) {
         advance(Seconds{1});
@@ -89,7 +89,7 @@ void World::advance(Seconds span) {
 
 void World::housekeep() {
     for (auto& device : devices_) {
-        if (device->needsToken() && !desk_.isBusy()) desk_.joinByLink(*device);
+        if (device->needsToken() && !pairing_.isBusy()) pairing_.joinByLink(*device);
     }
 }
 
@@ -134,8 +134,8 @@ void World::performOnDevice(SimDevice& device, const Step& step) {
         if (auto* program = device.program()) program->wake();
         return;
     case Deed::quit: return device.quit();
-    case Deed::leave: return desk_.leave(device);
-    case Deed::releasePartner: return desk_.releasePartner(device);
+    case Deed::leave: return pairing_.leave(device);
+    case Deed::releasePartner: return pairing_.releasePartner(device);
     case Deed::weather: {
         auto& weather = network_.weather(device.index());
         weather.reach = static_cast<Weather::Reach>(step.amount <= 2 ? step.amount : 0);
@@ -207,10 +207,10 @@ void World::commitElsewhere(const Step& step) {
     isForeign_ = true;
     coverage_.note(Met::foreignCommits);
     server_.submit([this, step](Store& store) -> StoreResult<void> {
-        const auto loaded = store.loadRoom(desk_.coupleId());
+        const auto loaded = store.loadRoom(pairing_.coupleId());
         if (!loaded || !*loaded) return {};
         const auto& [board, version, batches, members] = **loaded;
-        Commit commit{.coupleId = desk_.coupleId(),
+        Commit commit{.coupleId = pairing_.coupleId(),
                       .expectedVersion = version,
                       .batchId = {},
                       .at = server_.clock().now(),

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "Tests/Simulation/PairingDesk.h"
+#include "Tests/Simulation/PairingActs.h"
 #include "Tests/Simulation/Script.h"
 
 #include <cstdint>
@@ -65,7 +65,7 @@ private:
     SimNetwork network_;
     SimServer server_;
     std::vector<std::unique_ptr<SimDevice>> devices_;
-    PairingDesk desk_;
+    PairingActs pairing_;
     bool isForeign_ = false; ///< another node has committed since the room last did
 };
 

@@ -32,20 +32,20 @@ protected:
 TEST_F(DesktopSceneTest, WhatIsInTheHandHangsWhereItHungUntilItIsLetGo) {
     const auto before = place();
     auto& editor = person.app->editor();
-    ASSERT_TRUE(editor.beginGesture(note()));
-    ASSERT_TRUE(editor.moveTo({300, 300}));
+    ASSERT_TRUE(editor.inHand().beginGesture(note()));
+    ASSERT_TRUE(editor.inHand().moveTo({300, 300}));
     EXPECT_EQ(scene.rows()->rows().front().center, Point(300, 300));
     EXPECT_EQ(place(), before);
     EXPECT_EQ(changes, 0);
-    ASSERT_TRUE(editor.endGesture());
+    ASSERT_TRUE(editor.inHand().endGesture());
     EXPECT_EQ(place(), Point(300, 300));
 }
 
 TEST_F(DesktopSceneTest, NothingChangesWhileItIsPausedAndAllAtOnceAfterwards) {
     desktop.setPaused(true);
     const auto background = desktop.background();
-    ASSERT_TRUE(person.app->editor().move(note(), {400, 400}));
-    ASSERT_TRUE(person.app->editor().setBackground(BackgroundID::lilac));
+    ASSERT_TRUE(person.app->editor().carryOut({BoardVerb::Move{note(), {400, 400}}}));
+    ASSERT_TRUE(person.app->editor().carryOut({BoardVerb::Paint{BackgroundID::lilac}}));
     person.relay(person.noteOps("bread", PartnerID::b));
     EXPECT_EQ(changes, 0);
     EXPECT_EQ(desktop.rows()->rowCount(), 1);

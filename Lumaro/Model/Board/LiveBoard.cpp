@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Lumaro/Model/Board/LiveBoard.h"
 
-#include "Lumaro/Model/BoardNews.h"
-#include "Lumaro/Model/StarterBoard.h"
+#include "Lumaro/Model/Board/BoardNews.h"
+#include "Lumaro/Model/Board/StarterBoard.h"
 #include "LumaroCore/BoardLogic/Edits.h"
 #include "LumaroCore/BoardLogic/Expiry.h"
 #include "LumaroCore/BoardModel/Media.h"
@@ -86,7 +86,7 @@ std::expected<UUID, ActFault> LiveBoard::act(std::vector<Op> ops) {
         if (!result.rejected.empty()) return std::unexpected(faultOf(result.rejected.front().reason));
         after = std::move(result.board);
     }
-    const Announcer::Stroke stroke{neighbours_.announcer};
+    const Announcer::Update update{neighbours_.announcer};
     UUID last;
     for (auto& batch : batches) {
         last = ports_.ids.next();
@@ -100,7 +100,7 @@ std::expected<UUID, ActFault> LiveBoard::act(std::vector<Op> ops) {
 
 void LiveBoard::stored(const UUID& batchId) {
     state_.unstoredBatches.erase(batchId);
-    neighbours_.announcer.changed(AppChange::board);
+    neighbours_.announcer.changed(AppChange::connection);
 }
 
 void LiveBoard::withdraw(const UUID& batchId) {
@@ -219,7 +219,7 @@ void LiveBoard::welcomeItems(const Board& before, const std::string& partnerName
 // As time passes.
 
 void LiveBoard::takeExpiredDown() {
-    const Announcer::Stroke stroke{neighbours_.announcer};
+    const Announcer::Update update{neighbours_.announcer};
     auto ops = BoardLogic::expiryOps(board(), now());
     const bool isNothing = ops.empty();
     if (!isNothing && act(std::move(ops))) return neighbours_.changedByOthers();

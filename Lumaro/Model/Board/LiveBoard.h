@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "Lumaro/Model/BlockBell.h"
+#include "Lumaro/Model/Board/BlockBell.h"
+#include "Lumaro/Model/Board/BoardStore.h"
+#include "Lumaro/Model/Board/EditableBoard.h"
 #include "Lumaro/Model/Board/ExpiryWatch.h"
 #include "Lumaro/Model/Board/FallingItems.h"
-#include "Lumaro/Model/BoardDesk.h"
-#include "Lumaro/Model/BoardStore.h"
-#include "Lumaro/Model/MediaCache.h"
+#include "Lumaro/Model/Media/MediaCache.h"
 #include "Lumaro/Model/News/Announcer.h"
 #include "Lumaro/Model/Room/Connection.h"
 #include "LumaroCore/BoardLogic/SharedBoard.h"
@@ -43,7 +43,7 @@ struct BoardState {
 
 /// The board that hangs here: the room's with one's own acts over it, what it looks like while things come and go, its
 /// snapshot on disk, and what happens to it as time passes.
-class LiveBoard final : public BoardDesk {
+class LiveBoard final : public EditableBoard {
 public:
     /// All outlive the board.
     struct Ports {

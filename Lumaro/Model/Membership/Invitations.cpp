@@ -19,12 +19,12 @@ Invitations::Invitations(Ports ports, InvitationState& state, Neighbours neighbo
 
 void Invitations::mintCode() {
     if (!neighbours_.who.token) return;
-    const Announcer::Stroke stroke{neighbours_.announcer};
+    const Announcer::Update update{neighbours_.announcer};
     state_.isMintingCode = true;
     state_.codeFailure.reset();
     neighbours_.announcer.changed(AppChange::invitations);
     codeCall_ = neighbours_.service.client().createCode(*neighbours_.who.token, neighbours_.myName, [this](auto code) {
-        const Announcer::Stroke answered{neighbours_.announcer};
+        const Announcer::Update answered{neighbours_.announcer};
         state_.isMintingCode = false;
         neighbours_.announcer.changed(AppChange::invitations);
         if (code) {
@@ -36,21 +36,34 @@ void Invitations::mintCode() {
     });
 }
 
+void Invitations::mintLink() {
+    if (!neighbours_.who.token) return;
+    state_.linkFailure.reset();
+    linksCall_ = neighbours_.service.client().mintLink(
+        *neighbours_.who.token, neighbours_.myName, [this](const std::expected<Invite, PairingFailure>& invite) {
+            const Announcer::Update update{neighbours_.announcer};
+            if (!invite) return linkFailed(invite.error());
+            if (neighbours_.who.token)
+                keepLink(BoardLink{neighbours_.who.token->coupleId, invite->inviteId, invite->link});
+        });
+}
+
 void Invitations::resetLinks() {
     if (!neighbours_.who.token) return;
-    const auto failed = [this](const PairingFailure& why) { neighbours_.announcer.say(std::string{why.text()}); };
-    linksCall_ = neighbours_.service.client().resetLinks(
-        *neighbours_.who.token, [this, failed](std::expected<void, PairingFailure> reset) {
-            if (!reset) return failed(reset.error());
-            keepLink(std::nullopt);
-            if (!neighbours_.who.token) return;
-            linksCall_ = neighbours_.service.client().mintLink(
-                *neighbours_.who.token, neighbours_.myName, [this, failed](auto invite) {
-                    if (!invite) return failed(invite.error());
-                    if (neighbours_.who.token)
-                        keepLink(BoardLink{neighbours_.who.token->coupleId, invite->inviteId, invite->link});
-                });
-        });
+    state_.linkFailure.reset();
+    linksCall_ = neighbours_.service.client().resetLinks(*neighbours_.who.token,
+                                                         [this](const std::expected<void, PairingFailure>& reset) {
+                                                             const Announcer::Update update{neighbours_.announcer};
+                                                             if (!reset) return linkFailed(reset.error());
+                                                             keepLink(std::nullopt);
+                                                             mintLink();
+                                                         });
+}
+
+void Invitations::linkFailed(const PairingFailure& why) {
+    state_.linkFailure = why.text();
+    neighbours_.announcer.changed(AppChange::invitations);
+    neighbours_.announcer.say(*state_.linkFailure);
 }
 
 void Invitations::keepLink(std::optional<BoardLink> link) {
@@ -78,6 +91,7 @@ void Invitations::forgetCode() {
     linksCall_ = nullptr;
     state_.isMintingCode = false;
     state_.codeFailure.reset();
+    state_.linkFailure.reset();
     state_.shareCode.reset();
     neighbours_.announcer.changed(AppChange::invitations);
 }

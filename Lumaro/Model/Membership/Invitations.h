@@ -17,6 +17,8 @@ struct InvitationState {
     bool isMintingCode = false;
     /// Why the code asked for last did not come, for people.
     std::optional<std::string> codeFailure;
+    /// Why the link asked for last did not come, for people.
+    std::optional<std::string> linkFailure;
 };
 
 /// The board's link, which this device keeps among its secrets, and the code that is read over the phone.
@@ -41,6 +43,8 @@ public:
     ~Invitations() = default;
 
     void mintCode();
+    /// Makes another link; those that are out stay good.
+    void mintLink();
     /// Ends the board's link and makes another.
     void resetLinks();
     void keepLink(std::optional<BoardLink> link);
@@ -50,6 +54,7 @@ public:
     void forgetCode();
 
 private:
+    void linkFailed(const PairingFailure& why);
     KeychainStore keychain() const { return neighbours_.membership.keychain(); }
 
     Ports ports_;

@@ -12,7 +12,7 @@ namespace lumaro {
 
 void Leaving::tellWhatIsKept() {
     if (std::exchange(isRead_, true)) return;
-    task_ = inBackground(
+    readTask_ = inBackground(
         ports_.background, [keychain = membership_.keychain()] { return keychain.read(KeychainAccount::leaving); },
         [this](const ReadResult& read) {
             const auto* const found = std::get_if<ReadResult::Found>(&read.value);
@@ -23,6 +23,7 @@ void Leaving::tellWhatIsKept() {
                 auto token = CoupleToken::parse(line.substr(space));
                 if (token) add(line.substr(0, space), std::move(*token));
             }
+            if (isWritten_) keep();
         });
 }
 
@@ -68,7 +69,8 @@ void Leaving::answered(const CoupleToken& token, const std::expected<void, Pairi
 void Leaving::keep() {
     std::string lines;
     for (const auto& board : boards_) lines += board.serverURL + " " + board.token.raw + "\n";
-    task_ = inBackground(
+    isWritten_ = true;
+    keepTask_ = inBackground(
         ports_.background,
         [keychain = membership_.keychain(), lines = std::move(lines)]() mutable {
             return lines.empty() ? keychain.remove(KeychainAccount::leaving)

@@ -56,7 +56,9 @@ private:
     PairingClients& service_;
     std::vector<Board> boards_; ///< the oldest first
     bool isRead_ = false;
-    std::unique_ptr<BackgroundRunner::Task> task_;
+    bool isWritten_ = false; ///< over what an earlier run kept
+    std::unique_ptr<BackgroundRunner::Task> readTask_;
+    std::unique_ptr<BackgroundRunner::Task> keepTask_;
 };
 
 } // namespace lumaro

@@ -12,6 +12,9 @@ namespace {
 constexpr int keychainAttempts = 5;
 constexpr Seconds keychainPause{2};
 
+// The couple whose token is to be removed, until the keyring has done so: it may stop before it hears of it.
+constexpr std::string_view leftCoupleIdKey = "leftCoupleId";
+
 std::string numberOf(SecretStatus status) {
     return std::to_string(static_cast<std::int32_t>(status));
 }
@@ -68,13 +71,19 @@ void Membership::readToken(int attempt) {
 }
 
 void Membership::tokenRead(const ReadResult& read, int attempt) {
-    const Announcer::Stroke stroke{announcer_};
+    const Announcer::Update update{announcer_};
     std::visit(Overloaded{
                    [this](const ReadResult::Found& found) {
                        auto token = CoupleToken::parse(found.data);
                        if (!token) {
                            log(LogLevel::error, "restoreSession: stored token did not parse");
                            return restored(false);
+                       }
+                       if (ports_.defaults.string(leftCoupleIdKey) == token->coupleId) {
+                           state_.keychainLocked = false;
+                           listener_.foundLeftBoard(*token);
+                           removeToken();
+                           return notRestored();
                        }
                        log(LogLevel::info, "restoreSession: token restored, connecting");
                        state_.keychainLocked = false;
@@ -116,7 +125,7 @@ void Membership::notRestored() {
 }
 
 void Membership::restored(bool isNew) {
-    const Announcer::Stroke stroke{announcer_};
+    const Announcer::Update update{announcer_};
     state_.isRestoring = false;
     announcer_.changed(AppChange::membership);
     listener_.sessionRestored(isNew);
@@ -125,7 +134,7 @@ void Membership::restored(bool isNew) {
 // A new token.
 
 void Membership::keep(CoupleToken token, std::optional<std::string> serverURL, Kept then) {
-    const Announcer::Stroke stroke{announcer_};
+    const Announcer::Update update{announcer_};
     keeping_ = Keeping{std::move(token), std::move(serverURL), std::move(then)};
     state_.isSettling = true;
     announcer_.changed(AppChange::membership);
@@ -142,7 +151,7 @@ void Membership::saveToken() {
 }
 
 void Membership::tokenSaved(KeychainStore::Result<void> saved) {
-    const Announcer::Stroke stroke{announcer_};
+    const Announcer::Update update{announcer_};
     announcer_.changed(AppChange::membership);
     if (!saved && saved.error() == SecretStatus::noService && state_.secretPlace == SecretPlace::keyring) {
         // The person says whether a file will do, and the pairing goes on from there.
@@ -157,6 +166,7 @@ void Membership::tokenSaved(KeychainStore::Result<void> saved) {
     }
     if (keeping.serverURL && isWebURL(*keeping.serverURL)) ports_.defaults.setString("serverURL", *keeping.serverURL);
     ports_.defaults.setString("pairedCoupleId", keeping.token.coupleId);
+    ports_.defaults.remove(leftCoupleIdKey);
     state_.wasPaired = true;
     const bool isSameBoard = state_.token && state_.token->coupleId == keeping.token.coupleId;
     state_.token = std::move(keeping.token);
@@ -166,7 +176,7 @@ void Membership::tokenSaved(KeychainStore::Result<void> saved) {
 
 void Membership::keepSecretsInFile(bool agreed) {
     if (state_.secretPlace != SecretPlace::asking) return;
-    const Announcer::Stroke stroke{announcer_};
+    const Announcer::Update update{announcer_};
     announcer_.changed(AppChange::membership);
     state_.secretPlace = agreed ? SecretPlace::file : SecretPlace::keyring;
     if (agreed) ports_.defaults.setString("secretPlace", nameOf(SecretPlace::file));
@@ -178,21 +188,26 @@ void Membership::keepSecretsInFile(bool agreed) {
 }
 
 void Membership::forget() {
-    const Announcer::Stroke stroke{announcer_};
+    const Announcer::Update update{announcer_};
     keeping_.reset();
     state_.isSettling = false;
     if (state_.secretPlace == SecretPlace::asking) state_.secretPlace = SecretPlace::keyring;
-    // Off the main thread; nobody waits for it.
-    secretTask_ = inBackground(
-        ports_.background, [keychain = keychain()]() mutable { return keychain.remove(KeychainAccount::joinToken); },
-        [this](KeychainStore::Result<void> removed) {
-            if (!removed)
-                log(LogLevel::error, "the token could not be removed (OSStatus " + numberOf(removed.error()) + ")");
-        });
+    if (state_.token) ports_.defaults.setString(leftCoupleIdKey, state_.token->coupleId);
+    removeToken();
     ports_.defaults.remove("pairedCoupleId");
     state_.wasPaired = false;
     state_.token.reset();
     announcer_.changed(AppChange::membership);
+}
+
+// Off the main thread; nobody waits for it.
+void Membership::removeToken() {
+    secretTask_ = inBackground(
+        ports_.background, [keychain = keychain()]() mutable { return keychain.remove(KeychainAccount::joinToken); },
+        [this](KeychainStore::Result<void> removed) {
+            if (removed) return ports_.defaults.remove(leftCoupleIdKey);
+            log(LogLevel::error, "the token could not be removed (OSStatus " + numberOf(removed.error()) + ")");
+        });
 }
 
 } // namespace lumaro

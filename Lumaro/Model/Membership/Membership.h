@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "Lumaro/Model/KeychainStore.h"
+#include "Lumaro/Model/Membership/KeychainStore.h"
 #include "Lumaro/Model/News/Announcer.h"
 #include "LumaroCore/Protocol/CoupleToken.h"
 #include "LumaroCore/Services/UserDefaults.h"
@@ -71,6 +71,8 @@ public:
         /// The state holds a token that it did not hold before; `isAnotherBoard` when it is of another couple than the
         /// one that hung here.
         virtual void cameOntoBoard(bool isAnotherBoard) = 0;
+        /// The keyring still has the token of a board that an earlier run of the program left.
+        virtual void foundLeftBoard(const CoupleToken& token) = 0;
         /// It is known whether this device is on a board. `isNew` when it never was and nothing hides it.
         virtual void sessionRestored(bool isNew) = 0;
     };
@@ -112,6 +114,7 @@ private:
     void tokenRead(const ReadResult& read, int attempt);
     void keychainFailed(SecretStatus status, int attempt);
     void notRestored();
+    void removeToken();
     void restored(bool isNew);
     void saveToken();
     void tokenSaved(KeychainStore::Result<void> saved);

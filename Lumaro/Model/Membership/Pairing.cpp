@@ -2,6 +2,7 @@
 #include "Lumaro/Model/Membership/Pairing.h"
 
 #include "LumaroCore/Support/EnumNames.h"
+#include "LumaroCore/Support/Unicode.h"
 #include "LumaroCore/Support/Wire.h"
 
 #include <algorithm>
@@ -11,6 +12,8 @@ namespace lumaro {
 namespace {
 
 constexpr Seconds greetingSpan{6};
+// Of a name that a server says; it is asked before the person has chosen to trust it.
+constexpr std::size_t maxNameCharacters = 64;
 constexpr std::string_view onBoardAlready = "you're on a board already; leave it first";
 
 /// Keys that were used once.
@@ -51,7 +54,7 @@ void Pairing::setOnboarding(std::optional<OnboardingStep> step) {
 }
 
 void Pairing::begunAnew() {
-    const Announcer::Stroke stroke{neighbours_.announcer};
+    const Announcer::Update update{neighbours_.announcer};
     join_.reset();
     asked_ = nullptr;
     call_ = nullptr;
@@ -67,7 +70,7 @@ std::string Pairing::serverOf(const Join& join) const {
 // on, and then goes before an invite that may be waiting.
 void Pairing::whenRestored(Asked pairing) {
     if (neighbours_.who.isSettling) return;
-    const Announcer::Stroke stroke{neighbours_.announcer};
+    const Announcer::Update update{neighbours_.announcer};
     call_ = nullptr;
     join_.reset();
     enter(PairingPhase::Working{});
@@ -104,7 +107,7 @@ void Pairing::askForHandoff(std::vector<Join> waiting) {
     const auto invite = waiting.empty() ? std::nullopt : std::optional{waiting.front().key};
     call_ = neighbours_.service.client(server).handoff(
         invite, [this, waiting = std::move(waiting)](const std::expected<Handoff, PairingFailure>& answer) mutable {
-            const Announcer::Stroke stroke{neighbours_.announcer};
+            const Announcer::Update update{neighbours_.announcer};
             handedOff(std::move(waiting), answer);
         });
 }
@@ -127,55 +130,58 @@ void Pairing::handedOff(std::vector<Join> waiting, const std::expected<Handoff, 
 
 // A board of one's own.
 
-void Pairing::startOurBoard() {
-    whenRestored([this] {
+void Pairing::startOurBoard(std::optional<std::string> name) {
+    whenRestored([this, name = std::move(name)] {
         if (neighbours_.who.token) return enter(PairingPhase::Failed{std::string{onBoardAlready}});
         call_ = neighbours_.service.client().createCouple(
-            neighbours_.membership.deviceId(), neighbours_.names.myDisplayName,
-            [this](const std::expected<CreatedCouple, PairingFailure>& created) {
-                const Announcer::Stroke stroke{neighbours_.announcer};
-                startedBoard(created);
+            neighbours_.membership.deviceId(), name.value_or(neighbours_.names.myDisplayName),
+            [this, name](const std::expected<CreatedCouple, PairingFailure>& created) {
+                const Announcer::Update update{neighbours_.announcer};
+                startedBoard(created, name);
             });
     });
 }
 
-void Pairing::startedBoard(const std::expected<CreatedCouple, PairingFailure>& created) {
+void Pairing::startedBoard(const std::expected<CreatedCouple, PairingFailure>& created,
+                           std::optional<std::string> name) {
     if (!created) return failed(created.error(), "startOurBoard failed: ");
     auto token = CoupleToken::parse(created->token);
     if (!token) return failed(PairingFailure{}, "startOurBoard failed: the service gave a token that is none: ");
     neighbours_.invitations.keepLink(BoardLink{created->coupleId, created->invite.inviteId, created->invite.link});
-    neighbours_.membership.keep(std::move(*token), std::nullopt, [this](std::expected<void, std::string> kept) {
-        if (!kept) {
-            log(LogLevel::error, "startOurBoard failed: " + kept.error());
-            neighbours_.invitations.keepLink(std::nullopt);
-            return enter(PairingPhase::Failed{std::move(kept.error())});
-        }
-        enter(PairingPhase::Idle{});
-        setOnboarding(OnboardingStep::bringThemOver);
-        log(LogLevel::info, "started a new board");
-    });
+    neighbours_.membership.keep(std::move(*token), std::nullopt,
+                                [this, name = std::move(name)](std::expected<void, std::string> kept) {
+                                    if (!kept) {
+                                        log(LogLevel::error, "startOurBoard failed: " + kept.error());
+                                        neighbours_.invitations.keepLink(std::nullopt);
+                                        return enter(PairingPhase::Failed{std::move(kept.error())});
+                                    }
+                                    if (name) neighbours_.people.setMyName(*name);
+                                    enter(PairingPhase::Idle{});
+                                    setOnboarding(OnboardingStep::bringThemOver);
+                                    log(LogLevel::info, "started a new board");
+                                });
 }
 
 // The partner's board.
 
-void Pairing::joinByCode(std::string_view typed, WhileOnBoard whileOnBoard) {
+void Pairing::joinByCode(std::string_view typed, JoinTerms terms) {
     auto code = normalizeCode(typed);
     if (code.size() < joinCodeLength) return enter(PairingPhase::Failed{"a code is six digits."});
-    whenRestored([this, code = std::move(code), whileOnBoard]() mutable {
-        if (neighbours_.who.token && whileOnBoard == WhileOnBoard::ask)
+    whenRestored([this, code = std::move(code), terms = std::move(terms)]() mutable {
+        if (neighbours_.who.token && !terms.leavesBoard)
             return enter(PairingPhase::Failed{std::string{onBoardAlready}});
-        join_ = Join{JoinDoor::code, std::move(code), {}, {}};
+        join_ = Join{JoinDoor::code, std::move(code), {}, {}, false, std::move(terms.name)};
         join();
     });
 }
 
-void Pairing::joinByLink(std::string_view text, WhileOnBoard whileOnBoard) {
-    const Announcer::Stroke stroke{neighbours_.announcer};
+void Pairing::joinByLink(std::string_view text, JoinTerms terms) {
+    const Announcer::Update update{neighbours_.announcer};
     auto invite = inviteIdIn(text);
     if (!invite) return failed(failureOf(PairingFailure::Case::linkNotFound), "pairing request failed: ");
-    whenRestored([this, text = std::string{text}, invite = std::move(*invite), whileOnBoard]() mutable {
-        join_ = Join{JoinDoor::link, std::move(invite), inviteServerIn(text), {}};
-        whileOnBoard == WhileOnBoard::ask&& needsAsking(*join_, text) ? askAboutInvite() : join();
+    whenRestored([this, text = std::string{text}, invite = std::move(*invite), terms = std::move(terms)]() mutable {
+        join_ = Join{JoinDoor::link, std::move(invite), inviteServerIn(text), {}, false, std::move(terms.name)};
+        !terms.leavesBoard&& needsAsking(*join_, text) ? askAboutInvite() : join();
     });
 }
 
@@ -192,15 +198,17 @@ void Pairing::askAboutInvite() {
     const auto server = serverOf(*join_);
     call_ = neighbours_.service.client(server).handoff(
         join_->key, [this, server](const std::expected<Handoff, PairingFailure>& invite) {
-            const Announcer::Stroke stroke{neighbours_.announcer};
+            const Announcer::Update update{neighbours_.announcer};
             if (!invite) return failed(invite.error(), "pairing request failed: ");
-            enter(PairingPhase::Asking{invite->inviter.value_or(""), server, neighbours_.who.token.has_value()});
+            const auto inviter = invite->inviter.value_or("");
+            enter(PairingPhase::Asking{std::string{firstCharacters(inviter, maxNameCharacters)}, server,
+                                       neighbours_.who.token.has_value()});
         });
 }
 
 void Pairing::acceptInvite(bool accepts) {
     if (!join_ || !std::holds_alternative<PairingPhase::Asking>(state_.pairing.value)) return;
-    const Announcer::Stroke stroke{neighbours_.announcer};
+    const Announcer::Update update{neighbours_.announcer};
     if (accepts) return join();
     join_.reset();
     enter(PairingPhase::Idle{});
@@ -214,9 +222,10 @@ void Pairing::chooseOneself(PartnerID slot) {
 
 void Pairing::join() {
     if (!join_->isQuiet) enter(PairingPhase::Working{});
-    const PairingClient::Joiner joiner{neighbours_.membership.deviceId(), neighbours_.names.myDisplayName, join_->slot};
+    const PairingClient::Joiner joiner{neighbours_.membership.deviceId(),
+                                       join_->name.value_or(neighbours_.names.myDisplayName), join_->slot};
     auto then = [this](const std::expected<Joined, PairingFailure>& answer) {
-        const Announcer::Stroke stroke{neighbours_.announcer};
+        const Announcer::Update update{neighbours_.announcer};
         joined(answer);
     };
     auto client = neighbours_.service.client(serverOf(*join_));
@@ -240,20 +249,21 @@ void Pairing::joined(const std::expected<Joined, PairingFailure>& answer) {
 // The board that was is left once the new one's key is safe.
 void Pairing::keepToken(const Joined& joined) {
     auto token = CoupleToken::parse(joined.token);
-    auto serverURL = std::exchange(join_, std::nullopt)->serverURL;
+    auto asked = std::move(*std::exchange(join_, std::nullopt));
     if (!token) return failed(PairingFailure{}, "pairing request failed: the service gave a token that is none: ");
     auto left = neighbours_.who.token;
     if (left && left->coupleId == token->coupleId) left.reset();
-    neighbours_.membership.keep(std::move(*token), std::move(serverURL),
-                                [this, joined, left = std::move(left),
+    neighbours_.membership.keep(std::move(*token), std::move(asked.serverURL),
+                                [this, joined, left = std::move(left), name = std::move(asked.name),
                                  server = neighbours_.membership.serverURL()](std::expected<void, std::string> kept) {
                                     if (!kept) return enter(PairingPhase::Failed{std::move(kept.error())});
                                     if (left) neighbours_.leaving.tell(*left, server);
-                                    settled(joined);
+                                    settled(joined, name);
                                 });
 }
 
-void Pairing::settled(const Joined& joined) {
+void Pairing::settled(const Joined& joined, const std::optional<std::string>& name) {
+    if (name) neighbours_.people.setMyName(*name);
     enter(PairingPhase::Idle{});
     setOnboarding(std::nullopt);
     neighbours_.people.learnPartnerName(joined.partnerName);

@@ -31,6 +31,12 @@ constexpr std::array<std::string_view, 3> namesOf(OnboardingStep) {
 /// How a join was asked for.
 enum class JoinDoor : std::uint8_t { link, code };
 
+/// What whoever asks for a join has said already.
+struct JoinTerms {
+    bool leavesBoard = false;        ///< the board that this device is on may be left for it
+    std::optional<std::string> name; ///< what this person is called, once the join has worked
+};
+
 /// How a pairing request stands.
 struct PairingPhase {
     struct Idle {
@@ -110,15 +116,12 @@ public:
     /// It is known whether this device is on a board. A new one looks for an invite that waits for it.
     void sessionRestored(bool isNew);
 
-    /// What becomes of the board that this device is on: the person has not said yet, or has said that it is left.
-    enum class WhileOnBoard : std::uint8_t { ask, leave };
-
-    void startOurBoard();
+    void startOurBoard(std::optional<std::string> name = std::nullopt);
     /// Refused while on a board that is not to be left.
-    void joinByCode(std::string_view typed, WhileOnBoard whileOnBoard = WhileOnBoard::ask);
+    void joinByCode(std::string_view typed, JoinTerms terms = {});
     /// A link, or a text around one. One that leads away from this device's board, or that the program was opened with
     /// and that names another server, is asked about first (`PairingPhase::Asking`).
-    void joinByLink(std::string_view text, WhileOnBoard whileOnBoard = WhileOnBoard::ask);
+    void joinByLink(std::string_view text, JoinTerms terms = {});
     /// The answer to `PairingPhase::Asking`; without it everything stays as it was.
     void acceptInvite(bool accepts);
     /// The answer to `PairingPhase::Choosing`.
@@ -136,6 +139,7 @@ private:
         std::optional<std::string> serverURL; ///< of a link that names one
         std::optional<PartnerID> slot;
         bool isQuiet = false; ///< nobody has asked for it
+        std::optional<std::string> name{};
     };
     using Asked = std::move_only_function<void()>;
 
@@ -143,13 +147,13 @@ private:
     void lookForInvite();
     void askForHandoff(std::vector<Join> waiting);
     void handedOff(std::vector<Join> waiting, const std::expected<Handoff, PairingFailure>& invite);
-    void startedBoard(const std::expected<CreatedCouple, PairingFailure>& created);
+    void startedBoard(const std::expected<CreatedCouple, PairingFailure>& created, std::optional<std::string> name);
     bool needsAsking(const Join& join, std::string_view text) const;
     void askAboutInvite();
     void join();
     void joined(const std::expected<Joined, PairingFailure>& answer);
     void keepToken(const Joined& joined);
-    void settled(const Joined& joined);
+    void settled(const Joined& joined, const std::optional<std::string>& name);
     void failed(const PairingFailure& failure, std::string_view what);
     void enter(PairingPhase::Value phase);
     std::string serverOf(const Join& join) const;

@@ -62,7 +62,7 @@ void People::rename(PartnerID slot, const std::string& name) {
 }
 
 void People::meet(PartnerSet paired, const std::optional<SlotNames>& names) {
-    const Announcer::Stroke stroke{announcer_};
+    const Announcer::Update update{announcer_};
     if (state_.paired != paired) announcer_.changed(AppChange::people);
     state_.paired = paired;
     for (const auto person : {PartnerID::a, PartnerID::b}) {

@@ -6,30 +6,30 @@
 namespace lumaro {
 
 void Announcer::changed(AppChange change) {
-    const Stroke stroke{*this};
+    const Update update{*this};
     news_.changed.add(change);
 }
 
 void Announcer::say(std::string notice) {
-    const Stroke stroke{*this};
+    const Update update{*this};
     news_.notices.push_back(std::move(notice));
 }
 
 void Announcer::askForQuickNote(std::optional<std::string> text) {
-    const Stroke stroke{*this};
+    const Update update{*this};
     news_.quickNotes.push_back(std::move(text));
 }
 
-// Still within the stroke, so that what the listener does is told after what it was told.
+// Still within the update, so that what the listener does is told after what it was told.
 void Announcer::end() {
-    while (strokes_ == 1 && !news_.isEmpty()) {
+    while (updates_ == 1 && !news_.isEmpty()) {
         if (complete_) complete_(AppNews{news_});
         const auto told = std::exchange(news_, {});
         // A copy: the listener may set another.
         const auto listener = listener_;
         if (listener) listener(told);
     }
-    --strokes_;
+    --updates_;
 }
 
 } // namespace lumaro

@@ -17,12 +17,12 @@ public:
     using Listener = std::function<void(const AppNews&)>;
 
     /// From here to its end one message or act is dealt with; within another one it belongs to that.
-    class Stroke {
+    class Update {
     public:
-        explicit Stroke(Announcer& announcer) : announcer_(announcer) { ++announcer_.strokes_; }
-        Stroke(const Stroke&) = delete;
-        Stroke& operator=(const Stroke&) = delete;
-        ~Stroke() { announcer_.end(); }
+        explicit Update(Announcer& announcer) : announcer_(announcer) { ++announcer_.updates_; }
+        Update(const Update&) = delete;
+        Update& operator=(const Update&) = delete;
+        ~Update() { announcer_.end(); }
 
     private:
         Announcer& announcer_;
@@ -33,13 +33,13 @@ public:
     Announcer& operator=(const Announcer&) = delete;
     ~Announcer() = default;
 
-    /// Called with the news of each stroke. It may begin strokes of its own, whose news come next; it may not destroy
+    /// Called with the news of each update. It may begin updates of its own, whose news come next; it may not destroy
     /// the announcer.
     void onNews(Listener listener) { listener_ = std::move(listener); }
     /// Called before news are told, for what follows from them.
     void beforeNews(Listener complete) { complete_ = std::move(complete); }
 
-    // Outside of a stroke each of these is told at once.
+    // Outside of an update each of these is told at once.
 
     void changed(AppChange change);
     void say(std::string notice);
@@ -51,7 +51,7 @@ private:
     Listener listener_;
     Listener complete_;
     AppNews news_;
-    int strokes_ = 0;
+    int updates_ = 0; ///< that are under way, one within the other
 };
 
 } // namespace lumaro

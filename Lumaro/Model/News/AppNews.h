@@ -30,6 +30,7 @@ class AppChanges {
 public:
     constexpr AppChanges() = default;
     constexpr bool has(AppChange change) const { return (bits_ & bit(change)) != 0; }
+    constexpr bool isOnly(AppChange change) const { return bits_ == bit(change); }
     constexpr bool isEmpty() const { return bits_ == 0; }
     constexpr void add(AppChange change) { bits_ |= bit(change); }
 

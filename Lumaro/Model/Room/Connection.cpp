@@ -8,7 +8,7 @@
 namespace lumaro {
 
 void Connection::open(Address address) {
-    const Announcer::Stroke stroke{announcer_};
+    const Announcer::Update update{announcer_};
     dropLine();
     state_.isOpening = false;
     who_ = address.token.redacted();
@@ -26,7 +26,7 @@ void Connection::open(Address address) {
 }
 
 void Connection::close() {
-    const Announcer::Stroke stroke{announcer_};
+    const Announcer::Update update{announcer_};
     dropLine();
     transfer_.reset();
     state_ = {};
@@ -61,7 +61,7 @@ void Connection::storeMedia(const UUID& id, std::string bytes, MediaTransfer::St
     if (!transfer_ || !link_) return then(std::unexpected(MediaError{}));
     link_->holdMedia(id);
     transfer_->putUp(id, std::move(bytes), [this, id, then = std::move(then)](auto stored) mutable {
-        const Announcer::Stroke stroke{announcer_};
+        const Announcer::Update update{announcer_};
         if (!stored && link_) link_->releaseMedia(id);
         then(std::move(stored));
     });
@@ -70,7 +70,7 @@ void Connection::storeMedia(const UUID& id, std::string bytes, MediaTransfer::St
 // The line.
 
 void Connection::opened(std::vector<PendingBatch> waiting) {
-    const Announcer::Stroke stroke{announcer_};
+    const Announcer::Update update{announcer_};
     log(LogLevel::info, "connect: client created for " + who_);
     state_.isOpening = false;
     state_.pendingBatches = waiting.size();
@@ -85,14 +85,14 @@ void Connection::couldNotOpen(const std::string& why) {
 }
 
 void Connection::stateChanged(const ConnectionState& state) {
-    const Announcer::Stroke stroke{announcer_};
+    const Announcer::Update update{announcer_};
     state_.connection = state;
     announcer_.changed(AppChange::connection);
     if (std::holds_alternative<ConnectionState::Connected>(state.value) && transfer_) transfer_->retryNow();
 }
 
 void Connection::received(const ServerMessage& message, std::size_t pending) {
-    const Announcer::Stroke stroke{announcer_};
+    const Announcer::Update update{announcer_};
     log(LogLevel::debug, "app handling message");
     if (std::exchange(state_.pendingBatches, pending) != pending) announcer_.changed(AppChange::connection);
     if (const auto* const error = std::get_if<ServerMessage::Error>(&message.value)) return take(*error);
@@ -113,7 +113,7 @@ void Connection::take(const ServerMessage::Error& error) {
 }
 
 void Connection::stored(const UUID& batchId, SendOutcome::Way way, std::size_t pending) {
-    const Announcer::Stroke stroke{announcer_};
+    const Announcer::Update update{announcer_};
     state_.lastSendQueued = way == SendOutcome::Way::queued;
     state_.pendingBatches = pending;
     announcer_.changed(AppChange::connection);
@@ -121,7 +121,7 @@ void Connection::stored(const UUID& batchId, SendOutcome::Way way, std::size_t p
 }
 
 void Connection::notStored(const UUID& batchId, const SendError&) {
-    const Announcer::Stroke stroke{announcer_};
+    const Announcer::Update update{announcer_};
     log(LogLevel::error, "an act could not be stored");
     listener_.notStored(batchId);
 }
@@ -137,7 +137,7 @@ void Connection::wentUp(const UUID& id) {
 }
 
 void Connection::couldNotGoUp(const UUID& id, MediaFault why) {
-    const Announcer::Stroke stroke{announcer_};
+    const Announcer::Update update{announcer_};
     log(LogLevel::error, "a picture could not go up");
     listener_.couldNotGoUp(id, why);
     if (link_) link_->releaseMedia(id);

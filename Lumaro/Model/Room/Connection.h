@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "Lumaro/Model/MediaTransfer.h"
+#include "Lumaro/Model/Media/MediaTransfer.h"
 #include "Lumaro/Model/News/Announcer.h"
-#include "Lumaro/Model/RoomLink.h"
+#include "Lumaro/Model/Room/RoomLink.h"
 #include "LumaroCore/Protocol/CoupleToken.h"
 #include "LumaroCore/Support/BackgroundRunner.h"
 #include "LumaroCore/Support/HttpClient.h"
@@ -39,7 +39,7 @@ public:
         RoomLinks& rooms;
     };
 
-    /// Called on the main thread, within a stroke of the announcer. It may call the connection, but not close it.
+    /// Called on the main thread, within an update of the announcer. It may call the connection, but not close it.
     class Listener {
     public:
         Listener() = default;

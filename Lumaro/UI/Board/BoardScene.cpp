@@ -63,10 +63,10 @@ LiveContext BoardScene::live() const {
 Board BoardScene::withHand() const {
     Board board = ports_.app.state().board;
     const auto& editor = ports_.app.editor();
-    if (editor.draft()) layOver(board, editor.draft()->items());
+    if (editor.inHand().draft()) layOver(board, editor.inHand().draft()->items());
     // A doodle that is under the pen again shows there.
-    if (editor.doodle() && editor.doodle()->doodle()) {
-        std::erase_if(board.items, [&](const BoardItem& item) { return item.id == *editor.doodle()->doodle(); });
+    if (editor.pen().session() && editor.pen().session()->doodle()) {
+        std::erase_if(board.items, [&](const BoardItem& item) { return item.id == *editor.pen().session()->doodle(); });
     }
     return board;
 }
@@ -98,7 +98,7 @@ void BoardScene::refresh() {
 
 void BoardScene::refreshHand() {
     const auto& state = ports_.app.state();
-    const auto& draft = ports_.app.editor().draft();
+    const auto& draft = ports_.app.editor().inHand().draft();
     auto board = withHand();
     std::set<UUID> inHand;
     if (draft) {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "Lumaro/Model/MediaCache.h"
+#include "Lumaro/Model/Media/MediaCache.h"
 #include "LumaroCore/Support/BackgroundRunner.h"
 #include "LumaroCore/Support/Plane.h"
 #include "LumaroCore/Support/Sleeper.h"

@@ -50,7 +50,7 @@ std::optional<Payload> cardOf(ItemKind kind, PartnerID partner) {
 } // namespace
 
 EditorView::EditorView(AppModel& app, WallClock& clock, QObject* parent)
-    : QObject(parent), app_(app), editor_(app.editor()), clock_(clock) {
+    : QObject(parent), app_(app), editor_(app.editor()), hand_(editor_.inHand()), pen_(editor_.pen()), clock_(clock) {
     refresh();
 }
 
@@ -59,13 +59,13 @@ PartnerID EditorView::me() const {
 }
 
 const BoardItem* EditorView::selectedOnBoard() const {
-    return editor_.selection() ? app_.board().find(*editor_.selection()) : nullptr;
+    return hand_.selection() ? app_.board().find(*hand_.selection()) : nullptr;
 }
 
 std::optional<BoardItem> EditorView::itemInSight() const {
-    const auto& id = editor_.selection();
+    const auto& id = hand_.selection();
     if (!id) return std::nullopt;
-    if (editor_.draft() && editor_.draft()->id() == *id) return editor_.draft()->items().front();
+    if (hand_.draft() && hand_.draft()->id() == *id) return hand_.draft()->items().front();
     const auto* const item = selectedOnBoard();
     return item == nullptr ? std::nullopt : std::optional{*item};
 }
@@ -90,23 +90,23 @@ QString EditorView::itemAt(QPointF place, double reach) const {
 }
 
 void EditorView::select(const QString& itemId) {
-    editor_.select(idOf(itemId));
+    hand_.select(idOf(itemId));
 }
 
 void EditorView::selectNothing() {
-    editor_.select(std::nullopt);
+    hand_.select(std::nullopt);
 }
 
 bool EditorView::selectNext(bool isForward) {
     const auto order = readingOrder(app_.board());
-    const auto here = editor_.selection() ? std::ranges::find(order, *editor_.selection()) : order.end();
+    const auto here = hand_.selection() ? std::ranges::find(order, *hand_.selection()) : order.end();
     std::optional<UUID> next;
     if (here == order.end()) {
         if (!order.empty()) next = isForward ? order.front() : order.back();
     } else if (isForward ? here + 1 != order.end() : here != order.begin()) {
         next = isForward ? *(here + 1) : *(here - 1);
     }
-    editor_.select(next);
+    hand_.select(next);
     return next.has_value();
 }
 
@@ -114,26 +114,26 @@ bool EditorView::selectNext(bool isForward) {
 
 void EditorView::grip(QPointF at) {
     const auto item = itemInSight();
-    if (!item || !editor_.beginGesture(item->id)) return;
+    if (!item || !hand_.beginGesture(item->id)) return;
     grip_.emplace(*item, point(at));
 }
 
 void EditorView::moveTo(QPointF pointer) {
-    if (grip_) static_cast<void>(editor_.moveTo(grip_->centerAt(point(pointer))));
+    if (grip_) static_cast<void>(hand_.moveTo(grip_->centerAt(point(pointer))));
 }
 
 void EditorView::turnTo(QPointF pointer) {
-    if (grip_) static_cast<void>(editor_.turnTo(grip_->tiltAt(point(pointer))));
+    if (grip_) static_cast<void>(hand_.turnTo(grip_->tiltAt(point(pointer))));
 }
 
 void EditorView::resizeTo(QPointF pointer) {
-    if (grip_) static_cast<void>(editor_.resizeTo(grip_->scaleAt(point(pointer))));
+    if (grip_) static_cast<void>(hand_.resizeTo(grip_->scaleAt(point(pointer))));
 }
 
 void EditorView::letGo() {
     const bool isGripped = std::exchange(grip_, std::nullopt).has_value();
     const bool wasStepping = std::exchange(isStepping_, false);
-    if (isGripped || wasStepping) static_cast<void>(editor_.endGesture());
+    if (isGripped || wasStepping) static_cast<void>(hand_.endGesture());
 }
 
 // The selected one by keys, wheel and menu.
@@ -141,39 +141,40 @@ void EditorView::letGo() {
 std::optional<BoardItem> EditorView::inStepGesture() {
     auto item = itemInSight();
     if (!item || grip_) return std::nullopt;
-    if (!isStepping_ && !editor_.beginGesture(item->id)) return std::nullopt;
+    if (!isStepping_ && !hand_.beginGesture(item->id)) return std::nullopt;
     isStepping_ = true;
     return item;
 }
 
 void EditorView::nudge(double dx, double dy) {
-    if (const auto item = inStepGesture()) static_cast<void>(editor_.moveTo(item->center + Point{dx, dy}));
+    if (const auto item = inStepGesture()) static_cast<void>(hand_.moveTo(item->center + Point{dx, dy}));
 }
 
 void EditorView::turnBy(double degrees) {
-    if (const auto item = inStepGesture()) static_cast<void>(editor_.turnTo(item->rotationDegrees + degrees));
+    if (const auto item = inStepGesture()) static_cast<void>(hand_.turnTo(item->rotationDegrees + degrees));
 }
 
 void EditorView::resizeBy(double factor) {
-    if (const auto item = inStepGesture()) static_cast<void>(editor_.resizeTo(item->scale * factor));
+    if (const auto item = inStepGesture()) static_cast<void>(hand_.resizeTo(item->scale * factor));
 }
 
 void EditorView::bringToFront() {
     const auto* const item = selectedOnBoard();
-    if (item != nullptr && editor_.beginGesture(item->id)) static_cast<void>(editor_.endGesture());
+    if (item != nullptr && hand_.beginGesture(item->id)) static_cast<void>(hand_.endGesture());
 }
 
 void EditorView::takeDown() {
-    if (editor_.selection()) static_cast<void>(editor_.takeDown(*editor_.selection()));
+    if (hand_.selection()) static_cast<void>(editor_.carryOut({BoardVerb::TakeDown{*hand_.selection()}}));
 }
 
 void EditorView::duplicate() {
-    if (editor_.selection()) static_cast<void>(editor_.duplicate(*editor_.selection()));
+    if (hand_.selection()) static_cast<void>(editor_.duplicate(*hand_.selection()));
 }
 
 void EditorView::setKept(bool isKept) {
-    if (!editor_.selection()) return;
-    static_cast<void>(isKept ? editor_.keep(*editor_.selection()) : editor_.unkeep(*editor_.selection()));
+    if (!hand_.selection()) return;
+    const UUID id = *hand_.selection();
+    static_cast<void>(editor_.carryOut(isKept ? BoardVerb{BoardVerb::Keep{id}} : BoardVerb{BoardVerb::Unkeep{id}}));
 }
 
 // What the selected one holds.
@@ -190,11 +191,11 @@ void EditorView::change(Change change) {
 }
 
 void EditorView::startWriting() {
-    if (selected_.kind == QStringLiteral("note")) static_cast<void>(editor_.beginEditing(*editor_.selection()));
+    if (selected_.kind == QStringLiteral("note")) static_cast<void>(hand_.beginEditing(*hand_.selection()));
 }
 
 void EditorView::finishWriting() {
-    static_cast<void>(editor_.endEditing());
+    static_cast<void>(hand_.endEditing());
 }
 
 void EditorView::setPaper(const QString& paper) {
@@ -257,7 +258,7 @@ void EditorView::putUpCard(const QString& kind) {
 
 void EditorView::setBackground(const QString& background) {
     if (const auto known = fromName<BackgroundID>(background.toStdString())) {
-        static_cast<void>(editor_.setBackground(*known));
+        static_cast<void>(editor_.carryOut({BoardVerb::Paint{*known}}));
     }
 }
 
@@ -267,40 +268,40 @@ void EditorView::beginDoodle(const QString& onItem) {
     const auto id = idOf(onItem);
     const auto* const item = id ? app_.board().find(*id) : nullptr;
     if (item != nullptr && item->kind() == ItemKind::doodle) {
-        static_cast<void>(editor_.editDoodle(*id));
+        static_cast<void>(pen_.edit(*id));
     } else {
-        editor_.beginDoodle(item != nullptr ? id : std::nullopt);
+        pen_.begin(item != nullptr ? id : std::nullopt);
     }
     Q_EMIT inkChanged();
 }
 
 void EditorView::penDown(QPointF place, const QString& ink, double width) {
-    static_cast<void>(editor_.penDown(point(place), {ink.toStdString(), width}));
+    static_cast<void>(pen_.down(point(place), {ink.toStdString(), width}));
     Q_EMIT inkChanged();
 }
 
 void EditorView::penTo(QPointF place) {
-    editor_.penTo(point(place));
+    pen_.moveTo(point(place));
     Q_EMIT inkChanged();
 }
 
 void EditorView::penUp() {
-    editor_.penUp();
+    pen_.up();
     Q_EMIT inkChanged();
 }
 
 void EditorView::erase(QPointF from, QPointF to, double radius) {
-    editor_.eraseAlong(point(from), point(to), radius);
+    pen_.eraseAlong(point(from), point(to), radius);
     Q_EMIT inkChanged();
 }
 
 void EditorView::finishDoodle() {
-    static_cast<void>(editor_.finishDoodle());
+    static_cast<void>(pen_.finish());
     Q_EMIT inkChanged();
 }
 
 void EditorView::cancelDoodle() {
-    editor_.cancelDoodle();
+    pen_.cancel();
     Q_EMIT inkChanged();
 }
 
@@ -313,11 +314,11 @@ void EditorView::redo() {
 }
 
 void EditorView::putBack() {
-    static_cast<void>(editor_.putBack());
+    static_cast<void>(hand_.putBack());
 }
 
 void EditorView::letBe() {
-    editor_.cancel();
+    hand_.cancel();
 }
 
 // Moments.

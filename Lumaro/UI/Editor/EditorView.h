@@ -33,10 +33,10 @@ public:
     const SelectedItem& selected() const { return selected_; }
     bool canUndo() const { return editor_.canUndo(); }
     bool canRedo() const { return editor_.canRedo(); }
-    bool isWriting() const { return editor_.isEditing(); }
-    bool isDoodling() const { return editor_.doodle().has_value(); }
+    bool isWriting() const { return hand_.isEditing(); }
+    bool isDoodling() const { return pen_.session().has_value(); }
     /// What was in the hand was taken down meanwhile, and can be put back.
-    bool isTakenAway() const { return editor_.draft() && editor_.draft()->isGone(); }
+    bool isTakenAway() const { return hand_.draft() && hand_.draft()->isGone(); }
     EditorModel& model() { return editor_; }
 
     /// What changed, and what people are to be told.
@@ -125,6 +125,8 @@ private:
 
     AppModel& app_;
     EditorModel& editor_;
+    ItemInHand& hand_;
+    PenInHand& pen_;
     WallClock& clock_;
     SelectedItem selected_;
     std::optional<Grip> grip_;

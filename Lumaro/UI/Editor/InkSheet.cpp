@@ -40,7 +40,7 @@ void InkSheet::setEditor(EditorView* editor) {
 }
 
 void InkSheet::inkChanged() {
-    const auto& doodle = editor_->model().doodle();
+    const auto& doodle = editor_->model().pen().session();
     const auto* const line = doodle && doodle->line() ? &*doodle->line() : nullptr;
     if (line == nullptr || line->points.size() < painted_ || painted_ == 0) {
         painted_ = line == nullptr ? 0 : line->points.size();
@@ -55,8 +55,8 @@ void InkSheet::inkChanged() {
 }
 
 void InkSheet::paint(QPainter* painter) {
-    if (editor_ == nullptr || !editor_->model().doodle()) return;
-    const auto& doodle = *editor_->model().doodle();
+    if (editor_ == nullptr || !editor_->model().pen().session()) return;
+    const auto& doodle = *editor_->model().pen().session();
     DoodlePayload ink{.width = BoardSpec::canvasSize.width,
                       .height = BoardSpec::canvasSize.height,
                       .strokes = doodle.strokes(),

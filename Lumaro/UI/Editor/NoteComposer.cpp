@@ -31,7 +31,7 @@ void NoteComposer::setDocument(QQuickTextDocument* document) {
 }
 
 std::optional<NotePayload> NoteComposer::note() const {
-    const auto& draft = editor_->model().draft();
+    const auto& draft = editor_->model().inHand().draft();
     const auto payload = draft ? draft->items().front().payload : Payload{};
     const auto* const held = draft ? payload.as<NotePayload>() : nullptr;
     return held == nullptr ? std::nullopt : std::optional{*held};
@@ -57,7 +57,7 @@ void NoteComposer::edited() {
     const auto held = note();
     if (!held || held->pm == text) return;
     fit(text);
-    static_cast<void>(editor_->model().changeText(std::move(text)));
+    static_cast<void>(editor_->model().inHand().changeText(std::move(text)));
     Q_EMIT formatChanged();
 }
 

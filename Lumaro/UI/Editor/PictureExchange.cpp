@@ -44,7 +44,7 @@ PictureExchange::PictureExchange(AppModel& app, UUIDSource& ids, BackgroundRunne
 }
 
 void PictureExchange::copy() {
-    const auto& id = app_.editor().selection();
+    const auto& id = app_.editor().inHand().selection();
     const auto* const item = id ? app_.board().find(*id) : nullptr;
     if (item == nullptr) return;
     if (const auto* const note = item->payload.as<NotePayload>()) {

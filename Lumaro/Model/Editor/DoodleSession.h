@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "Lumaro/Model/Editor/EditorFault.h"
+
+#include <expected>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace lumaro {
+
+/// A doodle while it is being drawn: new ink, or a doodle of the board under the pen and the eraser again. Places are
+/// on the canvas. A value; the board knows nothing of it until it is finished.
+class DoodleSession {
+public:
+    struct Pen {
+        std::string ink; ///< the ink's name
+        double width = 0;
+    };
+
+    /// A new doodle on an item, or on the glass.
+    explicit DoodleSession(std::optional<UUID> surface) : surface_(surface) {}
+    /// The doodle of the board.
+    static std::expected<DoodleSession, EditFault> over(const Board& board, const UUID& id);
+
+    /// The doodle of the board that is being changed: it shows here meanwhile.
+    const std::optional<UUID>& doodle() const { return doodle_; }
+    const std::vector<InkStroke>& strokes() const { return strokes_; }
+    /// The line under the pen, through every point that it touched.
+    const std::optional<InkStroke>& line() const { return line_; }
+
+    /// Refuses a stroke more than a doodle holds.
+    std::expected<void, DoodleFault> penDown(Point place, Pen pen);
+    /// Nothing without a pen down.
+    void penTo(Point place);
+    void penUp();
+    void eraseAlong(Point from, Point to, double radius);
+
+    /// The act that puts the ink up; none when nothing was drawn or changed. A doodle without ink left is taken down.
+    /// Ink whose doodle was taken down meanwhile goes up as a new one, and on the glass when its surface is gone.
+    std::expected<std::vector<Op>, EditorFault> finish(const Board& board, const UUID& newId, Hand hand);
+
+private:
+    std::expected<std::vector<Op>, EditorFault> redraw(const Board& board, const BoardItem& doodle, Hand hand) const;
+    std::expected<std::vector<Op>, EditorFault> putUp(const Board& board, const UUID& newId, Hand hand) const;
+
+    std::optional<UUID> surface_;
+    std::optional<UUID> doodle_;
+    std::vector<InkStroke> original_;
+    std::vector<InkStroke> strokes_;
+    std::optional<InkStroke> line_;
+};
+
+} // namespace lumaro

@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Lumaro/Model/Editor/PenInHand.h"
+
+#include <utility>
+
+namespace lumaro {
+
+using Update = Announcer::Update;
+
+void PenInHand::begin(std::optional<UUID> surface) {
+    session_.emplace(surface);
+    acts_.announce();
+}
+
+EditorDone PenInHand::edit(const UUID& id) {
+    const Update update{acts_.announcer()};
+    auto session = DoodleSession::over(acts_.board(), id);
+    if (!session) return acts_.conclude(EditorDone{std::unexpected(session.error())});
+    session_ = std::move(*session);
+    return acts_.conclude(EditorDone{});
+}
+
+EditorDone PenInHand::down(Point place, DoodleSession::Pen pen) {
+    const Update update{acts_.announcer()};
+    if (!session_) return std::unexpected(EditFault::noSuchItem);
+    const auto down = session_->penDown(place, std::move(pen));
+    return acts_.conclude(down ? EditorDone{} : EditorDone{std::unexpected(EditorFault{down.error()})});
+}
+
+void PenInHand::moveTo(Point place) {
+    if (!session_) return;
+    session_->penTo(place);
+    acts_.announce();
+}
+
+void PenInHand::up() {
+    if (!session_) return;
+    session_->penUp();
+    acts_.announce();
+}
+
+void PenInHand::eraseAlong(Point from, Point to, double radius) {
+    if (!session_) return;
+    session_->eraseAlong(from, to, radius);
+    acts_.announce();
+}
+
+EditorDone PenInHand::finish() {
+    const Update update{acts_.announcer()};
+    if (!session_) return {};
+    auto done = doneOf(acts_.perform(session_->finish(acts_.board(), ids_.next(), acts_.hand())));
+    if (done) session_.reset();
+    return acts_.conclude(std::move(done));
+}
+
+void PenInHand::cancel() {
+    session_.reset();
+    acts_.announce();
+}
+
+} // namespace lumaro
