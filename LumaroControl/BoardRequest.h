@@ -33,11 +33,11 @@ struct BoardRequest {
     struct PutUp {
         static constexpr std::string_view tag = "put";
         UUID id;
-        NewItem draft;
+        NewItem item;
         std::optional<Point> at;
 
         static constexpr auto fields() {
-            return std::tuple{Field{"id", &PutUp::id}, Field{"draft", &PutUp::draft}, Field{"at", &PutUp::at}};
+            return std::tuple{Field{"id", &PutUp::id}, Field{"item", &PutUp::item}, Field{"at", &PutUp::at}};
         }
         bool operator==(const PutUp&) const = default;
     };
@@ -90,12 +90,12 @@ struct BoardRequest {
         static constexpr auto fields() { return std::tuple{Field{"item", &Unkeep::item}}; }
         bool operator==(const Unkeep&) const = default;
     };
-    struct Paint {
+    struct SetBackground {
         static constexpr std::string_view tag = "background";
         BackgroundID background = BackgroundID::butter;
 
-        static constexpr auto fields() { return std::tuple{Field{"background", &Paint::background}}; }
-        bool operator==(const Paint&) const = default;
+        static constexpr auto fields() { return std::tuple{Field{"background", &SetBackground::background}}; }
+        bool operator==(const SetBackground&) const = default;
     };
     struct Show {
         static constexpr std::string_view tag = "show";
@@ -206,8 +206,8 @@ struct BoardRequest {
     };
 
     struct Verb {
-        std::variant<PutUp, Move, Turn, Resize, TakeDown, Keep, Unkeep, Paint, Show, Pending, Status, Start, Join, Code,
-                     Link, Leave, Undo, Redo, QuickNote, Open, Presence, Secrets, Unlock>
+        std::variant<PutUp, Move, Turn, Resize, TakeDown, Keep, Unkeep, SetBackground, Show, Pending, Status, Start,
+                     Join, Code, Link, Leave, Undo, Redo, QuickNote, Open, Presence, Secrets, Unlock>
             value;
 
         bool operator==(const Verb&) const = default;

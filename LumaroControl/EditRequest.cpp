@@ -39,7 +39,7 @@ std::expected<UUID, std::string> itemBeginningWith(const Board& board, std::stri
 }
 
 AskedVerb verbOf(const BoardRequest::PutUp& put, const Board& /*board*/) {
-    return BoardVerb{BoardVerb::PutUp{put.id, put.draft.payload, put.at}};
+    return BoardVerb{BoardVerb::PutUp{put.id, put.item.payload, put.at}};
 }
 
 AskedVerb verbOf(const BoardRequest::Move& move, const Board& board) {
@@ -66,8 +66,8 @@ AskedVerb verbOf(const BoardRequest::Unkeep& unkept, const Board& board) {
     return onItem(board, unkept.item, [](const UUID& id) { return BoardVerb::Unkeep{id}; });
 }
 
-AskedVerb verbOf(const BoardRequest::Paint& paint, const Board& /*board*/) {
-    return BoardVerb{BoardVerb::Paint{paint.background}};
+AskedVerb verbOf(const BoardRequest::SetBackground& wanted, const Board& /*board*/) {
+    return BoardVerb{BoardVerb::SetBackground{wanted.background}};
 }
 
 std::string outputOf(const BoardVerb& verb) {

@@ -26,7 +26,7 @@ AskedVerb verbOf(const BoardRequest::Resize& resize, const Board& board);
 AskedVerb verbOf(const BoardRequest::TakeDown& gone, const Board& board);
 AskedVerb verbOf(const BoardRequest::Keep& kept, const Board& board);
 AskedVerb verbOf(const BoardRequest::Unkeep& unkept, const Board& board);
-AskedVerb verbOf(const BoardRequest::Paint& paint, const Board& board);
+AskedVerb verbOf(const BoardRequest::SetBackground& wanted, const Board& board);
 
 /// A request that edits.
 template <class Request>

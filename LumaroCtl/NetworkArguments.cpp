@@ -188,9 +188,9 @@ public:
                [](const V& v, Streams streams) { return v.send(streams, BoardRequest::Keep{v.item}); });
         onItem("unkeep", "Let a note come down a day from now.",
                [](const V& v, Streams streams) { return v.send(streams, BoardRequest::Unkeep{v.item}); });
-        auto* paint = verb("background", "Paint the board.", [](const V& v, Streams streams) {
+        auto* paint = verb("background", "Change the paper of the board.", [](const V& v, Streams streams) {
             const auto background = fromName<BackgroundID>(v.background).value_or(BackgroundID::butter);
-            return v.send(streams, BoardRequest::Paint{background});
+            return v.send(streams, BoardRequest::SetBackground{background});
         });
         paint->add_option("NAME", values_.background, "its new colour")
             ->required()

@@ -23,7 +23,7 @@ namespace lumaro {
 /// The board on the desktop: one window on each screen but those that people left free, at the lowest level that the
 /// desktop grants. Follows screens that come, go and change. On the main thread.
 ///
-/// A window that nobody can see, or that hangs behind the screen's lock, should do nothing: its property `isPaused`
+/// A window that nobody can see, or that is behind the screen's lock, should do nothing: its property `isPaused`
 /// says so.
 class DesktopBoards final : public QObject, public WallpaperController {
     Q_OBJECT
@@ -43,7 +43,7 @@ public:
 
     void setEnabled(bool enabled) override;
 
-    /// Behind the icons, or merely below other windows; none while no board hangs.
+    /// Behind the icons, or merely below other windows; none while no board is shown.
     std::optional<DesktopLevel> level() const { return level_; }
     /// The screens there are. Each is chosen until people leave it free, so one that is plugged in for the first time
     /// is.

@@ -8,14 +8,14 @@
 namespace lumaro {
 namespace {
 
-bool hangsElsewhere(const BoardItem& before, const BoardItem& after) {
+bool isElsewhere(const BoardItem& before, const BoardItem& after) {
     return before.center != after.center || before.rotationDegrees != after.rotationDegrees ||
            before.scale != after.scale || before.z != after.z;
 }
 
 void compare(const BoardItem& before, const BoardItem& after, std::size_t row, BoardDiff& diff) {
     if (before == after) return;
-    const bool moved = hangsElsewhere(before, after);
+    const bool moved = isElsewhere(before, after);
     const bool changed = before.payload != after.payload;
     if (moved) diff.moved.push_back(row);
     if (changed) diff.changed.push_back(row);

@@ -41,11 +41,11 @@ struct BoardVerb {
     struct Unkeep {
         UUID item;
     };
-    struct Paint {
+    struct SetBackground {
         BackgroundID background = BackgroundID::butter;
     };
 
-    std::variant<PutUp, Move, Turn, Resize, TakeDown, Keep, Unkeep, Paint> value;
+    std::variant<PutUp, Move, Turn, Resize, TakeDown, Keep, Unkeep, SetBackground> value;
 };
 
 /// What the verb does to a board that its hand sees. No ops where everything is so already.

@@ -9,7 +9,7 @@
 
 namespace lumaro {
 
-/// One thing on the board: where it hangs, who last wrote it and when, and what it holds.
+/// One thing on the board: where it is, who last wrote it and when, and what it holds.
 struct BoardItem {
     UUID id;
     Point center; ///< on the virtual canvas

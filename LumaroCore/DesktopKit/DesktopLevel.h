@@ -11,7 +11,7 @@ namespace lumaro {
 
 // A window as a part of the desktop. Everything here is for the thread of the windows.
 
-/// Where among the layers of a desktop a window hangs.
+/// Where among the layers of a desktop a window lies.
 enum class DesktopLevel : std::uint8_t {
     behindIcons, ///< on every workspace, below all other windows and off the lists of them, whatever people do to it
     bottomMost,  ///< an ordinary window without a frame, below the others as long as nobody raises it
@@ -22,7 +22,7 @@ enum class DesktopLevel : std::uint8_t {
 DesktopLevel placeAtDesktopLevel(QWindow& window);
 
 /// Whether clicks fall through the window to what lies behind it. Called after `placeAtDesktopLevel`; where the window
-/// hangs behind the icons, at any time from then on, elsewhere before it is shown.
+/// lies behind the icons, at any time from then on, elsewhere before it is shown.
 void setClickThrough(QWindow& window, bool isClickThrough);
 
 /// Watches whether anybody could see a window at all. Where the desktop does not say so, as under most compositors, it

@@ -67,7 +67,8 @@ private:
 
 } // namespace
 
-StoreResult<void> BoardTables::file(std::int64_t couple, std::span<const JournalStep> steps, std::int64_t lastPlace) {
+StoreResult<void> BoardTables::checkpoint(std::int64_t couple, std::span<const JournalStep> steps,
+                                          std::int64_t lastPlace) {
     const auto& last = steps.back();
     const NetEffect net{steps};
     StoreResult<void> done;

@@ -18,8 +18,8 @@ public:
     explicit BoardTables(Database& database) : database_(database) {}
 
     /// Does what the steps do, as if they were one; `lastPlace` is that of the newest step of all couples.
-    [[nodiscard]] StoreResult<void> file(std::int64_t couple, std::span<const JournalStep> steps,
-                                         std::int64_t lastPlace);
+    [[nodiscard]] StoreResult<void> checkpoint(std::int64_t couple, std::span<const JournalStep> steps,
+                                               std::int64_t lastPlace);
     [[nodiscard]] StoreResult<bool> holdsBatch(std::int64_t couple, const UUID& batchId);
 
     /// Everything of a room but its members; how many of its items cannot be read, and were left off.

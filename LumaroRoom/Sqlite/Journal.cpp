@@ -106,29 +106,29 @@ void Journal::drop(Pending& pending, std::size_t from, std::size_t to) {
 std::span<const JournalStep> Journal::stepsOf(std::int64_t couple) const {
     const auto found = couples_.find(couple);
     if (found == couples_.end()) return {};
-    return std::span{found->second.steps}.subspan(found->second.filed);
+    return std::span{found->second.steps}.subspan(found->second.checkpointed);
 }
 
 bool Journal::holdsBatch(std::int64_t couple, const UUID& batchId) const {
     const auto found = couples_.find(couple);
     if (found == couples_.end() || !found->second.batches.contains(batchId)) return false;
     const auto isIt = [&](const JournalStep& step) { return step.batchId == batchId; };
-    return found->second.filed == 0 || std::ranges::any_of(stepsOf(couple), isIt);
+    return found->second.checkpointed == 0 || std::ranges::any_of(stepsOf(couple), isIt);
 }
 
 Journal::Pending& Journal::touch(std::int64_t couple) {
     auto& pending = couples_[couple];
-    if (pending.steps.size() == pending.durable && pending.filed == 0) touched_.push_back(couple);
+    if (pending.steps.size() == pending.durable && pending.checkpointed == 0) touched_.push_back(couple);
     return pending;
 }
 
-void Journal::filed(std::int64_t couple) {
+void Journal::checkpointed(std::int64_t couple) {
     auto& pending = touch(couple);
-    pending.filed = pending.steps.size();
+    pending.checkpointed = pending.steps.size();
 }
 
 StoreResult<void> Journal::trim() {
-    // Rows of this transaction are behind all that are filed and durable.
+    // Rows of this transaction are behind all that are checkpointed and durable.
     const auto end = waiting_.empty() ? durablePlace_ + 1 : waiting_.begin()->first;
     if (end - trimmedTo_ < trimPortion) return {};
     auto done = database_.run("DELETE FROM journal WHERE place < ?1", end);
@@ -151,9 +151,9 @@ void Journal::committed() {
         if (found == couples_.end()) continue;
         auto& pending = found->second;
         if (pending.durable > 0) waiting_.erase(pending.steps.front().place);
-        drop(pending, 0, pending.filed);
+        drop(pending, 0, pending.checkpointed);
         pending.durable = pending.steps.size();
-        pending.filed = 0;
+        pending.checkpointed = 0;
         if (pending.steps.empty()) {
             couples_.erase(found);
         } else {
@@ -170,7 +170,7 @@ void Journal::rolledBack() {
         if (found == couples_.end()) continue;
         auto& pending = found->second;
         drop(pending, pending.durable, pending.steps.size());
-        pending.filed = 0;
+        pending.checkpointed = 0;
         if (pending.steps.empty()) couples_.erase(found);
     }
     touched_.clear();

@@ -46,25 +46,25 @@ struct JournalStep {
 
 /// The newest commits of all couples, one behind the other in one table. A page of it holds what several rooms commit
 /// together; the tables of the boards would have a page or two written for each. Steps stay in memory too, until the
-/// journal's owner has filed them in those tables, many of a couple in one go.
+/// journal's owner has checkpointed them in those tables, many of a couple in one go.
 ///
-/// What is appended and filed takes effect with the transaction around it, whose end is told by `committed` or
+/// What is appended and checkpointed takes effect with the transaction around it, whose end is told by `committed` or
 /// `rolledBack`.
 class Journal {
 public:
     /// The database outlives the journal.
     explicit Journal(Database& database) : database_(database) {}
 
-    /// Reads what was not filed when the database was last left.
+    /// Reads what was not checkpointed when the database was last left.
     [[nodiscard]] StoreResult<void> recover();
 
     [[nodiscard]] StoreResult<void> append(std::int64_t couple, JournalStep step);
-    /// The couple's steps that are not filed, oldest first; valid until the journal changes.
+    /// The couple's steps that are not checkpointed, oldest first; valid until the journal changes.
     std::span<const JournalStep> stepsOf(std::int64_t couple) const;
     bool holdsBatch(std::int64_t couple, const UUID& batchId) const;
 
     /// All steps of the couple stand in the tables of its board.
-    void filed(std::int64_t couple);
+    void checkpointed(std::int64_t couple);
     /// Forgets rows that are of no use any more, when there are many.
     [[nodiscard]] StoreResult<void> trim();
 
@@ -73,7 +73,8 @@ public:
 
     /// Couples with new steps in this transaction.
     const std::vector<std::int64_t>& touched() const { return touched_; }
-    /// Couples with steps from before this transaction, at most so many: those that have waited longest to be filed.
+    /// Couples with steps from before this transaction, at most so many: those that have waited longest to be
+    /// checkpointed.
     std::vector<std::int64_t> longestWaiting(std::size_t count) const;
     /// What the steps in memory weigh, about.
     std::size_t bytes() const { return bytes_; }
@@ -85,7 +86,7 @@ private:
         std::vector<JournalStep> steps;
         std::unordered_set<UUID> batches; ///< of the steps
         std::size_t durable = 0;          ///< steps that are from transactions before this one
-        std::size_t filed = 0;            ///< steps that are filed in this transaction
+        std::size_t checkpointed = 0;     ///< steps that are checkpointed in this transaction
     };
 
     Pending& touch(std::int64_t couple);

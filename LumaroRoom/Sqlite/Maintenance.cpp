@@ -229,7 +229,7 @@ std::string Maintenance::CheckReport::text() const {
     std::string text;
     const std::pair<std::int64_t, const char*> figures[] = {
         {couples, " couples, "}, {items, " items, "}, {tombstones, " tombstones, "},
-        {batches, " batches, "}, {media, " media, "}, {waitingCommits, " commits still to be filed: "},
+        {batches, " batches, "}, {media, " media, "}, {waitingCommits, " commits not checkpointed yet: "},
     };
     for (const auto& [count, name] : figures) text.append(std::to_string(count)).append(name);
     text.append(isSound() ? "sound" : std::to_string(faults.size()) + " faults").append("\n");

@@ -28,11 +28,13 @@ PRAGMA temp_store = MEMORY;
 constexpr std::int64_t pageBytes = 4096;
 constexpr std::size_t maxCouplesKnown = 100'000;
 
-// A couple's steps are filed when there are so many of them: the more, the more of them concern one item or one page.
+// A couple's steps are checkpointed when there are so many of them: the more, the more of them concern one item or one
+// page.
 constexpr std::size_t stepsPerFiling = 256;
-// Of the couples in a transaction, one for so many may be filed with it.
+// Of the couples in a transaction, one for so many may be checkpointed with it.
 constexpr std::size_t couplesPerPortion = 32;
-// When the steps in memory weigh more, those that have waited longest are filed however few of a couple there are.
+// When the steps in memory weigh more, those that have waited longest are checkpointed however few of a couple there
+// are.
 constexpr std::size_t maxJournalBytes = std::size_t{32} << 20U;
 constexpr auto every = std::numeric_limits<std::size_t>::max();
 
@@ -161,7 +163,7 @@ StoreResult<std::optional<RoomRecord>> SqliteStore::loadRoom(std::string_view co
     if (!members) return std::unexpected(std::move(members.error()));
     RoomRecord room;
     room.members = std::move(*members);
-    if (auto filed = file(**couple); !filed) return std::unexpected(std::move(filed.error()));
+    if (auto done = checkpoint(**couple); !done) return std::unexpected(std::move(done.error()));
     const auto unreadable = boards_.load(**couple, room);
     if (!unreadable) return std::unexpected(unreadable.error());
     if (*unreadable > 0) {
@@ -190,12 +192,12 @@ StoreResult<CommitOutcome> SqliteStore::commit(const Commit& commit) {
     return CommitOutcome::stored;
 }
 
-StoreResult<void> SqliteStore::file(std::int64_t couple) {
+StoreResult<void> SqliteStore::checkpoint(std::int64_t couple) {
     const auto steps = journal_.stepsOf(couple);
     if (steps.empty()) return {};
     if (!database_.isInTransaction()) return std::unexpected(StoreError{"the store is used outside a transaction"});
-    auto done = boards_.file(couple, steps, journal_.lastPlace());
-    if (done) journal_.filed(couple);
+    auto done = boards_.checkpoint(couple, steps, journal_.lastPlace());
+    if (done) journal_.checkpointed(couple);
     return done;
 }
 
@@ -206,7 +208,7 @@ StoreResult<void> SqliteStore::fileWhatIsDue() {
     StoreResult<void> done;
     for (std::size_t i = 0; done && portions > 0 && i < touched.size(); ++i) {
         if (journal_.stepsOf(touched[i]).size() < stepsPerFiling) continue;
-        done = file(touched[i]);
+        done = checkpoint(touched[i]);
         --portions;
     }
     if (done && journal_.bytes() > maxJournalBytes) done = fileEach(journal_.longestWaiting(touched.size()));
@@ -217,7 +219,7 @@ StoreResult<void> SqliteStore::fileWhatIsDue() {
 StoreResult<void> SqliteStore::fileEach(const std::vector<std::int64_t>& couples) {
     StoreResult<void> done;
     for (const auto couple : couples) {
-        if (done) done = file(couple);
+        if (done) done = checkpoint(couple);
     }
     return done;
 }

@@ -87,7 +87,7 @@ private:
     StoreResult<std::int64_t> existing(std::string_view coupleId);
 
     StoreResult<void> recover();
-    StoreResult<void> file(std::int64_t couple);
+    StoreResult<void> checkpoint(std::int64_t couple);
     StoreResult<void> fileWhatIsDue();
     StoreResult<void> fileEach(const std::vector<std::int64_t>& couples);
     void forgetUnreadable(SlotNames& names);

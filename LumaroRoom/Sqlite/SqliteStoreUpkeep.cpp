@@ -63,7 +63,7 @@ StoreResult<void> SqliteStore::putMedia(std::string_view coupleId, const UUID& i
     const auto couple = existing(coupleId);
     if (!couple) return std::unexpected(couple.error());
     // Whether an item names it is asked of the items' table.
-    if (auto filed = file(*couple); !filed) return filed;
+    if (auto done = checkpoint(*couple); !done) return done;
     return database_.run(
         "INSERT OR IGNORE INTO media(couple, id, size, digest, content_type, unnamed_since, bytes) VALUES(?1, ?2, ?3, "
         "?4, ?5, CASE WHEN EXISTS (SELECT 1 FROM items WHERE couple = ?1 AND media = ?2) THEN NULL ELSE ?6 END, ?7)",
@@ -103,7 +103,7 @@ StoreResult<bool> SqliteStore::sweep(Instant now) {
     return sweepCouples(now);
 }
 
-// How many couples were filed.
+// How many couples were checkpointed.
 StoreResult<std::int64_t> SqliteStore::fileWhatIsOld(Instant now) {
     auto couples = journal_.longestWaiting(filingPortion);
     std::ranges::copy(journal_.touched(), std::back_inserter(couples));
@@ -111,7 +111,7 @@ StoreResult<std::int64_t> SqliteStore::fileWhatIsOld(Instant now) {
     for (const auto couple : couples) {
         const auto steps = journal_.stepsOf(couple);
         if (count == filingPortion || steps.empty() || steps.front().at > now - journalTime) continue;
-        if (auto filed = file(couple); !filed) return std::unexpected(std::move(filed.error()));
+        if (auto done = checkpoint(couple); !done) return std::unexpected(std::move(done.error()));
         ++count;
     }
     return count;
@@ -155,7 +155,7 @@ StoreResult<bool> SqliteStore::sweepCouples(Instant now) {
         if (auto ended = rows.ended(); !ended) return std::unexpected(std::move(ended.error()));
         if (!isThere) return false;
     }
-    if (auto filed = file(couple); !filed) return std::unexpected(std::move(filed.error()));
+    if (auto done = checkpoint(couple); !done) return std::unexpected(std::move(done.error()));
     Sweep sweep;
     sweep.took(database_.change("DELETE FROM media WHERE num IN (SELECT num FROM media WHERE couple = ?1 LIMIT ?2)",
                                 couple, mediaPortion),

@@ -25,7 +25,7 @@ TEST(BoardVerb, WhatIsSoAlreadyIsNoEdit) {
                             {BoardVerb::Turn{chipId, 0.9}},
                             {BoardVerb::Resize{chipId, 1.03}},
                             {BoardVerb::Keep{noteId}},
-                            {BoardVerb::Paint{board.background}},
+                            {BoardVerb::SetBackground{board.background}},
                             {BoardVerb::PutUp{noteId, NotePayload{}, {}}},
                             {BoardVerb::PutUp{nobody, NotePayload{}, {}}}};
     for (const auto& verb : verbs) EXPECT_EQ(opsOf(verb, board, hand), std::vector<Op>{}) << verb.value.index();

@@ -136,7 +136,7 @@ TEST_F(BoardCommandsTest, EditsTheItemWhoseIdBeginsSo) {
     EXPECT_EQ(ask(BoardRequest::TakeDown{"x\x1b"})->err, "no item begins with \"x?\"\n");
     EXPECT_EQ(ask(BoardRequest::Resize{"ab", 2})->err, "an item of this kind keeps its size\n");
     ask(BoardRequest::TakeDown{"aa000000-0000-4000-8000-000000000000"});
-    ask(BoardRequest::Paint{BackgroundID::oat});
+    ask(BoardRequest::SetBackground{BackgroundID::oat});
     EXPECT_EQ(items(), 1U);
     EXPECT_EQ(session_.board().shown().background, BackgroundID::oat);
     ackAll();
@@ -182,7 +182,7 @@ TEST_F(BoardCommandsTest, RequestsAndAnswersTravelUnchanged) {
                                   BoardRequest::Join{"123456", "Bo", PartnerID::b, true},
                                   BoardRequest::Show{true},
                                   BoardRequest::Pending{},
-                                  BoardRequest::Paint{BackgroundID::oat},
+                                  BoardRequest::SetBackground{BackgroundID::oat},
                                   BoardRequest::Status{}};
     for (const auto& verb : verbs) {
         const BoardRequest request{{verb}, 2.5};

@@ -116,8 +116,8 @@ const Row rows[]{
         return BoardRequest::Unkeep{noteText};
     },
     [](EditorModel& hands) -> Verb {
-        EXPECT_TRUE(hands.carryOut({BoardVerb::Paint{BackgroundID::oat}}));
-        return BoardRequest::Paint{BackgroundID::oat};
+        EXPECT_TRUE(hands.carryOut({BoardVerb::SetBackground{BackgroundID::oat}}));
+        return BoardRequest::SetBackground{BackgroundID::oat};
     },
 };
 

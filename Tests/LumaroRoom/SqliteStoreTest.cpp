@@ -144,7 +144,7 @@ TEST_F(SqliteStoreTest, ABackupOfALiveStoreIsItsLastCommit) {
     ASSERT_TRUE(store->commitTransaction());
     EXPECT_EQ(Maintenance::check(path_)->waitingCommits, 2);
     EXPECT_EQ(Maintenance::check(backup_)->text(),
-              "1 couples, 2 items, 0 tombstones, 1 batches, 1 media, 1 commits still to be filed: sound\n");
+              "1 couples, 2 items, 0 tombstones, 1 batches, 1 media, 1 commits not checkpointed yet: sound\n");
     struct stat status{};
     ASSERT_EQ(stat(backup_.c_str(), &status), 0);
     EXPECT_EQ(status.st_mode & 0777U, 0600U);

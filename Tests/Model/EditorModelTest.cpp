@@ -53,7 +53,7 @@ TEST_F(EditorModelTest, ATouchAloneRaisesAndWhatChangesNothingIsNotSent) {
     EXPECT_TRUE(hand_.beginGesture(noteId));
     EXPECT_TRUE(hand_.moveTo({500, 500}));
     EXPECT_TRUE(hand_.endGesture());
-    EXPECT_TRUE(editor_.carryOut({BoardVerb::Paint{fake_.board().background}}));
+    EXPECT_TRUE(editor_.carryOut({BoardVerb::SetBackground{fake_.board().background}}));
     EXPECT_TRUE(editor_.carryOut({BoardVerb::Keep{noteId}}));
     EXPECT_TRUE(hand_.beginEditing(noteId));
     EXPECT_TRUE(hand_.endEditing());
@@ -298,7 +298,7 @@ TEST_F(EditorModelTest, NothingFollowsToAnotherBoardAndWithdrawnActsAreNotTakenB
     EXPECT_TRUE(hand_.beginEditing(noteId));
     type("not for others");
     EXPECT_TRUE(editor_.canUndo());
-    EXPECT_TRUE(editor_.carryOut({BoardVerb::Paint{BackgroundID::sky}}));
+    EXPECT_TRUE(editor_.carryOut({BoardVerb::SetBackground{BackgroundID::sky}}));
     pen_.begin(std::nullopt);
     editor_.discardDraft();
     EXPECT_FALSE(hand_.draft() || pen_.session() || hand_.selection() || editor_.canUndo());

@@ -36,7 +36,8 @@ const Act everyAct[]{
      }},
     {"unkeep", [](EditorModel& e) { return e.carryOut({BoardVerb::Unkeep{noteId}}).has_value(); }},
     {"card", [](EditorModel& e) { return e.replacePayload(chipId, CountdownPayload{noon, "soon"}).has_value(); }},
-    {"background", [](EditorModel& e) { return e.carryOut({BoardVerb::Paint{BackgroundID::lilac}}).has_value(); }},
+    {"background",
+     [](EditorModel& e) { return e.carryOut({BoardVerb::SetBackground{BackgroundID::lilac}}).has_value(); }},
     {"put up", [](EditorModel& e) { return e.pasteText("milk").has_value(); }},
     {"duplicate", [](EditorModel& e) { return e.duplicate(noteId).has_value(); }},
     {"draw on",
@@ -93,7 +94,7 @@ TEST_F(UndoHistoryTest, ItDoesNotReachBehindThePartnersVersionBetweenTwoActs) {
 
 TEST_F(UndoHistoryTest, AnActIsDoneAgainOnlyOnWhatTakingItBackLeft) {
     EXPECT_TRUE(editor_.carryOut({BoardVerb::Move{chipId, {100, 100}}}));
-    EXPECT_TRUE(editor_.carryOut({BoardVerb::Paint{BackgroundID::sky}}));
+    EXPECT_TRUE(editor_.carryOut({BoardVerb::SetBackground{BackgroundID::sky}}));
     EXPECT_TRUE(editor_.undo());
     EXPECT_TRUE(editor_.undo());
     person_.partner(Edits::move(board(), chipId, {200, 200}, partner()));

@@ -31,7 +31,7 @@ void Fingers::play() {
     case 2: return putUp();
     case 3: return carryOut({BoardVerb::TakeDown{id}});
     case 4: return static_cast<void>(editor_.duplicate(id));
-    case 5: return carryOut({BoardVerb::Paint{static_cast<BackgroundID>(pick(random_, 0, 5))}});
+    case 5: return carryOut({BoardVerb::SetBackground{static_cast<BackgroundID>(pick(random_, 0, 5))}});
     case 6: return chance(random_, 0.5) ? carryOut({BoardVerb::Keep{id}}) : carryOut({BoardVerb::Unkeep{id}});
     case 7: return static_cast<void>(editor_.replacePayload(id, samples::plainNote("other")));
     case 8:

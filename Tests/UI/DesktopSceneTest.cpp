@@ -45,7 +45,7 @@ TEST_F(DesktopSceneTest, NothingChangesWhileItIsPausedAndAllAtOnceAfterwards) {
     desktop.setPaused(true);
     const auto background = desktop.background();
     ASSERT_TRUE(person.app->editor().carryOut({BoardVerb::Move{note(), {400, 400}}}));
-    ASSERT_TRUE(person.app->editor().carryOut({BoardVerb::Paint{BackgroundID::lilac}}));
+    ASSERT_TRUE(person.app->editor().carryOut({BoardVerb::SetBackground{BackgroundID::lilac}}));
     person.relay(person.noteOps("bread", PartnerID::b));
     EXPECT_EQ(changes, 0);
     EXPECT_EQ(desktop.rows()->rowCount(), 1);

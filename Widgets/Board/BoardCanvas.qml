@@ -2,7 +2,7 @@
 import QtQuick
 import Widgets
 
-/// Everything that hangs on the board, one delegate for each row.
+/// Everything on the board, one delegate for each row.
 Item {
     id: canvas
 

@@ -26,7 +26,7 @@ public:
     FallingItems(Sleeper& sleeper, std::function<void()> landed) : sleeper_(sleeper), landed_(std::move(landed)) {}
 
     void add(BoardItem item);
-    /// It hangs again.
+    /// It is on the board again.
     void remove(const UUID& id);
     void clear() { falling_.clear(); }
 

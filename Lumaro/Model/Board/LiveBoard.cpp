@@ -49,7 +49,7 @@ void LiveBoard::adopt(const CoupleToken& token) {
         shared_ = SharedBoard{std::move(*known), {}, now()};
         store_.save(token.coupleId, shared_.confirmed());
     } else if (isStarter_) {
-        shared_ = {}; // what hung there for a welcome belongs on no shared board
+        shared_ = {}; // the starter board is never shared
     }
     isStarter_ = false;
     show();
@@ -117,7 +117,7 @@ void LiveBoard::withdraw(const UUID& batchId) {
 
 void LiveBoard::opened(std::vector<PendingBatch> waiting) {
     const Board before = board();
-    // What was done since the line was asked for comes behind what waited before. All else that hangs here is in the
+    // What was done since the line was asked for comes behind what waited before. All else that is shown is in the
     // outbox, or was in the room's hands when the line before this one ended.
     std::ranges::copy_if(shared_.pending(), std::back_inserter(waiting), [this](const PendingBatch& batch) {
         return mutant(Mutant::reopeningRepeatsPending) || state_.unstoredBatches.contains(batch.batchId);

@@ -41,7 +41,7 @@ struct BoardState {
     std::optional<Instant> lastBlockRang;
 };
 
-/// The board that hangs here: the room's with one's own acts over it, what it looks like while things come and go, its
+/// The board of this device: the room's with one's own acts over it, what it looks like while things come and go, its
 /// snapshot on disk, and what happens to it as time passes.
 class LiveBoard final : public EditableBoard {
 public:
@@ -75,7 +75,7 @@ public:
     const SharedBoard& shared() const { return shared_; }
     const Board& board() const override { return shared_.shown(); }
 
-    /// This device is on the couple's board: what it looked like last hangs until the room speaks.
+    /// This device is on the couple's board: what it looked like last is shown until the room speaks.
     void adopt(const CoupleToken& token);
     /// It is on no board.
     void forget();
@@ -114,7 +114,7 @@ private:
     Neighbours neighbours_;
     std::optional<CoupleToken> token_;
     SharedBoard shared_;
-    bool isStarter_ = true; ///< what hangs there is no couple's board
+    bool isStarter_ = true; ///< what is shown is no couple's board
     BoardStore store_;
     FallingItems falling_;
     ExpiryWatch expiry_;

@@ -5,7 +5,7 @@
 
 namespace lumaro {
 
-/// What hangs on the window before there is a partner, so that it is never empty. It is shown and never sent.
+/// What is on the board before there is a partner, so that it is never empty. It is shown and never sent.
 Board starterBoard(Instant now);
 
 } // namespace lumaro

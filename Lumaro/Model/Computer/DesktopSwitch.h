@@ -25,7 +25,7 @@ struct DesktopState {
     bool showsBoardOnDesktop = true;
 };
 
-/// Whether the board hangs on the desktop of this computer.
+/// Whether the board is shown on the desktop of this computer.
 class DesktopSwitch {
 public:
     /// All outlive the switch.

@@ -19,7 +19,7 @@ std::vector<BoardItem> withDoodles(const Board& board, const UUID& id);
 /// get another one; doodles on them are drawn on the new one.
 Edits::Result putUpAnew(const Board& board, std::span<const BoardItem> items, const std::map<UUID, UUID>& names,
                         Hand hand);
-/// How far from an item its duplicate hangs: a step aside, as many as it takes to cover no other's middle.
+/// How far from an item its duplicate is put up: a step aside, as many as it takes to cover no other's middle.
 Point duplicateOffset(const Board& board, const BoardItem& item);
 
 } // namespace EditorOps

@@ -69,7 +69,7 @@ public:
         virtual ~Listener() = default;
 
         /// The state holds a token that it did not hold before; `isAnotherBoard` when it is of another couple than the
-        /// one that hung here.
+        /// one that was here.
         virtual void cameOntoBoard(bool isAnotherBoard) = 0;
         /// The keyring still has the token of a board that an earlier run of the program left.
         virtual void foundLeftBoard(const CoupleToken& token) = 0;

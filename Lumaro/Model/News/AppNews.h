@@ -11,7 +11,7 @@ namespace lumaro {
 
 /// A piece of the application's state. Each part of the application changes its own.
 enum class AppChange : std::uint8_t {
-    board,       ///< what hangs, arrives, falls or rings
+    board,       ///< what is on it, arrives, falls or rings
     editor,      ///< what is selected, in the hand, written or drawn
     connection,  ///< the line to the room, and what waits for it
     membership,  ///< whether this device is on a board, and where its key is kept
@@ -20,7 +20,7 @@ enum class AppChange : std::uint8_t {
     invitations, ///< link and code
     partner,     ///< what is seen of the partner
     ownPresence, ///< what the partner sees
-    desktop,     ///< whether the board hangs on the desktop
+    desktop,     ///< whether the board is on the desktop
     permissions,
     pictures, ///< one has come
 };

@@ -15,7 +15,7 @@ struct BoardRow {
     QString itemId;
     QString kind;
     Point center;
-    Point anchor; ///< the centre of what it hangs on: of the item that a doodle is drawn on, else its own
+    Point anchor; ///< the centre of the item that a doodle is drawn on; else its own
     Size size;    ///< unscaled
     double tilt = 0;
     double scale = 1;

@@ -19,7 +19,7 @@ namespace {
 /// Waits no longer than this, for clocks are set and machines sleep.
 constexpr Seconds longestWait{3600};
 
-/// The items that are in the hand replace those on the board; what is gone from it hangs on in the hand.
+/// The items that are in the hand replace those on the board; what is gone from the board stays in the hand.
 void layOver(Board& board, const std::vector<BoardItem>& held) {
     for (const auto& item : held) {
         const auto there = std::ranges::find(board.items, item.id, &BoardItem::id);

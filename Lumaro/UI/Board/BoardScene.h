@@ -16,8 +16,8 @@
 
 namespace lumaro {
 
-/// The board as the windows of this device show it: as it hangs, and with what is in the hand over it. It keeps time
-/// for what changes by itself, and draws no breath when nothing does.
+/// The board as the windows of this device show it: as it is, and with what is in the hand over it. It wakes for what
+/// changes as time passes, and never when nothing does.
 class BoardScene final : public QObject {
     Q_OBJECT
     QML_ELEMENT

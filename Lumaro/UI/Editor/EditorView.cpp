@@ -258,7 +258,7 @@ void EditorView::putUpCard(const QString& kind) {
 
 void EditorView::setBackground(const QString& background) {
     if (const auto known = fromName<BackgroundID>(background.toStdString())) {
-        static_cast<void>(editor_.carryOut({BoardVerb::Paint{*known}}));
+        static_cast<void>(editor_.carryOut({BoardVerb::SetBackground{*known}}));
     }
 }
 
