@@ -66,10 +66,10 @@ class App:
 
     def put_note(self, text):
         """The id of a note that is confirmed; none when there was no answer."""
-        draft = {"kind": "note", "payload": {
+        item = {"kind": "note", "payload": {
             "pm": {"type": "doc", "content": [{"type": "paragraph", "content": [{"type": "text", "text": text}]}]},
             "paper": "butter", "pin": "brass"}}
-        answer = self.ask("put", id=str(uuid.uuid4()), draft=draft)
+        answer = self.ask("put", id=str(uuid.uuid4()), item=item)
         if answer is None:
             return None
         assert answer["status"] == 0, answer
