@@ -26,11 +26,18 @@ function(lumaro_add_qml_module target uri)
         RESOURCES ${ARG_RESOURCES}
         ${ahead}
     )
-    # Nor is what the build tools of QML write.
+    # What the build tools of QML write is not ours to warn of, and compiles several times faster when a few files are read as one.
     get_target_property(sources ${target} SOURCES)
     list(FILTER sources INCLUDE REGEX "/qmlcache/")
     if(sources)
-        set_source_files_properties(${sources} PROPERTIES COMPILE_OPTIONS "-w" SKIP_UNITY_BUILD_INCLUSION ON)
+        set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_MODE GROUP UNITY_BUILD_CODE_BEFORE_INCLUDE
+            "#pragma GCC diagnostic ignored \"-Wshadow\"\n#pragma GCC diagnostic ignored \"-Wconversion\"")
+        set(place 0)
+        foreach(source IN LISTS sources)
+            math(EXPR group "${place} / 8")
+            set_source_files_properties("${source}" PROPERTIES UNITY_GROUP "qml${group}" SKIP_UNITY_BUILD_INCLUSION OFF)
+            math(EXPR place "${place} + 1")
+        endforeach()
     endif()
     target_compile_definitions(${target} PRIVATE QT_NO_CAST_FROM_ASCII QT_NO_NARROWING_CONVERSIONS_IN_CONNECT QT_NO_KEYWORDS QT_NO_FOREACH)
     # What the build tools of QML write includes its headers by their names alone.
