@@ -82,7 +82,7 @@ struct JoinOptions {
     bool leave = false; ///< the board that the profile is on
 };
 ExitStatus runStart(const NetworkOptions& options, Streams streams, const std::string& name);
-ExitStatus runJoin(const NetworkOptions& options, Streams streams, const JoinOptions& join);
+ExitStatus runJoin(const NetworkOptions& options, Streams streams, const JoinOptions& how);
 ExitStatus runCode(const NetworkOptions& options, Streams streams);
 ExitStatus runLink(const NetworkOptions& options, Streams streams);
 ExitStatus runLeave(const NetworkOptions& options, Streams streams);

@@ -10,7 +10,6 @@
 #include <sys/xattr.h>
 
 #include <algorithm>
-#include <array>
 #include <optional>
 
 namespace lumaro {
@@ -20,12 +19,12 @@ namespace {
 constexpr int maxFilesInFolder = 20'000;
 
 std::optional<std::string> originOf(const QString& path) {
-    std::array<char, DownloadOrigin::maxOriginLength>
-        value; // NOLINT(cppcoreguidelines-pro-type-member-init): filled below
+    std::string value(DownloadOrigin::maxOriginLength, '\0');
     const auto size =
         ::getxattr(QFile::encodeName(path).constData(), "user.xdg.origin.url", value.data(), value.size());
     if (size <= 0) return std::nullopt;
-    return std::string{value.data(), static_cast<std::size_t>(size)};
+    value.resize(static_cast<std::size_t>(size));
+    return value;
 }
 
 // The program's packages and archives, the newest first.

@@ -21,10 +21,12 @@ bool isBlank(std::string_view text) {
 }
 
 std::string_view withoutBlankLines(std::string_view text) {
-    for (auto end = text.find('\n'); end != text.npos && isBlank(text.substr(0, end)); end = text.find('\n')) {
+    for (auto end = text.find('\n'); end != std::string_view::npos && isBlank(text.substr(0, end));
+         end = text.find('\n')) {
         text.remove_prefix(end + 1);
     }
-    for (auto end = text.rfind('\n'); end != text.npos && isBlank(text.substr(end)); end = text.rfind('\n')) {
+    for (auto end = text.rfind('\n'); end != std::string_view::npos && isBlank(text.substr(end));
+         end = text.rfind('\n')) {
         text = text.substr(0, end);
     }
     return trimmed(text);

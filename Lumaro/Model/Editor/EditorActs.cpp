@@ -5,8 +5,8 @@
 
 namespace lumaro {
 
-EditorDone doneOf(EditorAct act) {
-    if (!act) return std::unexpected(std::move(act.error()));
+EditorDone doneOf(const EditorAct& act) {
+    if (!act) return std::unexpected(act.error());
     return {};
 }
 

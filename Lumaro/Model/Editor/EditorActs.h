@@ -73,6 +73,6 @@ private:
 };
 
 /// Whether it was done, whatever became of it.
-EditorDone doneOf(EditorAct act);
+EditorDone doneOf(const EditorAct& act);
 
 } // namespace lumaro

@@ -4,8 +4,11 @@
 #include <utility>
 
 namespace lumaro {
+namespace {
 
 using Update = Announcer::Update;
+
+} // namespace
 
 void PenInHand::begin(std::optional<UUID> surface) {
     session_.emplace(surface);
