@@ -1,13 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Widgets/Picture/PictureItem.h"
 
-#include <QtCore/QSemaphore>
 #include <QtCore/QThreadPool>
 #include <QtGui/QPainter>
 #include <QtQuick/QQuickWindow>
 #include <QtQuick/QSGImageNode>
 
+#include <condition_variable>
 #include <functional>
+#include <mutex>
 #include <utility>
 
 namespace lumaro {
@@ -18,12 +19,17 @@ constexpr int largePicture = 512 * 1024; // pixels
 /// Runs `work` and waits for it. Qt shares out the lines of each fill among the threads of its pool, unless it paints
 /// on one of them: for a card that would be a hundred times to wake a thread for next to nothing.
 void onPoolThread(const std::function<void()>& work) {
-    QSemaphore done;
+    std::mutex mutex; // goes over with the work, and comes back with it
+    std::condition_variable changed;
+    bool isDone = false;
+    std::unique_lock waiting{mutex};
     QThreadPool::globalInstance()->start([&] {
+        const std::lock_guard working{mutex};
         work();
-        done.release();
+        isDone = true;
+        changed.notify_one();
     });
-    done.acquire();
+    changed.wait(waiting, [&] { return isDone; });
 }
 
 } // namespace

@@ -1,14 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Lumaro/Model/Media/MediaTransfer.h"
 
+#include "Lumaro/Model/Media/MediaAnswer.h"
 #include "LumaroCore/BoardModel/Media.h"
-#include "LumaroCore/Pairing/PairingMessages.h"
 #include "LumaroCore/Protocol/ImageType.h"
-#include "LumaroCore/Protocol/ServerErrorCode.h"
-#include "LumaroCore/Support/Wire.h"
 
 #include <algorithm>
-#include <cstdint>
 #include <utility>
 
 namespace lumaro {
@@ -17,41 +14,7 @@ namespace {
 // The largest medium goes over a line of 150 kbit/s in this time.
 constexpr Seconds patience{120};
 
-enum class Verdict : std::uint8_t {
-    good,
-    notNow,   // no answer, or a failure that may pass: try again later
-    notThis,  // the room does not have this picture, or does not take it
-    badToken, // no picture is tried until the token is known to be good
-};
-
-Verdict verdictOn(const HttpClient::Answer& answer) {
-    if (!answer) return Verdict::notNow;
-    const int status = answer->status;
-    if (answer->isSuccess()) return Verdict::good;
-    if (status == 401 || status == 403) return Verdict::badToken;
-    const bool isItsOwnFault = status >= 400 && status < 500 && status != 408 && status != 429;
-    return isItsOwnFault ? Verdict::notThis : Verdict::notNow;
-}
-
-// Of the refusals, the ones that no later attempt changes.
-std::optional<MediaFault> lastingFaultIn(const HttpClient::Answer& answer) {
-    if (!answer) return std::nullopt;
-    switch (answer->status) {
-    case 400: return MediaFault::refused;
-    case 413: return MediaFault::tooLarge;
-    case 415: return MediaFault::notAPicture;
-    case 429: {
-        const auto error = Wire::decode<ServerError>(answer->body);
-        const bool isFull = error && error->code == ServerErrorCode::limitExceeded;
-        return isFull ? std::optional{MediaFault::roomFull} : std::nullopt;
-    }
-    default: return std::nullopt;
-    }
-}
-
-std::string reasonIn(const HttpClient::Answer& answer) {
-    return answer ? "the server answered " + std::to_string(answer->status) : answer.error().message;
-}
+using MediaAnswer::Verdict;
 
 } // namespace
 
@@ -120,7 +83,7 @@ void MediaTransfer::startDownload(const UUID& id) {
 }
 
 void MediaTransfer::downloaded(UUID id, HttpClient::Answer answer) {
-    const auto verdict = verdictOn(answer);
+    const auto verdict = MediaAnswer::verdictOn(answer);
     if (verdict == Verdict::good || verdict == Verdict::notThis) backoff_.reset();
     if (verdict == Verdict::good) {
         keep(id, std::move(answer->body));
@@ -129,8 +92,8 @@ void MediaTransfer::downloaded(UUID id, HttpClient::Answer answer) {
     downloads_.erase(id);
     switch (verdict) {
     case Verdict::good: break;
-    case Verdict::notNow: tryLater(reasonIn(answer)); break;
-    case Verdict::notThis: setAside(id, reasonIn(answer)); break;
+    case Verdict::notNow: tryLater(MediaAnswer::reasonIn(answer)); break;
+    case Verdict::notThis: setAside(id, MediaAnswer::reasonIn(answer)); break;
     case Verdict::badToken: tokenRefused(); break;
     }
     goOn();
@@ -207,8 +170,8 @@ void MediaTransfer::send(std::string bytes) {
 void MediaTransfer::uploaded(const HttpClient::Answer& answer) {
     const bool isThere = answer && answer->status == 409;
     if (isThere) log(LogLevel::error, "the room has other bytes for " + upload_->id.lowerString());
-    const auto fault = lastingFaultIn(answer);
-    const auto verdict = isThere ? Verdict::good : verdictOn(answer);
+    const auto fault = MediaAnswer::lastingFaultIn(answer);
+    const auto verdict = isThere ? Verdict::good : MediaAnswer::verdictOn(answer);
     if (fault || verdict == Verdict::good) {
         backoff_.reset();
         finishUpload(fault);
@@ -217,7 +180,7 @@ void MediaTransfer::uploaded(const HttpClient::Answer& answer) {
         upload_.reset();
         tokenRefused();
     } else {
-        uploadAgain(reasonIn(answer));
+        uploadAgain(MediaAnswer::reasonIn(answer));
     }
 }
 

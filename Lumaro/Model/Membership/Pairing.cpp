@@ -28,7 +28,8 @@ PairingFailure failureOf(PairingFailure::Case kind) {
 } // namespace
 
 Pairing::Pairing(Ports ports, PairingState& state, Neighbours neighbours)
-    : ports_(ports), state_(state), neighbours_(neighbours) {
+    : ports_(ports), state_(state), neighbours_(neighbours),
+      handOff_({ports.background, ports.origin}, neighbours.membership, neighbours.service) {
     if (const auto step = ports_.defaults.string("onboardingStep")) state_.onboarding = fromName<OnboardingStep>(*step);
     for (const auto key : retiredKeys) ports_.defaults.remove(key);
 }
@@ -57,6 +58,7 @@ void Pairing::begunAnew() {
     const Announcer::Update update{neighbours_.announcer};
     join_.reset();
     asked_ = nullptr;
+    handOff_.stop();
     call_ = nullptr;
     enter(PairingPhase::Idle{});
     setOnboarding(OnboardingStep::welcome);
@@ -71,6 +73,7 @@ std::string Pairing::serverOf(const Join& join) const {
 void Pairing::whenRestored(Asked pairing) {
     if (neighbours_.who.isSettling) return;
     const Announcer::Update update{neighbours_.announcer};
+    handOff_.stop();
     call_ = nullptr;
     join_.reset();
     enter(PairingPhase::Working{});
@@ -84,42 +87,19 @@ void Pairing::sessionRestored(bool isNew) {
     if (isNew) lookForInvite();
 }
 
-// The hand-off of a first run: the invite that this program was downloaded from.
-
 void Pairing::lookForInvite() {
-    originTask_ = inBackground(
-        ports_.background, [&origin = ports_.origin] { return origin.origins(); },
-        [this](const std::vector<std::string>& origins) {
-            if (state_.pairing != PairingPhase{} || neighbours_.who.token) return;
-            std::vector<Join> waiting;
-            for (const auto& origin : origins) {
-                auto invite = inviteIdIn(origin);
-                if (!invite || std::ranges::find(waiting, *invite, &Join::key) != waiting.end()) continue;
-                waiting.push_back({JoinDoor::link, std::move(*invite), inviteServerIn(origin), std::nullopt, true});
-                if (waiting.size() == DownloadOrigin::maxOrigins) break;
-            }
-            askForHandoff(std::move(waiting));
-        });
+    handOff_.look([this](const std::expected<HandOff::Invite, PairingFailure>& invite) {
+        const Announcer::Update update{neighbours_.announcer};
+        if (state_.pairing == PairingPhase{} && !neighbours_.who.token) handedOff(invite);
+    });
 }
 
-void Pairing::askForHandoff(std::vector<Join> waiting) {
-    const auto server = waiting.empty() ? neighbours_.membership.serverURL() : serverOf(waiting.front());
-    const auto invite = waiting.empty() ? std::nullopt : std::optional{waiting.front().key};
-    call_ = neighbours_.service.client(server).handoff(
-        invite, [this, waiting = std::move(waiting)](const std::expected<Handoff, PairingFailure>& answer) mutable {
-            const Announcer::Update update{neighbours_.announcer};
-            handedOff(std::move(waiting), answer);
-        });
-}
-
-void Pairing::handedOff(std::vector<Join> waiting, const std::expected<Handoff, PairingFailure>& invite) {
+void Pairing::handedOff(const std::expected<HandOff::Invite, PairingFailure>& invite) {
     if (invite) {
         log(LogLevel::info, "an invite was waiting for this mac");
-        join_ = waiting.empty() ? Join{JoinDoor::link, invite->inviteId, {}, {}, true} : std::move(waiting.front());
+        join_ = Join{JoinDoor::link, invite->id, invite->serverURL, {}, true};
         return join();
     }
-    if (!waiting.empty()) waiting.erase(waiting.begin());
-    if (!waiting.empty()) return askForHandoff(std::move(waiting));
     if (invite.error().status == 404) {
         log(LogLevel::info, "no invite waiting for this mac; first run it is");
     } else {

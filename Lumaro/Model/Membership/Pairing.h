@@ -1,32 +1,22 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "Lumaro/Model/Membership/HandOff.h"
 #include "Lumaro/Model/Membership/Invitations.h"
 #include "Lumaro/Model/Membership/Leaving.h"
-#include "Lumaro/Model/Membership/PairingClients.h"
+#include "Lumaro/Model/Membership/PairingState.h"
 #include "Lumaro/Model/Membership/People.h"
 #include "Lumaro/Model/News/Announcer.h"
-#include "LumaroCore/Services/DownloadOrigin.h"
 #include "LumaroCore/Support/WallClock.h"
 
-#include <array>
 #include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <variant>
-#include <vector>
 
 namespace lumaro {
-
-/// How far the first run has come.
-enum class OnboardingStep : std::uint8_t { welcome, makeItYours, bringThemOver };
-
-constexpr std::array<std::string_view, 3> namesOf(OnboardingStep) {
-    return {"welcome", "makeItYours", "bringThemOver"};
-}
 
 /// How a join was asked for.
 enum class JoinDoor : std::uint8_t { link, code };
@@ -35,53 +25,6 @@ enum class JoinDoor : std::uint8_t { link, code };
 struct JoinTerms {
     bool leavesBoard = false;        ///< the board that this device is on may be left for it
     std::optional<std::string> name; ///< what this person is called, once the join has worked
-};
-
-/// How a pairing request stands.
-struct PairingPhase {
-    struct Idle {
-        bool operator==(const Idle&) const = default;
-    };
-    struct Working {
-        bool operator==(const Working&) const = default;
-    };
-    /// Both people are on the board: this person must say which one they are.
-    struct Choosing {
-        SlotNames names;
-        std::optional<PartnerID> suggested;
-        bool operator==(const Choosing&) const = default;
-    };
-    /// An invite to another board than the one that this device is on, or to another server than it knows: the person
-    /// must say whether they want that.
-    struct Asking {
-        std::string inviter;     ///< empty when the service does not know
-        std::string server;      ///< base URL of the invite's
-        bool leavesBoard = true; ///< this device is on a board now
-        bool operator==(const Asking&) const = default;
-    };
-    struct Failed {
-        std::string message; ///< for people
-        bool operator==(const Failed&) const = default;
-    };
-    using Value = std::variant<Idle, Working, Choosing, Asking, Failed>;
-    Value value;
-
-    bool operator==(const PairingPhase&) const = default;
-};
-
-/// A join that has just been completed.
-struct Arrival {
-    std::string partnerName;
-    JoinStatus status = JoinStatus::joined;
-    Instant at;
-
-    bool operator==(const Arrival&) const = default;
-};
-
-struct PairingState {
-    PairingPhase pairing;
-    std::optional<Arrival> arrival;
-    std::optional<OnboardingStep> onboarding;
 };
 
 /// How this device comes onto a board: by starting one, by a code or by an invite.
@@ -145,8 +88,7 @@ private:
 
     void whenRestored(Asked pairing);
     void lookForInvite();
-    void askForHandoff(std::vector<Join> waiting);
-    void handedOff(std::vector<Join> waiting, const std::expected<Handoff, PairingFailure>& invite);
+    void handedOff(const std::expected<HandOff::Invite, PairingFailure>& invite);
     void startedBoard(const std::expected<CreatedCouple, PairingFailure>& created, std::optional<std::string> name);
     bool needsAsking(const Join& join, std::string_view text) const;
     void askAboutInvite();
@@ -165,7 +107,7 @@ private:
     std::optional<Join> join_;
     Asked asked_; ///< waits for the session to be restored
     PairingClient::Call call_;
-    std::unique_ptr<BackgroundRunner::Task> originTask_;
+    HandOff handOff_;
     std::unique_ptr<Sleeper::Wait> greetingTask_;
 };
 

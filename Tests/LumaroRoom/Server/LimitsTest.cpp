@@ -113,8 +113,9 @@ TEST_F(LimitsTest, MemoryThatRunsOutEndsAConnectionAndNoThread) {
     // In a coroutine, and in an operation that one waits for.
     asio::co_spawn(shard.executor(), []() -> Awaitable<void> { co_return throw std::bad_alloc{}; }(), shard.noteEnd());
     asio::post(shard.executor(), [] { throw std::bad_alloc{}; });
+    // The coroutine's end is posted when it is met: behind the first of these, and before the second.
     std::promise<void> later;
-    asio::post(shard.executor(), [&] { later.set_value(); });
+    asio::post(shard.executor(), [&] { asio::post(shard.executor(), [&] { later.set_value(); }); });
     later.get_future().wait();
     store.stop();
     shard.stop();
