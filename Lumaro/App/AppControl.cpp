@@ -182,9 +182,10 @@ AppControl::Outcome AppControl::answer(const BoardRequest::Code&) {
 AppControl::Outcome AppControl::answer(const BoardRequest::Link&) {
     if (!app_.state().token) return atOnce(refusalOf(ActFault::notOnBoard));
     if (!app_.state().boardLink) app_.invitations().mintLink();
-    return [this]() -> std::optional<BoardAnswer> {
+    return [this, coupleId = app_.state().token->coupleId]() -> std::optional<BoardAnswer> {
         const auto& state = app_.state();
-        if (!state.token) return refusalOf(ActFault::notOnBoard);
+        // With another board the call for this one's link has ended.
+        if (!state.token || state.token->coupleId != coupleId) return refusalOf(ActFault::notOnBoard);
         if (state.boardLink) return BoardAnswer{0, state.boardLink->url + "\n", ""};
         if (state.linkFailure) return refusal(ExitStatus::unavailable, *state.linkFailure);
         return std::nullopt;

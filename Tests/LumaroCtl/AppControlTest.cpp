@@ -135,5 +135,14 @@ TEST_F(AppControlTest, ACodeIsANewOneOrWhyThereIsNone) {
     EXPECT_EQ(none, (BoardAnswer{69, "", "couldn't reach the board. it'll work once you're online.\n"}));
 }
 
+TEST_F(AppControlTest, ALinkOfABoardThatWasLeftMeanwhileIsRefused) {
+    app_.goOnBoard();
+    const auto& link = ask(BoardRequest::Link{});
+    app_.app->pair("lm1.other234.a.nbswy3dpo5xxe3de", [](auto) {});
+    app_.background.runAll();
+    waitUntil([&] { return link.has_value(); });
+    EXPECT_EQ(link->status, 77);
+}
+
 } // namespace
 } // namespace lumaro

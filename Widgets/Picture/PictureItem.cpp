@@ -19,7 +19,7 @@ constexpr int largePicture = 512 * 1024; // pixels
 /// Runs `work` and waits for it. Qt shares out the lines of each fill among the threads of its pool, unless it paints
 /// on one of them: for a card that would be a hundred times to wake a thread for next to nothing.
 void onPoolThread(const std::function<void()>& work) {
-    std::mutex mutex; // goes over with the work, and comes back with it
+    std::mutex mutex; // held by the thread that may touch what `work` works on
     std::condition_variable changed;
     bool isDone = false;
     std::unique_lock waiting{mutex};

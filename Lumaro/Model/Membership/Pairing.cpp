@@ -97,7 +97,8 @@ void Pairing::lookForInvite() {
 void Pairing::handedOff(const std::expected<HandOff::Invite, PairingFailure>& invite) {
     if (invite) {
         log(LogLevel::info, "an invite was waiting for this mac");
-        join_ = Join{JoinDoor::link, invite->id, invite->serverURL, {}, true};
+        join_ = Join{
+            .door = JoinDoor::link, .key = invite->id, .serverURL = invite->serverURL, .slot = {}, .isQuiet = true};
         return join();
     }
     if (invite.error().status == 404) {
@@ -150,7 +151,8 @@ void Pairing::joinByCode(std::string_view typed, JoinTerms terms) {
     whenRestored([this, code = std::move(code), terms = std::move(terms)]() mutable {
         if (neighbours_.who.token && !terms.leavesBoard)
             return enter(PairingPhase::Failed{std::string{onBoardAlready}});
-        join_ = Join{JoinDoor::code, std::move(code), {}, {}, false, std::move(terms.name)};
+        join_ = Join{
+            .door = JoinDoor::code, .key = std::move(code), .serverURL = {}, .slot = {}, .name = std::move(terms.name)};
         join();
     });
 }
@@ -160,7 +162,11 @@ void Pairing::joinByLink(std::string_view text, JoinTerms terms) {
     auto invite = inviteIdIn(text);
     if (!invite) return failed(failureOf(PairingFailure::Case::linkNotFound), "pairing request failed: ");
     whenRestored([this, text = std::string{text}, invite = std::move(*invite), terms = std::move(terms)]() mutable {
-        join_ = Join{JoinDoor::link, std::move(invite), inviteServerIn(text), {}, false, std::move(terms.name)};
+        join_ = Join{.door = JoinDoor::link,
+                     .key = std::move(invite),
+                     .serverURL = inviteServerIn(text),
+                     .slot = {},
+                     .name = std::move(terms.name)};
         !terms.leavesBoard&& needsAsking(*join_, text) ? askAboutInvite() : join();
     });
 }
