@@ -15,7 +15,9 @@ endif()
 find_program(LUMARO_CCACHE ccache)
 if(LUMARO_CCACHE)
     # Every checkout of these sources shares what was compiled; the two sloppinesses are what headers compiled ahead need.
-    set(CMAKE_CXX_COMPILER_LAUNCHER "${CMAKE_COMMAND}" -E env "CCACHE_BASEDIR=${PROJECT_SOURCE_DIR}" CCACHE_NOHASHDIR=1
+    # Results are found by the files read, to the letter (depend mode): found by the preprocessed text, headers that differ in a comment
+    # alone would share one set compiled ahead, and g++, which knows a "#pragma once" by its file's checksum, would read them twice.
+    set(CMAKE_CXX_COMPILER_LAUNCHER "${CMAKE_COMMAND}" -E env "CCACHE_BASEDIR=${PROJECT_SOURCE_DIR}" CCACHE_NOHASHDIR=1 CCACHE_DEPEND=1
         "CCACHE_SLOPPINESS=pch_defines,time_macros" "${LUMARO_CCACHE}")
 endif()
 find_program(LUMARO_MOLD mold)
