@@ -1,0 +1,68 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "Lumaro/Model/News/Announcer.h"
+#include "Lumaro/Model/Presence/PresenceSender.h"
+#include "LumaroCore/Music/MusicWatcher.h"
+#include "LumaroCore/Services/UserDefaults.h"
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string_view>
+
+namespace lumaro {
+
+/// Whether this person lets the partner see what they listen to.
+enum class MusicConsent : std::uint8_t {
+    notAsked, ///< as good as no
+    no,
+    yes,
+};
+
+constexpr std::array<std::string_view, 3> namesOf(MusicConsent) {
+    return {"notAsked", "no", "yes"};
+}
+
+struct MusicState {
+    MusicConsent musicConsent = MusicConsent::notAsked;
+    bool includesBrowsers = false; ///< what plays in a browser counts too
+    bool looksForCovers = false;   ///< on the web, where the player shows none
+};
+
+/// Shares what plays on this computer, if the person said so. Keeps what they said.
+class MusicSharing {
+public:
+    /// All outlive this.
+    struct Ports {
+        MusicWatcher::Ports watcher;
+        UserDefaults& defaults;
+    };
+
+    MusicSharing(Ports ports, MusicState& state, PresenceSender& presence, Announcer& announcer);
+    MusicSharing(const MusicSharing&) = delete;
+    MusicSharing& operator=(const MusicSharing&) = delete;
+    ~MusicSharing() = default;
+
+    /// Listens from now on where it is shared.
+    void start();
+    void stop();
+
+    void share(bool shares);
+    void includeBrowsers(bool includes);
+    void lookForCovers(bool looks);
+    /// Covers that were found for another board are of no use on this one.
+    void forgetCovers();
+
+private:
+    void follow();
+    void hear(const std::optional<NowPlaying>& playing);
+
+    Ports ports_;
+    MusicState& state_;
+    PresenceSender& presence_;
+    Announcer& announcer_;
+    MusicWatcher watcher_;
+};
+
+} // namespace lumaro

@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "LumaroCore/Presence/Playback.h"
+
+#include <algorithm>
+#include <cstdlib>
+
+namespace lumaro::Playback {
+namespace {
+
+// Beyond any track; what a device says of itself may be any number.
+constexpr std::int64_t longestMs = std::int64_t{1000} * 60 * 60 * 24 * 365;
+constexpr std::int64_t driftMs = 1500;
+
+std::int64_t sane(std::int64_t milliseconds) {
+    return std::clamp(milliseconds, std::int64_t{0}, longestMs);
+}
+
+} // namespace
+
+std::int64_t positionMs(const NowPlaying& playing, Instant now) {
+    const auto played = playing.isPlaying ? std::clamp(secondsBetween(playing.sampledAt, now) * 1000, 0.0,
+                                                       static_cast<double>(longestMs))
+                                          : 0.0;
+    const auto position = sane(playing.progressMs) + static_cast<std::int64_t>(played);
+    return playing.durationMs > 0 ? std::min(position, sane(playing.durationMs)) : position;
+}
+
+std::optional<double> progress(const NowPlaying& playing, Instant now) {
+    if (playing.durationMs <= 0) return std::nullopt;
+    return static_cast<double>(positionMs(playing, now)) / static_cast<double>(sane(playing.durationMs));
+}
+
+std::optional<Instant> endsAt(const NowPlaying& playing, Instant heardAt) {
+    if (!playing.isPlaying || playing.durationMs <= 0) return std::nullopt;
+    return saturatingAdd(heardAt, std::chrono::milliseconds{sane(playing.durationMs)} + silence);
+}
+
+bool saysTheSame(const NowPlaying& before, const NowPlaying& after) {
+    auto moved = before;
+    moved.progressMs = after.progressMs;
+    moved.sampledAt = after.sampledAt;
+    return moved == after &&
+           std::abs(positionMs(before, after.sampledAt) - positionMs(after, after.sampledAt)) <= driftMs;
+}
+
+} // namespace lumaro::Playback

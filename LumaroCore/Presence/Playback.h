@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "LumaroCore/Presence/NowPlaying.h"
+
+#include <chrono>
+#include <cstdint>
+#include <optional>
+
+namespace lumaro::Playback {
+
+/// Without news for the length of a track and this, the track is over.
+inline constexpr std::chrono::seconds silence{60};
+
+/// Where the track is, in milliseconds: on from `progressMs` since `sampledAt` while it plays; never before its
+/// beginning nor, when its length is known, behind its end. A sample of the future counts as one of now.
+std::int64_t positionMs(const NowPlaying& playing, Instant now);
+
+/// The part of the track that has been played, 0 to 1; none when its length is not known.
+std::optional<double> progress(const NowPlaying& playing, Instant now);
+
+/// When a track that plays counts as over unless there is news; `heardAt` is when this was heard, by this device's
+/// clock. None for one that stands or whose length is not known.
+std::optional<Instant> endsAt(const NowPlaying& playing, Instant heardAt);
+
+/// Whether somebody who has heard the one learns nothing from the other: the same track in the same state, and a
+/// position where it would have come to by itself, give or take a second and a half.
+bool saysTheSame(const NowPlaying& before, const NowPlaying& after);
+
+} // namespace lumaro::Playback
