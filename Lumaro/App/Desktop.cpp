@@ -30,6 +30,8 @@ AppModel::Ports Desktop::ports(WallpaperController& wallpaper) {
             .sounds = system->sounds(),
             .signals = system->signals(),
             .origin = system->downloadOrigin(),
+            .players = system->players(),
+            .coverMaker = coverMaker,
             .wallpaper = wallpaper};
 }
 

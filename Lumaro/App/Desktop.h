@@ -4,6 +4,7 @@
 #include "Lumaro/App/SystemServices.h"
 #include "Lumaro/App/ThreadedRoomLinks.h"
 #include "Lumaro/Model/AppModel.h"
+#include "Lumaro/Pictures/QtCoverMaker.h"
 #include "Platform/Posix/FileSecretStore.h"
 #include "Platform/Posix/PosixFileSystem.h"
 #include "Platform/Posix/StderrLog.h"
@@ -36,6 +37,7 @@ struct Desktop {
     QtBackgroundRunner background;
     QtBackgroundRunner secretBackground;
     QtBackgroundRunner pictureBackground; ///< decoding and cutting take long, and hold up no snapshot
+    QtCoverMaker coverMaker;
     ThreadedRoomLinks rooms;
     SettingsFile defaults;
 };

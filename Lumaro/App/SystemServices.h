@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "LumaroCore/Music/MusicPlayers.h"
 #include "LumaroCore/Outbox/FileSystem.h"
 #include "LumaroCore/Services/ContactCard.h"
 #include "LumaroCore/Services/DownloadOrigin.h"
@@ -49,6 +50,7 @@ public:
     virtual SoundPlayer& sounds() = 0;
     virtual SystemSignals& signals() = 0;
     virtual DownloadOrigin& downloadOrigin() = 0;
+    virtual MusicPlayers players() = 0;
 
     /// Makes this program the one that opens the person's "lumaro:" links. The error is for the log.
     [[nodiscard]] virtual std::expected<void, std::string> claimLinks() = 0;

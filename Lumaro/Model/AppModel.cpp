@@ -5,6 +5,13 @@
 #include <variant>
 
 namespace lumaro {
+namespace {
+
+std::optional<std::string> coverOf(const std::optional<NowPlaying>& playing) {
+    return playing ? playing->artworkURL : std::nullopt;
+}
+
+} // namespace
 
 AppModel::AppModel(Setup setup, Ports ports)
     : setup_(std::move(setup)), ports_(ports), media_(ports.files, setup_.profile + "/media"),
@@ -52,8 +59,15 @@ AppModel::AppModel(Setup setup, Ports ports)
               .notifications = ports.notifications,
               .sounds = ports.sounds},
              state_, {connection_, media_, announcer_, [this] { editor_.boardChanged(); }}),
-      editor_({board_, ports.ids, ports.clock, ports.sleeper, announcer_}), partner_(state_, announcer_),
-      presence_(ports.sleeper, state_, connection_, announcer_) {
+      editor_({board_, ports.ids, ports.clock, ports.sleeper, announcer_}), partner_(ports.clock, state_, announcer_),
+      presence_(ports.sleeper, state_, connection_, announcer_),
+      covers_({ports.http, ports.background, ports.coverMaker, ports.log}, media_, state_, announcer_),
+      artwork_(setup_.artwork, {ports.players.artwork, ports.http, ports.sleeper, ports.background, ports.coverMaker},
+               covers_, state_.looksForCovers),
+      music_({{ports.players.scripts, ports.players.running, ports.players.notifications, artwork_, ports.sleeper,
+               ports.clock},
+              ports.defaults},
+             state_, presence_, announcer_) {
     announcer_.beforeNews([this](const AppNews& news) { completeNews(news); });
     if (const auto made = ports_.files.createDirectories(setup_.profile); !made) {
         log(LogLevel::error, "the profile's folder cannot be made: " + made.error().message);
@@ -72,6 +86,7 @@ AppModel::~AppModel() {
 void AppModel::start() {
     const Announcer::Update update{announcer_};
     desktop_.start();
+    music_.start();
     people_.refreshFaces();
     if (setup_.offersLaunchAtLogin) offerLaunchAtLogin(ports_.defaults, ports_.loginItem, ports_.log);
     permissions_.refreshNotifications();
@@ -80,6 +95,7 @@ void AppModel::start() {
 }
 
 void AppModel::shutdown() {
+    music_.stop();
     desktop_.stop();
     board_.flush();
     media_.flush();
@@ -104,10 +120,12 @@ void AppModel::cameOntoBoard(bool isAnotherBoard) {
     connection_.close();
     if (isAnotherBoard) forgetBoard();
     const auto& token = *state_.token;
+    covers_.enter({membership_.serverURL(), token.coupleId}, token);
     if (state_.boardLink && state_.boardLink->coupleId != token.coupleId) invitations_.keepLink(std::nullopt);
     people_.adopt(token);
     editor_.setAuthor(token.slot);
     board_.adopt(token);
+    music_.forgetCovers();
     connect();
 }
 
@@ -136,6 +154,7 @@ void AppModel::leaveBoard() {
     presence_.stop();
     membership_.forget();
     forgetBoard();
+    music_.forgetCovers();
     invitations_.keepLink(std::nullopt);
     pairing_.begunAnew();
 }
@@ -146,6 +165,7 @@ void AppModel::forgetBoard() {
     invitations_.forgetCode();
     people_.forget();
     board_.forget();
+    covers_.leave();
 }
 
 void AppModel::keepSecretsInFile(bool agreed) {
@@ -165,6 +185,7 @@ void AppModel::take(const ServerMessage::Welcome& welcome) {
     board_.take(welcome);
     people_.meet(welcome.paired, welcome.names);
     partner_.meet(welcome.roster, slot());
+    covers_.retryNow();
     presence_.sendSoon();
 }
 
@@ -203,8 +224,12 @@ void AppModel::networkChanged() {
 
 void AppModel::completeNews(const AppNews& news) {
     if (!news.notices.empty()) state_.notice = news.notices.back();
-    if (!news.changed.has(AppChange::editor)) return;
-    presence_.setActivity(editor_.isBusy() ? Activity::editing : Activity::idle);
+    if (news.changed.has(AppChange::editor)) {
+        presence_.setActivity(editor_.isBusy() ? Activity::editing : Activity::idle);
+    }
+    if (news.changed.has(AppChange::partner) || news.changed.has(AppChange::ownPresence)) {
+        covers_.want(coverOf(state_.ownPresence.nowPlaying), coverOf(state_.presence.nowPlaying));
+    }
 }
 
 } // namespace lumaro

@@ -3,6 +3,8 @@
 
 #include "Lumaro/Model/AppState.h"
 #include "Lumaro/Model/Editor/EditorModel.h"
+#include "Lumaro/Model/Presence/ArtworkFinder.h"
+#include "LumaroCore/Music/MusicPlayers.h"
 #include "LumaroCore/Services/SystemSignals.h"
 
 #include <memory>
@@ -38,6 +40,8 @@ public:
         SoundPlayer& sounds;
         SystemSignals& signals;
         DownloadOrigin& origin;
+        MusicPlayers players;
+        CoverMaker& coverMaker;
         WallpaperController& wallpaper;
     };
     struct Setup {
@@ -46,6 +50,7 @@ public:
         std::string keychainService = std::string{lumaro::keychainService};
         std::string defaultServerURL = "https://board.lumaro.app";
         bool offersLaunchAtLogin = true; ///< not where there are no windows to open
+        ArtworkFinder::Setup artwork;
     };
 
     AppModel(Setup setup, Ports ports);
@@ -64,6 +69,7 @@ public:
     LiveBoard& liveBoard() { return board_; }
     EditorModel& editor() { return editor_; }
     PresenceSender& presence() { return presence_; }
+    MusicSharing& music() { return music_; }
     DesktopSwitch& desktop() { return desktop_; }
     MediaCache& media() { return media_; }
 
@@ -138,6 +144,9 @@ private:
     EditorModel editor_;
     Partner partner_;
     PresenceSender presence_;
+    Covers covers_;
+    ArtworkFinder artwork_;
+    MusicSharing music_;
     std::unique_ptr<SystemSignals::Listening> listening_;
 };
 

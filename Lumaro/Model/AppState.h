@@ -8,6 +8,8 @@
 #include "Lumaro/Model/Membership/Membership.h"
 #include "Lumaro/Model/Membership/Pairing.h"
 #include "Lumaro/Model/Membership/People.h"
+#include "Lumaro/Model/Presence/Covers.h"
+#include "Lumaro/Model/Presence/MusicSharing.h"
 #include "Lumaro/Model/Presence/Partner.h"
 #include "Lumaro/Model/Presence/PresenceSender.h"
 #include "Lumaro/Model/Room/Connection.h"
@@ -26,6 +28,8 @@ struct AppState : MembershipState,
                   BoardState,
                   PartnerState,
                   OwnPresenceState,
+                  MusicState,
+                  CoverState,
                   PermissionState,
                   DesktopState {
     /// The latest text about something that did not work out.

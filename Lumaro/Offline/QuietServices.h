@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "LumaroCore/Music/MusicPlayers.h"
 #include "LumaroCore/Services/ContactCard.h"
 #include "LumaroCore/Services/DownloadOrigin.h"
 #include "LumaroCore/Services/LoginItem.h"
@@ -56,6 +57,25 @@ public:
 class QuietOrigin final : public DownloadOrigin {
 public:
     std::vector<std::string> origins() override { return {}; }
+};
+
+/// No music plays here.
+class QuietPlayers final : public ScriptRunner,
+                           public RunningPlayers,
+                           public PlayerNotifications,
+                           public PlayerArtwork {
+public:
+    MusicPlayers players() { return {*this, *this, *this, *this}; }
+
+    std::unique_ptr<Run> run(std::string_view, std::move_only_function<void(Answer)>) override {
+        return std::make_unique<Run>();
+    }
+    bool isRunning(MusicSource) override { return false; }
+    void setIncludesBrowsers(bool) override {}
+    std::unique_ptr<Observer> observe(MusicSource, std::function<void()>) override {
+        return std::make_unique<Observer>();
+    }
+    std::optional<std::string> artworkOf(MusicSource, std::string_view) override { return std::nullopt; }
 };
 
 class QuietSignals final : public SystemSignals {

@@ -103,6 +103,8 @@ AppModel::Ports Rehearsal::ports() {
             .sounds = sounds_,
             .signals = signals_,
             .origin = origin_,
+            .players = players_.players(),
+            .coverMaker = coverMaker_,
             .wallpaper = desktop_};
 }
 

@@ -3,6 +3,7 @@
 
 #include "Lumaro/Offline/DemoRoom.h"
 #include "Lumaro/Offline/QuietServices.h"
+#include "Lumaro/Pictures/QtCoverMaker.h"
 #include "Lumaro/Windows/Windows.h"
 #include "Platform/Posix/PosixFileSystem.h"
 #include "Platform/Posix/StderrLog.h"
@@ -85,6 +86,8 @@ private:
     QuietSounds sounds_;
     QuietSignals signals_;
     QuietOrigin origin_;
+    QuietPlayers players_;
+    QtCoverMaker coverMaker_;
     DesktopBoards desktop_;
     AppModel app_;
     std::unique_ptr<Windows> windows_;

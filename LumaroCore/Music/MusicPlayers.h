@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "LumaroCore/Presence/NowPlaying.h"
+#include "LumaroCore/Music/PlayerArtwork.h"
+#include "LumaroCore/Music/PlayerNotifications.h"
+#include "LumaroCore/Music/RunningPlayers.h"
+#include "LumaroCore/Music/ScriptRunner.h"
 
 #include <array>
 #include <string_view>
@@ -15,5 +18,14 @@ inline constexpr std::array musicSources{MusicSource::spotify, MusicSource::appl
 std::string_view bundleIdentifier(MusicSource source);
 /// What the player broadcasts when something about its music changes.
 std::string_view changeNotification(MusicSource source);
+
+/// The players of this computer: what they are asked, whether they run, what they tell and show. All outlive whoever
+/// uses them.
+struct MusicPlayers {
+    ScriptRunner& scripts;
+    RunningPlayers& running;
+    PlayerNotifications& notifications;
+    PlayerArtwork& artwork;
+};
 
 } // namespace lumaro

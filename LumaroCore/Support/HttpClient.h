@@ -3,6 +3,7 @@
 
 #include "LumaroCore/Support/Sleeper.h"
 
+#include <cstddef>
 #include <expected>
 #include <functional>
 #include <memory>
@@ -24,6 +25,8 @@ struct HttpRequest {
     std::vector<HttpHeader> headers;
     std::string body;
     Seconds timeout{30};
+    /// An answer with a longer body is a failure, as soon as that shows.
+    std::size_t maxBodyBytes = std::size_t{64} * 1024 * 1024;
 };
 
 struct HttpResponse {

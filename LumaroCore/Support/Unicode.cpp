@@ -3,6 +3,9 @@
 
 #include <utf8proc.h>
 
+#include <cstdlib>
+#include <memory>
+
 namespace lumaro {
 namespace {
 
@@ -76,6 +79,17 @@ bool isUtf8(std::string_view text) {
         if (!takeCharacter(text)) return false;
     }
     return true;
+}
+
+std::string folded(std::string_view text) {
+    utf8proc_uint8_t* mapped = nullptr;
+    const auto options =
+        static_cast<utf8proc_option_t>(UTF8PROC_COMPAT | UTF8PROC_DECOMPOSE | UTF8PROC_CASEFOLD | UTF8PROC_STRIPMARK);
+    const auto size = utf8proc_map(reinterpret_cast<Bytes>(text.data()), static_cast<utf8proc_ssize_t>(text.size()),
+                                   &mapped, options);
+    const std::unique_ptr<utf8proc_uint8_t, decltype(&std::free)> owner{mapped, &std::free};
+    return size <= 0 ? std::string{}
+                     : std::string{reinterpret_cast<const char*>(mapped), static_cast<std::size_t>(size)};
 }
 
 std::string_view trimmed(std::string_view text) {

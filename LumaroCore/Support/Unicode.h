@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <string_view>
 
 namespace lumaro {
@@ -32,6 +33,9 @@ bool isInvisible(char32_t character);
 std::string_view firstCharacters(std::string_view text, std::size_t count);
 
 bool isUtf8(std::string_view text);
+
+/// The text as it is compared: without case, accents and marks, compatible forms made one. Empty when it is not UTF-8.
+std::string folded(std::string_view text);
 
 /// The text without white space and line breaks at its ends.
 std::string_view trimmed(std::string_view text);

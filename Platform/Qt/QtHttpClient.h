@@ -3,7 +3,6 @@
 
 #include "LumaroCore/Support/HttpClient.h"
 
-#include <cstddef>
 #include <memory>
 
 class QNetworkAccessManager;
@@ -14,9 +13,6 @@ namespace lumaro {
 /// It follows a redirect within one scheme, host and port; any other is the answer itself. Calls do not outlive it.
 class QtHttpClient final : public HttpClient {
 public:
-    /// An answer with a longer body is a failure.
-    static constexpr std::size_t maxBodyBytes = std::size_t{64} * 1024 * 1024;
-
     QtHttpClient();
     ~QtHttpClient() override;
 

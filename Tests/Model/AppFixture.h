@@ -6,6 +6,7 @@
 #include "LumaroCore/NoteRender/PMNode.h"
 #include "Tests/Fakes/CountingUUIDs.h"
 #include "Tests/Fakes/FakeDesktop.h"
+#include "Tests/Fakes/FakePlayers.h"
 #include "Tests/Fakes/FakeNotifications.h"
 #include "Tests/Fakes/ManualBackground.h"
 #include "Tests/Fakes/ManualClock.h"
@@ -143,6 +144,8 @@ struct AppFixture {
                 .sounds = sounds,
                 .signals = signals,
                 .origin = origin,
+                .players = players.players(),
+                .coverMaker = coverMaker,
                 .wallpaper = wallpaper};
     }
 
@@ -163,6 +166,8 @@ struct AppFixture {
     RecordingSounds sounds;
     ManualSystemSignals signals;
     FakeDownloadOrigin origin;
+    FakePlayers players;
+    FakeCoverMaker coverMaker;
     CountingWallpaper wallpaper;
     std::unique_ptr<AppModel> app;
 };

@@ -99,6 +99,8 @@ SimApp::SimApp(SimDevice& device)
                                                      .sounds = sounds_,
                                                      .signals = signals_,
                                                      .origin = origin_,
+                                                     .players = players_.players(),
+                                                     .coverMaker = coverMaker_,
                                                      .wallpaper = *wallpaper_})) {
     app_->start();
 }

@@ -4,6 +4,7 @@
 #include "Lumaro/Model/AppModel.h"
 #include "Lumaro/Model/Room/DirectRoomLinks.h"
 #include "Tests/Fakes/FakeDesktop.h"
+#include "Tests/Fakes/FakePlayers.h"
 #include "Tests/Fakes/FakeNotifications.h"
 #include "Tests/Fakes/ManualBackground.h"
 #include "Tests/Simulation/SimDevice.h"
@@ -66,6 +67,8 @@ private:
     RecordingSounds sounds_;
     ManualSystemSignals signals_;
     FakeDownloadOrigin origin_;
+    FakePlayers players_;
+    FakeCoverMaker coverMaker_;
     std::unique_ptr<NoWallpaper> wallpaper_;
     std::unique_ptr<Background> background_;
     std::unique_ptr<AppModel> app_;

@@ -6,6 +6,7 @@
 #include "Platform/Linux/DownloadAttributes.h"
 #include "Platform/Linux/GraphicsProcessor.h"
 #include "Platform/Linux/LoginSignals.h"
+#include "Platform/Linux/MprisPlayers.h"
 #include "Platform/Linux/PictureMemory.h"
 #include "Platform/Linux/ScreenLock.h"
 #include "Platform/Linux/SecretServiceStore.h"
@@ -46,6 +47,7 @@ public:
     SoundPlayer& sounds() override { return sounds_; }
     SystemSignals& signals() override { return signals_; }
     DownloadOrigin& downloadOrigin() override { return origin_; }
+    MusicPlayers players() override { return {players_, players_, players_, players_}; }
     std::expected<void, std::string> claimLinks() override { return links_.claim(); }
     Listening onScreenLock(std::function<void(bool isLocked)> changed) override {
         return std::make_shared<ScreenLock>(std::move(changed));
@@ -59,6 +61,7 @@ private:
     DesktopSound sounds_;
     LoginSignals signals_;
     DownloadAttributes origin_;
+    MprisPlayers players_;
     UrlScheme links_;
 };
 

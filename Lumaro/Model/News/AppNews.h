@@ -22,6 +22,7 @@ enum class AppChange : std::uint8_t {
     ownPresence, ///< what the partner sees
     desktop,     ///< whether the board is on the desktop
     permissions,
+    music,    ///< whether it is shared, and what of it
     pictures, ///< one has come
 };
 

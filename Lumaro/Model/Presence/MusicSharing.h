@@ -51,7 +51,7 @@ public:
     void share(bool shares);
     void includeBrowsers(bool includes);
     void lookForCovers(bool looks);
-    /// Covers that were found for another board are of no use on this one.
+    /// Covers are looked for anew: those found lie in the room of another board, or none could be left in this one's.
     void forgetCovers();
 
 private:

@@ -20,6 +20,7 @@ void Partner::take(const ServerMessage::Presence& presence, PartnerID me) {
     auto seen = state_.presence;
     seen.activity = presence.activity;
     seen.nowPlaying = presence.nowPlaying;
+    if (seen.nowPlaying != state_.presence.nowPlaying) seen.nowPlayingHeardAt = clock_.now();
     seen.here = presence.here;
     show(std::move(seen));
 }

@@ -3,6 +3,7 @@
 
 #include "Lumaro/Model/News/Announcer.h"
 #include "LumaroCore/Protocol/Messages.h"
+#include "LumaroCore/Support/WallClock.h"
 
 #include <map>
 #include <optional>
@@ -14,6 +15,7 @@ struct BoardPresence {
     bool isPartnerOnline = false;
     Activity activity = Activity::idle;
     std::optional<NowPlaying> nowPlaying;
+    Instant nowPlayingHeardAt; ///< by this device's clock
     std::optional<Here> here;
     /// Of each slot's person, as the room has it.
     std::map<PartnerID, CalendarStatus> calendarStatus;
@@ -29,7 +31,9 @@ struct PartnerState {
 /// What this person sees of the partner, from the room's messages. `me` is this device's slot.
 class Partner {
 public:
-    Partner(PartnerState& state, Announcer& announcer) : state_(state), announcer_(announcer) {}
+    /// All outlive this.
+    Partner(WallClock& clock, PartnerState& state, Announcer& announcer)
+        : clock_(clock), state_(state), announcer_(announcer) {}
     Partner(const Partner&) = delete;
     Partner& operator=(const Partner&) = delete;
     ~Partner() = default;
@@ -42,6 +46,7 @@ public:
 private:
     void show(BoardPresence presence);
 
+    WallClock& clock_;
     PartnerState& state_;
     Announcer& announcer_;
 };

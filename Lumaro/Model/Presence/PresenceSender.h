@@ -29,6 +29,7 @@ public:
     PresenceSender& operator=(const PresenceSender&) = delete;
     ~PresenceSender() = default;
 
+    const std::optional<NowPlaying>& music() const { return state_.ownPresence.nowPlaying; }
     void setMusic(std::optional<NowPlaying> music) { set(state_.ownPresence.nowPlaying, std::move(music)); }
     void setPlace(std::optional<Here> place) { set(state_.ownPresence.here, std::move(place)); }
     void setActivity(Activity activity) { set(state_.ownPresence.activity, activity); }
