@@ -187,8 +187,26 @@ struct BoardRequest {
         static constexpr auto fields() { return std::tuple{Field{"link", &Open::link}}; }
         bool operator==(const Open&) const = default;
     };
-    /// What the partner sees of this person, the whole of it.
-    using Presence = ClientMessage::Presence;
+    /// What this person is at, until the editor knows better.
+    struct Presence {
+        static constexpr std::string_view tag = "presence";
+        Activity activity = Activity::idle;
+
+        static constexpr auto fields() { return std::tuple{Field{"activity", &Presence::activity}}; }
+        bool operator==(const Presence&) const = default;
+    };
+    /// Answered with what is shared of the music here, and what the partner plays. With `share` it is shared from now
+    /// on, or no longer.
+    struct Listening {
+        static constexpr std::string_view tag = "listening";
+        bool json = false;
+        std::optional<bool> share;
+
+        static constexpr auto fields() {
+            return std::tuple{Field{"json", &Listening::json}, Field{"share", &Listening::share}};
+        }
+        bool operator==(const Listening&) const = default;
+    };
     /// The person's answer where there is no keyring: whether a file of the profile may hold the token.
     struct Secrets {
         static constexpr std::string_view tag = "secrets";
@@ -207,7 +225,7 @@ struct BoardRequest {
 
     struct Verb {
         std::variant<PutUp, Move, Turn, Resize, TakeDown, Keep, Unkeep, SetBackground, Show, Pending, Status, Start,
-                     Join, Code, Link, Leave, Undo, Redo, QuickNote, Open, Presence, Secrets, Unlock>
+                     Join, Code, Link, Leave, Undo, Redo, QuickNote, Open, Presence, Listening, Secrets, Unlock>
             value;
 
         bool operator==(const Verb&) const = default;

@@ -38,6 +38,7 @@ struct NetworkValues {
     bool json = false;
     bool inFile = false;
     bool leave = false;
+    std::optional<bool> share;
 
     BoardRequest request(decltype(BoardRequest::Verb::value) verb) const { return {{std::move(verb)}, network.wait}; }
     ExitStatus send(Streams streams, decltype(BoardRequest::Verb::value) verb) const {
@@ -131,14 +132,18 @@ public:
         });
         note->add_option("TEXT", values_.text, "what it says so far")->type_name("");
         auto* presence = verb("presence", "Say what this person is at (--app).", [](const V& v, Streams streams) {
-            BoardRequest::Presence seen;
-            seen.activity = fromName<Activity>(v.activity).value_or(Activity::idle);
-            return v.send(streams, seen);
+            return v.send(streams, BoardRequest::Presence{fromName<Activity>(v.activity).value_or(Activity::idle)});
         });
         presence->add_option("ACTIVITY", values_.activity, "at the board, or not")
             ->required()
             ->check(oneOf<Activity>())
             ->type_name("");
+        auto* listening =
+            verb("listening", "Print what is shared of the music here, and what the partner plays (--app).",
+                 [](const V& v, Streams streams) { return v.send(streams, BoardRequest::Listening{v.json, v.share}); });
+        listening->add_flag("--json", values_.json, "as one JSON object");
+        listening->add_flag("--share,!--no-share", values_.share,
+                            "let the partner see the song, the artist and the cover from now on, or no longer");
         auto* secrets = verb("secrets", "Answer where there is no keyring (--app).", [](const V& v, Streams streams) {
             return v.send(streams, BoardRequest::Secrets{v.inFile});
         });

@@ -4,10 +4,13 @@
 #include "Lumaro/Model/AppStatus.h"
 #include "LumaroControl/BoardText.h"
 #include "LumaroControl/JoinText.h"
+#include "LumaroControl/Listening.h"
+#include "LumaroCore/Presence/Playback.h"
 #include "LumaroCore/Support/Fatal.h"
 #include "LumaroCore/Support/OneLine.h"
 #include "LumaroCore/Support/Overloaded.h"
 #include "LumaroCore/Support/Wire.h"
+#include "Platform/Posix/SystemClock.h"
 
 #include <algorithm>
 #include <utility>
@@ -220,10 +223,20 @@ AppControl::Outcome AppControl::answer(const BoardRequest::Open& open) {
 }
 
 AppControl::Outcome AppControl::answer(const BoardRequest::Presence& seen) {
-    app_.presence().setMusic(seen.nowPlaying);
-    app_.presence().setPlace(seen.here);
     app_.presence().setActivity(seen.activity);
     return atOnce({});
+}
+
+AppControl::Outcome AppControl::answer(const BoardRequest::Listening& listening) {
+    if (listening.share) app_.music().share(*listening.share);
+    const auto& state = app_.state();
+    const auto partner = other(state.token ? state.token->slot : PartnerID::a);
+    Listening heard{state.musicConsent == MusicConsent::yes, state.ownPresence.nowPlaying, state.presence.nowPlaying};
+    if (heard.partner && Playback::hasEnded(*heard.partner, state.presence.nowPlayingHeardAt, SystemClock{}.now())) {
+        heard.partner.reset();
+    }
+    return atOnce(
+        {0, listening.json ? listeningJson(heard) : listeningText(heard, nameOfSlot(namesOf(state), partner)), ""});
 }
 
 // What answers have in common.

@@ -75,6 +75,7 @@ private:
     Outcome answer(const BoardRequest::QuickNote& note);
     Outcome answer(const BoardRequest::Open& open);
     Outcome answer(const BoardRequest::Presence& seen);
+    Outcome answer(const BoardRequest::Listening& listening);
 
     Outcome carriedOut(const AskedVerb& verb);
     Outcome takenBack(const EditorAct& act);

@@ -90,7 +90,7 @@ std::string bareTitle(std::string_view title) {
         constexpr std::array<std::string_view, 6> editions{"remaster", "version", "edit", "mono", "stereo", "feat"};
         if (std::ranges::any_of(editions, [&](auto word) { return addition.contains(word); })) bare.resize(dash);
     }
-    return bare;
+    return std::string{trimmed(bare)};
 }
 
 // Letters and digits alone, for one writes "Don't" and the other "Don’t".

@@ -35,6 +35,11 @@ std::optional<Instant> endsAt(const NowPlaying& playing, Instant heardAt) {
     return saturatingAdd(heardAt, std::chrono::milliseconds{sane(playing.durationMs)} + silence);
 }
 
+bool hasEnded(const NowPlaying& playing, Instant heardAt, Instant now) {
+    const auto end = endsAt(playing, heardAt);
+    return end && *end <= now;
+}
+
 bool saysTheSame(const NowPlaying& before, const NowPlaying& after) {
     auto moved = before;
     moved.progressMs = after.progressMs;

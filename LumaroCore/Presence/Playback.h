@@ -23,6 +23,9 @@ std::optional<double> progress(const NowPlaying& playing, Instant now);
 /// clock. None for one that stands or whose length is not known.
 std::optional<Instant> endsAt(const NowPlaying& playing, Instant heardAt);
 
+/// Whether it is over by then.
+bool hasEnded(const NowPlaying& playing, Instant heardAt, Instant now);
+
 /// Whether somebody who has heard the one learns nothing from the other: the same track in the same state, and a
 /// position where it would have come to by itself, give or take a second and a half.
 bool saysTheSame(const NowPlaying& before, const NowPlaying& after);

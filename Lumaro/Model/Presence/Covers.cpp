@@ -50,7 +50,9 @@ void Covers::retryNow() {
 void Covers::fetch(Wanted& wanted, std::optional<UUID>& shown) {
     auto request = wanted.url ? requestFor(*wanted.url) : std::nullopt;
     if (!request) return;
-    if (const auto id = ports_.maker.idOf(*wanted.url); cache_.has(id)) {
+    const auto id = ports_.maker.idOf(*wanted.url);
+    if (keeping_ && keptId_ == id) return; // which comes here again
+    if (cache_.has(id)) {
         cache_.touch(id);
         shown = id;
         announcer_.changed(AppChange::pictures);
@@ -113,9 +115,13 @@ std::optional<std::string> Covers::urlOfGiven(const UUID& id) const {
 void Covers::given(const Cover& cover) {
     if (!room_) return;
     given_.put(cover.id, true);
-    const auto id = ports_.maker.idOf(CoverAddress::inRoom(room_->endpoints, cover.id));
-    keeping_ =
-        inBackground(ports_.background, [&cache = cache_, id, cover] { return keepAs(cache, id, cover); }, [](bool) {});
+    keptId_ = ports_.maker.idOf(CoverAddress::inRoom(room_->endpoints, cover.id));
+    keeping_ = inBackground(
+        ports_.background, [&cache = cache_, id = keptId_, cover] { return keepAs(cache, id, cover); },
+        [this](bool) {
+            keeping_.reset();
+            retryNow();
+        });
 }
 
 } // namespace lumaro

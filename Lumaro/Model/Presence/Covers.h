@@ -87,6 +87,7 @@ private:
     std::optional<Room> room_;
     /// Covers that the room has from this device; fewer than it keeps.
     RecentMap<UUID, bool> given_{200};
+    UUID keptId_; ///< of the one that `keeping_` puts into the cache
     std::unique_ptr<BackgroundRunner::Task> keeping_;
     Wanted own_;
     Wanted partner_;
