@@ -19,7 +19,7 @@ struct MusicTest : testing::Test, AppFixture {
         background.runAll();
     }
     void play(std::string title, std::optional<std::string> artwork = std::nullopt) {
-        players.play(spotify, FakePlayers::playing(std::move(title)), std::move(artwork));
+        players.play(spotify, FakePlayers::playing(std::move(title), "Nina", 215'000), std::move(artwork));
         settle(Seconds{0.6});
     }
     void answer(int status, std::string body = "") {
