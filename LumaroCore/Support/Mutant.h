@@ -31,6 +31,7 @@ enum class Mutant : std::uint8_t {
     newsEndsDrafts,
     reopeningRepeatsPending,
     expiryWaitsForNews,
+    musicOutlivesConsent,
     count,
 };
 

@@ -4,6 +4,7 @@
 #include "LumaroCore/Music/CoverMaker.h"
 #include "LumaroCore/Music/MusicPlayers.h"
 #include "LumaroCore/Music/MusicScripts.h"
+#include "LumaroCore/Support/Sleeper.h"
 
 #include <algorithm>
 #include <deque>
@@ -58,6 +59,11 @@ public:
                                      : player->second.answer);
         return true;
     }
+    /// From now on they answer by themselves.
+    void answerWithin(Sleeper& sleeper, Seconds span) {
+        sleeper_ = &sleeper;
+        span_ = span;
+    }
     void answerAll() {
         while (answerNext()) {
         }
@@ -68,6 +74,7 @@ public:
         const bool isFirst = source == MusicScripts::spotify();
         asked.push_back(isFirst ? MusicSource::spotify : MusicSource::appleMusic);
         runs_.push_back({++made_, asked.back(), std::move(then)});
+        if (sleeper_ != nullptr) soon_ = sleeper_->wait(span_, [this] { answerAll(); });
         return std::make_unique<Handle<Run>>([this, number = made_] {
             std::erase_if(runs_, [&](const Waiting& waiting) { return waiting.number == number; });
         });
@@ -105,6 +112,9 @@ private:
     std::deque<Waiting> runs_;
     std::map<std::size_t, std::pair<MusicSource, std::function<void()>>> observers_;
     std::size_t made_ = 0;
+    Sleeper* sleeper_ = nullptr;
+    Seconds span_{0};
+    std::unique_ptr<Sleeper::Wait> soon_;
 };
 
 /// Takes every text that begins with "picture" for a picture.

@@ -3,6 +3,8 @@
 #include "Tests/Simulation/World.h"
 
 #include <algorithm>
+#include <map>
+#include <vector>
 
 namespace lumaro::simulation {
 namespace {
@@ -72,6 +74,25 @@ void World::calm() {
         if (Seconds{time_.now() - settled} > longestGhost) return witness_.complain("a roster is not right at rest");
         advance(Seconds{5});
         housekeep();
+    }
+    advance(Seconds{5});
+    if (!isFailed()) checkSongs();
+}
+
+// Of a slot with one device it is known what its person shares; two may say different things.
+void World::checkSongs() {
+    std::map<PartnerID, std::vector<SimProgram*>> programs;
+    for (auto& device : devices_) programs[device->program()->slot()].push_back(device->program());
+    for (auto& device : devices_) {
+        const auto& partner = programs[other(device->program()->slot())];
+        if (partner.size() != 1 || !partner.front()->knowsMusic() || !device->program()->knowsMusic()) continue;
+        const auto& them = *partner.front();
+        const auto shared = them.sharesMusic() ? them.song() : std::nullopt;
+        if (shared) coverage_.note(Met::songsShown);
+        if (them.song() && !shared) coverage_.note(Met::songsKeptToOneself);
+        if (device->program()->partnersSong() == shared) continue;
+        witness_.complain(named(*device) + (shared ? " shows another song than its partner plays"
+                                                   : " shows a song that its partner does not share"));
     }
 }
 

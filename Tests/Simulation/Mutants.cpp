@@ -54,6 +54,7 @@ constexpr std::array cases{
     inCode("undo-goes-over-others", Mutant::undoGoesOverOthers, "an undo does not look at what others wrote since"),
     inCode("news-ends-drafts", Mutant::newsEndsDrafts, "what the partner takes down falls out of the hand"),
     inCode("reopening-repeats-pending", Mutant::reopeningRepeatsPending, "a new line shows what waits twice"),
+    inCode("music-outlives-consent", Mutant::musicOutlivesConsent, "who shares no longer still shows the last song"),
     inCode("expiry-waits-for-news", Mutant::expiryWaitsForNews, "a start with nothing new leaves old notes up"),
 };
 

@@ -186,6 +186,26 @@ void SimApp::takeBack(samples::Random& random) {
     }
 }
 
+// Players answer a little later, as they do over a bus.
+void SimApp::changeMusic(samples::Random& random) {
+    players_.answerWithin(device_.parts().time, Seconds{0.02});
+    const int choice = pick(random, 0, 9);
+    if (choice < 3) return app_->music().share(choice > 0);
+    if (choice == 3) {
+        song_.reset();
+        return players_.quit(MusicSource::appleMusic);
+    }
+    song_ = "song " + std::to_string(pick(random, 1, 9));
+    const bool isPaused = chance(random, 0.3);
+    players_.play(MusicSource::appleMusic,
+                  FakePlayers::playing(*song_, "Nina", 215, pick(random, 0, 200), isPaused ? "paused" : "playing"));
+}
+
+std::optional<std::string> SimApp::partnersSong() const {
+    const auto& playing = app_->state().presence.nowPlaying;
+    return playing ? std::optional{playing->title} : std::nullopt;
+}
+
 // Its line
 
 std::expected<std::unique_ptr<RoomLink>, std::string> SimApp::open(Address address, RoomLink::Listener& listener) {

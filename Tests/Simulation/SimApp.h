@@ -4,8 +4,8 @@
 #include "Lumaro/Model/AppModel.h"
 #include "Lumaro/Model/Room/DirectRoomLinks.h"
 #include "Tests/Fakes/FakeDesktop.h"
-#include "Tests/Fakes/FakePlayers.h"
 #include "Tests/Fakes/FakeNotifications.h"
+#include "Tests/Fakes/FakePlayers.h"
 #include "Tests/Fakes/ManualBackground.h"
 #include "Tests/Simulation/SimDevice.h"
 #include "Tests/Simulation/SimProgram.h"
@@ -32,6 +32,11 @@ public:
     void handle(samples::Random& random) override;
     void takeBack(samples::Random& random) override;
     void sendPresence() override { app_->presence().setActivity(Activity::editing); }
+    void changeMusic(samples::Random& random) override;
+    std::optional<std::string> song() const override { return song_; }
+    bool sharesMusic() const override { return app_->state().musicConsent == MusicConsent::yes; }
+    std::optional<std::string> partnersSong() const override;
+    bool knowsMusic() const override { return true; }
     void retryNow() override { signals_.changeNetwork(); }
     void reconnect() override { app_->connect(); }
     void wake() override { signals_.wakeUp(); }
@@ -68,6 +73,7 @@ private:
     ManualSystemSignals signals_;
     FakeDownloadOrigin origin_;
     FakePlayers players_;
+    std::optional<std::string> song_; ///< that plays or is paused
     FakeCoverMaker coverMaker_;
     std::unique_ptr<NoWallpaper> wallpaper_;
     std::unique_ptr<Background> background_;

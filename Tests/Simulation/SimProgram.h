@@ -6,6 +6,8 @@
 #include "LumaroRoom/Store/Records.h"
 #include "Samples/Samples.h"
 
+#include <optional>
+#include <string>
 #include <vector>
 
 namespace lumaro::simulation {
@@ -32,6 +34,14 @@ public:
     virtual void handle(samples::Random& random) = 0;
     virtual void takeBack(samples::Random& random) = 0;
     virtual void sendPresence() = 0;
+    /// Plays a song, pauses or ends it, or says whether music is shared; where it knows players.
+    virtual void changeMusic(samples::Random& /*random*/) {}
+    /// What plays here, shared or not; none in silence, and without players.
+    virtual std::optional<std::string> song() const { return std::nullopt; }
+    virtual bool sharesMusic() const { return false; }
+    /// The song of the partner that is shown here.
+    virtual std::optional<std::string> partnersSong() const { return std::nullopt; }
+    virtual bool knowsMusic() const { return false; }
     virtual void retryNow() = 0;
     virtual void reconnect() = 0;
     /// The machine slept, and its clock is set.

@@ -46,6 +46,7 @@ private:
     void touchAfterForeignCommits();
     bool areInStep();
     bool areRostersRight();
+    void checkSongs();
     void checkAtRest();
     void letTimeTakeDown();
     std::optional<RoomRecord> room();

@@ -2,6 +2,7 @@
 #include "Lumaro/Model/Presence/MusicSharing.h"
 
 #include "LumaroCore/Presence/Playback.h"
+#include "LumaroCore/Support/Mutant.h"
 
 #include <utility>
 
@@ -74,7 +75,7 @@ void MusicSharing::forgetCovers() {
 void MusicSharing::follow() {
     if (state_.musicConsent == MusicConsent::yes) return watcher_.start();
     watcher_.stop();
-    presence_.setMusic(std::nullopt);
+    if (!mutant(Mutant::musicOutlivesConsent)) presence_.setMusic(std::nullopt);
 }
 
 // Players tell one change several times; the partner need not hear it as often.
