@@ -58,8 +58,7 @@ private:
         // Queued, as a request that cannot even start has finished by now.
         QObject::connect(reply_, &QNetworkReply::finished, &context_, [this] { finished(); }, Qt::QueuedConnection);
         QObject::connect(reply_, &QNetworkReply::readyRead, &context_, [this] {
-            if (std::cmp_greater(reply_->bytesAvailable(), request_.maxBodyBytes))
-                fail("the answer is too long");
+            if (std::cmp_greater(reply_->bytesAvailable(), request_.maxBodyBytes)) fail("the answer is too long");
         });
     }
 
