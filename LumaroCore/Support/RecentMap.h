@@ -30,6 +30,11 @@ public:
     void erase(const Like& key) {
         entries_.remove_if([&](const auto& entry) { return entry.first == key; });
     }
+    /// Goes through all, the newest first, and forgets those of which `isToGo(key, value)` says so.
+    template <class Predicate>
+    void eraseIf(Predicate isToGo) {
+        entries_.remove_if([&](const auto& entry) { return isToGo(entry.first, entry.second); });
+    }
     void clear() { entries_.clear(); }
 
 private:
