@@ -7,6 +7,7 @@
 #include "Platform/Qt/QtLoop.h"
 
 #include <CLI/CLI.hpp>
+#include <QtCore/QLocale>
 #include <QtQuick/QQuickWindow>
 #include <QtWidgets/QApplication>
 
@@ -71,6 +72,9 @@ int serve(AppModel& app, Desktop& desktop, QtLoop& loop, const std::string& prof
 
 AppModel::Setup setupOf(const std::string& profile, bool isDefault) {
     AppModel::Setup setup{.profile = profile, .version = LUMARO_VERSION};
+    // "de_CH": of the language and of the country.
+    const auto country = QLocale::system().name().section(QLatin1Char{'_'}, 1, 1);
+    if (country.size() == 2) setup.artwork.country = country.toStdString();
     // Two people on one computer share a keyring, not a token.
     if (!isDefault) setup.keychainService += ":" + profile;
     return setup;

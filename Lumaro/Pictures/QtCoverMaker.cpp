@@ -20,7 +20,7 @@ namespace {
 
 constexpr int longestSide = 512;
 constexpr qint64 maxPixels = qint64{4096} * 4096;
-constexpr std::array jpegQualities{82, 70, 55, 40};
+constexpr std::array jpegQualities{82, 70, 55, 40, 25};
 // What players and catalogues use. A drawing that is a program, such as SVG, is not among them.
 const std::array<QByteArray, 5> formats{"jpeg", "png", "webp", "gif", "bmp"};
 

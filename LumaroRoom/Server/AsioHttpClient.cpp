@@ -17,6 +17,7 @@
 #include <boost/beast/http/string_body.hpp>
 #include <boost/beast/http/write.hpp>
 
+#include <algorithm>
 #include <optional>
 #include <string>
 #include <utility>
@@ -50,6 +51,7 @@ struct Exchange {
     SteadyTimer deadline;
     Url url;
     BeastRequest request;
+    std::size_t maxBodyBytes = maxAnswerBytes;
     std::move_only_function<void(HttpClient::Answer)> then;
     bool isCancelled = false;
 };
@@ -64,12 +66,12 @@ private:
 };
 
 template <class Stream>
-Awaitable<HttpClient::Answer> ask(Stream& stream, const BeastRequest& request) {
-    const auto [unsent, sent] = co_await http::async_write(stream, request, asTuple);
+Awaitable<HttpClient::Answer> ask(Stream& stream, const Exchange& exchange) {
+    const auto [unsent, sent] = co_await http::async_write(stream, exchange.request, asTuple);
     if (unsent) co_return failed("sending", unsent);
     beast::flat_buffer buffer{maxBufferBytes};
     http::response_parser<http::string_body> parser;
-    parser.body_limit(maxAnswerBytes);
+    parser.body_limit(exchange.maxBodyBytes);
     const auto [unread, size] = co_await http::async_read(stream, buffer, parser, asTuple);
     if (unread) co_return failed("receiving", unread);
     co_return HttpResponse{static_cast<int>(parser.get().result_int()), std::move(parser.get().body())};
@@ -82,7 +84,7 @@ Awaitable<HttpClient::Answer> perform(std::shared_ptr<Exchange> exchange) {
     if (unknown) co_return failed("resolving", unknown);
     const auto [unreachable, place] = co_await asio::async_connect(exchange->socket.next_layer(), places, asTuple);
     if (unreachable) co_return failed("connecting", unreachable);
-    if (!url.isSecure) co_return co_await ask(exchange->socket.next_layer(), exchange->request);
+    if (!url.isSecure) co_return co_await ask(exchange->socket.next_layer(), *exchange);
 
     exchange->socket.set_verify_mode(asio::ssl::verify_peer);
     exchange->socket.set_verify_callback(asio::ssl::host_name_verification{url.host});
@@ -91,7 +93,7 @@ Awaitable<HttpClient::Answer> perform(std::shared_ptr<Exchange> exchange) {
     }
     const auto [untrusted] = co_await exchange->socket.async_handshake(asio::ssl::stream_base::client, asTuple);
     if (untrusted) co_return failed("shaking hands", untrusted);
-    co_return co_await ask(exchange->socket, exchange->request);
+    co_return co_await ask(exchange->socket, *exchange);
 }
 
 Awaitable<void> run(std::shared_ptr<Exchange> exchange) {
@@ -126,6 +128,7 @@ std::unique_ptr<HttpClient::Call> AsioHttpClient::send(HttpRequest request,
                                                        std::move_only_function<void(Answer)> then) {
     auto exchange = std::make_shared<Exchange>(state_->context, state_->tls);
     exchange->then = std::move(then);
+    exchange->maxBodyBytes = std::min(request.maxBodyBytes, maxAnswerBytes);
     auto url = Url::parse(request.url);
     if (!url) {
         asio::post(state_->context, [exchange] {

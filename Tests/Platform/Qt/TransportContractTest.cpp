@@ -252,6 +252,25 @@ TEST_F(HttpContract, FailsWhereNoWholeAnswerCame) {
     for (const std::string& url : {gone, std::string{"nothing://x"}, std::string{""}}) EXPECT_EQ(get(url), "failed");
 }
 
+TEST_F(HttpContract, TakesInNoMoreThanWasAllowed) {
+    const auto limited = [this](const RawServer& server, std::size_t limit) {
+        return answerOf({"GET", "http://" + server.address() + "/", {}, "", Seconds{20}, limit});
+    };
+    const RawServer exact{saying("HTTP/1.1 200 OK\r\nContent-Length: 4\r\n\r\nfour")};
+    EXPECT_EQ(limited(exact, 4), "200 four");
+    EXPECT_EQ(limited(exact, 3), "failed");
+    // It says that as much comes, or not how much, and goes on for ever.
+    for (const std::string head : {"Content-Length: 104857600\r\n", ""}) {
+        const RawServer endless{[&](QTcpSocket& socket, const std::string&) {
+            socket.write(QByteArray::fromStdString("HTTP/1.1 200 OK\r\n" + head + "\r\n"));
+            const auto more = [&socket] { socket.write(QByteArray(65536, 'x')); };
+            QObject::connect(&socket, &QTcpSocket::bytesWritten, &socket, more);
+            more();
+        }};
+        EXPECT_EQ(limited(endless, 2'097'152), "failed");
+    }
+}
+
 TEST_F(HttpContract, CallsNobodyOnceACallIsDropped) {
     const RawServer server{saying("HTTP/1.1 200 OK\r\nContent-Length: 0\r\n\r\n")};
     int calls = 0;
