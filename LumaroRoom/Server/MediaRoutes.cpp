@@ -2,6 +2,7 @@
 #include "LumaroCore/Protocol/ImageType.h"
 #include "LumaroCore/Support/UUID.h"
 #include "LumaroRoom/Pairing/Secrets.h"
+#include "LumaroRoom/Server/MediaAnswers.h"
 #include "LumaroRoom/Server/Routes.h"
 
 #include <utility>
@@ -9,19 +10,13 @@
 namespace lumaro {
 namespace {
 
-ServerResponse noSuchMedia() {
-    return errorResponse(404, "not_found", "there is no such media");
-}
-
 StoreResult<ServerResponse> put(Store& store, const std::string& coupleId, const UUID& id,
                                 const Store::MediaRecord& record, const ServerRequest& request, std::size_t limit,
                                 Instant now) {
     const auto there = store.media(coupleId, id);
     if (!there) return std::unexpected(there.error());
     if (*there) {
-        return (*there)->digest == record.digest
-                   ? jsonResponse(200, "{}")
-                   : errorResponse(409, "media_exists", "other bytes were stored under this id");
+        return (*there)->digest == record.digest ? jsonResponse(200, "{}") : mediaExists();
     }
     const auto used = store.mediaBytes(coupleId);
     if (!used) return std::unexpected(used.error());
@@ -41,11 +36,7 @@ StoreResult<ServerResponse> get(Store& store, const std::string& coupleId, const
     auto bytes = store.readMedia(coupleId, id);
     if (!bytes) return std::unexpected(std::move(bytes.error()));
     if (!*bytes) return noSuchMedia();
-    return ServerResponse{200,
-                          {{"content-type", (*record)->contentType},
-                           {"cache-control", "private, max-age=31536000, immutable"},
-                           {"x-content-type-options", "nosniff"}},
-                          std::move(**bytes)};
+    return mediaResponse((*record)->contentType, std::move(**bytes));
 }
 
 } // namespace
@@ -61,10 +52,8 @@ void Routes::putMedia(Call call, Respond respond) {
         *shared,
         [shared, id, record = std::move(record), limit = limits_.maxCoupleMediaBytes,
          now = ports_.clock.now()](Store& store, const DeviceRecord&) -> StoreResult<Outcome> {
-            if (!id) return Outcome{errorResponse(404, "not_found", "media is named by a UUID"), {}};
-            if (record.contentType.empty()) {
-                return Outcome{errorResponse(415, "bad_media", "media is JPEG, PNG or WebP"), {}};
-            }
+            if (!id) return Outcome{noSuchMedia(), {}};
+            if (record.contentType.empty()) return Outcome{badMedia("media is JPEG, PNG or WebP"), {}};
             auto response = put(store, shared->match.id, *id, record, shared->request, limit, now);
             if (!response) return std::unexpected(std::move(response.error()));
             return Outcome{std::move(*response), {}};

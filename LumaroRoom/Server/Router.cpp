@@ -8,7 +8,7 @@
 namespace lumaro {
 namespace {
 
-// A "*" stands for any one component, first the couple or invite, then the media.
+// A "*" stands for any one component, first the couple or invite, then the media or cover.
 struct Pattern {
     std::string_view method;
     std::string_view path;
@@ -31,6 +31,8 @@ constexpr std::array patterns{
     Pattern{"GET", "/couples/*/snapshot", Route::snapshot, "snapshot"},
     Pattern{"PUT", "/couples/*/media/*", Route::putMedia, "put_media"},
     Pattern{"GET", "/couples/*/media/*", Route::getMedia, "get_media"},
+    Pattern{"PUT", "/couples/*/covers/*", Route::putCover, "put_cover"},
+    Pattern{"GET", "/couples/*/covers/*", Route::getCover, "get_cover"},
     Pattern{"GET", "/couples/*/weather", Route::weather, "weather"},
     Pattern{"GET", "/couples/*/window-key", Route::windowKey, "window_key"},
     Pattern{"POST", "/couples/*/calendar/connect", Route::connectCalendar, "connect_calendar"},

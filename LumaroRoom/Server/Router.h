@@ -26,6 +26,8 @@ enum class Route : std::uint8_t {
     snapshot,
     putMedia,
     getMedia,
+    putCover,
+    getCover,
     weather,
     windowKey,
     connectCalendar,
@@ -41,7 +43,7 @@ enum class Route : std::uint8_t {
 struct RouteMatch {
     Route route;
     std::string id;    ///< the couple's or the invite's, in the path; empty when there is none
-    std::string media; ///< the media's, likewise
+    std::string media; ///< the media's or the cover's, likewise
 
     bool operator==(const RouteMatch&) const = default;
 };

@@ -31,7 +31,9 @@ constexpr PartnerID otherOf(PartnerID slot) {
 std::size_t Routes::maxBody(std::string_view method, std::string_view path) const {
     const auto routing = routeOf(method, path);
     const auto* const match = std::get_if<RouteMatch>(&routing);
-    return match != nullptr && match->route == Route::putMedia ? limits_.maxMediaBytes : limits_.maxBodyBytes;
+    if (match != nullptr && match->route == Route::putMedia) return limits_.maxMediaBytes;
+    if (match != nullptr && match->route == Route::putCover) return limits_.maxCoverBytes;
+    return limits_.maxBodyBytes;
 }
 
 void Routes::admit(const ServerRequest& request, std::move_only_function<void(std::optional<ServerResponse>)> then) {
@@ -89,6 +91,8 @@ void Routes::answer(Call call, Respond respond) {
     case Route::snapshot: return snapshot(call, std::move(respond));
     case Route::putMedia: return putMedia(std::move(call), std::move(respond));
     case Route::getMedia: return getMedia(call, std::move(respond));
+    case Route::putCover: return putCover(std::move(call), std::move(respond));
+    case Route::getCover: return getCover(call, std::move(respond));
     case Route::weather: return weather(call, std::move(respond));
     case Route::windowKey:
     case Route::connectCalendar: return notConfigured(call, std::move(respond));

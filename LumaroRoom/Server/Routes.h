@@ -92,6 +92,8 @@ private:
     void snapshot(const Call& call, Respond respond);
     void putMedia(Call call, Respond respond);
     void getMedia(const Call& call, Respond respond);
+    void putCover(Call call, Respond respond);
+    void getCover(const Call& call, Respond respond);
     void weather(const Call& call, Respond respond);
     void notConfigured(const Call& call, Respond respond);
     void invitePage(const Call& call, Respond respond);

@@ -22,6 +22,8 @@ struct ServerLimits {
     std::size_t maxBodyBytes = std::size_t{64} * 1024;
     std::size_t maxMediaBytes = 2'097'152;
     std::size_t maxCoupleMediaBytes = std::size_t{256} * 1024 * 1024;
+    std::size_t maxCoverBytes = 131'072;
+    std::size_t maxCoupleCoverBytes = std::size_t{16} * 1024 * 1024;
     std::uint32_t maxHeaderBytes = 16 * 1024;
     std::size_t socketsPerOrigin = 100;
     std::chrono::milliseconds socketSilence{90'000}; ///< a socket that says nothing for so long is closed

@@ -161,6 +161,14 @@ StoreResult<void> checkCouples(Database& database, std::vector<std::string>& fau
     return done;
 }
 
+StoreResult<void> checkCovers(Database& database, Maintenance::CheckReport& report) {
+    const auto count = database.value<std::int64_t>("SELECT count(*) FROM covers");
+    if (!count) return std::unexpected(count.error());
+    report.covers = count->value_or(0);
+    return expectNone(database.query("SELECT couple FROM covers WHERE size <> length(bytes)"), "a cover has lost bytes",
+                      report.faults);
+}
+
 StoreResult<void> countRows(Database& database, Maintenance::CheckReport& report) {
     auto rows =
         database.query("SELECT (SELECT count(*) FROM couples), (SELECT count(*) FROM items), (SELECT count(*) FROM "
@@ -221,6 +229,7 @@ StoreResult<Maintenance::CheckReport> Maintenance::check(const std::string& data
     if (done && *version > 0) done = checkItems(*opened, report.faults);
     if (done && *version > 0) done = checkCouples(*opened, report.faults);
     if (done && *version > 0) done = checkNames(*opened, report.faults);
+    if (done && *version > 1) done = checkCovers(*opened, report); // which the first version did not have
     if (!done) return std::unexpected(at(database, done.error()));
     return report;
 }
@@ -228,8 +237,13 @@ StoreResult<Maintenance::CheckReport> Maintenance::check(const std::string& data
 std::string Maintenance::CheckReport::text() const {
     std::string text;
     const std::pair<std::int64_t, const char*> figures[] = {
-        {couples, " couples, "}, {items, " items, "}, {tombstones, " tombstones, "},
-        {batches, " batches, "}, {media, " media, "}, {waitingCommits, " commits not checkpointed yet: "},
+        {couples, " couples, "},
+        {items, " items, "},
+        {tombstones, " tombstones, "},
+        {batches, " batches, "},
+        {media, " media, "},
+        {covers, " covers, "},
+        {waitingCommits, " commits not checkpointed yet: "},
     };
     for (const auto& [count, name] : figures) text.append(std::to_string(count)).append(name);
     text.append(isSound() ? "sound" : std::to_string(faults.size()) + " faults").append("\n");

@@ -27,6 +27,7 @@ struct CheckReport {
     std::int64_t tombstones = 0;
     std::int64_t batches = 0;
     std::int64_t media = 0;
+    std::int64_t covers = 0;
     std::int64_t waitingCommits = 0; ///< that the figures above do not count yet
     std::vector<std::string> faults; ///< what is wrong, a line each; nothing of what people wrote
 

@@ -65,6 +65,9 @@ public:
     StoreResult<void> putMedia(std::string_view coupleId, const UUID& id, const MediaRecord& record,
                                std::string_view bytes, Instant at) override;
     StoreResult<std::optional<std::string>> readMedia(std::string_view coupleId, const UUID& id) override;
+    StoreResult<CoverOutcome> putCover(std::string_view coupleId, const UUID& id, std::string_view bytes, Instant at,
+                                       std::size_t limit) override;
+    StoreResult<std::optional<std::string>> readCover(std::string_view coupleId, const UUID& id, Instant at) override;
     StoreResult<bool> sweep(Instant now) override;
 
 private:
@@ -92,6 +95,8 @@ private:
     StoreResult<void> fileEach(const std::vector<std::int64_t>& couples);
     void forgetUnreadable(SlotNames& names);
     StoreResult<void> loadDevices(std::int64_t couple, Members& members);
+    StoreResult<void> useCover(std::int64_t couple, const UUID& id, Instant at);
+    StoreResult<void> makeRoomForCover(std::int64_t couple, std::size_t bytes, std::size_t limit);
     StoreResult<std::int64_t> fileWhatIsOld(Instant now);
     StoreResult<std::int64_t> sweepBatches(Instant takenBefore);
     StoreResult<bool> sweepCouples(Instant now);

@@ -11,7 +11,7 @@
 namespace lumaro {
 namespace {
 
-// Few enough that edits which wait behind a portion do not notice. Media weigh up to 2 MiB each.
+// Few enough that edits which wait behind a portion do not notice. Media weigh up to 2 MiB each, covers 128 KiB.
 constexpr std::int64_t portion = 256;
 constexpr std::int64_t mediaPortion = 16;
 constexpr std::int64_t filingPortion = 16;
@@ -99,6 +99,9 @@ StoreResult<bool> SqliteStore::sweep(Instant now) {
         database_.change("DELETE FROM media WHERE num IN (SELECT num FROM media WHERE unnamed_since <= ?1 LIMIT ?2)",
                          now - graceTime, mediaPortion),
         mediaPortion);
+    sweep.took(database_.change("DELETE FROM covers WHERE num IN (SELECT num FROM covers WHERE used_at <= ?1 LIMIT ?2)",
+                                now - graceTime, portion),
+               portion);
     if (!sweep.result() || *sweep.result()) return sweep.result();
     return sweepCouples(now);
 }
@@ -160,6 +163,9 @@ StoreResult<bool> SqliteStore::sweepCouples(Instant now) {
     sweep.took(database_.change("DELETE FROM media WHERE num IN (SELECT num FROM media WHERE couple = ?1 LIMIT ?2)",
                                 couple, mediaPortion),
                mediaPortion);
+    sweep.took(database_.change("DELETE FROM covers WHERE num IN (SELECT num FROM covers WHERE couple = ?1 LIMIT ?2)",
+                                couple, portion),
+               portion);
     sweep.took(
         database_.change(
             "DELETE FROM batches WHERE couple = ?1 AND place IN (SELECT place FROM batches WHERE couple = ?1 LIMIT ?2)",

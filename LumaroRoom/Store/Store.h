@@ -42,8 +42,20 @@ inline constexpr std::chrono::days batchLifetime{400};
 inline constexpr std::size_t recentBatchCount = 256;
 /// Wrong codes, and codes that have expired, are kept this long.
 inline constexpr std::chrono::days codeMemory{1};
-/// Links that have expired, media that nothing names and couples without a device are kept this long.
+/// Links that have expired, media that nothing names, covers that nobody uses and couples without a device are kept
+/// this long.
 inline constexpr std::chrono::days graceTime{30};
+/// Reading a cover counts as use when its last use is longer ago than this, so that reading seldom writes.
+inline constexpr std::chrono::hours coverUseTime{1};
+/// A cover weighs so many bytes at least, so that a couple's are few, however small they are.
+inline constexpr std::size_t minCoverWeight = 4096;
+
+/// What came of a cover that was put.
+enum class CoverOutcome : std::uint8_t {
+    stored,
+    isThere,    ///< these bytes were there under this id
+    otherBytes, ///< others were; they stay, and nothing was stored
+};
 
 /// Everything that outlives the process, keyed by couple. Every call happens inside a transaction that a `StoreQueue`
 /// opens and commits; what a call wrote, the calls after it read. Used by one thread at a time.
@@ -120,11 +132,22 @@ public:
                                        std::string_view bytes, Instant at) = 0;
     virtual StoreResult<std::optional<std::string>> readMedia(std::string_view coupleId, const UUID& id) = 0;
 
+    // Covers of the music that a couple plays: JPEGs, apart from the board's media
+
+    /// Covers are written once; putting one that is there counts as use. For a new one those used longest ago go, until
+    /// all weigh `limit` at most or it is the only one.
+    virtual StoreResult<CoverOutcome> putCover(std::string_view coupleId, const UUID& id, std::string_view bytes,
+                                               Instant at, std::size_t limit) = 0;
+    /// Counts as use at this instant (`coverUseTime`).
+    virtual StoreResult<std::optional<std::string>> readCover(std::string_view coupleId, const UUID& id,
+                                                              Instant at) = 0;
+
     // Housekeeping
 
     /// Forgets, in small portions, what has outlived its use: batch ids and tombstones `batchLifetime` after they were
     /// stored, wrong codes a day old, codes a day after they expired, links 30 days after they expired, media that no
-    /// item of a board has named for 30 days, couples that have been empty for 30 days. True when there may be more.
+    /// item of a board has named for 30 days, covers that were not used for 30 days, couples that have been empty for
+    /// 30 days. True when there may be more.
     virtual StoreResult<bool> sweep(Instant now) = 0;
 };
 

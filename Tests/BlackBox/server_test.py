@@ -14,6 +14,8 @@ from blackbox import PATIENCE, LineClosed, Server, WebSocket, batch, note, optio
 
 PNG = b"\x89PNG\r\n\x1a\n and its pixels"
 MEDIA = "/media/6f9619ff-8b86-4d01-b42d-00cf4fc964f"  # without its last digit
+JPEG = b"\xff\xd8\xff and its pixels"
+COVER = MEDIA.replace("media", "covers")
 
 
 class TlsServer(Server):
@@ -115,7 +117,8 @@ def calls_without_a_good_token_are_refused_alike(server):
     refusal = server.call("GET", home + "/snapshot")[2]
     for path, wrong in ((home + "/snapshot", f"lm1.{couple}.a.nonsense"), (home + "/snapshot", other),
                         ("/couples/nosuchcouple/snapshot", token), (home + "/weather?lat=1&lon=1", other),
-                        (home + "/window-key", other), (home + MEDIA + "f", other)):
+                        (home + "/window-key", other), (home + MEDIA + "f", other),
+                        (home + COVER + "f", other)):
         status, _, answer = server.call("GET", path, token=wrong)
         assert (status, answer) == (401, refusal), (path, status, answer)
     for at, wrong in ((couple, None), (couple, other), (couple, token + "x"), ("nosuchcouple", token)):
@@ -137,6 +140,28 @@ def media_is_written_once_kept_by_caches_and_limited(server):
             ("PUT", path + "1", largest, token, 201, ""))
     _, headers, image = server.call("GET", path + "f", token=token)
     assert image == PNG and headers["Content-Type"] == "image/png" and "immutable" in headers["Cache-Control"], (headers, image)
+
+
+def covers_are_jpegs_apart_from_the_boards_media(server):
+    """P16, P44."""
+    couple, token, _ = found(server)
+    stranger = found(server)[1]
+    path, media, largest = f"/couples/{couple}{COVER}", f"/couples/{couple}{MEDIA}", JPEG.ljust(131_072, b".")
+    answers(server,
+            ("PUT", path + "f", JPEG, token, 201, ""),
+            ("PUT", path + "f", JPEG, token, 200, ""),
+            ("PUT", path + "f", JPEG + b"!", token, 409, "'media_exists'"),
+            ("PUT", path + "0", PNG, token, 415, "'bad_media'"),
+            ("PUT", f"/couples/{couple}/covers/not-a-uuid", JPEG, token, 404, "'not_found'"),
+            ("PUT", path + "1", largest + b".", token, 413, ""),
+            ("PUT", path + "1", JPEG, stranger, 401, "'unauthorized'"),
+            ("PUT", path + "1", largest, stranger, 401, "'unauthorized'"),
+            ("GET", path + "1", None, token, 404, "'not_found'"),
+            ("PUT", path + "1", largest, token, 201, ""),
+            ("GET", media + "f", None, token, 404, "'not_found'"))
+    _, headers, image = server.call("GET", path + "f", token=token)
+    assert image == JPEG and headers["Content-Type"] == "image/jpeg" and headers["X-Content-Type-Options"] == "nosniff", (headers, image)
+    assert headers["Cache-Control"] == "private, max-age=31536000, immutable", headers
 
 
 def pages_name_the_inviter_and_run_nothing(server):
@@ -319,6 +344,7 @@ def main():
             (Server, faulty_requests_get_their_status),
             (Server, calls_without_a_good_token_are_refused_alike),
             (Server, media_is_written_once_kept_by_caches_and_limited),
+            (Server, covers_are_jpegs_apart_from_the_boards_media),
             (Server, pages_name_the_inviter_and_run_nothing),
             (Server, pages_of_other_sites_open_no_socket, "--public-url", "https://board.example"),
             (Server, a_replaced_token_closes_its_sockets),

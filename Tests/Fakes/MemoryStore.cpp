@@ -209,6 +209,41 @@ StoreResult<Store::WrongCodes> MemoryStore::wrongCodes(std::string_view origin, 
     return counts;
 }
 
+// Covers
+
+StoreResult<CoverOutcome> MemoryStore::putCover(std::string_view coupleId, const UUID& id, std::string_view bytes,
+                                                Instant at, std::size_t limit) {
+    auto* couple = find(coupleId);
+    if (couple == nullptr) return failure("a cover of no couple");
+    auto& covers = couple->covers;
+    if (const auto found = covers.find(id); found != covers.end()) {
+        auto& [stored, usedAt] = found->second;
+        if (stored != bytes) return CoverOutcome::otherBytes;
+        usedAt = std::max(usedAt, at);
+        return CoverOutcome::isThere;
+    }
+    const auto weightOf = [](std::string_view stored) { return std::max(stored.size(), minCoverWeight); };
+    auto weight = weightOf(bytes);
+    for (const auto& [other, cover] : covers) weight += weightOf(cover.bytes);
+    while (weight > limit && !covers.empty()) {
+        const auto oldest = std::ranges::min_element(covers, {}, [](const auto& entry) { return entry.second.usedAt; });
+        weight -= weightOf(oldest->second.bytes);
+        covers.erase(oldest);
+    }
+    covers.emplace(id, StoredCover{std::string{bytes}, at});
+    return CoverOutcome::stored;
+}
+
+StoreResult<std::optional<std::string>> MemoryStore::readCover(std::string_view coupleId, const UUID& id, Instant at) {
+    auto* couple = find(coupleId);
+    if (couple == nullptr) return std::nullopt;
+    const auto found = couple->covers.find(id);
+    if (found == couple->covers.end()) return std::nullopt;
+    auto& [bytes, usedAt] = found->second;
+    if (usedAt < at - coverUseTime) usedAt = at;
+    return bytes;
+}
+
 // Housekeeping
 
 StoreResult<bool> MemoryStore::sweep(Instant now) {
@@ -221,6 +256,7 @@ StoreResult<bool> MemoryStore::sweep(Instant now) {
         }
         std::erase_if(couple.buried, [&](const auto& entry) { return isOver(entry.second, batchLifetime); });
         std::erase_if(couple.batches, [&](const auto& entry) { return isOver(entry.second, batchLifetime); });
+        std::erase_if(couple.covers, [&](const auto& entry) { return isOver(entry.second.usedAt, graceTime); });
         if (isOver(couple.record.emptySince, graceTime)) left.push_back(coupleId);
     }
     for (const auto& coupleId : left) removeCouple(coupleId);

@@ -51,9 +51,16 @@ public:
         return noMedia();
     }
     StoreResult<std::optional<std::string>> readMedia(std::string_view, const UUID&) override { return noMedia(); }
+    StoreResult<CoverOutcome> putCover(std::string_view coupleId, const UUID& id, std::string_view bytes, Instant at,
+                                       std::size_t limit) override;
+    StoreResult<std::optional<std::string>> readCover(std::string_view coupleId, const UUID& id, Instant at) override;
     StoreResult<bool> sweep(Instant now) override;
 
 private:
+    struct StoredCover {
+        std::string bytes;
+        Instant usedAt;
+    };
     struct Couple {
         CoupleRecord record;
         Board board;
@@ -62,6 +69,7 @@ private:
         LastSeen lastSeen;
         std::vector<std::pair<UUID, Instant>> batches; ///< in the order of their commits
         std::map<UUID, Instant> buried;                ///< when tombstones were stored
+        std::map<UUID, StoredCover> covers;
     };
     struct Tables {
         std::map<std::string, Couple, std::less<>> couples;

@@ -34,6 +34,7 @@ protected:
             ASSERT_TRUE(store->createCouple(coupleNamed("kai")));
             ASSERT_EQ(store->commit(putUp("kai", 0, 1, {note(1, "a"), photo(2, 3)})), CommitOutcome::stored);
             ASSERT_TRUE(store->putMedia("kai", numberedId(3), {3, {}, "image/png"}, "abc", noon));
+            ASSERT_TRUE(store->putCover("kai", numberedId(3), "abc", noon, minCoverWeight));
         });
         return store;
     }
@@ -85,6 +86,21 @@ TEST_F(SqliteStoreTest, RefusesWhatIsNotItsOwn) {
     path_ = folder_.file("no/folder.db");
     EXPECT_EQ(faultOfOpening(), StoreFault::notFound);
     EXPECT_EQ(Maintenance::check(path_).error().fault, StoreFault::notFound);
+}
+
+TEST_F(SqliteStoreTest, ADatabaseOfTheFirstVersionIsKeptAndBroughtUpToDate) {
+    openWithBoard().reset();
+    tamper("DROP TABLE covers; PRAGMA user_version = 1");
+    ASSERT_TRUE(Maintenance::backup(path_, backup_));
+    EXPECT_TRUE(Maintenance::check(backup_)->isSound()) << "as it is";
+    ASSERT_TRUE(Maintenance::restore(backup_, path_));
+    const auto store = open();
+    inTransaction(*store, [&] {
+        EXPECT_EQ(store->loadRoom("kai").value()->board.items.size(), 2U);
+        EXPECT_EQ(store->readMedia("kai", numberedId(3)).value(), "abc");
+        EXPECT_EQ(store->putCover("kai", numberedId(3), "abc", noon, minCoverWeight), CoverOutcome::stored);
+    });
+    EXPECT_EQ(Maintenance::check(path_)->covers, 1);
 }
 
 TEST_F(SqliteStoreTest, AnItemThatCannotBeReadIsLeftOffTheBoardAndKept) {
@@ -143,8 +159,9 @@ TEST_F(SqliteStoreTest, ABackupOfALiveStoreIsItsLastCommit) {
     ASSERT_TRUE(done) << done.error().message;
     ASSERT_TRUE(store->commitTransaction());
     EXPECT_EQ(Maintenance::check(path_)->waitingCommits, 2);
-    EXPECT_EQ(Maintenance::check(backup_)->text(),
-              "1 couples, 2 items, 0 tombstones, 1 batches, 1 media, 1 commits not checkpointed yet: sound\n");
+    EXPECT_EQ(
+        Maintenance::check(backup_)->text(),
+        "1 couples, 2 items, 0 tombstones, 1 batches, 1 media, 1 covers, 1 commits not checkpointed yet: sound\n");
     struct stat status{};
     ASSERT_EQ(stat(backup_.c_str(), &status), 0);
     EXPECT_EQ(status.st_mode & 0777U, 0600U);
@@ -194,7 +211,8 @@ TEST_F(SqliteStoreTest, CheckNamesWhatBreaksTheRules) {
         {"UPDATE items SET json = (SELECT json FROM items WHERE media IS NOT NULL)", "under another id"},
         {"INSERT INTO tombstones SELECT couple, id, 1, 1 FROM items", "has a tombstone"},
         {"INSERT INTO batches SELECT couple, place + 1000, randomblob(16), 1 FROM items", "fewer commits"},
-        {"UPDATE media SET bytes = x''", "lost bytes"},
+        {"UPDATE media SET bytes = x''", "a medium has lost bytes"},
+        {"UPDATE covers SET bytes = x''", "a cover has lost bytes"},
         {"UPDATE couples SET name_b = CAST(x'c328' AS TEXT)", "a name is not UTF-8"},
         {"INSERT INTO journal(place, couple, kind, item, json) SELECT 999, num, 'putUp', randomblob(16), '' FROM "
          "couples",

@@ -45,6 +45,18 @@ protected:
         ASSERT_TRUE(store().putMedia("kai", numberedId(id), {bytes.size(), {}, "image/png"}, bytes, at));
     }
     bool hasMedia(std::uint64_t id) { return store().media("kai", numberedId(id)).value().has_value(); }
+    // Of JPEGs that weigh no more than any does.
+    CoverOutcome putCover(std::uint64_t id, Instant at, std::size_t covers) {
+        return store().putCover("kai", numberedId(id), "x", at, covers * minCoverWeight).value();
+    }
+    // The covers 1 to 9 that are there; a look at so early an instant is no use.
+    std::vector<std::uint64_t> covers() {
+        std::vector<std::uint64_t> there;
+        for (std::uint64_t id = 1; id < 10; ++id) {
+            if (store().readCover("kai", numberedId(id), noon).value()) there.push_back(id);
+        }
+        return there;
+    }
     void sweepAll(Instant now) {
         while (store().sweep(now).value()) {
         }
@@ -280,6 +292,62 @@ TYPED_TEST(StoreContract, WaysInAndEmptyCouplesGoWhenTheirTimeIsUp) {
     EXPECT_TRUE(this->room("bo").board.items.empty() && this->room("bo").recentBatches.empty());
 }
 
+TYPED_TEST(StoreContract, CoversAreWrittenOnce) {
+    using enum CoverOutcome;
+    auto& store = this->store();
+    const std::string bytes{"\xff\xd8\0\xff", 4};
+    const auto id = numberedId(1);
+    EXPECT_EQ(store.putCover("kai", id, bytes, noon, 9999), stored);
+    EXPECT_EQ(store.putCover("kai", id, bytes, noon, 9999), isThere);
+    EXPECT_EQ(store.putCover("kai", id, bytes + "x", noon, 9999), otherBytes);
+    EXPECT_EQ(store.readCover("kai", id, noon).value(), bytes);
+    EXPECT_EQ(store.readCover("kai", numberedId(2), noon).value(), std::nullopt);
+    EXPECT_EQ(store.readCover("bo", id, noon).value(), std::nullopt);
+    EXPECT_FALSE(store.putCover("bo", id, bytes, noon, 9999));
+    this->commitAll();
+    this->putCover(2, noon, 1);
+    store.rollBack();
+    this->begin();
+    EXPECT_EQ(this->covers(), (std::vector<std::uint64_t>{1})) << "the room that was made is undone, too";
+}
+
+TYPED_TEST(StoreContract, P44_TheCoversUsedLongestAgoMakeRoom) {
+    using Ids = std::vector<std::uint64_t>;
+    auto& store = this->store();
+    ASSERT_TRUE(store.createCouple(coupleNamed("bo")));
+    ASSERT_TRUE(store.putCover("bo", numberedId(8), "x", noon, minCoverWeight));
+    for (const std::uint64_t id : {1, 2, 3}) this->putCover(id, noon + std::chrono::hours{id}, 3);
+    this->putCover(1, noon + 4h, 3);
+    ASSERT_TRUE(store.readCover("kai", numberedId(2), noon + 4h + 1us));
+    this->putCover(4, noon + 5h, 3);
+    EXPECT_EQ(this->covers(), (Ids{1, 2, 4})) << "1 was put again and 2 read";
+    ASSERT_TRUE(store.readCover("kai", numberedId(1), noon + 5h));
+    this->putCover(5, noon + 6h, 3);
+    EXPECT_EQ(this->covers(), (Ids{2, 4, 5})) << "1 was read, but within an hour";
+    ASSERT_TRUE(
+        store.putCover("kai", numberedId(6), std::string(minCoverWeight + 1, 'x'), noon + 7h, 3 * minCoverWeight));
+    EXPECT_EQ(this->covers(), (Ids{5, 6})) << "6 weighs as much as two, and a byte";
+    this->putCover(7, noon + 8h, 0);
+    EXPECT_EQ(this->covers(), Ids{7}) << "never refused";
+    EXPECT_TRUE(store.readCover("bo", numberedId(8), noon)->has_value());
+}
+
+TYPED_TEST(StoreContract, P44_CoversGoAfterThirtyDaysWithoutUseAndWithTheirCouple) {
+    auto& store = this->store();
+    for (std::uint64_t id = 1; id < 600; ++id) this->putCover(id, noon, 600);
+    ASSERT_TRUE(store.readCover("kai", numberedId(2), noon + 24h));
+    this->sweepAll(noon + graceTime - 1us);
+    EXPECT_EQ(this->covers().size(), 9U);
+    this->sweepAll(noon + graceTime);
+    EXPECT_EQ(this->covers(), (std::vector<std::uint64_t>{2}));
+    for (std::uint64_t id = 1; id < 600; ++id) this->putCover(id, noon + 48h, 600);
+    ASSERT_TRUE(store.putDevice("kai", device("d", PartnerID::a)) && store.removeDevice("kai", "d", noon));
+    this->sweepAll(noon + graceTime);
+    EXPECT_FALSE(store.couple("kai")->has_value());
+    ASSERT_TRUE(store.createCouple(coupleNamed("kai")));
+    EXPECT_TRUE(this->covers().empty());
+}
+
 // Media are kept on the disk alone.
 using StoredMedia = StoreContract<OnDisk>;
 
@@ -291,6 +359,7 @@ TEST_F(StoredMedia, MediaAreWrittenOnceAndWeighed) {
     ASSERT_TRUE(store.putMedia("kai", numberedId(1), record, bytes, noon));
     putMedia(1, "other");
     putMedia(2, "four");
+    putCover(1, noon, 1);
     EXPECT_EQ(store.readMedia("kai", numberedId(1)).value(), bytes);
     EXPECT_EQ(store.media("kai", numberedId(1)).value()->digest, record.digest);
     EXPECT_EQ(store.media("kai", numberedId(1)).value()->contentType, "image/png");

@@ -70,6 +70,13 @@ public:
     StoreResult<std::optional<std::string>> readMedia(std::string_view coupleId, const UUID& id) override {
         return memory_.readMedia(coupleId, id);
     }
+    StoreResult<CoverOutcome> putCover(std::string_view coupleId, const UUID& id, std::string_view bytes, Instant at,
+                                       std::size_t limit) override {
+        return memory_.putCover(coupleId, id, bytes, at, limit);
+    }
+    StoreResult<std::optional<std::string>> readCover(std::string_view coupleId, const UUID& id, Instant at) override {
+        return memory_.readCover(coupleId, id, at);
+    }
 
 private:
     Commit sabotaged(const Commit& commit);

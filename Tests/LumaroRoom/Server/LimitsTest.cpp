@@ -99,6 +99,23 @@ TEST_F(LimitsTest, ABoardHasRoomForSoManyPictures) {
     EXPECT_EQ(put("1"), "HTTP/1.1 429");
 }
 
+TEST_F(LimitsTest, P44_CoversMakeRoomForEachOtherBesideABoardFullOfPictures) {
+    config_.limits.maxCoupleMediaBytes = 1;
+    config_.limits.maxCoupleCoverBytes = 2 * minCoverWeight;
+    start();
+    const auto couple = found();
+    const auto status = [&](const std::string& method, const std::string& digit) {
+        return asked(method + " /couples/" + couple.coupleId + "/covers/6f9619ff-8b86-4d01-b42d-00cf4fc964f" + digit,
+                     "Connection: close\r\nAuthorization: Bearer " + couple.token + "\r\n",
+                     method == "PUT" ? "\xff\xd8\xff and its pixels" : "")
+            .substr(9, 3);
+    };
+    for (const auto* digit : {"1", "2", "3"}) EXPECT_EQ(status("PUT", digit), "201") << digit;
+    EXPECT_EQ(status("GET", "1"), "404");
+    EXPECT_EQ(status("GET", "2"), "200");
+    EXPECT_EQ(status("PUT", "3"), "200");
+}
+
 TEST_F(LimitsTest, MemoryThatRunsOutEndsAConnectionAndNoThread) {
     RecordingLog log;
     StoreThread store{SqliteStore::open(folder_.file("room.db"), log_).value()};
