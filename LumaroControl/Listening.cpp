@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "LumaroControl/Listening.h"
 
+#include "LumaroCore/Presence/Playback.h"
 #include "LumaroCore/Support/JsonCodec.h"
 #include "LumaroCore/Support/OneLine.h"
 
@@ -22,7 +23,7 @@ std::string clockText(std::int64_t milliseconds) {
 }
 
 std::string trackText(const std::optional<NowPlaying>& playing) {
-    if (!playing) return "nothing plays";
+    if (!playing || !Playback::hasTrack(*playing)) return "nothing plays";
     auto text = "\"" + onOneLine(playing->title) + "\"";
     if (!playing->artist.empty()) text += " by " + onOneLine(playing->artist);
     if (playing->durationMs > 0) text += ", " + clockText(playing->durationMs);

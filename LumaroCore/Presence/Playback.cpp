@@ -17,6 +17,10 @@ std::int64_t sane(std::int64_t milliseconds) {
 
 } // namespace
 
+bool hasTrack(const NowPlaying& playing) {
+    return playing.isPlaying || !playing.title.empty() || !playing.artist.empty();
+}
+
 std::int64_t positionMs(const NowPlaying& playing, Instant now) {
     const auto played = playing.isPlaying ? std::clamp(secondsBetween(playing.sampledAt, now) * 1000, 0.0,
                                                        static_cast<double>(longestMs))

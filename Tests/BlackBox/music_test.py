@@ -20,6 +20,11 @@ from music import Mpv, song  # noqa: E402
 TRAVELS = {"isPlaying", "progressMs", "sampledAt", "durationMs", "title", "artist", "artworkURL", "source"}
 
 
+# Starts no service by itself: no keyring is to ask for a password.
+BUS = """<busconfig><type>session</type><listen>unix:tmpdir=/tmp</listen><policy context="default"><allow send_destination="*"/>
+<allow receive_sender="*"/><allow own="*"/></policy></busconfig>"""
+
+
 class Mpd:
     """mpd without a sound card, and mpDris2, which speaks MPRIS for it."""
 
@@ -70,20 +75,24 @@ class Two:
     def __init__(self, asked, server):
         folder = server.folder.name
         env = environment_of_nobody(folder)
-        self.bus = subprocess.Popen(["dbus-daemon", "--session", "--nofork", "--print-address"], stdout=subprocess.PIPE, env=env)
+        conf = pathlib.Path(folder) / "bus.conf"
+        conf.write_text(BUS)
+        self.bus = subprocess.Popen(["dbus-daemon", f"--config-file={conf}", "--nofork", "--print-address"], stdout=subprocess.PIPE, env=env)
         self.env = dict(env, DBUS_SESSION_BUS_ADDRESS=self.bus.stdout.readline().decode().strip())
         self.ann = App(asked.lumaro, os.path.join(folder, "ann"), server.url, self.env)
         self.bea = App(asked.lumaro, os.path.join(folder, "bea"), server.url, env)
+        self.server, self.wire, self.slowest = server, None, 0
+
+    def meet(self):
         for app in (self.ann, self.bea):
             app.start()
         self.settle(self.ann, "start", name="Ann")
         self.settle(self.bea, "join", codeOrLink=self.ann.ask("code")["out"].strip(), name="Bea")
-        status, _, joined = server.call("POST", "/joins/code", {"code": self.ann.ask("code")["out"].strip(), "name": "Bea",
+        status, _, joined = self.server.call("POST", "/joins/code", {"code": self.ann.ask("code")["out"].strip(), "name": "Bea",
                                                                 "deviceId": str(uuid.uuid4()), "slot": "b"})
         assert status == 200, joined
-        self.wire = WebSocket(server, joined["coupleId"], joined["token"])
+        self.wire = WebSocket(self.server, joined["coupleId"], joined["token"])
         self.bea.until(lambda: self.bea.status()["presence"]["partnerOnline"])
-        self.slowest = 0
 
     @staticmethod
     def settle(app, verb, **fields):
@@ -106,9 +115,11 @@ class Two:
             self.slowest = max(self.slowest, time.monotonic() - begin)
 
     def close(self):
-        self.wire.close()
-        self.ann.stop()
-        self.bea.stop()
+        if self.wire:
+            self.wire.close()
+        for app in (self.ann, self.bea):
+            if app.process:
+                app.stop()
         self.bus.terminate()
         self.bus.wait(PATIENCE)
         self.bus.stdout.close()
@@ -123,8 +134,8 @@ def nothing(shown):
 
 
 def real_mpv(two, folder, songs):
-    player = Mpv([], folder, two.env, start=lambda command, env: subprocess.Popen([*command, "--idle"], env=env))
-    player.command("loadfile", songs[0])
+    player = Mpv(songs[:1], folder, two.env)
+    player.pause(False)
     time.sleep(1)
     assert two.shown() is None, "nobody has said yes yet"
     two.sees(lambda: two.ann.ask("listening", json=False, share=True), plays("So What"))
@@ -180,10 +191,13 @@ def main():
                  for name, title, note in (("first.wav", "So What", 220), ("second.wav", "Blue in Green", 247), ("third.wav", "Flamenco Sketches", 262))]
         subprocess.run(["convert", "-size", "640x640", "gradient:#20497a-#a3c6e8", str(music / "cover.jpg")], check=True)
         two = Two(asked, server)
-        mpv = real_mpv(two, folder, songs)
-        two_players(two, folder, str(music), mpv)
-        only_this_travelled(two.wire)
-        two.close()
+        try:
+            two.meet()
+            mpv = real_mpv(two, folder, songs)
+            two_players(two, folder, str(music), mpv)
+            only_this_travelled(two.wire)
+        finally:
+            two.close()
     print(f"from the hand at the player to the partner: {two.slowest:.2f} s at most")
 
 
