@@ -65,7 +65,7 @@ AppModel::AppModel(Setup setup, Ports ports)
       artwork_(setup_.artwork, {ports.players.artwork, ports.http, ports.sleeper, ports.background, ports.coverMaker},
                covers_, state_.looksForCovers),
       music_({{ports.players.scripts, ports.players.running, ports.players.notifications, artwork_, ports.sleeper,
-               ports.clock},
+               ports.clock, ports.log},
               ports.defaults},
              state_, presence_, announcer_) {
     announcer_.beforeNews([this](const AppNews& news) { completeNews(news); });

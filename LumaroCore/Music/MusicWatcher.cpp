@@ -63,7 +63,9 @@ void MusicWatcher::ask(std::size_t place) {
 }
 
 void MusicWatcher::answered(std::size_t place, const ScriptRunner::Answer& answer) {
-    if (answer) {
+    if (!answer) {
+        ports_.log.write(LogLevel::debug, "music", answer.error().errorDescription());
+    } else {
         if (auto sample = MusicSampleParser::parse(*answer, musicSources.at(place)))
             samples_.push_back(std::move(*sample));
     }
@@ -89,13 +91,14 @@ void MusicWatcher::publish(std::optional<NowPlaying> playing) {
 }
 
 void MusicWatcher::lookForArtwork(const MusicSample& sample, Instant at) {
-    search_ = ports_.artworkFetcher.fetch(sample.artworkQuery(),
-                                          [this, sample, at, generation = generation_](ArtworkFetcher::Answer answer) {
-                                              if (generation != generation_) return;
-                                              auto url = answer ? std::move(*answer) : std::nullopt;
-                                              artwork_.put(sample.trackKey, url);
-                                              if (url) publish(nowPlaying(sample, at, std::move(url)));
-                                          });
+    search_ = ports_.artworkFetcher.fetch(
+        sample.artworkQuery(), [this, sample, at, generation = generation_](ArtworkFetcher::Answer answer) {
+            if (generation != generation_) return;
+            if (!answer) ports_.log.write(LogLevel::debug, "music", answer.error().errorDescription());
+            auto url = answer ? std::move(*answer) : std::nullopt;
+            artwork_.put(sample.trackKey, url);
+            if (url) publish(nowPlaying(sample, at, std::move(url)));
+        });
 }
 
 std::optional<std::string> MusicWatcher::cachedArtwork(std::string_view trackKey) const {

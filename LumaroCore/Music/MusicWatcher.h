@@ -5,6 +5,7 @@
 #include "LumaroCore/Music/PlayerNotifications.h"
 #include "LumaroCore/Music/RunningPlayers.h"
 #include "LumaroCore/Music/ScriptRunner.h"
+#include "LumaroCore/Support/Log.h"
 #include "LumaroCore/Support/RecentMap.h"
 #include "LumaroCore/Support/Sleeper.h"
 #include "LumaroCore/Support/WallClock.h"
@@ -33,6 +34,7 @@ public:
         ArtworkFetcher& artworkFetcher;
         Sleeper& sleeper;
         WallClock& clock;
+        Log& log;
     };
     /// Hears each publication: none when nothing plays in any running player. It may call the watcher.
     using Updates = std::function<void(const std::optional<NowPlaying>&)>;

@@ -154,6 +154,10 @@ TEST_F(MusicTest, WaitsForACoverThatComesLateAndLooksOnTheWebOnlyWhereItMay) {
     EXPECT_TRUE(asked().url.starts_with("https://itunes.apple.com/search?term=Jack+Johnson+Upside+Down&"));
     answer(429);
     EXPECT_EQ(told()->artworkURL, std::nullopt);
+    nextSong("Silence of ten seconds", "other");
+    http.answer(std::unexpected(HttpFailure{"no answer in time"}));
+    settle();
+    EXPECT_EQ(told()->artworkURL, std::nullopt);
 }
 
 TEST_F(MusicTest, ShowsThePartnersCoverAndGivesTheTokenToItsOwnServerAlone) {
