@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "Lumaro/Model/AppPorts.h"
 #include "Lumaro/Model/AppState.h"
 #include "Lumaro/Model/Editor/EditorModel.h"
 #include "Lumaro/Model/Presence/ArtworkFinder.h"
-#include "LumaroCore/Music/MusicPlayers.h"
 #include "LumaroCore/Services/SystemSignals.h"
 
 #include <memory>
@@ -20,30 +20,7 @@ namespace lumaro {
 /// parts; everything happens on the main thread.
 class AppModel final : private Membership::Listener, private Connection::Listener, private SystemListener {
 public:
-    /// All outlive the model.
-    struct Ports {
-        Sleeper& sleeper;
-        WallClock& clock;
-        Log& log;
-        UUIDSource& ids;
-        FileSystem& files;
-        HttpClient& http;
-        BackgroundRunner& background;
-        BackgroundRunner& secretBackground; ///< a keyring may wait there for the person
-        RoomLinks& rooms;
-        Keyring& keyring;
-        SecretStore& secretFile; ///< for people without a keyring who agreed to it
-        UserDefaults& defaults;
-        NotificationCenter& notifications;
-        LoginItem& loginItem;
-        ContactCard& contacts;
-        SoundPlayer& sounds;
-        SystemSignals& signals;
-        DownloadOrigin& origin;
-        MusicPlayers players;
-        CoverMaker& coverMaker;
-        WallpaperController& wallpaper;
-    };
+    using Ports = AppPorts;
     struct Setup {
         std::string profile; ///< the folder that all files are in
         std::string version; ///< of this program
