@@ -8,6 +8,7 @@
 #include <QtGui/QPainterPath>
 #include <QtGui/QRadialGradient>
 
+#include <array>
 #include <cmath>
 
 namespace lumaro {
@@ -145,6 +146,38 @@ std::string demoPhoto(int which, double aspect) {
     case 1: paintRain(painter, size.width(), size.height()); break;
     default: paintTable(painter, size.width(), size.height()); break;
     }
+    painter.end();
+    return file(image, "JPG");
+}
+
+std::string demoCover() {
+    constexpr double side = 512;
+    QImage image{512, 512, QImage::Format_RGB32};
+    QPainter painter{&image};
+    painter.setRenderHint(QPainter::Antialiasing);
+    QLinearGradient night{0, 0, 0, side};
+    night.setColorAt(0, QColor{0x1F3352});
+    night.setColorAt(0.6, QColor{0x3F6C86});
+    night.setColorAt(1, QColor{0x24506B});
+    painter.fillRect(image.rect(), night);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(QColor{0xF6D98A});
+    painter.drawEllipse(QPointF{350, 130}, 74, 74);
+    painter.setBrush(QColor{0x29456A});
+    painter.drawEllipse(QPointF{318, 112}, 64, 64);
+    painter.fillPath(hills(side, side, 330, 12, 1.1), QColor{0x2E6079});
+    for (const auto& [x, y, size] : {std::array{150.0, 330.0, 1.0}, std::array{340.0, 372.0, 0.7}}) {
+        painter.save();
+        painter.translate(x, y);
+        painter.scale(size, size);
+        painter.setBrush(QColor{0xFFF6E4});
+        painter.drawPolygon(QPolygonF{{{-110, 0}, {110, 0}, {66, 56}, {-66, 56}}});
+        painter.drawPolygon(QPolygonF{{{-62, 0}, {0, -96}, {62, 0}}});
+        painter.setBrush(QColor{0xE8805F});
+        painter.drawPolygon(QPolygonF{{{0, -96}, {62, 0}, {0, 0}}});
+        painter.restore();
+    }
+    painter.fillPath(hills(side, side, 410, 14, 3.4), QColor{0x1E4A66});
     painter.end();
     return file(image, "JPG");
 }

@@ -9,6 +9,8 @@ namespace lumaro {
 
 /// A lake in the evening, a street in the rain, or a table in the morning: 0, 1, 2.
 std::string demoPhoto(int which, double aspect);
+/// Of a record: boats of paper under the moon.
+std::string demoCover();
 /// A cat, cut out.
 std::string demoSticker();
 

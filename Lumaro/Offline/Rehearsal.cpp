@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Lumaro/Offline/Rehearsal.h"
 
+#include "Lumaro/Offline/DemoPictures.h"
 #include "Lumaro/UI/Text.h"
+#include "LumaroCore/BoardLogic/Apply.h"
 #include "LumaroCore/BoardLogic/Edits.h"
 #include "LumaroCore/Presence/Pomodoro.h"
 #include "LumaroCore/Support/Fatal.h"
@@ -15,6 +17,7 @@ namespace {
 
 constexpr std::string_view token = "lm1.q3m7xk2p.a.nbswy3dpo5xxe3de";
 constexpr std::string_view couple = "q3m7xk2p";
+constexpr const char* cover = "https://lumaro.example/couples/q3m7xk2p/covers/7d3c1f52-6a0e-4b8d-9c41-2f5e8a90b6d3";
 
 template <class Value, class Change>
 void changeItem(Board& board, Change change) {
@@ -26,6 +29,8 @@ void changeItem(Board& board, Change change) {
 DemoBoard boardOf(Scene scene, Instant now) {
     if (scene == Scene::full) return fullDemoBoard(now);
     auto demo = demoBoard(now);
+    auto& music = *demo.presence.nowPlaying;
+    music.artworkURL = cover;
     switch (scene) {
     case Scene::empty: demo.board.items.clear(); break;
     case Scene::quiet:
@@ -33,12 +38,22 @@ DemoBoard boardOf(Scene scene, Instant now) {
         demo.presence.from = PartnerID::b;
         demo.calendar.status = CalendarStatus::notConnected;
         demo.calendar.day.reset();
+        demo.board = BoardLogic::apply(*Edits::putUp(demo.board, UUID{}, NowPlayingSlotPayload{PartnerID::a},
+                                                     Point{214, 866}, {PartnerID::a, now}),
+                                       std::move(demo.board), now)
+                         .board;
+        break;
+    case Scene::paused: music.isPlaying = false; break;
+    case Scene::noCover: music.artworkURL.reset(); break;
+    case Scene::longNames:
+        music.title = "ليلة هادئة في الميناء, or how every lamp along the harbour went out one after the other 🌙";
+        music.artist = "the paper boats & les petits bateaux, с оркестром, featuring a choir of forty";
         break;
     case Scene::storm:
         demo.presence.here->weather->code = 95;
         demo.presence.here->weather->isDay = false;
         demo.presence.here->weather->tempC = 9;
-        demo.presence.nowPlaying->isPlaying = false;
+        music.isPlaying = false;
         break;
     case Scene::rung:
         changeItem<PomodoroPayload>(demo.board, [&](PomodoroPayload timer) {
@@ -55,6 +70,7 @@ DemoBoard boardOf(Scene scene, Instant now) {
     case Scene::together:
     case Scene::alone:
     case Scene::offline:
+    case Scene::nextSong:
     case Scene::arrival:
     case Scene::refused:
     case Scene::full:
@@ -128,6 +144,7 @@ void Rehearsal::storePictures(const DemoBoard& demo) {
     for (const auto& [id, file] : demo.pictures) {
         if (!app_.media().put(id, file)) fatal("a demonstration's picture cannot be kept");
     }
+    if (!app_.media().put(coverMaker_.idOf(cover), demoCover())) fatal("a demonstration's cover cannot be kept");
 }
 
 void Rehearsal::open() {
@@ -135,6 +152,14 @@ void Rehearsal::open() {
     app_.start();
     windows_->openBoard();
     cue_ = sleeper_.wait(Seconds{0.8}, [this] { play(); });
+}
+
+void Rehearsal::playNextSong() {
+    auto presence = room_.demo().presence;
+    presence.nowPlaying->title = "a lamp in the window";
+    presence.nowPlaying->progressMs = 0;
+    presence.nowPlaying->sampledAt = clock_.now();
+    room_.setPresence(std::move(presence));
 }
 
 void Rehearsal::play() {
@@ -147,11 +172,15 @@ void Rehearsal::play() {
         break;
     case Scene::thread: room_.tieThread(clock_.now()); break;
     case Scene::refused: room_.refuse(); break;
+    case Scene::nextSong: playNextSong(); break;
     case Scene::offline: static_cast<void>(app_.editor().pasteText("this one waits for the network")); break;
     case Scene::together:
     case Scene::alone:
     case Scene::storm:
     case Scene::quiet:
+    case Scene::paused:
+    case Scene::noCover:
+    case Scene::longNames:
     case Scene::rung:
     case Scene::full:
     case Scene::empty:

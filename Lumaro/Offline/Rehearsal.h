@@ -27,7 +27,11 @@ enum class Scene : std::uint8_t {
     alone,
     offline,
     storm, ///< over the partner's roofs, and it is night
-    quiet, ///< nothing is known of the partner
+    quiet, ///< nothing is known of the partner, and nothing is shared
+    paused,
+    noCover,
+    longNames,
+    nextSong, ///< another one begins
     arrival,
     thread, ///< being tied
     rung,
@@ -39,9 +43,9 @@ enum class Scene : std::uint8_t {
     bringThemOver,
 };
 
-constexpr std::array<std::string_view, 14> namesOf(Scene) {
-    return {"together", "alone", "offline", "storm",   "quiet",  "arrival", "thread",
-            "rung",     "full",  "empty",   "refused", "locked", "welcome", "bringThemOver"};
+constexpr std::array<std::string_view, 18> namesOf(Scene) {
+    return {"together", "alone",  "offline", "storm", "quiet", "paused",  "noCover", "longNames", "nextSong",
+            "arrival",  "thread", "rung",    "full",  "empty", "refused", "locked",  "welcome",   "bringThemOver"};
 }
 
 /// The real application over a computer that is not there, playing one scene. Its files lie in a folder that goes with
@@ -64,6 +68,7 @@ private:
     void settle();
     void storePictures(const DemoBoard& demo);
     void play();
+    void playNextSong();
 
     Scene scene_;
     QTemporaryDir folder_;

@@ -34,7 +34,7 @@ void prepareWindows() {
 Windows::Windows(AppView::Setup setup, Ports ports, std::function<void()> quit)
     : ports_(ports), view_(std::move(setup), ports.app, ports.clock, ports.sleeper),
       scene_({ports.app, ports.clock, ports.sleeper, ports.background}), editor_(ports.app, ports.clock),
-      pictures_(ports.app, ports.ids, ports.background), settings_(ports.defaults, ports.loginItem),
+      pictures_(ports.app, ports.ids, ports.background), settings_(ports.defaults, ports.loginItem), music_(ports.app),
       screens_(ports.desktop), tray_(verbs(std::move(quit))) {
     furnish(engine_);
     settings_.dress(themeOf(engine_));
@@ -64,6 +64,7 @@ void Windows::dress(const QString& appearance, bool isMotionReduced) {
 void Windows::hear(const AppNews& news) {
     scene_.hear(news.changed);
     editor_.hear(news);
+    music_.hear(news.changed);
     // No page shows what a hand does, which changes many times a second.
     if (!news.changed.isOnly(AppChange::editor)) {
         view_.refresh();
@@ -91,6 +92,7 @@ void Windows::openBoard() {
                              {QStringLiteral("editor"), shared(editor_)},
                              {QStringLiteral("pictures"), shared(pictures_)},
                              {QStringLiteral("settings"), shared(settings_)},
+                             {QStringLiteral("music"), shared(music_)},
                              {QStringLiteral("screens"), shared(screens_)},
                              {QStringLiteral("hangsBehindIcons"), ports_.desktop.level() != DesktopLevel::bottomMost}});
         QObject::connect(boardWindow_.get(), &QWindow::visibleChanged, &view_, [this](bool isVisible) {

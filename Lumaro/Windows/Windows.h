@@ -7,6 +7,7 @@
 #include "Lumaro/UI/DesktopBoards.h"
 #include "Lumaro/UI/Editor/EditorView.h"
 #include "Lumaro/UI/Editor/PictureExchange.h"
+#include "Lumaro/UI/MusicView.h"
 #include "Lumaro/UI/SettingsView.h"
 #include "Lumaro/UI/TrayMenu.h"
 #include "Lumaro/UI/Windows/ScreenList.h"
@@ -68,6 +69,7 @@ private:
     EditorView editor_;
     PictureExchange pictures_;
     SettingsView settings_;
+    MusicView music_;
     ScreenList screens_;
     TrayMenu tray_;
     QQmlApplicationEngine engine_;

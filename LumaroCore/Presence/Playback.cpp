@@ -2,6 +2,7 @@
 #include "LumaroCore/Presence/Playback.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdlib>
 
 namespace lumaro::Playback {
@@ -32,6 +33,14 @@ std::int64_t positionMs(const NowPlaying& playing, Instant now) {
 std::optional<double> progress(const NowPlaying& playing, Instant now) {
     if (playing.durationMs <= 0) return std::nullopt;
     return static_cast<double>(positionMs(playing, now)) / static_cast<double>(sane(playing.durationMs));
+}
+
+std::optional<Instant> reachesAt(const NowPlaying& playing, double part, Instant now) {
+    if (!playing.isPlaying || playing.durationMs <= 0) return std::nullopt;
+    const auto wanted = static_cast<std::int64_t>(std::ceil(part * static_cast<double>(sane(playing.durationMs))));
+    const auto left = wanted - positionMs(playing, now);
+    if (left <= 0) return std::nullopt;
+    return saturatingAdd(std::max(now, playing.sampledAt), std::chrono::milliseconds{left} + Microseconds{1});
 }
 
 std::optional<Instant> endsAt(const NowPlaying& playing, Instant heardAt) {

@@ -22,6 +22,10 @@ std::int64_t positionMs(const NowPlaying& playing, Instant now);
 /// The part of the track that has been played, 0 to 1; none when its length is not known.
 std::optional<double> progress(const NowPlaying& playing, Instant now);
 
+/// When so much of the track, 0 to 1, will have been played, unless there is news; none when that has been, the track
+/// stands, or its length is not known.
+std::optional<Instant> reachesAt(const NowPlaying& playing, double part, Instant now);
+
 /// When a track that plays counts as over unless there is news; `heardAt` is when this was heard, by this device's
 /// clock. None for one that stands or whose length is not known.
 std::optional<Instant> endsAt(const NowPlaying& playing, Instant heardAt);

@@ -26,12 +26,16 @@ struct Rows {
                        .names = names,
                        .now = Instant{std::chrono::seconds{1'790'000'000}},
                        .zone = zone,
+                       .music = music,
+                       .covers = covers,
                        .picture = noPicture});
     }
 
     std::set<UUID> none;
     BoardPresence partner;
     ClientMessage::Presence own;
+    MusicState music;
+    CoverState covers;
     std::map<PartnerID, std::string> names;
     QTimeZone zone = QTimeZone::utc();
 };

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "Lumaro/UI/Board/LiveCards.h"
 #include "Lumaro/UI/Board/CardFaces.h"
 #include "Lumaro/UI/Board/SpokenItem.h"
 #include "LumaroCore/BoardModel/BoardSpec.h"
@@ -8,6 +9,8 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <limits>
+#include <utility>
 
 namespace lumaro {
 namespace {
@@ -21,6 +24,9 @@ struct LiveCardsTest : testing::Test {
     Instant now{1'790'000'000s};
     BoardPresence partner;
     ClientMessage::Presence own;
+    MusicState music{.musicConsent = MusicConsent::yes};
+    CoverState covers;
+    const LiveContext::Picture* picture = &noPicture;
     std::map<PartnerID, std::string> names{{PartnerID::a, "ana"}, {PartnerID::b, "bo"}};
     QTimeZone zone{QByteArray{"Europe/Berlin"}};
 
@@ -31,7 +37,9 @@ struct LiveCardsTest : testing::Test {
                 .me = PartnerID::a,
                 .now = now,
                 .zone = zone,
-                .picture = noPicture};
+                .music = music,
+                .covers = covers,
+                .picture = *picture};
     }
     BoardItem item(Payload payload) const {
         BoardItem made;
@@ -43,6 +51,20 @@ struct LiveCardsTest : testing::Test {
     template <class Face>
     Face face(Payload payload) const {
         return *faceOf(item(std::move(payload)), live()).as<Face>();
+    }
+    void partnerPlays(std::int64_t progressMs, std::int64_t durationMs) {
+        partner.nowPlaying = NowPlaying{.isPlaying = true,
+                                        .progressMs = progressMs,
+                                        .sampledAt = now,
+                                        .durationMs = durationMs,
+                                        .title = "harbour lights",
+                                        .artist = "the paper boats",
+                                        .artworkURL = std::nullopt};
+        partner.nowPlayingHeardAt = now;
+    }
+    MusicFace record(PartnerID slot = PartnerID::b) const { return face<MusicFace>(NowPlayingSlotPayload{slot}); }
+    std::optional<Instant> recordChanges() const {
+        return nextChange(item(NowPlayingSlotPayload{PartnerID::b}), live());
     }
     void partnerIsIn(const char* zoneName, Instant sampledAt) {
         Weather weather;
@@ -103,11 +125,13 @@ TEST_F(LiveCardsTest, whatChangesByItselfSaysWhenAndThenLooksDifferent) {
     block.phase = PomodoroPhase::block;
     block.startedAt = now - 10min - 300ms;
     block.startedBy = PartnerID::b;
+    partnerPlays(61'250, 214'000);
     const Payload cards[] = {NotePayload{pm::emptyDoc(), "butter", "brass", now + 5h + 7s},
                              CountdownPayload{now + 49h, "x"},
                              CountdownPayload{now + 61min, "x"},
                              CountdownPayload{now + 90s, "x"},
                              block,
+                             NowPlayingSlotPayload{PartnerID::b},
                              TimezonesPayload{}};
     for (const auto& card : cards) {
         auto before = item(card);
@@ -142,6 +166,104 @@ TEST_F(LiveCardsTest, countsAndNamesThatAreNotKnownReadAsPeopleSayThem) {
     EXPECT_EQ(face<DayFace>(CalendarPayload{PartnerID::b}).whose, "bo's day");
     names.clear();
     EXPECT_EQ(face<DayFace>(CalendarPayload{PartnerID::b}).whose, "their day");
+}
+
+TEST_F(LiveCardsTest, theArmComesInWithTheTrackAndRestsWhereItIsNotKnown) {
+    partnerPlays(0, 64'000);
+    EXPECT_EQ(record().armStep, 0);
+    now += 32s;
+    EXPECT_EQ(record().armStep, 32);
+    now += 40s;
+    EXPECT_EQ(record().armStep, MusicFace::armSteps);
+    partner.nowPlaying->isPlaying = false;
+    EXPECT_EQ(record().armStep, 0);
+    EXPECT_EQ(recordChanges(), std::nullopt);
+    partnerPlays(70'000, 0);
+    EXPECT_LT(record().armStep, MusicFace::armSteps / 3);
+    EXPECT_GT(record().armStep, 0);
+    EXPECT_EQ(recordChanges(), std::nullopt);
+}
+
+TEST_F(LiveCardsTest, aTrackIsOverItsLengthAndAMinuteAfterTheLastNews) {
+    const auto heardAt = now;
+    partnerPlays(60'000, 64'000);
+    now += 10s;
+    EXPECT_EQ(recordChanges(), heardAt + 124s);
+    now = heardAt + 124s - 1ms;
+    EXPECT_EQ(record().state, MusicFace::State::playing);
+    now = heardAt + 124s;
+    EXPECT_EQ(record().words, "nothing playing");
+    EXPECT_EQ(recordChanges(), std::nullopt);
+    own.nowPlaying = partner.nowPlaying;
+    EXPECT_EQ(record(PartnerID::a).words, "nothing playing");
+    own.nowPlaying->sampledAt = now;
+    EXPECT_EQ(record(PartnerID::a).state, MusicFace::State::playing);
+}
+
+TEST_F(LiveCardsTest, numbersOfAStrangersDeviceAreShownAsSomeNumber) {
+    constexpr std::int64_t least = std::numeric_limits<std::int64_t>::min();
+    constexpr std::int64_t most = std::numeric_limits<std::int64_t>::max();
+    for (const auto progress : {least, std::int64_t{-1}, std::int64_t{1}, most}) {
+        for (const auto duration : {least, std::int64_t{0}, std::int64_t{1}, most}) {
+            for (const auto sampledAt : {Instant::min(), now, Instant::max()}) {
+                partnerPlays(progress, duration);
+                partner.nowPlaying->sampledAt = sampledAt;
+                EXPECT_GE(record().armStep, 0);
+                EXPECT_LE(record().armStep, MusicFace::armSteps);
+                EXPECT_GT(recordChanges().value_or(Instant::max()), now);
+                EXPECT_LT(trackWords({PartnerID::b}, live()).position.size(), 32);
+            }
+        }
+    }
+}
+
+TEST_F(LiveCardsTest, ownMusicIsOfferedToBeSharedUntilItIsAndEachCardHasItsPersonsCover) {
+    music.musicConsent = MusicConsent::notAsked;
+    EXPECT_EQ(record(PartnerID::a).words, "share what i'm listening to");
+    EXPECT_EQ(record(PartnerID::b).words, "nothing playing");
+    music.musicConsent = MusicConsent::yes;
+    EXPECT_EQ(record(PartnerID::a).words, "nothing playing");
+    partnerPlays(0, 64'000);
+    own.nowPlaying = partner.nowPlaying;
+    UUID asked;
+    const LiveContext::Picture ask = [&](const UUID& id, Size) {
+        asked = id;
+        return ItemPicture{QImage{1, 1, QImage::Format_RGB32}};
+    };
+    picture = &ask;
+    EXPECT_TRUE(record(PartnerID::b).cover.isNull());
+    covers.ownCover = UUID::parse("00000000-0000-4000-8000-00000000000a");
+    covers.partnerCover = UUID::parse("00000000-0000-4000-8000-00000000000b");
+    for (const auto& [slot, cover] : {std::pair{PartnerID::a, covers.ownCover}, {PartnerID::b, covers.partnerCover}}) {
+        EXPECT_FALSE(record(slot).cover.isNull());
+        EXPECT_EQ(asked, cover);
+    }
+}
+
+TEST_F(LiveCardsTest, namesFromAPlayerAreOnOneLineAndCutBeforeFontsSeeThem) {
+    partnerPlays(0, 64'000);
+    partner.nowPlaying->title = "a\n\tb";
+    partner.nowPlaying->artist = std::string(10'000, 'x');
+    EXPECT_EQ(record().title, "a b");
+    EXPECT_EQ(record().artist, QString(200, QLatin1Char{'x'}) + QStringLiteral("…"));
+    partner.nowPlaying->title = "e";
+    for (int i = 0; i < 5'000; ++i) partner.nowPlaying->title += "\u0301";
+    EXPECT_LE(record().title.size(), 801);
+}
+
+TEST_F(LiveCardsTest, aTrackIsToldInFullAndSpoken) {
+    const auto card = item(NowPlayingSlotPayload{PartnerID::b});
+    EXPECT_FALSE(trackWords({PartnerID::b}, live()).isThere);
+    partnerPlays(83'900, 225'000);
+    EXPECT_EQ(trackWords({PartnerID::b}, live()).position, "1:23 of 3:45");
+    EXPECT_EQ(spoken(card, faceOf(card, live()), live()), "bo's music, 'harbour lights', the paper boats, playing");
+    partner.nowPlaying->isPlaying = false;
+    partner.nowPlaying->durationMs = 0;
+    partner.nowPlaying->progressMs = 3'723'000;
+    EXPECT_EQ(trackWords({PartnerID::b}, live()).position, "1:02:03 · paused");
+    EXPECT_EQ(spoken(card, faceOf(card, live()), live()), "bo's music, 'harbour lights', the paper boats, paused");
+    const auto mine = item(NowPlayingSlotPayload{PartnerID::a});
+    EXPECT_EQ(spoken(mine, faceOf(mine, live()), live()), "your music, nothing playing");
 }
 
 TEST_F(LiveCardsTest, itemsReadAsASentence) {

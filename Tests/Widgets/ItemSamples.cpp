@@ -153,6 +153,10 @@ Sheet music() {
     using enum MusicFace::State;
     const auto title = u"slow tuesday"_s;
     const auto artist = u"the paper boats"_s;
+    const auto longTitle = u"ליל מנוחה על המזח, or how every lamp along the harbour went out, one after the other 🌙"_s;
+    const auto longArtist = u"the paper boats & les petits bateaux, с оркестром, featuring a choir of forty"_s;
+    const auto piled = u"hum"_s + QString(150, QChar{0x0301});
+    constexpr auto steps = MusicFace::armSteps;
     return {.name = "music",
             .columns = 4,
             .items = {
@@ -160,10 +164,13 @@ Sheet music() {
                 countdown({u"1204"_s, u"days"_s, u"until we have paid for the little boat"_s, false}),
                 countdown({u"47"_s, u"hours"_s, u"your train 🚆"_s, false}),
                 countdown({u"now"_s, {}, u"you are here!"_s, true}),
-                music("playing", {landscape({500, 500}, 340), title, artist, {}, playing}),
+                music("playing", {landscape({500, 500}, 340), title, artist, {}, playing, steps * 3 / 10}),
                 music("plain", {{}, u"a song with quite a long name, really"_s, u"somebody"_s, {}, playing}),
-                music("paused", {landscape({500, 500}, 40), title, artist, u"paused"_s, paused}),
+                music("paused", {landscape({500, 500}, 40), title, artist, u"paused"_s, paused, steps}),
                 music("none", {{}, {}, {}, u"nothing playing"_s, none}),
+                music("long names", {landscape({500, 300}, 120), longTitle, longArtist, {}, playing, steps / 2}),
+                music("piled marks", {{}, piled, piled, {}, playing, steps / 2}),
+                music("not shared", {{}, {}, {}, u"share what i'm listening to"_s, none}),
             }};
 }
 

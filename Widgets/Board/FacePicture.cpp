@@ -25,9 +25,9 @@ void FacePicture::setPointScale(double scale) {
 }
 
 bool FacePicture::isReady() {
-    if (!face_.picture().isAsleep()) return true;
+    if (!pictureWithin().isAsleep()) return true;
     // The scene may be synchronised on a thread of its own.
-    QMetaObject::invokeMethod(this, [this] { face_.picture().want(); }, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(this, [this] { pictureWithin().want(); }, Qt::QueuedConnection);
     return false;
 }
 

@@ -41,6 +41,9 @@ protected:
     /// Whether the picture is the same for both faces.
     virtual bool looksSame(const ItemFace& before, const ItemFace& after) const { return before == after; }
 
+    /// The picture among what is painted, if there is one.
+    virtual ItemPicture pictureWithin() const { return face_.picture(); }
+
     bool isReady() override;
 
 private:

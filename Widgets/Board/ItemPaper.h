@@ -42,6 +42,9 @@ Q_SIGNALS:
 
 protected:
     void lay() override;
+    bool looksSame(const ItemFace& before, const ItemFace& after) const override;
+    /// The cover of a record is on its disc.
+    ItemPicture pictureWithin() const override;
 
 private:
     Part part_ = Part::Whole;

@@ -5,12 +5,26 @@
 
 #include <QtGui/QPainter>
 
+#include <utility>
+
 namespace lumaro {
 namespace {
 
 constexpr double margin = 1; // pixels of the view, so that the edge is smooth when turned
 
 } // namespace
+
+RecordDisc::RecordDisc(QQuickItem* parent) : FacePicture(parent) {
+    connect(this, &FacePicture::faceChanged, this, &RecordDisc::listen);
+}
+
+void RecordDisc::listen() {
+    const auto* const music = face().as<MusicFace>();
+    std::optional<Song> song;
+    if (music && music->state != MusicFace::State::none) song = Song{music->title, music->artist};
+    const auto before = std::exchange(song_, std::move(song));
+    if (before && song_ && *before != *song_ && isTurning()) Q_EMIT songBegan();
+}
 
 bool RecordDisc::looksSame(const ItemFace& before, const ItemFace& after) const {
     const auto* const was = before.as<MusicFace>();

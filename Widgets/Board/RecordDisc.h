@@ -4,6 +4,10 @@
 #include "LumaroCore/BoardModel/BoardSpec.h"
 #include "Widgets/Board/FacePicture.h"
 
+#include <QtCore/QString>
+
+#include <optional>
+
 namespace lumaro {
 
 /// The disc of a record, to be turned about its own middle. Empty while nothing plays. `discX` and `discY` say where
@@ -17,7 +21,7 @@ class RecordDisc : public lumaro::FacePicture {
     Q_PROPERTY(double discY READ discY NOTIFY placeChanged)
 
 public:
-    using FacePicture::FacePicture;
+    explicit RecordDisc(QQuickItem* parent = nullptr);
 
     static double degreesPerSecond() { return BoardSpec::diskDegreesPerSecond; }
     /// Whether music plays.
@@ -27,9 +31,25 @@ public:
 
     void paint(QPainter& painter) override;
 
+Q_SIGNALS:
+    /// Another song plays than the record had before.
+    void songBegan();
+
 protected:
     void lay() override;
     bool looksSame(const ItemFace& before, const ItemFace& after) const override;
+
+private:
+    struct Song {
+        QString title;
+        QString artist;
+
+        bool operator==(const Song&) const = default;
+    };
+
+    void listen();
+
+    std::optional<Song> song_;
 };
 
 } // namespace lumaro

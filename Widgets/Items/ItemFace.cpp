@@ -14,6 +14,7 @@ ItemFace ItemFace::withoutText() const {
 ItemPicture ItemFace::picture() const {
     if (const auto* const photo = as<PhotoFace>()) return photo->picture;
     if (const auto* const sticker = as<StickerFace>()) return sticker->picture;
+    if (const auto* const music = as<MusicFace>()) return music->cover;
     return {};
 }
 

@@ -8,7 +8,6 @@
 #include "Widgets/Items/ItemPicture.h"
 
 #include <QtCore/QString>
-#include <QtGui/QImage>
 #include <QtQml/qqmlregistration.h>
 
 #include <concepts>
@@ -70,12 +69,14 @@ struct CountdownFace {
 
 struct MusicFace {
     enum class State : std::uint8_t { none, paused, playing };
+    static constexpr int armSteps = 64;
 
-    QImage cover;
+    ItemPicture cover;
     QString title;
     QString artist;
     QString words;
     State state = State::none;
+    int armStep = 0; ///< how far the arm has come in over the record, of `armSteps`
 
     bool operator==(const MusicFace&) const = default;
 };

@@ -30,7 +30,8 @@ void paintRecordRest(QPainter& painter, const MusicFace& face, QSizeF size);
 void paintRecord(QPainter& painter, const MusicFace& face, QSizeF size);
 void paintRecordLight(QPainter& painter, const MusicFace& face, QSizeF size);
 
-/// The square around the disc.
+/// The square around the disc, and the side of the one around the cover on it.
 QRectF recordRect(QSizeF size);
+double coverSide(QSizeF size);
 
 } // namespace lumaro

@@ -13,14 +13,19 @@
 #include <QtGui/QPainter>
 #include <QtGui/QPainterPath>
 #include <QtGui/QRadialGradient>
+#include <QtGui/QTransform>
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 
 namespace lumaro {
 namespace {
 
-constexpr double labelPart = 0.40; // of the disc's radius
+// Of the disc's radius.
+constexpr double labelPart = 0.40;
+constexpr double firstGroove = 0.93;
+constexpr double lastGroove = 0.50;
 
 QPainterPath disc(QPointF middle, double radius) {
     QPainterPath path;
@@ -114,11 +119,27 @@ void paintSheen(QPainter& painter, QPointF middle, double radius) {
     painter.fillPath(disc(middle, radius * labelPart), onLabel);
 }
 
-void paintArm(QPainter& painter, QPointF pivot, QPointF needle) {
-    const QPointF elbow = needle + (pivot - needle) * 0.34 + QPointF{9, 5};
-    QPainterPath arm{pivot};
-    arm.cubicTo(pivot + (elbow - pivot) * 0.5 + QPointF{5, 0}, elbow + QPointF{4, -12}, elbow);
-    arm.lineTo(needle);
+// The arm hangs from its pivot at the top right, and swings until the needle lies in that groove.
+QTransform swungTo(double groove, QPointF pivot, double length, const QRectF& record) {
+    const QPointF middle = record.center() - pivot;
+    const double away = std::hypot(middle.x(), middle.y());
+    const double cosine = (away * away + length * length - groove * groove) / (2 * away * length);
+    const double angle = std::atan2(middle.y(), middle.x()) - std::acos(std::clamp(cosine, -1.0, 1.0));
+    return {std::sin(angle), -std::cos(angle), std::cos(angle), std::sin(angle), pivot.x(), pivot.y()};
+}
+
+void paintArm(QPainter& painter, const QRectF& record, QPointF pivot, double played) {
+    const double radius = record.width() / 2;
+    const double length = radius * 1.35;
+    const double groove = radius * (firstGroove + (lastGroove - firstGroove) * played);
+    const auto swing = swungTo(groove, pivot, length, record);
+    const QPointF bend{10, length * 0.67};
+    const QPointF needle = swing.map(QPointF{0, length});
+    const QPointF elbow = swing.map(bend);
+    QPainterPath arm;
+    arm.cubicTo(bend * 0.5 + QPointF{5, -2}, bend + QPointF{-1, -12}, bend);
+    arm.lineTo(QPointF{0, length});
+    arm = swing.map(arm);
     painter.strokePath(arm.translated(2.5, 5), QPen{faint(tint::umber, 0.22), 5, Qt::SolidLine, Qt::RoundCap});
     painter.strokePath(arm, QPen{QColor{178, 158, 130}, 4.6, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin});
     painter.strokePath(arm.translated(-0.5, -0.7),
@@ -158,6 +179,8 @@ void paintStrip(QPainter& painter, const MusicFace& face, QSizeF size) {
     strip.addRoundedRect(QRectF{-width / 2, -25, width, second.isEmpty() ? 38.0 : 50.0}, 2.5, 2.5);
     paintShadow(painter, strip, 0.8);
     paintPaper(painter, strip, cardPaper());
+    // Marks may be piled on letters as high as a house.
+    painter.setClipPath(strip, Qt::IntersectClip);
     painter.setPen(tint::ink);
     drawLine(painter, {-width / 2 + 14, -24, width - 28, 32}, Qt::AlignCenter, face.title, title);
     painter.setPen(tint::softInk);
@@ -202,6 +225,10 @@ QRectF recordRect(QSizeF size) {
     return {4, 2, side, side};
 }
 
+double coverSide(QSizeF size) {
+    return recordRect(size).width() * labelPart;
+}
+
 void paintRecordRest(QPainter& painter, const MusicFace& face, QSizeF size) {
     painter.setRenderHint(QPainter::Antialiasing);
     if (face.state == MusicFace::State::none) return paintSleeve(painter, face, size);
@@ -213,7 +240,7 @@ void paintRecord(QPainter& painter, const MusicFace& face, QSizeF size) {
     if (face.state == MusicFace::State::none) return;
     painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
     const QRectF rect = recordRect(size);
-    paintDisc(painter, rect.center(), rect.width() / 2, face.cover);
+    paintDisc(painter, rect.center(), rect.width() / 2, face.cover.pixels());
 }
 
 void paintRecordLight(QPainter& painter, const MusicFace& face, QSizeF size) {
@@ -221,9 +248,7 @@ void paintRecordLight(QPainter& painter, const MusicFace& face, QSizeF size) {
     painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
     const QRectF rect = recordRect(size);
     paintSheen(painter, rect.center(), rect.width() / 2);
-    const QPointF pivot{size.width() - 13, 20};
-    const bool isPlaying = face.state == MusicFace::State::playing;
-    paintArm(painter, pivot, isPlaying ? QPointF{size.width() * 0.70, 146} : QPointF{size.width() - 4, 152});
+    paintArm(painter, rect, {size.width() - 13, 20}, static_cast<double>(face.armStep) / MusicFace::armSteps);
     if (!face.title.isEmpty() || !face.artist.isEmpty()) paintStrip(painter, face, size);
 }
 

@@ -2,6 +2,7 @@
 #include "Lumaro/UI/Board/BoardScene.h"
 
 #include "Lumaro/UI/Board/CardFaces.h"
+#include "Lumaro/UI/Board/LiveCards.h"
 #include "Lumaro/UI/Text.h"
 #include "LumaroCore/BoardModel/BoardSpec.h"
 #include "LumaroCore/BoardModel/Media.h"
@@ -57,7 +58,16 @@ LiveContext BoardScene::live() const {
             .now = ports_.clock.now(),
             .zone = zone_,
             .isFahrenheit = QLocale::system().measurementSystem() == QLocale::ImperialUSSystem,
+            .music = state,
+            .covers = state,
             .picture = picture_};
+}
+
+TrackWords BoardScene::trackOf(const QString& itemId) const {
+    const auto id = UUID::parse(itemId.toStdString());
+    const auto* const item = id ? shown_.find(*id) : nullptr;
+    const auto* const card = item != nullptr ? item->payload.as<NowPlayingSlotPayload>() : nullptr;
+    return card != nullptr ? trackWords(*card, live()) : TrackWords{};
 }
 
 Board BoardScene::withHand() const {
@@ -73,7 +83,8 @@ Board BoardScene::withHand() const {
 
 void BoardScene::hear(AppChanges changed) {
     constexpr std::array ofTheBoard{AppChange::board,  AppChange::partner,    AppChange::ownPresence,
-                                    AppChange::people, AppChange::membership, AppChange::pictures};
+                                    AppChange::people, AppChange::membership, AppChange::pictures,
+                                    AppChange::music};
     if (std::ranges::any_of(ofTheBoard, [&](AppChange change) { return changed.has(change); })) {
         refresh();
     } else if (changed.has(AppChange::editor)) {
@@ -117,6 +128,9 @@ void BoardScene::letGoOfPictures() {
     for (const auto* const board : {&settled_, &shown_}) {
         const auto media = mediaNamedBy(*board);
         named.insert(media.begin(), media.end());
+    }
+    for (const auto& cover : {ports_.app.state().ownCover, ports_.app.state().partnerCover}) {
+        if (cover) named.insert(*cover);
     }
     pictures_.keepOnly(named);
 }

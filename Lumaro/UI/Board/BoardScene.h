@@ -4,6 +4,7 @@
 #include "Lumaro/Model/AppModel.h"
 #include "Lumaro/UI/Board/BoardListModel.h"
 #include "Lumaro/UI/Board/PictureStore.h"
+#include "Lumaro/UI/Board/TrackWords.h"
 #include "LumaroCore/Support/Sleeper.h"
 #include "LumaroCore/Support/WallClock.h"
 
@@ -53,6 +54,8 @@ public:
     void hear(AppChanges changed);
     /// How many pixels of the sharpest window one point of the canvas has.
     Q_INVOKABLE void wantPixels(double perPoint);
+    /// What plays on a music card at this moment.
+    Q_INVOKABLE lumaro::TrackWords trackOf(const QString& itemId) const;
 
 Q_SIGNALS:
     void boardChanged();

@@ -127,17 +127,18 @@ std::optional<Instant> nextChangeOf(const PomodoroPayload& timer, Instant now) {
 } // namespace
 
 ItemFace faceOf(const BoardItem& item, const LiveContext& live) {
-    return std::visit(Overloaded{[&](const NotePayload& it) { return ItemFace{noteFace(it, live)}; },
-                                 [&](const PhotoPayload& it) { return ItemFace{photoFace(it, item.scale, live)}; },
-                                 [&](const CountdownPayload& it) { return ItemFace{countdownFace(it, live)}; },
-                                 [&](const NowPlayingSlotPayload& it) { return ItemFace{musicFace(it, live)}; },
-                                 [&](const LocationPayload& it) { return ItemFace{windowFace(it, live)}; },
-                                 [&](const TimezonesPayload& it) { return ItemFace{clocksFace(it, live)}; },
-                                 [&](const CalendarPayload& it) { return ItemFace{dayFace(it, live)}; },
-                                 [&](const PomodoroPayload& it) { return ItemFace{blockFace(it, live)}; },
-                                 [&](const StickerPayload& it) { return ItemFace{stickerFace(it, item.scale, live)}; },
-                                 [&](const DoodlePayload& it) { return ItemFace{DoodleFace{it}}; }},
-                      item.payload.value());
+    return std::visit(
+        Overloaded{[&](const NotePayload& it) { return ItemFace{noteFace(it, live)}; },
+                   [&](const PhotoPayload& it) { return ItemFace{photoFace(it, item.scale, live)}; },
+                   [&](const CountdownPayload& it) { return ItemFace{countdownFace(it, live)}; },
+                   [&](const NowPlayingSlotPayload& it) { return ItemFace{musicFace(it, item.scale, live)}; },
+                   [&](const LocationPayload& it) { return ItemFace{windowFace(it, live)}; },
+                   [&](const TimezonesPayload& it) { return ItemFace{clocksFace(it, live)}; },
+                   [&](const CalendarPayload& it) { return ItemFace{dayFace(it, live)}; },
+                   [&](const PomodoroPayload& it) { return ItemFace{blockFace(it, live)}; },
+                   [&](const StickerPayload& it) { return ItemFace{stickerFace(it, item.scale, live)}; },
+                   [&](const DoodlePayload& it) { return ItemFace{DoodleFace{it}}; }},
+        item.payload.value());
 }
 
 std::optional<Instant> nextChange(const BoardItem& item, const LiveContext& live) {
@@ -152,7 +153,7 @@ std::optional<Instant> nextChange(const BoardItem& item, const LiveContext& live
                    [&](const LocationPayload& it) { return minute(it); },
                    [&](const TimezonesPayload& it) { return minute(it); },
                    [&](const CalendarPayload& it) { return minute(it); },
-                   [&](const NowPlayingSlotPayload& it) { return never(it); },
+                   [&](const NowPlayingSlotPayload& it) { return nextChangeOf(it, live); },
                    [&](const PhotoPayload& it) { return never(it); },
                    [&](const StickerPayload& it) { return never(it); },
                    [&](const DoodlePayload& it) { return never(it); }},

@@ -24,11 +24,20 @@ struct LiveContext {
     Instant now;
     const QTimeZone& zone; ///< of this device
     bool isFahrenheit = false;
+    const MusicState& music;
+    const CoverState& covers;
     const Picture& picture;
 
     bool isMe(PartnerID slot) const { return slot == me; }
     const std::optional<NowPlaying>& nowPlaying(PartnerID slot) const {
         return isMe(slot) ? own.nowPlaying : partner.nowPlaying;
+    }
+    /// When that was heard, by this device's clock.
+    Instant nowPlayingHeardAt(PartnerID slot) const {
+        return isMe(slot) && own.nowPlaying ? own.nowPlaying->sampledAt : partner.nowPlayingHeardAt;
+    }
+    const std::optional<UUID>& cover(PartnerID slot) const {
+        return isMe(slot) ? covers.ownCover : covers.partnerCover;
     }
     const std::optional<Here>& here(PartnerID slot) const { return isMe(slot) ? own.here : partner.here; }
 };

@@ -45,6 +45,14 @@ QString day(const DayFace& face) {
     return said.join(QStringLiteral(", "));
 }
 
+QString music(const MusicFace& face, PartnerID slot, const LiveContext& live) {
+    const auto name = knownName(slot, live);
+    auto whose = name.isEmpty() ? Words::tr("their music") : Words::tr("%1's music").arg(name);
+    if (live.isMe(slot)) whose = Words::tr("your music");
+    const bool isPlaying = face.state == MusicFace::State::playing;
+    return joined({whose, quoted(face.title), face.artist, isPlaying ? Words::tr("playing") : face.words});
+}
+
 QString clock(const ClocksFace::Side& side) {
     return joined({side.name, side.time, side.words});
 }
@@ -68,7 +76,10 @@ QString spoken(const BoardItem& item, const ItemFace& face, const LiveContext& l
             [&](const CountdownFace& it) {
                 return joined({Words::tr("countdown"), quoted(it.label), it.figure + QLatin1Char{' '} + it.unit});
             },
-            [&](const MusicFace& it) { return joined({Words::tr("music"), quoted(it.title), it.artist, it.words}); },
+            [&](const MusicFace& it) {
+                const auto* const card = item.payload.as<NowPlayingSlotPayload>();
+                return music(it, card != nullptr ? card->slot : item.author, live);
+            },
             [&](const WindowFace& it) {
                 return joined({Words::tr("window"), it.place, it.time, it.temperature,
                                it.sky ? Words::of(nameOf(*it.sky)) : QString{}, it.words});

@@ -14,6 +14,8 @@ FocusScope {
 
     signal menuWanted(place: point)
     signal editWanted
+    /// One's own music is to be shared, or no longer.
+    signal sharingWanted
     signal quickNoteWanted
     signal doodleWanted
     /// The keyboard focus is to go to the bar with what can be done to the selected item.

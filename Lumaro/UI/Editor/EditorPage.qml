@@ -11,6 +11,7 @@ FocusScope {
     required property BoardScene scene
     required property EditorView editor
     required property PictureExchange pictures
+    required property MusicView music
     property bool isQuiet: false
 
     /// The person wants the page about the board, the settings, or a quick note.
@@ -82,6 +83,7 @@ FocusScope {
         pictures: page.pictures
         onMenuWanted: place => (menu.create() as ItemMenu).popup(place.x, place.y)
         onEditWanted: page.editSelected()
+        onSharingWanted: page.changeSharing()
         onQuickNoteWanted: page.quickNoteWanted()
         onDoodleWanted: page.editor.beginDoodle(page.editor.selected.itemId)
         onBarWanted: selectionBar.takeKeys()
@@ -107,8 +109,11 @@ FocusScope {
 
         board: board
         editor: page.editor
+        scene: page.scene
+        music: page.music
         visible: page.editor.selected.isThere && !page.editor.isDoodling && !page.editor.isWriting && !page.isQuiet && !hands.isDragging
         onEditWanted: page.editSelected()
+        onSharingWanted: page.changeSharing()
         onKeysLeft: page.takeKeys()
     }
 
@@ -168,7 +173,8 @@ FocusScope {
 
         sourceComponent: ItemMenu {}
         properties: ({
-                hands: hands
+                hands: hands,
+                music: page.music
             })
         onClosed: page.takeKeys()
     }
@@ -189,6 +195,16 @@ FocusScope {
         sourceComponent: CaptionSheet {}
         properties: ({
                 editor: page.editor
+            })
+        onClosed: page.takeKeys()
+    }
+
+    OnDemand {
+        id: musicSheet
+
+        sourceComponent: MusicSheet {}
+        properties: ({
+                music: page.music
             })
         onClosed: page.takeKeys()
     }
@@ -221,6 +237,15 @@ FocusScope {
 
         function onNoticed(text: string): void {
             toast.show(text, "");
+        }
+    }
+
+    /// Before the first yes people read what is shared.
+    function changeSharing(): void {
+        if (music.isDecided) {
+            music.share(!music.isShared);
+        } else {
+            (musicSheet.create() as MusicSheet).ask();
         }
     }
 

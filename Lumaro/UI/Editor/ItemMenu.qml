@@ -9,6 +9,7 @@ T.Menu {
     id: menu
 
     required property EditorHands hands
+    required property MusicView music
     readonly property EditorView editor: hands.editor
     readonly property selectedItem item: editor.selected
 
@@ -96,6 +97,11 @@ T.Menu {
         visible: menu.item.canRest
         text: qsTr("rest")
         onTriggered: menu.editor.rest()
+    }
+    MenuEntry {
+        visible: menu.item.isOwnMusic
+        text: menu.music.isShared ? qsTr("keep what i'm listening to to myself") : qsTr("share what i'm listening to")
+        onTriggered: menu.hands.sharingWanted()
     }
     MenuEntry {
         text: qsTr("take down")

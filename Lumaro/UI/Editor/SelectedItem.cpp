@@ -64,6 +64,8 @@ SelectedItem selectedItem(const BoardItem& item, PartnerID me, Instant now) {
             std::chrono::floor<std::chrono::milliseconds>(countdown->targetDate).time_since_epoch().count());
     } else if (const auto* const timer = item.payload.as<PomodoroPayload>()) {
         addBlock(selected, *timer, me, now);
+    } else if (const auto* const music = item.payload.as<NowPlayingSlotPayload>()) {
+        selected.isOwnMusic = music->slot == me;
     }
     return selected;
 }

@@ -34,6 +34,7 @@ struct SelectedItem {
     Q_PROPERTY(bool canJoin MEMBER canJoin CONSTANT)
     Q_PROPERTY(bool canCoolDown MEMBER canCoolDown CONSTANT)
     Q_PROPERTY(bool canRest MEMBER canRest CONSTANT)
+    Q_PROPERTY(bool isOwnMusic MEMBER isOwnMusic CONSTANT)
 
 public:
     bool isThere = false;
@@ -57,6 +58,7 @@ public:
     bool canJoin = false;
     bool canCoolDown = false;
     bool canRest = false;
+    bool isOwnMusic = false; ///< the card of what this person listens to
 
     bool operator==(const SelectedItem&) const = default;
 };

@@ -10,10 +10,14 @@ Rectangle {
 
     required property BoardView board
     required property EditorView editor
+    required property BoardScene scene
+    required property MusicView music
     readonly property selectedItem item: editor.selected
     readonly property bool isBlock: item.kind === "pomodoro"
 
     signal editWanted
+    /// One's own music is to be shared, or no longer.
+    signal sharingWanted
     /// The bar had the keyboard focus when it went.
     signal keysLeft
 
@@ -33,8 +37,8 @@ Rectangle {
 
     x: Math.round(Math.max(Theme.size.small, Math.min(board.width - width - Theme.size.small, middle - width / 2)))
     y: Math.round(below + height + 96 < board.height ? below : Math.max(Theme.size.small, above))
-    width: row.implicitWidth + 2 * Theme.size.tiny
-    height: row.implicitHeight + 2 * Theme.size.tiny
+    width: Math.max(row.implicitWidth, track.width) + 2 * Theme.size.tiny
+    height: track.height + row.implicitHeight + 2 * Theme.size.tiny
     radius: Theme.size.radius
     color: Theme.color.raised
     border.width: 1
@@ -58,10 +62,20 @@ Rectangle {
         anchors.fill: parent
     }
 
+    TrackLines {
+        id: track
+
+        anchors.horizontalCenter: parent.horizontalCenter
+        y: Theme.size.tiny
+        scene: bar.scene
+        itemId: bar.item.kind === "nowPlayingSlot" ? bar.item.itemId : ""
+    }
+
     FocusScope {
         id: keys
 
-        anchors.centerIn: parent
+        anchors.horizontalCenter: parent.horizontalCenter
+        y: Theme.size.tiny + track.height
         width: row.implicitWidth
         height: row.implicitHeight
 
@@ -100,6 +114,14 @@ Rectangle {
                 visible: bar.isBlock && bar.item.canRest
                 text: qsTr("rest")
                 onClicked: bar.editor.rest()
+            }
+            Word {
+                visible: bar.item.isOwnMusic
+                checkable: bar.music.isDecided
+                checked: bar.music.isShared
+                text: qsTr("share what i'm listening to")
+                Accessible.role: checkable ? Accessible.CheckBox : Accessible.Button
+                onClicked: bar.sharingWanted()
             }
             PaperSwatches {
                 visible: bar.item.kind === "note"

@@ -9,6 +9,7 @@ Sheet {
 
     required property AppView view
     required property SettingsView settings
+    required property MusicView music
     /// The screens there are, a list model with the roles `name` and `isShown`, which is written.
     required property var screens
     /// Whether this desktop lets the board hang behind its icons.
@@ -48,6 +49,9 @@ Sheet {
             checked: page.settings.opensAtLogin
             onClicked: page.settings.opensAtLogin = checked
         }
+    }
+    MusicSection {
+        music: page.music
     }
     Section {
         heading: qsTr("telling you")

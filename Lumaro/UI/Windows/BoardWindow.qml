@@ -12,6 +12,7 @@ Window {
     required property EditorView editor
     required property PictureExchange pictures
     required property SettingsView settings
+    required property MusicView music
     required property var screens
     required property bool hangsBehindIcons
 
@@ -35,6 +36,7 @@ Window {
         scene: window.scene
         editor: window.editor
         pictures: window.pictures
+        music: window.music
         isQuiet: window.view.face.needsPerson
         onBoardPageWanted: window.showPage("boardPage")
         onSettingsWanted: window.showPage("settings")
@@ -86,6 +88,7 @@ Window {
         properties: ({
                 view: window.view,
                 settings: window.settings,
+                music: window.music,
                 screens: window.screens,
                 hangsBehindIcons: window.hangsBehindIcons
             })

@@ -78,6 +78,7 @@ void Bed::build() {
     // Pages let go of what there was when they hear of the new; then it goes, the application last.
     const auto app = std::move(app_);
     const auto settings = std::move(settings_);
+    const auto music = std::move(music_);
     const auto view = std::move(view_);
     const auto scene = std::move(scene_);
     const auto editor = std::move(editor_);
@@ -86,6 +87,7 @@ void Bed::build() {
     view_ = std::make_unique<AppView>(AppView::Setup{QStringLiteral("/profile"), QStringLiteral("1"), {}}, *app_->app,
                                       app_->clock, app_->sleeper);
     settings_ = std::make_unique<SettingsView>(app_->defaults, app_->loginItem);
+    music_ = std::make_unique<MusicView>(*app_->app);
     scene_ = std::make_unique<BoardScene>(BoardScene::Ports{*app_->app, app_->clock, app_->sleeper, app_->background});
     editor_ = std::make_unique<EditorView>(*app_->app, app_->clock);
     pictures_ = std::make_unique<PictureExchange>(*app_->app, app_->ids, app_->background);
@@ -93,6 +95,7 @@ void Bed::build() {
         view_->refresh();
         scene_->hear(news.changed);
         editor_->hear(news);
+        music_->hear(news.changed);
     });
     Q_EMIT made();
 }
@@ -194,6 +197,19 @@ QString Bed::hang(QVariantMap item) {
     if (!read) qFatal("%s: %s", read.error().path.c_str(), read.error().message.c_str());
     app_->relay({Op{Upsert{*read}}});
     return item[QStringLiteral("id")].toString();
+}
+
+void Bed::partnerPlays(const QString& title, const QString& artist) {
+    ServerMessage::Presence presence;
+    presence.from = PartnerID::b;
+    presence.nowPlaying = NowPlaying{.isPlaying = true,
+                                     .progressMs = 83'000,
+                                     .sampledAt = app_->clock.now(),
+                                     .durationMs = 225'000,
+                                     .title = title.toStdString(),
+                                     .artist = artist.toStdString(),
+                                     .artworkURL = std::nullopt};
+    app_->rooms.say(std::move(presence));
 }
 
 void Bed::partnerTakesDown(const QString& itemId) {

@@ -5,6 +5,7 @@
 #include "Lumaro/UI/Board/BoardScene.h"
 #include "Lumaro/UI/Editor/EditorView.h"
 #include "Lumaro/UI/Editor/PictureExchange.h"
+#include "Lumaro/UI/MusicView.h"
 #include "Lumaro/UI/SettingsView.h"
 #include "Tests/Model/AppFixture.h"
 #include "Tests/UI/qml/PseudoLanguage.h"
@@ -25,6 +26,7 @@ class Bed final : public QObject {
     Q_OBJECT
     Q_PROPERTY(lumaro::AppView* view READ view NOTIFY made)
     Q_PROPERTY(lumaro::SettingsView* settings READ settings NOTIFY made)
+    Q_PROPERTY(lumaro::MusicView* music READ music NOTIFY made)
     Q_PROPERTY(lumaro::BoardScene* scene READ scene NOTIFY made)
     Q_PROPERTY(lumaro::EditorView* editor READ editor NOTIFY made)
     Q_PROPERTY(lumaro::PictureExchange* pictures READ pictures NOTIFY made)
@@ -34,6 +36,7 @@ public:
 
     AppView* view() const { return view_.get(); }
     SettingsView* settings() const { return settings_.get(); }
+    MusicView* music() const { return music_.get(); }
     BoardScene* scene() const { return scene_.get(); }
     EditorView* editor() const { return editor_.get(); }
     PictureExchange* pictures() const { return pictures_.get(); }
@@ -69,6 +72,8 @@ public:
     Q_INVOKABLE void makeOnBoard();
     /// The partner writes that item, as the wire has it; what it does not name is as usual. Its id.
     Q_INVOKABLE QString hang(QVariantMap item);
+    /// The partner listens to that now.
+    Q_INVOKABLE void partnerPlays(const QString& title, const QString& artist);
     Q_INVOKABLE void partnerTakesDown(const QString& itemId);
     /// The room no longer knows this device.
     Q_INVOKABLE void refuse();
@@ -107,6 +112,7 @@ private:
     std::unique_ptr<AppFixture> app_;
     std::unique_ptr<AppView> view_;
     std::unique_ptr<SettingsView> settings_;
+    std::unique_ptr<MusicView> music_;
     std::unique_ptr<BoardScene> scene_;
     std::unique_ptr<EditorView> editor_;
     std::unique_ptr<PictureExchange> pictures_;

@@ -22,6 +22,7 @@ TestCase {
             scene: Bed.scene
             editor: Bed.editor
             pictures: Bed.pictures
+            music: Bed.music
         }
     }
 

@@ -24,6 +24,7 @@ Item {
             editor: Bed.editor
             pictures: Bed.pictures
             settings: Bed.settings
+            music: Bed.music
             screens: screenList
             hangsBehindIcons: false
         }
@@ -282,6 +283,38 @@ Item {
                 settings: [10, () => {
                         onBoard();
                         window.showPage("settings");
+                    }],
+                sharing: [12, () => {
+                        onBoard();
+                        Bed.music.share(true);
+                        window.showPage("settings");
+                        find(window.contentItem, item => {
+                            if (item instanceof MusicSection)
+                                item.isAsking = true;
+                            return false;
+                        });
+                        verify(find(window.contentItem, item => item instanceof MusicQuestion));
+                    }],
+                music: [3, () => {
+                        onBoard();
+                        Bed.partnerPlays("the train", "ann");
+                        hang("nowPlayingSlot", {
+                            slot: "b"
+                        });
+                    }],
+                ownMusic: [4, () => {
+                        onBoard();
+                        hang("nowPlayingSlot", {
+                            slot: "a"
+                        });
+                        find(window.contentItem, item => item instanceof SelectionBar).sharingWanted();
+                    }],
+                ownMusicMenu: [7, () => {
+                        onBoard();
+                        hang("nowPlayingSlot", {
+                            slot: "a"
+                        });
+                        keyClick(Qt.Key_Menu);
                     }],
                 notice: [1, () => {
                         onBoard();

@@ -24,6 +24,7 @@ Item {
         SettingsPage {
             view: Bed.view
             settings: Bed.settings
+            music: Bed.music
             hangsBehindIcons: false
             screens: screenList
         }
@@ -111,6 +112,30 @@ Item {
             comeTo(data.control);
             keyClick(Qt.Key_Space);
             compare(Bed.settings[data.tag], !before);
+            sheet.close();
+        }
+
+        function test_musicIsSharedOnlyAfterThePersonHasReadWhat() {
+            Bed.make();
+            const sheet = open(settingsPage);
+            comeTo("share what i'm listening to");
+            keyClick(Qt.Key_Space);
+            verify(!Bed.music.isShared && !Bed.music.isDecided);
+            compare(room.Window.activeFocusItem.Accessible.name, "no");
+            keyClick(Qt.Key_Backtab);
+            keyClick(Qt.Key_Return);
+            verify(Bed.music.isShared);
+            for (const [control, setting] of [["also from browsers", "includesBrowsers"], ["look for covers on the web", "looksForCovers"]]) {
+                verify(!Bed.music[setting]);
+                comeTo(control);
+                keyClick(Qt.Key_Space);
+                verify(Bed.music[setting]);
+            }
+            comeTo("share what i'm listening to");
+            keyClick(Qt.Key_Space);
+            verify(!Bed.music.isShared);
+            keyClick(Qt.Key_Space);
+            verify(Bed.music.isShared);
             sheet.close();
         }
 

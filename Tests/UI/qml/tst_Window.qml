@@ -20,6 +20,7 @@ Item {
             editor: Bed.editor
             pictures: Bed.pictures
             settings: Bed.settings
+            music: Bed.music
             screens: []
             hangsBehindIcons: false
         }
