@@ -118,7 +118,9 @@ void addEvents(DayFace& face, const CalendarDay& day, const QTimeZone& zone) {
 /// What plays for that person; null when nothing does, or what did must be over.
 const NowPlaying* trackOf(PartnerID slot, const LiveContext& live) {
     const auto& playing = live.nowPlaying(slot);
-    if (!playing || Playback::hasEnded(*playing, live.nowPlayingHeardAt(slot), live.now)) return nullptr;
+    if (!playing || !Playback::hasTrack(*playing) ||
+        Playback::hasEnded(*playing, live.nowPlayingHeardAt(slot), live.now))
+        return nullptr;
     return &*playing;
 }
 
