@@ -151,7 +151,7 @@ def real_mpv(two, folder, songs):
 def two_players(two, folder, music, mpv):
     mpv.pause()
     mpd = Mpd(music, folder, two.env)
-    mpd.say('add "first.wav"', 'add "second.wav"')
+    mpd.say("clear", 'add "first.wav"', 'add "second.wav"')
     two.sees(lambda: mpd.say("play"), plays("So What"), counts=False)
     two.sees(lambda: mpd.say("next"), plays("Blue in Green"))
     # Both paused, then one of them plays.
