@@ -38,7 +38,8 @@ struct NetworkValues {
     bool json = false;
     bool inFile = false;
     bool leave = false;
-    std::optional<bool> share;
+    bool share = false;
+    bool shareNoLonger = false;
 
     BoardRequest request(decltype(BoardRequest::Verb::value) verb) const { return {{std::move(verb)}, network.wait}; }
     ExitStatus send(Streams streams, decltype(BoardRequest::Verb::value) verb) const {
@@ -140,10 +141,14 @@ public:
             ->type_name("");
         auto* listening =
             verb("listening", "Print what is shared of the music here, and what the partner plays (--app).",
-                 [](const V& v, Streams streams) { return v.send(streams, BoardRequest::Listening{v.json, v.share}); });
+                 [](const V& v, Streams streams) {
+                     const auto said = v.share || v.shareNoLonger ? std::optional{v.share} : std::nullopt;
+                     return v.send(streams, BoardRequest::Listening{v.json, said});
+                 });
         listening->add_flag("--json", values_.json, "as one JSON object");
-        listening->add_flag("--share,!--no-share", values_.share,
-                            "let the partner see the song, the artist and the cover from now on, or no longer");
+        auto* share = listening->add_flag("--share", values_.share,
+                                          "let the partner see the song, the artist and the cover from now on");
+        listening->add_flag("--no-share", values_.shareNoLonger, "let them see it no longer")->excludes(share);
         auto* secrets = verb("secrets", "Answer where there is no keyring (--app).", [](const V& v, Streams streams) {
             return v.send(streams, BoardRequest::Secrets{v.inFile});
         });

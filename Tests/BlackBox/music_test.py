@@ -133,7 +133,7 @@ def nothing(shown):
     return shown is None
 
 
-def real_mpv(two, folder, songs):
+def real_mpv(two, folder, songs, lumaroctl):
     player = Mpv(songs[:1], folder, two.env)
     player.pause(False)
     time.sleep(1)
@@ -141,6 +141,7 @@ def real_mpv(two, folder, songs):
     two.sees(lambda: two.ann.ask("listening", json=False, share=True), plays("So What"))
     two.bea.until(lambda: "artworkURL" in two.shown())
     assert set(two.shown()) == TRAVELS, two.shown()
+    scripts_are_told(two, lumaroctl)
     two.sees(player.pause, plays("So What", False))
     two.sees(lambda: player.pause(False), plays("So What"))
     two.sees(lambda: player.command("seek", 100, "absolute"), lambda shown: 99_000 <= shown["progressMs"] <= 120_000)
@@ -168,6 +169,16 @@ def two_players(two, folder, music, mpv):
     two.sees(mpd.quit, nothing)
 
 
+def scripts_are_told(two, lumaroctl):
+    def said(*words):
+        return subprocess.run([lumaroctl, "--app", "--profile", two.ann.profile, "listening", *words], env=two.env, capture_output=True,
+                              text=True, timeout=PATIENCE, check=True).stdout
+    for words in ((), ("--json",), ()):  # asking changes nothing
+        assert "So What" in said(*words), said()
+    assert "not shared" in said("--no-share")
+    two.sees(lambda: said("--share"), plays("So What"))
+
+
 def only_this_travelled(wire):
     count = 0
     while (text := wire.poll(0.5)) is not None:
@@ -182,7 +193,7 @@ def only_this_travelled(wire):
 
 
 def main():
-    asked = options("room", "lumaro")
+    asked = options("room", "lumaro", "lumaroctl")
     with Server(asked.room) as server:
         folder = server.folder.name
         music = pathlib.Path(folder) / "music"
@@ -193,7 +204,7 @@ def main():
         two = Two(asked, server)
         try:
             two.meet()
-            mpv = real_mpv(two, folder, songs)
+            mpv = real_mpv(two, folder, songs, asked.lumaroctl)
             two_players(two, folder, str(music), mpv)
             only_this_travelled(two.wire)
         finally:
