@@ -18,11 +18,11 @@
 namespace lumaro {
 namespace {
 
-constexpr int longestSide = 512;
-constexpr qint64 maxPixels = qint64{4096} * 4096;
-constexpr std::array jpegQualities{82, 70, 55, 40, 25};
+constexpr int coverSide = 512;
+constexpr qint64 maxCoverPixels = qint64{4096} * 4096;
+constexpr std::array coverQualities{82, 70, 55, 40, 25};
 // What players and catalogues use. A drawing that is a program, such as SVG, is not among them.
-const std::array<QByteArray, 5> formats{"jpeg", "png", "webp", "gif", "bmp"};
+const std::array<QByteArray, 5> coverFormats{"jpeg", "png", "webp", "gif", "bmp"};
 
 // So that no id of ours is one of another program's.
 QUuid coverSpace() {
@@ -40,12 +40,12 @@ QImage read(QBuffer& file) {
     QImageReader reader{&file};
     reader.setAutoTransform(true);
     const QByteArray format = reader.format();
-    if (std::ranges::find(formats, format) == formats.end()) return {};
+    if (std::ranges::find(coverFormats, format) == coverFormats.end()) return {};
     const QSize size = reader.size();
-    if (!size.isValid() || qint64{size.width()} * size.height() > maxPixels) return {};
-    const bool isLarge = std::max(size.width(), size.height()) > longestSide;
+    if (!size.isValid() || qint64{size.width()} * size.height() > maxCoverPixels) return {};
+    const bool isLarge = std::max(size.width(), size.height()) > coverSide;
     if (isLarge && format == "jpeg") {
-        reader.setScaledSize(size.scaled(longestSide, longestSide, Qt::KeepAspectRatio).expandedTo({1, 1}));
+        reader.setScaledSize(size.scaled(coverSide, coverSide, Qt::KeepAspectRatio).expandedTo({1, 1}));
     }
     return reader.read();
 }
@@ -53,8 +53,8 @@ QImage read(QBuffer& file) {
 // On white, in sRGB, and without a word of where it comes from.
 QImage bare(QImage picture) {
     if (picture.colorSpace().isValid()) picture.convertToColorSpace(QColorSpace::SRgb);
-    if (std::max(picture.width(), picture.height()) > longestSide) {
-        picture = picture.scaled(longestSide, longestSide, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+    if (std::max(picture.width(), picture.height()) > coverSide) {
+        picture = picture.scaled(coverSide, coverSide, Qt::KeepAspectRatio, Qt::SmoothTransformation);
     }
     picture.setDevicePixelRatio(1);
     QImage fresh{picture.size(), QImage::Format_RGB32};
@@ -64,7 +64,7 @@ QImage bare(QImage picture) {
 }
 
 QByteArray jpegOf(const QImage& picture) {
-    for (const int quality : jpegQualities) {
+    for (const int quality : coverQualities) {
         QByteArray bytes;
         QBuffer buffer{&bytes};
         buffer.open(QIODevice::WriteOnly);
