@@ -15,7 +15,7 @@ T.Switch {
     }
 
     implicitWidth: 320
-    implicitHeight: Math.max(Theme.size.control, words.implicitHeight + 12)
+    implicitHeight: Math.ceil(Math.max(Theme.size.control, words.implicitHeight + 12)) // hairlines below lie on whole pixels
     hoverEnabled: true
     opacity: enabled ? 1 : 0.5
     Accessible.role: Accessible.CheckBox
