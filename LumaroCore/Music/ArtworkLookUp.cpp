@@ -3,6 +3,7 @@
 
 #include "LumaroCore/Music/CoverAddress.h"
 #include "LumaroCore/Support/JsonCodec.h"
+#include "LumaroCore/Support/PercentEncoding.h"
 #include "LumaroCore/Support/Unicode.h"
 
 #include <algorithm>
@@ -40,24 +41,6 @@ struct Songs {
 constexpr double lengthTolerance = 5000; // milliseconds
 constexpr std::size_t longestTerm = 300; // bytes of the words searched for
 constexpr std::size_t trackDigits = 22;
-
-std::string percentEncoded(std::string_view text) {
-    constexpr std::string_view digits = "0123456789ABCDEF";
-    std::string encoded;
-    for (const char c : text) {
-        const bool isPlain = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') ||
-                             std::string_view{"-._~"}.contains(c);
-        if (isPlain) {
-            encoded.push_back(c);
-            continue;
-        }
-        const auto byte = static_cast<unsigned char>(c);
-        encoded.push_back('%');
-        encoded.push_back(digits[byte >> 4U]);
-        encoded.push_back(digits[byte & 15U]);
-    }
-    return encoded;
-}
 
 // The id of a track of the catalogue, in any of the forms in which players name it.
 std::optional<std::string_view> trackIn(std::string_view key) {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "LumaroCore/Pairing/InviteLink.h"
 
+#include "LumaroCore/Support/PercentEncoding.h"
 #include "LumaroCore/Support/Unicode.h"
 
 #include <algorithm>
@@ -84,21 +85,6 @@ std::string percentDecoded(std::string_view text) {
         if (low) i += 2;
     }
     return decoded;
-}
-
-// As a value in a query: all but the unreserved characters of RFC 3986 is escaped.
-std::string percentEncoded(std::string_view text) {
-    constexpr std::string_view digits = "0123456789ABCDEF";
-    std::string encoded;
-    for (const char c : text) {
-        if (isIdCharacter(c) || c == '.' || c == '~') {
-            encoded += c;
-        } else {
-            const auto byte = static_cast<unsigned char>(c);
-            encoded.append({'%', digits[byte / 16U], digits[byte % 16U]});
-        }
-    }
-    return encoded;
 }
 
 std::optional<Found> inOwnLink(std::string_view word) {

@@ -1,30 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "LumaroCore/Protocol/CoupleEndpoints.h"
 
+#include "LumaroCore/Support/PercentEncoding.h"
+
 #include <algorithm>
 
 namespace lumaro {
 namespace {
-
-bool isAsciiAlphanumeric(char c) {
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9');
-}
-
-void appendComponent(std::string& url, std::string_view component) {
-    constexpr std::string_view unescaped = "-._~!$&'()*+,;=:@";
-    constexpr std::string_view digits = "0123456789ABCDEF";
-    url.push_back('/');
-    for (const char c : component) {
-        if (isAsciiAlphanumeric(c) || unescaped.contains(c)) {
-            url.push_back(c);
-            continue;
-        }
-        const auto byte = static_cast<unsigned char>(c);
-        url.push_back('%');
-        url.push_back(digits[byte >> 4U]);
-        url.push_back(digits[byte & 15U]);
-    }
-}
 
 // Whether the URL has this scheme, written in lower case here and in any case there.
 bool hasScheme(std::string_view url, std::string_view scheme) {
@@ -40,7 +22,7 @@ std::string urlWithPath(std::string_view base, std::initializer_list<std::string
     auto path = base.substr(0, pathEnd);
     if (path.ends_with('/')) path.remove_suffix(1);
     std::string url{path};
-    for (const auto component : components) appendComponent(url, component);
+    for (const auto component : components) url.append("/").append(percentEncoded(component, "-._~!$&'()*+,;=:@"));
     return url.append(base.substr(pathEnd));
 }
 

@@ -3,8 +3,8 @@
 
 #include "LumaroCore/BoardModel/BoardSpec.h"
 #include "LumaroCore/Protocol/ImageType.h"
+#include "Tests/Pictures/PictureFile.h"
 
-#include <QBuffer>
 #include <QColorSpace>
 
 #include <gtest/gtest.h>
@@ -15,14 +15,6 @@ namespace lumaro {
 namespace {
 
 using namespace std::string_literals;
-
-std::string fileOf(const QImage& picture, const char* format) {
-    QByteArray bytes;
-    QBuffer buffer{&bytes};
-    buffer.open(QIODevice::WriteOnly);
-    EXPECT_TRUE(picture.save(&buffer, format, 95));
-    return bytes.toStdString();
-}
 
 QImage noise(int width, int height, QImage::Format format) {
     std::mt19937 random{7};

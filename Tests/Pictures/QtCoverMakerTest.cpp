@@ -2,9 +2,9 @@
 #include "Lumaro/Pictures/QtCoverMaker.h"
 
 #include "LumaroCore/Protocol/ImageType.h"
+#include "Tests/Pictures/PictureFile.h"
 #include "Tests/Support/ScratchFolder.h"
 
-#include <QBuffer>
 #include <QColorSpace>
 #include <QImage>
 
@@ -19,14 +19,6 @@ namespace lumaro {
 namespace {
 
 using namespace std::string_literals;
-
-std::string fileOf(const QImage& picture, const char* format) {
-    QByteArray bytes;
-    QBuffer buffer{&bytes};
-    buffer.open(QIODevice::WriteOnly);
-    EXPECT_TRUE(picture.save(&buffer, format));
-    return bytes.toStdString();
-}
 
 QImage picture(int width, int height) {
     QImage filled{width, height, QImage::Format_ARGB32};
