@@ -11,11 +11,11 @@
 namespace lumaro {
 
 /// The picture as a file of that format.
-inline std::string fileOf(const QImage& picture, const char* format) {
+inline std::string fileOf(const QImage& picture, const char* format, int quality = 95) {
     QByteArray bytes;
     QBuffer buffer{&bytes};
     buffer.open(QIODevice::WriteOnly);
-    EXPECT_TRUE(picture.save(&buffer, format, 95));
+    EXPECT_TRUE(picture.save(&buffer, format, quality));
     return bytes.toStdString();
 }
 

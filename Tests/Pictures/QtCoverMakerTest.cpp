@@ -62,7 +62,7 @@ TEST(QtCoverMakerTest, MakesNothingOfWhatIsNoPictureOrADangerousOne) {
     QtCoverMaker maker;
     QImage bomb{20'000, 20'000, QImage::Format_Mono};
     bomb.fill(0);
-    const auto bombFile = fileOf(bomb, "PNG");
+    const auto bombFile = fileOf(bomb, "PNG", 0);
     ASSERT_LT(bombFile.size(), 2'097'152U);
     const auto whole = fileOf(picture(600, 600), "PNG");
     for (
