@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "LumaroControl/BoardAnswer.h"
 #include "LumaroControl/BoardRequest.h"
 
 #include "LumaroCore/BoardModel/PayloadJson.h"

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "LumaroControl/ExitStatus.h"
 #include "LumaroCore/BoardModel/Board.h"
 #include "LumaroCore/Protocol/Messages.h"
 
@@ -240,21 +239,5 @@ struct BoardRequest {
     }
     bool operator==(const BoardRequest&) const = default;
 };
-
-/// What the one who asked writes to its standard streams, and its exit status.
-struct BoardAnswer {
-    std::int64_t status = 0;
-    std::string out;
-    std::string err; ///< whole lines, without the program's name
-
-    static constexpr auto fields() {
-        return std::tuple{Field{"status", &BoardAnswer::status}, Field{"out", &BoardAnswer::out},
-                          Field{"err", &BoardAnswer::err}};
-    }
-    bool operator==(const BoardAnswer&) const = default;
-};
-
-/// The slot of the person whose application has this status; none while it is on no board.
-std::optional<PartnerID> slotInStatus(std::string_view json);
 
 } // namespace lumaro

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "LumaroControl/BoardAnswer.h"
 #include "LumaroControl/EditRequest.h"
 #include "LumaroCore/SyncClient/BoardSession.h"
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "LumaroControl/BoardAnswer.h"
 #include "LumaroControl/BoardRequest.h"
 #include "LumaroCore/BoardModel/Identifiers.h"
 #include "LumaroCtl/ProfileOwner.h"

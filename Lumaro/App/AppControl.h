@@ -2,6 +2,7 @@
 #pragma once
 
 #include "Lumaro/Model/AppModel.h"
+#include "LumaroControl/BoardAnswer.h"
 #include "LumaroControl/EditRequest.h"
 #include "Platform/Qt/LocalSocket.h"
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Lumaro/App/HandOver.h"
 
+#include "LumaroControl/BoardAnswer.h"
 #include "LumaroControl/BoardRequest.h"
 #include "LumaroCore/Support/Wire.h"
 #include "Platform/Qt/LocalSocket.h"

@@ -12,6 +12,17 @@ namespace {
 constexpr std::int64_t longestMs = std::int64_t{1000} * 60 * 60 * 24 * 365;
 constexpr std::int64_t driftMs = 1500;
 
+constexpr std::size_t longestWords = 1024;
+constexpr std::size_t longestUrl = 2048;
+
+// Not within a character.
+void cut(std::string& text) {
+    if (text.size() <= longestWords) return;
+    auto end = longestWords;
+    while (end > 0 && (static_cast<unsigned char>(text[end]) & 0xC0U) == 0x80U) --end;
+    text.resize(end);
+}
+
 std::int64_t sane(std::int64_t milliseconds) {
     return std::clamp(milliseconds, std::int64_t{0}, longestMs);
 }
@@ -20,6 +31,12 @@ std::int64_t sane(std::int64_t milliseconds) {
 
 bool hasTrack(const NowPlaying& playing) {
     return playing.isPlaying || !playing.title.empty() || !playing.artist.empty();
+}
+
+void shorten(NowPlaying& playing) {
+    cut(playing.title);
+    cut(playing.artist);
+    if (playing.artworkURL && playing.artworkURL->size() > longestUrl) playing.artworkURL.reset();
 }
 
 std::int64_t positionMs(const NowPlaying& playing, Instant now) {

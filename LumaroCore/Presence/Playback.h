@@ -15,6 +15,10 @@ inline constexpr std::chrono::seconds silence{60};
 /// Whether there is a track to be shown. A player that is stopped tells of none, and travels without title and artist.
 bool hasTrack(const NowPlaying& playing);
 
+/// Cuts title and artist to a kilobyte, and drops an artwork URL that is longer than two: a partner may send megabytes,
+/// which every picture of the card would go through again.
+void shorten(NowPlaying& playing);
+
 /// Where the track is, in milliseconds: on from `progressMs` since `sampledAt` while it plays; never before its
 /// beginning nor, when its length is known, behind its end. A sample of the future counts as one of now.
 std::int64_t positionMs(const NowPlaying& playing, Instant now);

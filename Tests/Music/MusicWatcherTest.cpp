@@ -231,6 +231,17 @@ TEST(PlaybackTest, MovesAPlayingTrackOnAndSurvivesAnyNumber) {
     }
 }
 
+TEST(PlaybackTest, CutsMegabytesBetweenCharacters) {
+    NowPlaying endless;
+    endless.title = "n";
+    for (int i = 0; i < 500'000; ++i) endless.title += "é";
+    endless.artworkURL = "https://i.scdn.co/" + std::string(5000, 'x');
+    Playback::shorten(endless);
+    EXPECT_EQ(endless.title.size(), 1023U);
+    EXPECT_TRUE(endless.title.ends_with("é"));
+    EXPECT_FALSE(endless.artworkURL);
+}
+
 TEST(NowPlayingTest, LeavesOutACoverThatIsNotKnown) {
     const auto text = Wire::encode(NowPlaying{});
     EXPECT_FALSE(text->contains("artworkURL"));

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Lumaro/Model/Presence/Partner.h"
 
+#include "LumaroCore/Presence/Playback.h"
+
 #include <utility>
 
 namespace lumaro {
@@ -20,6 +22,7 @@ void Partner::take(const ServerMessage::Presence& presence, PartnerID me) {
     auto seen = state_.presence;
     seen.activity = presence.activity;
     seen.nowPlaying = presence.nowPlaying;
+    if (seen.nowPlaying) Playback::shorten(*seen.nowPlaying);
     if (seen.nowPlaying != state_.presence.nowPlaying) seen.nowPlayingHeardAt = clock_.now();
     seen.here = presence.here;
     show(std::move(seen));

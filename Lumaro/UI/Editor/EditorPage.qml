@@ -83,7 +83,7 @@ FocusScope {
         pictures: page.pictures
         onMenuWanted: place => (menu.create() as ItemMenu).popup(place.x, place.y)
         onEditWanted: page.editSelected()
-        onSharingWanted: page.changeSharing()
+        onSharingWanted: sheets.changeSharing()
         onQuickNoteWanted: page.quickNoteWanted()
         onDoodleWanted: page.editor.beginDoodle(page.editor.selected.itemId)
         onBarWanted: selectionBar.takeKeys()
@@ -113,7 +113,7 @@ FocusScope {
         music: page.music
         visible: page.editor.selected.isThere && !page.editor.isDoodling && !page.editor.isWriting && !page.isQuiet && !hands.isDragging
         onEditWanted: page.editSelected()
-        onSharingWanted: page.changeSharing()
+        onSharingWanted: sheets.changeSharing()
         onKeysLeft: page.takeKeys()
     }
 
@@ -142,7 +142,7 @@ FocusScope {
         editor: page.editor
         pictures: page.pictures
         background: page.scene.background
-        onCountdownWanted: (countdownSheet.create() as CountdownSheet).put()
+        onCountdownWanted: sheets.putCountdown()
         onDoodleWanted: page.editor.beginDoodle("")
         onBoardPageWanted: page.boardPageWanted()
         onSettingsWanted: page.settingsWanted()
@@ -179,42 +179,12 @@ FocusScope {
         onClosed: page.takeKeys()
     }
 
-    OnDemand {
-        id: countdownSheet
+    EditorSheets {
+        id: sheets
 
-        sourceComponent: CountdownSheet {}
-        properties: ({
-                editor: page.editor
-            })
-        onClosed: page.takeKeys()
-    }
-
-    OnDemand {
-        id: captionSheet
-
-        sourceComponent: CaptionSheet {}
-        properties: ({
-                editor: page.editor
-            })
-        onClosed: page.takeKeys()
-    }
-
-    OnDemand {
-        id: musicSheet
-
-        sourceComponent: MusicSheet {}
-        properties: ({
-                music: page.music
-            })
-        onClosed: page.takeKeys()
-    }
-
-    OnDemand {
-        sourceComponent: CutOutPage {}
-        properties: ({
-                session: page.pictures.cutOut
-            })
-        isWanted: page.pictures.cutOut.isOpen
+        editor: page.editor
+        pictures: page.pictures
+        music: page.music
         onClosed: page.takeKeys()
     }
 
@@ -240,15 +210,6 @@ FocusScope {
         }
     }
 
-    /// Before the first yes people read what is shared.
-    function changeSharing(): void {
-        if (music.isDecided) {
-            music.share(!music.isShared);
-        } else {
-            (musicSheet.create() as MusicSheet).ask();
-        }
-    }
-
     /// Whatever the selected one has to edit.
     function editSelected(): void {
         switch (page.editor.selected.kind) {
@@ -256,10 +217,10 @@ FocusScope {
             page.editor.startWriting();
             break;
         case "photo":
-            (captionSheet.create() as CaptionSheet).edit();
+            sheets.editCaption();
             break;
         case "countdown":
-            (countdownSheet.create() as CountdownSheet).edit();
+            sheets.editCountdown();
             break;
         case "doodle":
             page.editor.beginDoodle(page.editor.selected.itemId);

@@ -1,0 +1,68 @@
+// SPDX-License-Identifier: Apache-2.0
+import QtQuick
+import Lumaro.UI
+
+/// The sheets that come up over the board to put up, edit, cut out or share something.
+Item {
+    id: sheets
+
+    required property EditorView editor
+    required property PictureExchange pictures
+    required property MusicView music
+
+    signal closed
+
+    function putCountdown(): void {
+        (countdown.create() as CountdownSheet).put();
+    }
+    function editCountdown(): void {
+        (countdown.create() as CountdownSheet).edit();
+    }
+    function editCaption(): void {
+        (caption.create() as CaptionSheet).edit();
+    }
+    /// Before the first yes people read what is shared.
+    function changeSharing(): void {
+        if (music.isDecided) {
+            music.share(!music.isShared);
+        } else {
+            (sharing.create() as MusicSheet).ask();
+        }
+    }
+
+    OnDemand {
+        id: countdown
+
+        sourceComponent: CountdownSheet {}
+        properties: ({
+                editor: sheets.editor
+            })
+        onClosed: sheets.closed()
+    }
+    OnDemand {
+        id: caption
+
+        sourceComponent: CaptionSheet {}
+        properties: ({
+                editor: sheets.editor
+            })
+        onClosed: sheets.closed()
+    }
+    OnDemand {
+        id: sharing
+
+        sourceComponent: MusicSheet {}
+        properties: ({
+                music: sheets.music
+            })
+        onClosed: sheets.closed()
+    }
+    OnDemand {
+        sourceComponent: CutOutPage {}
+        properties: ({
+                session: sheets.pictures.cutOut
+            })
+        isWanted: sheets.pictures.cutOut.isOpen
+        onClosed: sheets.closed()
+    }
+}
