@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "LumaroControl/BoardAnswer.h"
 #include "LumaroControl/BoardRequest.h"
+#include "LumaroControl/BoardAnswer.h"
 
 #include "LumaroCore/BoardModel/PayloadJson.h"
 #include "LumaroCore/Protocol/ProtocolJson.h"
