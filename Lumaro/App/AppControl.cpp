@@ -231,7 +231,7 @@ AppControl::Outcome AppControl::answer(const BoardRequest::Listening& listening)
     if (listening.share) app_.music().share(*listening.share);
     const auto& state = app_.state();
     const auto partner = other(state.token ? state.token->slot : PartnerID::a);
-    Listening heard{state.musicConsent == MusicConsent::yes, state.ownPresence.nowPlaying, state.presence.nowPlaying};
+    Listening heard{state.musicConsent == Consent::yes, state.ownPresence.nowPlaying, state.presence.nowPlaying};
     if (heard.partner && Playback::hasEnded(*heard.partner, state.presence.nowPlayingHeardAt, SystemClock{}.now())) {
         heard.partner.reset();
     }

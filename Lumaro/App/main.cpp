@@ -74,7 +74,7 @@ AppModel::Setup setupOf(const std::string& profile, bool isDefault) {
     AppModel::Setup setup{.profile = profile, .version = LUMARO_VERSION};
     // "de_CH": of the language and of the country.
     const auto country = QLocale::system().name().section(QLatin1Char{'_'}, 1, 1);
-    if (country.size() == 2) setup.artwork.country = country.toStdString();
+    if (country.size() == 2) setup.feeds.artwork.country = country.toStdString();
     // Two people on one computer share a keyring, not a token.
     if (!isDefault) setup.keychainService += ":" + profile;
     return setup;

@@ -5,13 +5,6 @@
 #include <variant>
 
 namespace lumaro {
-namespace {
-
-std::optional<std::string> coverOf(const std::optional<NowPlaying>& playing) {
-    return playing ? playing->artworkURL : std::nullopt;
-}
-
-} // namespace
 
 AppModel::AppModel(Setup setup, Ports ports)
     : setup_(std::move(setup)), ports_(ports), media_(ports.files, setup_.profile + "/media"),
@@ -59,15 +52,20 @@ AppModel::AppModel(Setup setup, Ports ports)
               .notifications = ports.notifications,
               .sounds = ports.sounds},
              state_, {connection_, media_, announcer_, [this] { editor_.boardChanged(); }}),
-      editor_({board_, ports.ids, ports.clock, ports.sleeper, announcer_}), partner_(ports.clock, state_, announcer_),
-      presence_(ports.sleeper, state_, connection_, announcer_),
-      covers_({ports.http, ports.background, ports.coverMaker, ports.log}, media_, state_, announcer_),
-      artwork_(setup_.artwork, {ports.players.artwork, ports.http, ports.sleeper, ports.background, ports.coverMaker},
-               covers_, state_.looksForCovers),
-      music_({{ports.players.scripts, ports.players.running, ports.players.notifications, artwork_, ports.sleeper,
-               ports.clock, ports.log},
-              ports.defaults},
-             state_, presence_, announcer_) {
+      editor_({board_, ports.ids, ports.clock, ports.sleeper, announcer_}),
+      feeds_(std::move(setup_.feeds),
+             {.sleeper = ports.sleeper,
+              .clock = ports.clock,
+              .log = ports.log,
+              .http = ports.http,
+              .background = ports.background,
+              .defaults = ports.defaults,
+              .players = ports.players,
+              .coverMaker = ports.coverMaker,
+              .positions = ports.positions,
+              .geocoder = ports.geocoder,
+              .zone = ports.zone},
+             state_, media_, connection_, announcer_) {
     announcer_.beforeNews([this](const AppNews& news) { completeNews(news); });
     if (const auto made = ports_.files.createDirectories(setup_.profile); !made) {
         log(LogLevel::error, "the profile's folder cannot be made: " + made.error().message);
@@ -86,7 +84,7 @@ AppModel::~AppModel() {
 void AppModel::start() {
     const Announcer::Update update{announcer_};
     desktop_.start();
-    music_.start();
+    feeds_.start();
     people_.refreshFaces();
     if (setup_.offersLaunchAtLogin) offerLaunchAtLogin(ports_.defaults, ports_.loginItem, ports_.log);
     permissions_.refreshNotifications();
@@ -95,7 +93,7 @@ void AppModel::start() {
 }
 
 void AppModel::shutdown() {
-    music_.stop();
+    feeds_.stop();
     desktop_.stop();
     board_.flush();
     media_.flush();
@@ -120,12 +118,11 @@ void AppModel::cameOntoBoard(bool isAnotherBoard) {
     connection_.close();
     if (isAnotherBoard) forgetBoard();
     const auto& token = *state_.token;
-    covers_.enter({membership_.serverURL(), token.coupleId}, token);
+    feeds_.enter({membership_.serverURL(), token.coupleId}, token);
     if (state_.boardLink && state_.boardLink->coupleId != token.coupleId) invitations_.keepLink(std::nullopt);
     people_.adopt(token);
     editor_.setAuthor(token.slot);
     board_.adopt(token);
-    music_.forgetCovers();
     connect();
 }
 
@@ -151,21 +148,18 @@ void AppModel::leaveBoard() {
     if (state_.token) leaving_.tell(*state_.token, membership_.serverURL());
     connection_.close();
     if (state_.token) media_.forget(state_.token->coupleId);
-    presence_.stop();
     membership_.forget();
     forgetBoard();
-    music_.forgetCovers();
     invitations_.keepLink(std::nullopt);
     pairing_.begunAnew();
 }
 
 void AppModel::forgetBoard() {
     editor_.discardDraft();
-    partner_.forget();
     invitations_.forgetCode();
     people_.forget();
     board_.forget();
-    covers_.leave();
+    feeds_.leave();
 }
 
 void AppModel::keepSecretsInFile(bool agreed) {
@@ -184,14 +178,12 @@ void AppModel::received(const ServerMessage& message) {
 void AppModel::take(const ServerMessage::Welcome& welcome) {
     board_.take(welcome);
     people_.meet(welcome.paired, welcome.names);
-    partner_.meet(welcome.roster, slot());
-    covers_.retryNow();
-    presence_.sendSoon();
+    feeds_.begin(welcome.roster, slot());
 }
 
 void AppModel::take(const ServerMessage::Roster& roster) {
     people_.meet(roster.paired, roster.names);
-    partner_.meet(roster.online, slot());
+    feeds_.partner().meet(roster.online, slot());
 }
 
 void AppModel::notStored(const UUID& batchId) {
@@ -220,16 +212,15 @@ void AppModel::wokeFromSleep() {
 void AppModel::networkChanged() {
     connection_.retryNow();
     leaving_.retryNow();
+    feeds_.lookAgain();
 }
 
 void AppModel::completeNews(const AppNews& news) {
     if (!news.notices.empty()) state_.notice = news.notices.back();
     if (news.changed.has(AppChange::editor)) {
-        presence_.setActivity(editor_.isBusy() ? Activity::editing : Activity::idle);
+        presence().setActivity(editor_.isBusy() ? Activity::editing : Activity::idle);
     }
-    if (news.changed.has(AppChange::partner) || news.changed.has(AppChange::ownPresence)) {
-        covers_.want(coverOf(state_.ownPresence.nowPlaying), coverOf(state_.presence.nowPlaying));
-    }
+    feeds_.follow(news.changed);
 }
 
 } // namespace lumaro

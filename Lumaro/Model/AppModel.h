@@ -4,7 +4,7 @@
 #include "Lumaro/Model/AppPorts.h"
 #include "Lumaro/Model/AppState.h"
 #include "Lumaro/Model/Editor/EditorModel.h"
-#include "Lumaro/Model/Presence/ArtworkFinder.h"
+#include "Lumaro/Model/Presence/Feeds.h"
 #include "LumaroCore/Services/SystemSignals.h"
 
 #include <memory>
@@ -27,7 +27,7 @@ public:
         std::string keychainService = std::string{lumaro::keychainService};
         std::string defaultServerURL = "https://board.lumaro.app";
         bool offersLaunchAtLogin = true; ///< not where there are no windows to open
-        ArtworkFinder::Setup artwork{};
+        Feeds::Setup feeds{};
     };
 
     AppModel(Setup setup, Ports ports);
@@ -45,8 +45,9 @@ public:
     People& people() { return people_; }
     LiveBoard& liveBoard() { return board_; }
     EditorModel& editor() { return editor_; }
-    PresenceSender& presence() { return presence_; }
-    MusicSharing& music() { return music_; }
+    PresenceSender& presence() { return feeds_.presence(); }
+    MusicSharing& music() { return feeds_.music(); }
+    PlaceSharing& place() { return feeds_.place(); }
     DesktopSwitch& desktop() { return desktop_; }
     MediaCache& media() { return media_; }
 
@@ -81,7 +82,7 @@ private:
 
     void opened(std::vector<PendingBatch> waiting) override { board_.opened(std::move(waiting)); }
     void received(const ServerMessage& message) override;
-    void refused() override { partner_.forget(); }
+    void refused() override { feeds_.partner().forget(); }
     void stored(const UUID& batchId) override { board_.stored(batchId); }
     void notStored(const UUID& batchId) override;
     void couldNotGoUp(const UUID& mediaId, MediaFault why) override;
@@ -90,8 +91,8 @@ private:
     void take(const ServerMessage::Roster& roster);
     void take(const ServerMessage::Ops& relayed) { board_.take(relayed, state_.partnerDisplayName); }
     void take(const ServerMessage::Ack& ack) { board_.take(ack); }
-    void take(const ServerMessage::Presence& presence) { partner_.take(presence, slot()); }
-    void take(const ServerMessage::Calendar& calendar) { partner_.take(calendar); }
+    void take(const ServerMessage::Presence& presence) { feeds_.partner().take(presence, slot()); }
+    void take(const ServerMessage::Calendar& calendar) { feeds_.partner().take(calendar); }
     void take(const ServerMessage::Thread& thread) { board_.take(thread); }
     void take(const ServerMessage::Error&) {} // the connection's
 
@@ -119,11 +120,7 @@ private:
     Connection connection_;
     LiveBoard board_;
     EditorModel editor_;
-    Partner partner_;
-    PresenceSender presence_;
-    Covers covers_;
-    ArtworkFinder artwork_;
-    MusicSharing music_;
+    Feeds feeds_;
     std::unique_ptr<SystemSignals::Listening> listening_;
 };
 

@@ -4,6 +4,8 @@
 #include "Lumaro/Model/Computer/DesktopSwitch.h"
 #include "Lumaro/Model/Membership/Membership.h"
 #include "Lumaro/Model/Room/RoomLink.h"
+#include "LumaroCore/Location/PositionSource.h"
+#include "LumaroCore/Location/ReverseGeocoder.h"
 #include "LumaroCore/Music/CoverMaker.h"
 #include "LumaroCore/Music/MusicPlayers.h"
 #include "LumaroCore/Outbox/FileSystem.h"
@@ -14,6 +16,7 @@
 #include "LumaroCore/Services/SecretStore.h"
 #include "LumaroCore/Services/SoundPlayer.h"
 #include "LumaroCore/Services/SystemSignals.h"
+#include "LumaroCore/Services/SystemZone.h"
 #include "LumaroCore/Services/UserDefaults.h"
 #include "LumaroCore/Support/BackgroundRunner.h"
 #include "LumaroCore/Support/HttpClient.h"
@@ -46,6 +49,9 @@ struct AppPorts {
     DownloadOrigin& origin;
     MusicPlayers players;
     CoverMaker& coverMaker;
+    PositionSource& positions;
+    ReverseGeocoder& geocoder;
+    SystemZone& zone;
     WallpaperController& wallpaper;
 };
 

@@ -8,10 +8,7 @@
 #include "Lumaro/Model/Membership/Membership.h"
 #include "Lumaro/Model/Membership/Pairing.h"
 #include "Lumaro/Model/Membership/People.h"
-#include "Lumaro/Model/Presence/Covers.h"
-#include "Lumaro/Model/Presence/MusicSharing.h"
-#include "Lumaro/Model/Presence/Partner.h"
-#include "Lumaro/Model/Presence/PresenceSender.h"
+#include "Lumaro/Model/Presence/Feeds.h"
 #include "Lumaro/Model/Room/Connection.h"
 
 #include <string>
@@ -26,10 +23,7 @@ struct AppState : MembershipState,
                   PeopleState,
                   LineState,
                   BoardState,
-                  PartnerState,
-                  OwnPresenceState,
-                  MusicState,
-                  CoverState,
+                  FeedsState,
                   PermissionState,
                   DesktopState {
     /// The latest text about something that did not work out.

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "LumaroCore/Location/PositionSource.h"
 #include "LumaroCore/Music/MusicPlayers.h"
 #include "LumaroCore/Services/ContactCard.h"
 #include "LumaroCore/Services/DownloadOrigin.h"
@@ -76,6 +77,14 @@ public:
         return std::make_unique<Observer>();
     }
     std::optional<std::string> artworkOf(MusicSource, std::string_view) override { return std::nullopt; }
+};
+
+/// Nobody lets it know where it is.
+class QuietPositions final : public PositionSource {
+public:
+    std::unique_ptr<Search> search(HerePrecision, std::move_only_function<void(Answer)>) override {
+        return std::make_unique<Search>();
+    }
 };
 
 class QuietSignals final : public SystemSignals {

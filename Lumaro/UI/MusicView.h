@@ -22,9 +22,9 @@ public:
     /// The application outlives the view.
     explicit MusicView(AppModel& app) : app_(app) {}
 
-    bool isShared() const { return app_.state().musicConsent == MusicConsent::yes; }
+    bool isShared() const { return app_.state().musicConsent == Consent::yes; }
     /// They have read what would be shared, and said yes or no.
-    bool isDecided() const { return app_.state().musicConsent != MusicConsent::notAsked; }
+    bool isDecided() const { return app_.state().musicConsent != Consent::notAsked; }
     bool includesBrowsers() const { return app_.state().includesBrowsers; }
     bool looksForCovers() const { return app_.state().looksForCovers; }
 

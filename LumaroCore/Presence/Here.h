@@ -6,6 +6,7 @@
 #include "LumaroCore/Support/Instant.h"
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -24,8 +25,15 @@ constexpr std::array<std::string_view, 2> namesOf(HerePrecision) {
     return {"neighbourhood", "block"};
 }
 
-/// Roughly where a person is. The position is coarsened before it gets here.
+/// How many decimals of a degree are kept.
+constexpr int decimalsOf(HerePrecision precision) {
+    return precision == HerePrecision::neighbourhood ? 2 : 3;
+}
+
+/// Roughly where a person is. What leaves the computer is coarsened.
 struct Here {
+    static constexpr std::size_t maxLabelCharacters = 40;
+
     double lat = 0;
     double lon = 0;
     std::string label; ///< the place's name for people
@@ -48,6 +56,13 @@ struct Here {
                           FieldIfKnown{"weather", &Here::weather}};
     }
     bool operator==(const Here&) const = default;
+
+    /// A name without white space at its ends, as far as it fits; "somewhere" when nothing is left.
+    static std::string clampLabel(std::string_view text);
+    /// With the position rounded to that precision's decimals, and the names clamped.
+    Here coarsened(HerePrecision to) const;
+    /// The same place, by the same name, of the same stay.
+    bool isSameSpot(const Here& as) const;
 };
 
 } // namespace lumaro

@@ -123,4 +123,9 @@ char* writeDouble(char* out, double value) {
     return out;
 }
 
+std::string textOfDouble(double value) {
+    std::array<char, maxDoubleText> text{};
+    return {text.data(), writeDouble(text.data(), value)};
+}
+
 } // namespace lumaro

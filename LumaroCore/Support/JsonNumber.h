@@ -4,6 +4,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 namespace lumaro {
@@ -29,5 +30,7 @@ inline constexpr std::size_t maxDoubleText = 32;
 /// Writes a finite double in the shortest form that reads back to the same bits; returns the end of the text.
 /// Whole numbers under 10^15 have neither point nor exponent; negative zero is "-0".
 char* writeDouble(char* out, double value);
+/// The same as a text of its own.
+std::string textOfDouble(double value);
 
 } // namespace lumaro

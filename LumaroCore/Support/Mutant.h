@@ -32,6 +32,8 @@ enum class Mutant : std::uint8_t {
     reopeningRepeatsPending,
     expiryWaitsForNews,
     musicOutlivesConsent,
+    placeOutlivesConsent,
+    finePositionsTravel,
     count,
 };
 

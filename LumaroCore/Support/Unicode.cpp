@@ -3,6 +3,7 @@
 
 #include <utf8proc.h>
 
+#include <array>
 #include <cstdlib>
 #include <memory>
 
@@ -90,6 +91,17 @@ std::string folded(std::string_view text) {
     const std::unique_ptr<utf8proc_uint8_t, decltype(&std::free)> owner{mapped, &std::free};
     return size <= 0 ? std::string{}
                      : std::string{reinterpret_cast<const char*>(mapped), static_cast<std::size_t>(size)};
+}
+
+std::string lowered(std::string_view text) {
+    std::string lower;
+    while (const auto character = takeCharacter(text)) {
+        std::array<utf8proc_uint8_t, 4> bytes{};
+        const auto size =
+            utf8proc_encode_char(utf8proc_tolower(static_cast<utf8proc_int32_t>(*character)), bytes.data());
+        lower.append(bytes.begin(), bytes.begin() + size);
+    }
+    return lower;
 }
 
 std::string_view trimmed(std::string_view text) {

@@ -37,6 +37,9 @@ bool isUtf8(std::string_view text);
 /// The text as it is compared: without case, accents and marks, compatible forms made one. Empty when it is not UTF-8.
 std::string folded(std::string_view text);
 
+/// The text in lower case, character by character (Unicode's simple mapping). Bytes that are not UTF-8 end it.
+std::string lowered(std::string_view text);
+
 /// The text without white space and line breaks at its ends.
 std::string_view trimmed(std::string_view text);
 

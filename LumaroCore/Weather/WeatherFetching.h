@@ -21,7 +21,7 @@ struct BadWeatherResponse {
 };
 /// It answered with something that is no weather.
 struct MalformedWeather {
-    std::string path; ///< of the value, "/current/weather_code"; empty for the whole
+    std::string message; ///< with the place in the answer, "$.current.weather_code"
 };
 /// There was no source, or none had the weather.
 struct NobodyAnswered {};
@@ -51,8 +51,8 @@ public:
     WeatherFetching& operator=(const WeatherFetching&) = delete;
     virtual ~WeatherFetching() = default;
 
-    /// In degrees. Calls `then` once, on the caller's thread, perhaps before this call returns. `then` may drop its
-    /// own fetch.
+    /// In degrees. Calls `then` once, on the caller's thread; from within this call only when there is nobody to ask.
+    /// `then` may drop its own fetch.
     [[nodiscard]] virtual std::unique_ptr<Fetch> weather(double latitude, double longitude, Then then) = 0;
 };
 

@@ -206,7 +206,7 @@ void Routes::partner(const Call& call, Respond respond) {
 void Routes::weather(const Call& call, Respond respond) {
     const auto latitude = queryValue(call.request.query, "lat");
     const auto longitude = queryValue(call.request.query, "lon");
-    const auto position = latitude && longitude ? CoarsePosition::parse(*latitude, *longitude) : std::nullopt;
+    const auto position = latitude && longitude ? positionIn(*latitude, *longitude) : std::nullopt;
     auto ask = [this, position, respond = std::move(respond)](ServerResponse response) mutable {
         constexpr int ok = 200;
         if (response.status != ok) return respond(std::move(response));

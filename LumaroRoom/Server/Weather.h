@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "LumaroCore/Presence/Weather.h"
 #include "LumaroCore/Support/HttpClient.h"
 #include "LumaroCore/Support/Log.h"
 #include "LumaroCore/Support/WallClock.h"
+#include "LumaroCore/Weather/CoarsePosition.h"
+#include "LumaroCore/Weather/WeatherFetching.h"
 
 #include <chrono>
-#include <compare>
 #include <expected>
 #include <functional>
 #include <map>
@@ -19,21 +19,8 @@
 
 namespace lumaro {
 
-/// A place on earth to two decimals, about a kilometre: nobody upstream learns more.
-struct CoarsePosition {
-    int latitude = 0;  ///< hundredths of a degree
-    int longitude = 0; ///< likewise
-
-    /// Reads two numbers in degrees; none when they are no place on earth.
-    static std::optional<CoarsePosition> parse(std::string_view latitude, std::string_view longitude);
-
-    auto operator<=>(const CoarsePosition&) const = default;
-};
-
-/// Where the forecast of a position is asked for.
-std::string forecastURL(std::string_view upstream, CoarsePosition position);
-/// The weather in a forecast's answer; a reading outside its bounds is left out. None when it is no forecast.
-std::optional<Weather> weatherIn(std::string_view forecast, Instant sampledAt);
+/// Reads two numbers in degrees; none when they are no place on earth.
+std::optional<CoarsePosition> positionIn(std::string_view latitude, std::string_view longitude);
 
 struct NoWeather {};
 
@@ -56,7 +43,6 @@ private:
         std::unique_ptr<HttpClient::Call> call;
     };
     void answered(CoarsePosition position, const HttpClient::Answer& answer);
-    std::optional<Weather> read(const HttpClient::Answer& answer);
     bool isFresh(const Place& place);
     void forgetOld();
 

@@ -7,6 +7,7 @@
 #include "Tests/Fakes/CountingUUIDs.h"
 #include "Tests/Fakes/FakeDesktop.h"
 #include "Tests/Fakes/FakeNotifications.h"
+#include "Tests/Fakes/FakePlaces.h"
 #include "Tests/Fakes/FakePlayers.h"
 #include "Tests/Fakes/ManualBackground.h"
 #include "Tests/Fakes/ManualClock.h"
@@ -146,6 +147,9 @@ struct AppFixture {
                 .origin = origin,
                 .players = players.players(),
                 .coverMaker = coverMaker,
+                .positions = positions,
+                .geocoder = geocoder,
+                .zone = zone,
                 .wallpaper = wallpaper};
     }
 
@@ -168,6 +172,9 @@ struct AppFixture {
     FakeDownloadOrigin origin;
     FakePlayers players;
     FakeCoverMaker coverMaker;
+    FakePositions positions;
+    FakeGeocoder geocoder;
+    FakeZone zone;
     CountingWallpaper wallpaper;
     std::unique_ptr<AppModel> app;
 };

@@ -46,12 +46,12 @@ TEST_F(MusicTest, ListensToNothingUntilThePersonSaysYesAndTellsTheRoomWhenTheySa
     players.play(spotify, FakePlayers::playing("Song"));
     settle();
     EXPECT_FALSE(players.isObserved());
-    EXPECT_EQ(state().musicConsent, MusicConsent::notAsked);
+    EXPECT_EQ(state().musicConsent, Consent::notAsked);
     app->music().share(true);
     settle(Seconds{0.6});
     EXPECT_EQ(told()->title, "Song");
     rebuild();
-    EXPECT_EQ(state().musicConsent, MusicConsent::yes);
+    EXPECT_EQ(state().musicConsent, Consent::yes);
     goOnBoard();
     settle(Seconds{0.6});
     EXPECT_EQ(told()->title, "Song");

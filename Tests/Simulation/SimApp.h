@@ -34,7 +34,7 @@ public:
     void sendPresence() override { app_->presence().setActivity(Activity::editing); }
     void changeMusic(samples::Random& random) override;
     std::optional<std::string> song() const override { return song_; }
-    bool sharesMusic() const override { return app_->state().musicConsent == MusicConsent::yes; }
+    bool sharesMusic() const override { return app_->state().musicConsent == Consent::yes; }
     std::optional<std::string> partnersSong() const override;
     bool knowsMusic() const override { return true; }
     void retryNow() override { signals_.changeNetwork(); }

@@ -24,7 +24,7 @@ struct LiveCardsTest : testing::Test {
     Instant now{1'790'000'000s};
     BoardPresence partner;
     ClientMessage::Presence own;
-    MusicState music{.musicConsent = MusicConsent::yes};
+    MusicState music{.musicConsent = Consent::yes};
     CoverState covers;
     const LiveContext::Picture* picture = &noPicture;
     std::map<PartnerID, std::string> names{{PartnerID::a, "ana"}, {PartnerID::b, "bo"}};
@@ -218,10 +218,10 @@ TEST_F(LiveCardsTest, numbersOfAStrangersDeviceAreShownAsSomeNumber) {
 }
 
 TEST_F(LiveCardsTest, ownMusicIsOfferedToBeSharedUntilItIsAndEachCardHasItsPersonsCover) {
-    music.musicConsent = MusicConsent::notAsked;
+    music.musicConsent = Consent::notAsked;
     EXPECT_EQ(record(PartnerID::a).words, "share what i'm listening to");
     EXPECT_EQ(record(PartnerID::b).words, "nothing playing");
-    music.musicConsent = MusicConsent::yes;
+    music.musicConsent = Consent::yes;
     EXPECT_EQ(record(PartnerID::a).words, "nothing playing");
     partnerPlays(0, 64'000);
     own.nowPlaying = partner.nowPlaying;

@@ -23,6 +23,7 @@ enum class AppChange : std::uint8_t {
     desktop,     ///< whether the board is on the desktop
     permissions,
     music,    ///< whether it is shared, and what of it
+    place,    ///< whether it is shared, and what is known of it
     pictures, ///< one has come
 };
 

@@ -14,18 +14,12 @@ constexpr std::string_view sharesKey = "sharesMusic";
 constexpr std::string_view browsersKey = "musicIncludesBrowsers";
 constexpr std::string_view coversKey = "looksForCovers";
 
-MusicConsent consentIn(UserDefaults& defaults) {
-    const auto shares = defaults.boolean(sharesKey);
-    if (!shares) return MusicConsent::notAsked;
-    return *shares ? MusicConsent::yes : MusicConsent::no;
-}
-
 } // namespace
 
 MusicSharing::MusicSharing(Ports ports, MusicState& state, PresenceSender& presence, Announcer& announcer)
     : ports_(ports), state_(state), presence_(presence), announcer_(announcer),
       watcher_(ports.watcher, debounce, [this](const auto& playing) { hear(playing); }) {
-    state_.musicConsent = consentIn(ports_.defaults);
+    state_.musicConsent = consentIn(ports_.defaults, sharesKey);
     state_.includesBrowsers = ports_.defaults.boolean(browsersKey).value_or(false);
     state_.looksForCovers = ports_.defaults.boolean(coversKey).value_or(false);
 }
@@ -41,7 +35,7 @@ void MusicSharing::stop() {
 
 void MusicSharing::share(bool shares) {
     const Announcer::Update update{announcer_};
-    state_.musicConsent = shares ? MusicConsent::yes : MusicConsent::no;
+    state_.musicConsent = consentOf(shares);
     ports_.defaults.setBoolean(sharesKey, shares);
     announcer_.changed(AppChange::music);
     follow();
@@ -73,7 +67,7 @@ void MusicSharing::forgetCovers() {
 }
 
 void MusicSharing::follow() {
-    if (state_.musicConsent == MusicConsent::yes) return watcher_.start();
+    if (state_.musicConsent == Consent::yes) return watcher_.start();
     watcher_.stop();
     if (!mutant(Mutant::musicOutlivesConsent)) presence_.setMusic(std::nullopt);
 }

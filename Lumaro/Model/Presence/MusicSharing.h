@@ -2,30 +2,17 @@
 #pragma once
 
 #include "Lumaro/Model/News/Announcer.h"
+#include "Lumaro/Model/Presence/Consent.h"
 #include "Lumaro/Model/Presence/PresenceSender.h"
 #include "LumaroCore/Music/MusicWatcher.h"
 #include "LumaroCore/Services/UserDefaults.h"
 
-#include <array>
-#include <cstdint>
 #include <optional>
-#include <string_view>
 
 namespace lumaro {
 
-/// Whether this person lets the partner see what they listen to.
-enum class MusicConsent : std::uint8_t {
-    notAsked, ///< as good as no
-    no,
-    yes,
-};
-
-constexpr std::array<std::string_view, 3> namesOf(MusicConsent) {
-    return {"notAsked", "no", "yes"};
-}
-
 struct MusicState {
-    MusicConsent musicConsent = MusicConsent::notAsked;
+    Consent musicConsent = Consent::notAsked;
     bool includesBrowsers = false; ///< what plays in a browser counts too
     bool looksForCovers = false;   ///< on the web, where the player shows none
 };

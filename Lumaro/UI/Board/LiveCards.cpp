@@ -168,7 +168,7 @@ MusicFace musicFace(const NowPlayingSlotPayload& card, double scale, const LiveC
     MusicFace face;
     const auto* const playing = trackOf(card.slot, live);
     if (playing == nullptr) {
-        const bool isKeptBack = live.isMe(card.slot) && live.music.musicConsent != MusicConsent::yes;
+        const bool isKeptBack = live.isMe(card.slot) && live.music.musicConsent != Consent::yes;
         face.words = isKeptBack ? Words::tr("share what i'm listening to") : Words::tr("nothing playing");
         return face;
     }

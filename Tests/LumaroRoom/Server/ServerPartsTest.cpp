@@ -148,32 +148,17 @@ TEST(CommandLineTest, WhatMakesNoSenseIsRefusedInOneLine) {
     }
 }
 
-TEST(WeatherTest, AForecastIsReadWithinItsBounds) {
-    const std::string forecast =
-        R"({"current":{"time":"2026-05-01T12:00","temperature_2m":11.5,"apparent_temperature":9,"is_day":1,"weather_code":3,)"
-        R"("cloud_cover_low":120,"cloud_cover_mid":100,"cloud_cover_high":-1,"visibility":24140,"wind_direction_10m":360,)"
-        R"("wind_speed_10m":500.1},"daily":{"temperature_2m_max":[14.2],"temperature_2m_min":[]}})";
-    const auto weather = weatherIn(forecast, Instant{});
-    ASSERT_TRUE(weather);
-    EXPECT_EQ(Wire::encode(*weather),
-              R"({"tempC":11.5,"feelsC":9,"code":3,"isDay":true,"hiC":14.2,"cloudMid":100,"visibilityM":24140,)"
-              R"("windDeg":360,"sampledAt":0})");
-    for (const auto* text : {"", "{}", R"({"current":{},"daily":{}})", "<html>"})
-        EXPECT_FALSE(weatherIn(text, {})) << text;
-}
-
 TEST(WeatherTest, PositionsAreRoundedAwayFromZero) {
-    for (const auto& [latitude, longitude, query] :
-         {std::tuple{"52.5163", "13.3777", "latitude=52.52&longitude=13.38&"},
-          {"-0.005", "0.004", "latitude=-0.01&longitude=0&"},
-          {"-90", "180", "latitude=-90&longitude=180&"}}) {
-        const auto position = CoarsePosition::parse(latitude, longitude);
+    for (const auto& [latitude, longitude, query] : {std::tuple{"52.5163", "13.3777", "latitude=52.52&longitude=13.38"},
+                                                     {"-0.005", "0.004", "latitude=-0.01&longitude=0"},
+                                                     {"-90", "180", "latitude=-90&longitude=180"}}) {
+        const auto position = positionIn(latitude, longitude);
         ASSERT_TRUE(position);
-        EXPECT_NE(forecastURL("http://up", *position).find(query), std::string::npos) << forecastURL("", *position);
+        EXPECT_EQ(queryOf(*position, "latitude", "longitude"), query);
     }
     for (const auto& [latitude, longitude] :
          {std::pair{"90.01", "0"}, {"0", "-180.1"}, {"nan", "0"}, {"", "0"}, {"1x", "0"}, {"1e400", "0"}}) {
-        EXPECT_FALSE(CoarsePosition::parse(latitude, longitude)) << latitude << "," << longitude;
+        EXPECT_FALSE(positionIn(latitude, longitude)) << latitude << "," << longitude;
     }
 }
 

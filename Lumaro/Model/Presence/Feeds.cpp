@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "Lumaro/Model/Presence/Feeds.h"
+
+#include <utility>
+
+namespace lumaro {
+namespace {
+
+std::optional<std::string> coverOf(const std::optional<NowPlaying>& playing) {
+    return playing ? playing->artworkURL : std::nullopt;
+}
+
+} // namespace
+
+Feeds::Feeds(Setup setup, Ports ports, FeedsState& state, MediaCache& media, Connection& connection,
+             Announcer& announcer)
+    : state_(state), partner_(ports.clock, state, announcer), presence_(ports.sleeper, state, connection, announcer),
+      covers_({ports.http, ports.background, ports.coverMaker, ports.log}, media, state, announcer),
+      artwork_(std::move(setup.artwork),
+               {ports.players.artwork, ports.http, ports.sleeper, ports.background, ports.coverMaker}, covers_,
+               state.looksForCovers),
+      music_({{ports.players.scripts, ports.players.running, ports.players.notifications, artwork_, ports.sleeper,
+               ports.clock, ports.log},
+              ports.defaults},
+             state, presence_, announcer),
+      place_(std::move(setup.place),
+             {{ports.positions, ports.geocoder, ports.zone, ports.sleeper, ports.clock, ports.log},
+              ports.http,
+              ports.defaults},
+             state, presence_, announcer) {
+}
+
+void Feeds::stop() {
+    music_.stop();
+    place_.stop();
+}
+
+void Feeds::enter(const CoupleEndpoints& endpoints, const CoupleToken& token) {
+    covers_.enter(endpoints, token);
+    place_.enter(endpoints, token);
+    music_.forgetCovers();
+}
+
+void Feeds::leave() {
+    partner_.forget();
+    covers_.leave();
+    place_.leave();
+    music_.forgetCovers();
+    presence_.stop();
+}
+
+void Feeds::begin(PartnerSet online, PartnerID me) {
+    partner_.meet(online, me);
+    covers_.retryNow();
+    presence_.sendSoon();
+}
+
+void Feeds::follow(AppChanges changes) {
+    if (changes.has(AppChange::partner) || changes.has(AppChange::ownPresence)) {
+        covers_.want(coverOf(state_.ownPresence.nowPlaying), coverOf(state_.presence.nowPlaying));
+    }
+}
+
+} // namespace lumaro

@@ -1,0 +1,68 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "Lumaro/Model/Presence/ArtworkFinder.h"
+#include "Lumaro/Model/Presence/Covers.h"
+#include "Lumaro/Model/Presence/MusicSharing.h"
+#include "Lumaro/Model/Presence/Partner.h"
+#include "Lumaro/Model/Presence/PlaceSharing.h"
+#include "Lumaro/Model/Presence/PresenceSender.h"
+#include "LumaroCore/Music/MusicPlayers.h"
+
+namespace lumaro {
+
+struct FeedsState : PartnerState, OwnPresenceState, MusicState, CoverState, PlaceState {};
+
+/// What the two see of each other on the live cards: what this person shares, and what came from the partner.
+class Feeds {
+public:
+    /// All outlive this.
+    struct Ports {
+        Sleeper& sleeper;
+        WallClock& clock;
+        Log& log;
+        HttpClient& http;
+        BackgroundRunner& background;
+        UserDefaults& defaults;
+        MusicPlayers players;
+        CoverMaker& coverMaker;
+        PositionSource& positions;
+        ReverseGeocoder& geocoder;
+        SystemZone& zone;
+    };
+    struct Setup {
+        ArtworkFinder::Setup artwork{};
+        PlaceSharing::Setup place{};
+    };
+
+    Feeds(Setup setup, Ports ports, FeedsState& state, MediaCache& media, Connection& connection, Announcer& announcer);
+    Feeds(const Feeds&) = delete;
+    Feeds& operator=(const Feeds&) = delete;
+    ~Feeds() = default;
+
+    PresenceSender& presence() { return presence_; }
+    MusicSharing& music() { return music_; }
+    PlaceSharing& place() { return place_; }
+    Partner& partner() { return partner_; }
+
+    void start() { music_.start(); }
+    void stop();
+    void enter(const CoupleEndpoints& endpoints, const CoupleToken& token);
+    void leave();
+    /// The room says who is there: it knows nothing of this device yet.
+    void begin(PartnerSet online, PartnerID me);
+    void lookAgain() { place_.lookAgain(); }
+    /// What follows from changes of others.
+    void follow(AppChanges changes);
+
+private:
+    FeedsState& state_;
+    Partner partner_;
+    PresenceSender presence_;
+    Covers covers_;
+    ArtworkFinder artwork_;
+    MusicSharing music_;
+    PlaceSharing place_;
+};
+
+} // namespace lumaro
