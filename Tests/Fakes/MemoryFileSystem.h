@@ -30,6 +30,12 @@ public:
 
     /// A loss of power. Bytes of a file that were not synced are lost, but for `tornBytes` of them at its beginning.
     void crash(std::size_t tornBytes = 0);
+    /// The names and bytes of all files, for a search through them.
+    std::string everything() const {
+        std::string all;
+        for (const auto& [name, file] : names_) all.append(name).append(" ").append(file->bytes).append("\n");
+        return all;
+    }
 
 private:
     struct File {
