@@ -3,6 +3,7 @@
 #include "Lumaro/App/Desktop.h"
 #include "Lumaro/App/HandOver.h"
 #include "Lumaro/Windows/Windows.h"
+#include "LumaroControl/ProfileSocket.h"
 #include "Platform/Posix/FolderLock.h"
 #include "Platform/Qt/QtLoop.h"
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "LumaroCore/Location/LocationWatcher.h"
 
+#include "LumaroCore/Support/Wire.h"
+
 namespace lumaro {
 
 LocationWatcher::LocationWatcher(Ports ports, Settings settings, Updates updates)
@@ -83,7 +85,7 @@ void LocationWatcher::found(const PositionSource::Answer& answer) {
 }
 
 void LocationWatcher::stayAt(Coordinates position) {
-    const auto now = ports_.clock.now();
+    const auto now = Wire::truncatedToMilliseconds(ports_.clock.now());
     waitingSince_.reset();
     if (!anchor_ || LocationLogic::hasMoved(anchor_->position, position)) {
         anchor_ = {position, now};
