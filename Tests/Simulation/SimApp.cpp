@@ -247,7 +247,8 @@ std::string SimApp::faultOfPlace() const {
     const auto at = state.chosenPlace ? state.chosenPlace->position() : *truth_.position;
     constexpr double stayAndCell = 150 + 800;
     if (metresBetween(at, {here->lat, here->lon}) > stayAndCell) return "tells of a place where it is not";
-    if (*here != here->coarsened(state.precision)) return "tells its position too exactly";
+    if (Coordinates{here->lat, here->lon} != rounded({here->lat, here->lon}, decimalsOf(state.precision)))
+        return "tells its position too exactly";
     if (here->tz != zone_.zone) return "tells another zone than its computer's";
     return {};
 }
