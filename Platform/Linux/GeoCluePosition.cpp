@@ -172,7 +172,7 @@ std::unique_ptr<PositionSource::Search> GeoCluePosition::search(HerePrecision pr
     const auto begin = [this, precision](PositionTry::Over over) {
         return std::make_unique<GeoClueTry>(PositionTry::Setup{bus_, limits_, *keeper_, std::move(over)}, precision);
     };
-    return std::make_unique<RepeatedSearch>(begin, std::move(then));
+    return std::make_unique<RepeatedSearch>(begin, limits_.pause, std::move(then));
 }
 
 } // namespace lumaro

@@ -23,6 +23,9 @@ QString locationInterface() {
 QString requestInterface() {
     return QStringLiteral("org.freedesktop.portal.Request");
 }
+QString sessionInterface() {
+    return QStringLiteral("org.freedesktop.portal.Session");
+}
 
 // Of the option "accuracy".
 uint accuracyOf(HerePrecision precision) {
@@ -43,7 +46,7 @@ void closeObject(const QDBusConnection& bus, const QString& owner, const QString
 }
 
 void closeSession(const QDBusConnection& bus, const QString& owner, const QString& session) {
-    closeObject(bus, owner, session, QStringLiteral("org.freedesktop.portal.Session"));
+    closeObject(bus, owner, session, sessionInterface());
 }
 
 class PortalTry final : public PositionTry {
@@ -57,6 +60,7 @@ public:
 
 private Q_SLOTS:
     void responded(uint response, const QVariantMap& results);
+    void sessionClosed();
     void locationUpdated(const QDBusObjectPath& session, const QVariantMap& location);
 
 private:
@@ -99,6 +103,7 @@ void PortalTry::startSession() {
     const auto token = newToken();
     const auto sender = bus().baseService().mid(1).replace(QLatin1Char{'.'}, QLatin1Char{'_'});
     request_ = desktopPath() + QStringLiteral("/request/") + sender + QLatin1Char{'/'} + token;
+    bus().connect(owner(), session_, sessionInterface(), QStringLiteral("Closed"), this, SLOT(sessionClosed()));
     bus().connect(owner(), request_, requestInterface(), QStringLiteral("Response"), this,
                   SLOT(responded(uint, QVariantMap)));
     auto start = QDBusMessage::createMethodCall(owner(), desktopPath(), locationInterface(), QStringLiteral("Start"));
@@ -109,10 +114,18 @@ void PortalTry::startSession() {
     });
 }
 
-// Anything but a yes or a no, such as a question that was put aside, leaves it open: the search goes on.
+// Anything but a yes or a no, such as a service behind the portal that fails, leaves it open, and the portal has ended
+// the session.
 void PortalTry::responded(uint response, const QVariantMap& /*results*/) {
     request_.clear();
-    if (response == 1) finish(LocationAccess::denied);
+    if (response == 0) return;
+    if (response == 1) return finish(LocationAccess::denied);
+    finish(std::unexpected{TryEnd::nothing});
+}
+
+void PortalTry::sessionClosed() {
+    session_.clear();
+    finish(std::unexpected{TryEnd::nothing});
 }
 
 void PortalTry::locationUpdated(const QDBusObjectPath& session, const QVariantMap& location) {
@@ -142,7 +155,7 @@ std::unique_ptr<PositionSource::Search> PortalPosition::search(HerePrecision pre
     const auto begin = [this, precision](PositionTry::Over over) {
         return std::make_unique<PortalTry>(PositionTry::Setup{bus_, limits_, *keeper_, std::move(over)}, precision);
     };
-    return std::make_unique<RepeatedSearch>(begin, std::move(then));
+    return std::make_unique<RepeatedSearch>(begin, limits_.pause, std::move(then));
 }
 
 } // namespace lumaro

@@ -31,7 +31,8 @@ std::optional<double> doubleIn(const QVariantMap& properties, const QString& nam
 PositionTry::PositionTry(Setup setup) : setup_(std::move(setup)) {
     leaving_.setConnection(setup_.bus);
     leaving_.setWatchMode(QDBusServiceWatcher::WatchForUnregistration);
-    QObject::connect(&leaving_, &QDBusServiceWatcher::serviceUnregistered, this, [this] { finish(std::nullopt); });
+    QObject::connect(&leaving_, &QDBusServiceWatcher::serviceUnregistered, this,
+                     [this] { finish(std::unexpected{TryEnd::serviceLeft}); });
 }
 
 QDBusPendingCall PositionTry::ask(const QDBusMessage& call, std::chrono::milliseconds limit,
@@ -63,25 +64,35 @@ void PositionTry::finish(Outcome outcome) {
     QMetaObject::invokeMethod(this, tell, Qt::QueuedConnection);
 }
 
-RepeatedSearch::RepeatedSearch(Begin begin, std::move_only_function<void(PositionSource::Answer)> then)
+RepeatedSearch::RepeatedSearch(Begin begin, std::chrono::milliseconds pause, Then then)
     : begin_(std::move(begin)), then_(std::move(then)) {
+    pause_.setSingleShot(true);
+    pause_.setInterval(pause);
+    QObject::connect(&pause_, &QTimer::timeout, &pause_, [this] { beginTry(); });
     beginTry();
 }
 
 void RepeatedSearch::beginTry() {
-    ++tries_;
     current_ = begin_([this](PositionTry::Outcome outcome) { over(outcome); });
 }
 
 void RepeatedSearch::over(PositionTry::Outcome outcome) {
     current_.reset();
-    if (!outcome && tries_ < maxTries) {
+    if (outcome) {
+        answer(*outcome);
+    } else if (outcome.error() == TryEnd::nothing) {
+        pause_.start();
+    } else if (++left_ < maxTries) {
         beginTry();
-        return;
+    } else {
+        answer({LocationAccess::restricted, std::nullopt});
     }
+}
+
+void RepeatedSearch::answer(PositionSource::Answer answer) {
     // From a local: it may drop this search.
     auto then = std::move(then_);
-    then(outcome.value_or(PositionSource::Answer{LocationAccess::restricted, std::nullopt}));
+    then(answer);
 }
 
 QDBusMessage propertyCall(const QString& service, const QString& path, const QString& interface, const QString& name) {

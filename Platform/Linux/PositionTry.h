@@ -8,9 +8,12 @@
 #include <QDBusPendingCall>
 #include <QDBusServiceWatcher>
 #include <QObject>
+#include <QTimer>
 #include <QVariantMap>
 
 #include <chrono>
+#include <cstdint>
+#include <expected>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -21,14 +24,20 @@ namespace lumaro {
 struct PositionLimits {
     std::chrono::milliseconds service{30'000}; ///< by itself: one that was just started looks around for up to 20 s
     std::chrono::milliseconds person{600'000}; ///< when it may ask the person first
+    std::chrono::milliseconds pause{300'000};  ///< until one that has given up is asked again
+};
+
+/// Why a try ended without an answer.
+enum class TryEnd : std::uint8_t {
+    serviceLeft, ///< it may be back at once
+    nothing,     ///< the service gave up, for now
 };
 
 /// One try to learn the position from one run of a service: it hears the process that answered first and nobody else.
 /// Dropping it, at any moment, ends it and gives back what the service made for it. On the main thread.
 class PositionTry : public QObject {
 public:
-    /// None when the service left before it had answered.
-    using Outcome = std::optional<PositionSource::Answer>;
+    using Outcome = std::expected<PositionSource::Answer, TryEnd>;
     using Over = std::move_only_function<void(Outcome)>;
 
     struct Setup {
@@ -66,23 +75,27 @@ private:
     bool isOver_ = false;
 };
 
-/// A search that tries again when the service leaves in the middle: one that is being updated comes back.
+/// A search that tries again: at once when the service leaves in the middle, for one that is being updated comes back,
+/// and after a pause when it gives up.
 class RepeatedSearch final : public PositionSource::Search {
 public:
     /// A service that has left so many times counts as `restricted`.
     static constexpr int maxTries = 3;
 
     using Begin = std::function<std::unique_ptr<PositionTry>(PositionTry::Over)>;
-    RepeatedSearch(Begin begin, std::move_only_function<void(PositionSource::Answer)> then);
+    using Then = std::move_only_function<void(PositionSource::Answer)>;
+    RepeatedSearch(Begin begin, std::chrono::milliseconds pause, Then then);
 
 private:
     void beginTry();
     void over(PositionTry::Outcome outcome);
+    void answer(PositionSource::Answer answer);
 
     Begin begin_;
-    std::move_only_function<void(PositionSource::Answer)> then_;
-    int tries_ = 0;
+    Then then_;
+    int left_ = 0; ///< how often the service did
     std::unique_ptr<PositionTry> current_;
+    QTimer pause_;
 };
 
 /// The property of an object, as org.freedesktop.DBus.Properties gets it.
