@@ -313,6 +313,15 @@ TEST_F(GeoCluePositionTest, ANoIsDeniedAndASystemThatDoesNotOfferItIsRestricted)
     EXPECT_TRUE(service_.active.empty());
 }
 
+TEST_F(GeoCluePositionTest, AClientThatComesTooLateIsGivenBack) {
+    GeoCluePosition impatient{bus(), {.service = moment}};
+    service_.held = QStringLiteral("CreateClient");
+    EXPECT_EQ(answerOf(impatient), "restricted");
+    service_.release();
+    waitForCall(service_, QStringLiteral("DeleteClient"));
+    EXPECT_TRUE(service_.open.empty());
+}
+
 TEST_F(GeoCluePositionTest, APersonMayTakeLongerThanTheCallLasts) {
     GeoCluePosition impatient{bus(), shortLimits};
     service_.held = QStringLiteral("Start");
