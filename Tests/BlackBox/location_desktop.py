@@ -1,7 +1,7 @@
 #!/usr/bin/python3
 # SPDX-License-Identifier: Apache-2.0
 """What stands behind the real portal in a test: GeoClue, and the desktop's part that asks the person. One process on the bus that the
-environment names; it prints a line for everything that is asked of it. Usage: location_desktop.py grant|deny|silent|locked"""
+environment names; it prints a line for everything that is asked of it. Usage: location_desktop.py grant|deny|silent|locked [LAT LON]"""
 import sys
 
 import dbus
@@ -15,8 +15,9 @@ CLUE = "org.freedesktop.GeoClue2"
 ROOT = "/org/freedesktop/GeoClue2"
 IMPL = "org.freedesktop.impl.portal"
 DESKTOP = "/org/freedesktop/portal/desktop"
-# A hand's breadth from the date line.
-PLACE = {"Latitude": dbus.Double(-17.25), "Longitude": dbus.Double(-179.9999), "Accuracy": dbus.Double(25)}
+# A hand's breadth from the date line, where nothing else is said.
+LATITUDE, LONGITUDE = map(float, sys.argv[2:4] or (-17.25, -179.9999))
+PLACE = {"Latitude": dbus.Double(LATITUDE), "Longitude": dbus.Double(LONGITUDE), "Accuracy": dbus.Double(25)}
 
 
 def say(*words):
