@@ -3,43 +3,23 @@
 """Where Ann's computer is, as its GeoClue says, is what Bea's application shows, with the weather of the room's server, or of the forecast
 service where that has none, or the last one where nobody has any. Bea says by hand where she is. No more travels or is kept than people
 agreed to."""
-import http.server
 import json
 import os
 import pathlib
 import subprocess
-import threading
+import sys
 
 from blackbox import PATIENCE, Server, options
 from two import Two
+
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / "Scripts"))
+from weather import Forecasts  # noqa: E402
 
 HERE = os.path.dirname(os.path.abspath(__file__))
 # In Lisbon. The digits after the third decimal are nobody's business.
 LATITUDE, LONGITUDE = "38.7139427", "-9.1394113"
 FINE = ("38.7139", "9.13941")
 TRAVELS = {"lat", "lon", "label", "city", "tz", "precision", "since", "sampledAt", "weather"}
-
-
-class Forecasts:
-    """A forecast service with one temperature for all the world, until it is out of order."""
-
-    def __init__(self, celsius):
-        self.works, self.asked = True, []
-
-        class Answers(http.server.BaseHTTPRequestHandler):
-            def do_GET(request):  # pylint: disable=no-self-argument
-                self.asked.append(request.path)
-                body = {"current": {"temperature_2m": celsius, "is_day": 1, "weather_code": 3}, "daily": {}}
-                request.send_response(200 if self.works else 500)
-                request.end_headers()
-                request.wfile.write(json.dumps(body).encode())
-
-            def log_message(self, *_):
-                pass
-
-        self.http = http.server.ThreadingHTTPServer(("127.0.0.1", 0), Answers)
-        self.url = f"http://127.0.0.1:{self.http.server_port}"
-        threading.Thread(target=self.http.serve_forever, daemon=True).start()
 
 
 class Neighbours(Two):
@@ -107,7 +87,7 @@ def no_more_was_told(two, server):
 
 def main():
     asked = options("room", "lumaro", "lumaroctl")
-    room, service = Forecasts(11), Forecasts(22)
+    room, service = Forecasts(temperature_2m=11), Forecasts(temperature_2m=22)
     with Server(asked.room, "--weather-upstream", room.url) as server:
         two = Neighbours(asked, server, "--forecasts", service.url, "--verbose")
         geoclue = None
