@@ -82,16 +82,6 @@ protected:
         EXPECT_EQ(std::exchange(changes_[music], 0), 1);
     }
 
-    // What the bus passes on to this program.
-    QStringList matchRules() const {
-        const auto answer =
-            call(QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
-                 QStringLiteral("org.freedesktop.DBus.Debug.Stats"), QStringLiteral("GetAllMatchRules"));
-        auto rules = qdbus_cast<QMap<QString, QStringList>>(answer.arguments().value(0)).value(bus().baseService());
-        rules.sort();
-        return rules;
-    }
-
     MprisPlayers players_{bus(), std::chrono::milliseconds{50}};
     std::map<MusicSource, int> changes_;
     std::vector<std::unique_ptr<PlayerNotifications::Observer>> observers_;

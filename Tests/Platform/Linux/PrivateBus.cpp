@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Tests/Platform/Linux/PrivateBus.h"
 
+#include <QDBusArgument>
 #include <QDBusConnectionInterface>
 #include <QDBusServiceWatcher>
 #include <QProcessEnvironment>
@@ -106,6 +107,14 @@ QDBusMessage BusTest::call(const QString& service, const QString& object, const 
 
 bool BusTest::isOwned(const QString& name) const {
     return bus_.interface()->isServiceRegistered(name);
+}
+
+QStringList BusTest::matchRules() const {
+    const auto answer = call(QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
+                             QStringLiteral("org.freedesktop.DBus.Debug.Stats"), QStringLiteral("GetAllMatchRules"));
+    auto rules = qdbus_cast<QMap<QString, QStringList>>(answer.arguments().value(0)).value(bus_.baseService());
+    rules.sort();
+    return rules;
 }
 
 } // namespace lumaro

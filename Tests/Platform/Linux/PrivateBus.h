@@ -41,6 +41,8 @@ protected:
     QDBusMessage call(const QString& service, const QString& object, const QString& interface, const QString& method,
                       const QVariantList& arguments = {}) const;
     bool isOwned(const QString& name) const;
+    /// What the bus passes on to this program.
+    QStringList matchRules() const;
 
 private:
     void startBus();
