@@ -25,6 +25,7 @@ struct LiveCardsTest : testing::Test {
     BoardPresence partner;
     ClientMessage::Presence own;
     MusicState music{.musicConsent = Consent::yes};
+    PlaceState place;
     CoverState covers;
     const LiveContext::Picture* picture = &noPicture;
     std::map<PartnerID, std::string> names{{PartnerID::a, "ana"}, {PartnerID::b, "bo"}};
@@ -38,6 +39,7 @@ struct LiveCardsTest : testing::Test {
                 .now = now,
                 .zone = zone,
                 .music = music,
+                .place = place,
                 .covers = covers,
                 .picture = *picture};
     }

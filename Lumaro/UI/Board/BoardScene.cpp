@@ -8,8 +8,6 @@
 #include "LumaroCore/BoardModel/Media.h"
 #include "LumaroCore/Support/EnumNames.h"
 
-#include <QtCore/QLocale>
-
 #include <algorithm>
 #include <chrono>
 #include <utility>
@@ -57,17 +55,39 @@ LiveContext BoardScene::live() const {
             .me = state.token ? state.token->slot : PartnerID::a,
             .now = ports_.clock.now(),
             .zone = zone_,
-            .isFahrenheit = QLocale::system().measurementSystem() == QLocale::ImperialUSSystem,
+            .isFahrenheit = isFahrenheit_,
             .music = state,
+            .place = state,
             .covers = state,
             .picture = picture_};
 }
 
-TrackWords BoardScene::trackOf(const QString& itemId) const {
+const BoardItem* BoardScene::shownItem(const QString& itemId) const {
     const auto id = UUID::parse(itemId.toStdString());
-    const auto* const item = id ? shown_.find(*id) : nullptr;
+    return id ? shown_.find(*id) : nullptr;
+}
+
+TrackWords BoardScene::trackOf(const QString& itemId) const {
+    const auto* const item = shownItem(itemId);
     const auto* const card = item != nullptr ? item->payload.as<NowPlayingSlotPayload>() : nullptr;
     return card != nullptr ? trackWords(*card, live()) : TrackWords{};
+}
+
+PlaceWords BoardScene::placeOf(const QString& itemId) const {
+    const auto* const item = shownItem(itemId);
+    const auto* const card = item != nullptr ? item->payload.as<LocationPayload>() : nullptr;
+    return card != nullptr ? placeWords(*card, live()) : PlaceWords{};
+}
+
+PlaceWords BoardScene::ownPlace() const {
+    const auto context = live();
+    return placeWords(LocationPayload{context.me}, context);
+}
+
+void BoardScene::setFahrenheit(bool isFahrenheit) {
+    if (isFahrenheit_ == isFahrenheit) return;
+    isFahrenheit_ = isFahrenheit;
+    refresh();
 }
 
 Board BoardScene::withHand() const {
@@ -84,7 +104,7 @@ Board BoardScene::withHand() const {
 void BoardScene::hear(AppChanges changed) {
     constexpr std::array ofTheBoard{AppChange::board,  AppChange::partner,    AppChange::ownPresence,
                                     AppChange::people, AppChange::membership, AppChange::pictures,
-                                    AppChange::music};
+                                    AppChange::music,  AppChange::place};
     if (std::ranges::any_of(ofTheBoard, [&](AppChange change) { return changed.has(change); })) {
         refresh();
     } else if (changed.has(AppChange::editor)) {

@@ -4,6 +4,7 @@
 #include "Lumaro/Model/AppModel.h"
 #include "Lumaro/UI/Board/BoardListModel.h"
 #include "Lumaro/UI/Board/PictureStore.h"
+#include "Lumaro/UI/Board/PlaceWords.h"
 #include "Lumaro/UI/Board/TrackWords.h"
 #include "LumaroCore/Support/Sleeper.h"
 #include "LumaroCore/Support/WallClock.h"
@@ -56,6 +57,12 @@ public:
     Q_INVOKABLE void wantPixels(double perPoint);
     /// What plays on a music card at this moment.
     Q_INVOKABLE lumaro::TrackWords trackOf(const QString& itemId) const;
+    /// What is known at this moment of the place behind a window on the board.
+    Q_INVOKABLE lumaro::PlaceWords placeOf(const QString& itemId) const;
+    /// The same of this person's own place, as the partner is told of it.
+    PlaceWords ownPlace() const;
+    /// How this person reads temperatures.
+    void setFahrenheit(bool isFahrenheit);
 
 Q_SIGNALS:
     void boardChanged();
@@ -68,6 +75,7 @@ private:
     void refresh();
     void refreshHand();
     LiveContext live() const;
+    const BoardItem* shownItem(const QString& itemId) const;
     Board withHand() const;
     void letGoOfPictures();
     void waitForChange();
@@ -81,6 +89,7 @@ private:
     Board shown_;
     BoardListModel rows_;
     double pixelsPerPoint_ = 1;
+    bool isFahrenheit_ = false;
     std::unique_ptr<Sleeper::Wait> change_;
 };
 

@@ -2,6 +2,7 @@
 #include "Lumaro/UI/Board/LiveCards.h"
 
 #include "DesignSystem/Words.h"
+#include "Lumaro/UI/Board/PlaceWords.h"
 #include "Lumaro/UI/Text.h"
 #include "LumaroCore/BoardModel/BoardSpec.h"
 #include "LumaroCore/Presence/Playback.h"
@@ -49,11 +50,6 @@ std::optional<QTimeZone> zoneOf(PartnerID slot, const LiveContext& live) {
     if (!here) return std::nullopt;
     const QTimeZone zone{QByteArray::fromStdString(here->tz)};
     return zone.isValid() ? std::optional{zone} : std::nullopt;
-}
-
-QString noPlace(PartnerID slot, const LiveContext& live) {
-    if (live.isMe(slot)) return Words::tr("location is off");
-    return live.partner.isPartnerOnline ? Words::tr("waiting for a fix") : Words::tr("no word from there yet");
 }
 
 std::optional<Sky> skyOver(const std::optional<Here>& here) {

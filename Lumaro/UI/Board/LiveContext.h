@@ -25,6 +25,7 @@ struct LiveContext {
     const QTimeZone& zone; ///< of this device
     bool isFahrenheit = false;
     const MusicState& music;
+    const PlaceState& place;
     const CoverState& covers;
     const Picture& picture;
 
