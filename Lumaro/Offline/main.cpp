@@ -10,6 +10,7 @@
 #include <QtWidgets/QApplication>
 
 #include <iostream>
+#include <optional>
 #include <string>
 
 namespace lumaro {
@@ -18,6 +19,8 @@ namespace {
 struct Arguments {
     std::string scene = "together";
     std::string show = "board";
+    std::string sky;
+    std::optional<int> hour;
     std::string appearance = "light";
     bool isMotionReduced = false;
     int width = 1280;
@@ -26,9 +29,10 @@ struct Arguments {
     double after = 2;
 };
 
-std::string scenes() {
+template <class Enum>
+std::string namesIn() {
     std::string all;
-    for (const auto name : namesOf(Scene{})) all += (all.empty() ? "" : ", ") + std::string{name};
+    for (const auto name : namesOf(Enum{})) all += (all.empty() ? "" : ", ") + std::string{name};
     return all;
 }
 
@@ -65,11 +69,16 @@ QQuickWindow* open(Rehearsal& rehearsal, const Arguments& arguments) {
 int run(QApplication& application, const Arguments& arguments) {
     const auto scene = fromName<Scene>(arguments.scene);
     if (!scene) {
-        std::cerr << "lumaro-offline: the scenes are " << scenes() << '\n';
+        std::cerr << "lumaro-offline: the scenes are " << namesIn<Scene>() << '\n';
+        return EXIT_FAILURE;
+    }
+    const auto sky = fromName<Sky>(arguments.sky);
+    if (!sky && !arguments.sky.empty()) {
+        std::cerr << "lumaro-offline: the skies are " << namesIn<Sky>() << '\n';
         return EXIT_FAILURE;
     }
     prepareWindows();
-    Rehearsal rehearsal{*scene};
+    Rehearsal rehearsal{{.scene = *scene, .sky = sky, .hour = arguments.hour}};
     rehearsal.windows().dress(qText(std::string_view{arguments.appearance}), arguments.isMotionReduced);
     auto* const window = open(rehearsal, arguments);
     if (!arguments.grab.empty()) {
@@ -87,7 +96,9 @@ int run(QApplication& application, const Arguments& arguments) {
 int main(int argc, char** argv) {
     lumaro::Arguments arguments;
     CLI::App app{"The board's windows without a network, a keyring or a partner.", "lumaro-offline"};
-    app.add_option("--scene", arguments.scene, "what is going on: " + lumaro::scenes());
+    app.add_option("--scene", arguments.scene, "what is going on: " + lumaro::namesIn<lumaro::Scene>());
+    app.add_option("--sky", arguments.sky, "over the partner's roofs: " + lumaro::namesIn<lumaro::Sky>());
+    app.add_option("--hour", arguments.hour, "that the partner's clock strikes")->check(CLI::Range(0, 23));
     app.add_option("--show", arguments.show, "board, desktop, gallery, boardPage or settings");
     app.add_option("--appearance", arguments.appearance, "light or dark");
     app.add_flag("--reduced-motion", arguments.isMotionReduced, "fades instead of springs");

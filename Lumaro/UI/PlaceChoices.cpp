@@ -66,8 +66,7 @@ void PlaceChoices::show(std::vector<Row> rows) {
     if (shared > 0) Q_EMIT dataChanged(index(0), index(shared - 1));
     if (after > before) {
         beginInsertRows({}, before, after - 1);
-        rows_.insert(rows_.end(), std::make_move_iterator(rows.begin() + shared),
-                     std::make_move_iterator(rows.end()));
+        rows_.insert(rows_.end(), std::make_move_iterator(rows.begin() + shared), std::make_move_iterator(rows.end()));
         endInsertRows();
     }
 }

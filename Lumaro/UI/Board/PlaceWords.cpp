@@ -92,8 +92,7 @@ void addWeather(PlaceWords& words, const Weather& weather, const LiveContext& li
     const auto shown = [&](double celsius) { return degrees(celsius, live.isFahrenheit); };
     words.weather = Words::tr("%1, %2", "rain, 17°").arg(skyWords(weather.sky()), shown(weather.tempC));
     if (weather.feelsC) {
-        words.weather =
-            Words::tr("%1, feels like %2", "rain, 17°; 15°").arg(words.weather, shown(*weather.feelsC));
+        words.weather = Words::tr("%1, feels like %2", "rain, 17°; 15°").arg(words.weather, shown(*weather.feelsC));
     }
     if (weather.loC && weather.hiC) {
         words.range = Words::tr("%1 to %2 today").arg(shown(*weather.loC), shown(*weather.hiC));
