@@ -84,7 +84,7 @@ Column {
             width: parent.width - 2 * Theme.size.large
             place: how.place
             onChosen: how.leavePicker()
-            onLeft: how.leavePicker()
+            onCancelled: how.leavePicker()
         }
     }
     Body {

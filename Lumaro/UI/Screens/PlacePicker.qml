@@ -14,7 +14,7 @@ FocusScope {
     /// A town was chosen, and is known to the application.
     signal chosen
     /// The person wants none.
-    signal left
+    signal cancelled
 
     /// Empty, and ready to be typed into.
     function takeKeys(): void {
@@ -30,7 +30,7 @@ FocusScope {
     }
 
     implicitHeight: column.implicitHeight
-    Keys.onEscapePressed: left()
+    Keys.onEscapePressed: cancelled()
     Keys.onUpPressed: field.forceActiveFocus(Qt.BacktabFocusReason)
 
     Column {

@@ -75,7 +75,7 @@ Column {
         width: parent.width
         place: question.place
         onChosen: question.answer(true)
-        onLeft: {
+        onCancelled: {
             question.isPicking = false;
             byHand.forceActiveFocus(Qt.TabFocusReason);
         }
