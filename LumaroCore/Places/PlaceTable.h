@@ -2,6 +2,7 @@
 #pragma once
 
 #include "LumaroCore/Location/ReverseGeocoder.h"
+#include "LumaroCore/Places/Scenery.h"
 #include "LumaroCore/Support/Coordinates.h"
 
 #include <cstddef>
@@ -21,16 +22,6 @@ struct Place {
     std::string_view zone;    ///< IANA name of its time zone
     Coordinates position;
     std::uint32_t people = 0;
-};
-
-/// What can be seen from a window there.
-struct Scenery {
-    std::uint64_t seed = 0; ///< the same for one town, always
-    std::uint32_t people = 0;
-    bool isByTheSea = false;
-    int hills = 0; ///< 0 for a plain to 3 for mountains
-
-    bool operator==(const Scenery&) const = default;
 };
 
 /// The towns of the world in a packed table, read where it lies; nothing is copied. Cheap to copy.
