@@ -13,6 +13,7 @@ FocusScope {
     required property PictureExchange pictures
     required property MusicView music
     property bool isQuiet: false
+    property alias weatherMoves: board.weatherMoves
 
     /// The person wants the page about the board, the settings, or a quick note.
     signal boardPageWanted

@@ -15,6 +15,7 @@ Window {
     required property MusicView music
     required property var screens
     required property bool hangsBehindIcons
+    property alias weatherMoves: page.weatherMoves
 
     /// Opens a page: "settings" or "boardPage".
     function showPage(page: string): void {

@@ -37,13 +37,15 @@ float smooth(float from, float to, float value) {
 class CloudPainter {
 public:
     explicit CloudPainter(const ViewScene& scene)
-        : light_(scene.light), cover_(scene.view.clouds), sun_((scene.sun - scene.rect.topLeft()) / scene.rect.height()),
-          sunHeight_(scene.view.sunAltitude) {
+        : light_(scene.light), cover_(scene.view.clouds),
+          sun_((scene.sun - scene.rect.topLeft()) / scene.rect.height()), sunHeight_(scene.view.sunAltitude) {
         Chance chance{scene.view.scenery.seed, ofClouds};
         // They drift with the wind through the day, and every day begins elsewhere for every place.
         const double drift = scene.view.hour * (0.05 + scene.view.windKmh * 0.012) * (scene.slant(20) < 0 ? 1 : -1);
         offset_ = static_cast<float>(chance.between(0, 40) + drift);
         far_ = static_cast<float>(chance.between(0, 40));
+        evening_ = static_cast<float>(rise(12, 3, sunHeight_));
+        clear_ = static_cast<float>(1 - rise(0.35, 0.9, scene.view.mist));
         isHeavy_ = scene.view.sky == Sky::rain || scene.view.sky == Sky::storm || scene.view.sky == Sky::snow;
         // Towards the light, in the picture: from above by day, from the side in the evening.
         sunReach_ = static_cast<float>(rise(-8, 2, scene.view.sunAltitude) *
@@ -59,8 +61,8 @@ public:
         const Ray ray{dx / distance, dy / distance, std::exp(-distance * 2.6F) * sunReach_};
         if (cover_.high > 0.02) addHigh(veil, x, elevation, ray);
         if (cover_.middle > 0.02) addMiddle(veil, x, elevation, ray);
-        if (cover_.low > 0.02) addLow(veil, x, y, elevation, ray);
-        return veil;
+        if (cover_.low > 0.02) addLow(veil, x, elevation, ray);
+        return {veil.tone * clear_, veil.opacity * clear_};
     }
 
 private:
@@ -104,36 +106,43 @@ private:
         veil.coverWith(hazy(tone, elevation, 0.55F), body * (0.50F + 0.40F * cover) * smooth(-0.02F, 0.1F, elevation));
     }
 
-    /// Heaps of cloud with flat feet while they are few, a ceiling when they close.
-    float lowShape(float u, float v) const {
-        const float heaps = cloudiness<2>(u, v * 1.25F);
-        const float puffs = std::abs(2 * cloudiness<3>(u * 3.1F + 7, v * 3.6F) - 1); // round edges, sharp folds
-        return heaps * 0.86F + 0.27F * (0.42F - puffs);
+    /// Heaps of cloud while they are few, a ceiling when they close.
+    static float lowShape(float u, float v) {
+        const float heaps = cloudiness<2>(u, v * 1.5F);
+        // Round heads with sharp folds between them.
+        const float heads = std::abs(2 * noiseAt(u * 2.6F + 7, v * 3.3F) - 1) * 0.62F +
+                            std::abs(2 * cloudiness<2>(u * 6.1F + 3, v * 7.3F) - 1) * 0.5F;
+        return heaps * 0.74F + heads * 0.30F;
     }
 
-    void addLow(Veil& veil, float x, float y, float elevation, Ray ray) const {
+    void addLow(Veil& veil, float x, float elevation, Ray ray) const {
         const float size = 0.30F + 0.44F * elevation; // farther ones are smaller
         const float u = (x - 0.7F) / size * 0.78F + offset_;
         const float v = -elevation / size * 0.95F + far_ + 4;
         const auto cover = static_cast<float>(cover_.low);
         const float shape = lowShape(u, v);
-        const float from = 0.74F - 0.70F * cover;
-        const float body = smooth(from, from + 0.13F, shape);
+        const float from = 0.64F - 0.62F * cover;
+        const float body = smooth(from, from + 0.085F, shape);
         if (body <= 0) return;
         // What lies between a place and the light takes it away.
-        const float step = 0.16F;
+        const float step = 0.15F;
         const float rayY = sunHeight_ > 12 ? -1 : ray.y; // high light comes from above everywhere
         const float rayX = sunHeight_ > 12 ? ray.x * 0.4F : ray.x;
         const float towards = lowShape(u + rayX * step, v + rayY * step);
-        const float lit = clamped(0.46F + 2.1F * (shape - towards));
-        const float thick = smooth(from + 0.08F, from + 0.52F, shape);
-        const float closed = smooth(0.7F, 0.98F, cover);
-        float bright = lit * (1 - 0.45F * thick) * (1 - 0.72F * closed) + 0.62F * closed * (0.25F + lit * 0.5F + 0.5F * (1 - shape));
-        if (isHeavy_) bright *= 0.8F;
-        Tone tone = blend(light_.cloudShade, light_.cloudLit, clamped(bright * 1.12F));
+        const float lit = clamped(0.5F + 2.3F * (shape - towards));
+        const float thick = smooth(from + 0.06F, from + 0.46F, shape);
+        const float closed = smooth(0.66F, 0.95F, cover);
+        // Low light leaves the hearts of the clouds dark.
+        const float floor = 0.30F - 0.24F * evening_;
+        const float open = (floor + 0.85F * lit) * (1 - (0.35F + 0.35F * evening_) * thick);
+        const float ceiling =
+            0.10F + 0.9F * smooth(0.22F, 0.66F, 1 - shape) * (0.45F + 0.55F * lit) + 0.28F * (1 - elevation);
+        const float bright = open * (1 - closed) + ceiling * closed * (isHeavy_ ? 0.62F : 0.85F);
+        Tone tone = blend(light_.cloudShade, light_.cloudLit, clamped(bright));
         tone = blend(tone, light_.sun, 0.75 * ray.shine * (1 - thick) * (1 - closed));
-        static_cast<void>(y);
-        veil.coverWith(hazy(tone, elevation, 0.62F), body * (0.90F + 0.1F * closed) * smooth(-0.06F, 0.05F + 0.04F * closed, elevation + 0.04F * closed));
+        veil.coverWith(hazy(tone, elevation, 0.62F),
+                       body * (0.90F + 0.1F * closed) *
+                           smooth(-0.06F, 0.05F + 0.04F * closed, elevation + 0.04F * closed));
     }
 
     const SkyLight& light_;
@@ -143,6 +152,8 @@ private:
     float offset_ = 0;
     float far_ = 0;
     float sunReach_ = 0;
+    float evening_ = 0;
+    float clear_ = 1; ///< what the mist leaves of them
     bool isHeavy_ = false;
 };
 
@@ -154,7 +165,7 @@ void paintClouds(QPainter& painter, const ViewScene& scene) {
     const CloudPainter clouds{scene};
     const double height = scene.horizon - scene.rect.top();
     // They are soft: more pixels than this would not be seen.
-    const double density = std::min(scene.density, 190 / scene.rect.height());
+    const double density = std::min(scene.density, 150 / scene.rect.height());
     const QSize size = (QSizeF{scene.rect.width(), height} * density).toSize().expandedTo({2, 2});
     QImage image{size, QImage::Format_ARGB32_Premultiplied};
     const double toHeights = 1 / (density * scene.rect.height());

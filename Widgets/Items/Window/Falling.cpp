@@ -25,7 +25,8 @@ bool isSnow(const SkyView& view) {
 
 /// How bright drops are against what is behind them.
 Tone dropTone(const ViewScene& scene) {
-    return blend(blend(scene.light.horizon, scene.light.middle, 0.4), {250, 250, 252}, 0.34 + 0.16 * rise(-8, 4, scene.view.sunAltitude));
+    return blend(blend(scene.light.horizon, scene.light.middle, 0.4), {250, 250, 252},
+                 0.34 + 0.16 * rise(-8, 4, scene.view.sunAltitude));
 }
 
 void paintStreaks(QPainter& painter, const ViewScene& scene, QSizeF area, bool wraps) {
@@ -38,8 +39,8 @@ void paintStreaks(QPainter& painter, const ViewScene& scene, QSizeF area, bool w
         const double length = scene.unit * (3.0 + 7.5 * near) * (0.7 + 0.5 * scene.view.fall);
         const QPointF at{area.width() * chance.part(), area.height() * chance.part()};
         const QPointF way{length * slant, length};
-        painter.setPen(QPen{tone.colour((0.16 + 0.34 * near) * (0.65 + 0.35 * scene.view.fall)), scene.unit * (0.22 + 0.34 * near),
-                            Qt::SolidLine, Qt::RoundCap});
+        painter.setPen(QPen{tone.colour((0.16 + 0.34 * near) * (0.65 + 0.35 * scene.view.fall)),
+                            scene.unit * (0.22 + 0.34 * near), Qt::SolidLine, Qt::RoundCap});
         painter.drawLine(at, at + way);
         if (!wraps) continue;
         for (const double dx : {-area.width(), 0.0, area.width()}) {
@@ -83,7 +84,8 @@ void paintFlakes(QPainter& painter, const ViewScene& scene, QSizeF area, bool wr
 void paintBolt(QPainter& painter, const ViewScene& scene) {
     Chance chance{scene.view.scenery.seed, ofDrops + 1};
     const double left = chance.happens(0.5) ? 0.24 : 0.70;
-    QPointF at{scene.rect.left() + scene.rect.width() * (left + chance.between(-0.04, 0.04)), scene.rect.top() + scene.rect.height() * 0.16};
+    QPointF at{scene.rect.left() + scene.rect.width() * (left + chance.between(-0.04, 0.04)),
+               scene.rect.top() + scene.rect.height() * 0.16};
     painter.setPen(Qt::NoPen);
     QRadialGradient glow{at, scene.rect.height() * 0.55};
     glow.setColorAt(0, QColor{236, 224, 255, 118});
@@ -95,7 +97,8 @@ void paintBolt(QPainter& painter, const ViewScene& scene) {
     QPainterPath branch;
     const int steps = 9;
     for (int i = 0; i < steps; ++i) {
-        at += QPointF{scene.unit * chance.between(-4.2, 4.6), (scene.horizon - scene.rect.top() - scene.rect.height() * 0.16) / steps};
+        at += QPointF{scene.unit * chance.between(-4.2, 4.6),
+                      (scene.horizon - scene.rect.top() - scene.rect.height() * 0.16) / steps};
         bolt.lineTo(at);
         if (i == 3) {
             branch.moveTo(at);

@@ -25,8 +25,9 @@ void paintStars(QPainter& painter, const ViewScene& scene) {
         const double y = scene.rect.top() + (scene.horizon - scene.rect.top()) * depth;
         const double magnitude = std::pow(chance.part(), 3.2); // few are bright
         const double warmth = chance.part();
-        const double shown = scene.light.stars * (1 - magnitude) < 0.15 && scene.light.stars < 0.6 ? 0 : 1;
-        const double opacity = scene.light.stars * shown * (0.22 + 0.78 * magnitude) * rise(1.0, 0.55, depth);
+        // At dusk the bright ones come first.
+        const double out = rise(0.9 - magnitude, 1.1 - magnitude, scene.light.stars);
+        const double opacity = scene.light.stars * out * (0.22 + 0.78 * magnitude) * rise(1.0, 0.55, depth);
         if (opacity < 0.02) continue;
         const Tone tone = blend(Tone{206, 220, 255}, Tone{255, 240, 212}, warmth);
         const double radius = scene.unit * (0.20 + 0.34 * magnitude);
@@ -71,9 +72,12 @@ void paintSeas(QPainter& painter, double radius, double opacity) {
         double x, y, width, height;
     };
     // As the northern hemisphere sees them with north above.
-    for (const auto& [x, y, width, height] :
-         {Spot{-0.30, -0.34, 0.34, 0.26}, {0.16, -0.30, 0.24, 0.20}, {0.40, -0.08, 0.22, 0.22}, {-0.44, 0.10, 0.24, 0.34},
-          {0.54, -0.36, 0.10, 0.12}, {-0.14, 0.36, 0.18, 0.13}}) {
+    for (const auto& [x, y, width, height] : {Spot{-0.30, -0.34, 0.34, 0.26},
+                                              {0.16, -0.30, 0.24, 0.20},
+                                              {0.40, -0.08, 0.22, 0.22},
+                                              {-0.44, 0.10, 0.24, 0.34},
+                                              {0.54, -0.36, 0.10, 0.12},
+                                              {-0.14, 0.36, 0.18, 0.13}}) {
         painter.setBrush(Tone{150, 158, 178}.colour(opacity));
         painter.drawEllipse(QPointF{x * radius, y * radius}, width * radius, height * radius);
     }
@@ -103,7 +107,8 @@ void paintMoon(QPainter& painter, const ViewScene& scene) {
     painter.setBrush(face.colour(seen));
     painter.drawPath(lit);
     painter.setClipPath(lit, Qt::IntersectClip);
-    // The seas turn with the moon: north is a quarter turn from the bright limb, and which way tells waxing from waning.
+    // The seas turn with the moon: north is a quarter turn from the bright limb, and which way tells waxing from
+    // waning.
     painter.rotate(moon.isWaxing ? 90 : -90);
     paintSeas(painter, radius, 0.20 * seen * dark + 0.10 * seen);
     painter.restore();

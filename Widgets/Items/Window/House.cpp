@@ -14,8 +14,18 @@ namespace {
 
 /// How many of the windows are lit at an hour, where it is dark.
 double litShareAt(double hour) {
-    constexpr std::array<std::pair<double, double>, 12> day{{{0, 0.30}, {1, 0.16}, {2, 0.08}, {3, 0.05}, {4.5, 0.06}, {6, 0.24}, {7, 0.42},
-                                                             {9, 0.30}, {16, 0.34}, {19, 0.56}, {21, 0.66}, {22.6, 0.58}}};
+    constexpr std::array<std::pair<double, double>, 12> day{{{0, 0.30},
+                                                             {1, 0.16},
+                                                             {2, 0.08},
+                                                             {3, 0.05},
+                                                             {4.5, 0.06},
+                                                             {6, 0.24},
+                                                             {7, 0.42},
+                                                             {9, 0.30},
+                                                             {16, 0.34},
+                                                             {19, 0.56},
+                                                             {21, 0.66},
+                                                             {22.6, 0.58}}};
     for (std::size_t i = 0; i < day.size(); ++i) {
         const auto [from, share] = day[i];
         const auto [to, next] = i + 1 < day.size() ? day[i + 1] : std::pair{24.0, day.front().second};
@@ -87,7 +97,8 @@ private:
     void paintFlat() {
         const QRectF& walls = house_.walls;
         const double edge = scene_.unit * 0.7;
-        painter_.fillRect(QRectF{walls.left() - edge * 0.3, walls.top() - edge, walls.width() + edge * 0.6, edge}, wallTone(0.86));
+        painter_.fillRect(QRectF{walls.left() - edge * 0.3, walls.top() - edge, walls.width() + edge * 0.6, edge},
+                          wallTone(0.86));
         paintCover(walls.left() - edge * 0.3, walls.right() + edge * 0.3, walls.top() - edge);
         const int what = chance_.below(4);
         const double x = walls.left() + walls.width() * chance_.between(0.15, 0.7);
@@ -98,8 +109,11 @@ private:
             paintCover(x, x + wide, walls.top() - edge - wide * 0.5);
         }
         if (what == 2 && distance_.far < 0.5) {
-            painter_.fillRect(QRectF{x, walls.top() - edge - 5 * scene_.unit, scene_.unit * 0.35, 5 * scene_.unit}, wallTone(0.6));
-            painter_.fillRect(QRectF{x - scene_.unit, walls.top() - edge - 4.2 * scene_.unit, scene_.unit * 2.4, scene_.unit * 0.3}, wallTone(0.6));
+            painter_.fillRect(QRectF{x, walls.top() - edge - 5 * scene_.unit, scene_.unit * 0.35, 5 * scene_.unit},
+                              wallTone(0.6));
+            painter_.fillRect(
+                QRectF{x - scene_.unit, walls.top() - edge - 4.2 * scene_.unit, scene_.unit * 2.4, scene_.unit * 0.3},
+                wallTone(0.6));
         }
     }
 
@@ -126,21 +140,30 @@ private:
         const double over = walls.width() * 0.04;
         const double slope = walls.width() * 0.10;
         paintChimney(walls.left() + walls.width() * chance_.between(0.2, 0.7), walls.top() - high * 0.8);
-        fill({{walls.left() - over, walls.top()}, {walls.left() + slope, walls.top() - high}, {walls.right() - slope, walls.top() - high}, {walls.right() + over, walls.top()}},
+        fill({{walls.left() - over, walls.top()},
+              {walls.left() + slope, walls.top() - high},
+              {walls.right() - slope, walls.top() - high},
+              {walls.right() + over, walls.top()}},
              roofTone());
-        painter_.fillRect(QRectF{walls.left() - over, walls.top() - scene_.unit * 0.3, walls.width() + 2 * over, scene_.unit * 0.6}, roofTone(0.78));
+        painter_.fillRect(
+            QRectF{walls.left() - over, walls.top() - scene_.unit * 0.3, walls.width() + 2 * over, scene_.unit * 0.6},
+            roofTone(0.78));
     }
 
     void paintMansard() {
         const QRectF& walls = house_.walls;
         const double high = std::min(walls.width() * 0.26, 6 * scene_.unit);
         const double inset = walls.width() * 0.06;
-        fill({walls.topLeft(), {walls.left() + inset, walls.top() - high}, {walls.right() - inset, walls.top() - high}, walls.topRight()},
+        fill({walls.topLeft(),
+              {walls.left() + inset, walls.top() - high},
+              {walls.right() - inset, walls.top() - high},
+              walls.topRight()},
              roofTone());
         paintChimney(walls.left() + walls.width() * chance_.between(0.2, 0.7), walls.top() - high);
         const double pane = scene_.unit * house_.pane;
         if (pane > 0) {
-            for (double x = walls.left() + walls.width() * 0.22; x < walls.right() - 2 * pane; x += walls.width() * 0.28) {
+            for (double x = walls.left() + walls.width() * 0.22; x < walls.right() - 2 * pane;
+                 x += walls.width() * 0.28) {
                 paintPane({x, walls.top() - high * 0.72, pane * 1.3, high * 0.5}, chance_);
             }
         }
@@ -155,11 +178,11 @@ private:
             painter_.fillRect(step, wallTone(part > 0.5 ? 0.98 : 0.94));
             paintCover(step.left(), step.right(), step.top());
         }
-        paintMast(step.top(), house_.walls.width() * 0.6);
+        paintMast(step.top(), std::min(house_.walls.width() * 0.6, 7 * scene_.unit));
     }
 
     void paintMast(double y, double high) {
-        const double wide = std::max(scene_.unit * 0.35, house_.walls.width() * 0.05);
+        const double wide = scene_.unit * (0.3 + 0.25 * (1 - distance_.far));
         painter_.fillRect(QRectF{house_.walls.center().x() - wide / 2, y - high, wide, high}, wallTone(0.8));
         if (scene_.light.lamps > 0.4) { // a red lamp for those who fly
             painter_.setBrush(QColor{255, 96, 82, 220});
@@ -171,10 +194,11 @@ private:
         const QRectF& walls = house_.walls;
         const double wide = walls.width() * 0.5;
         QPainterPath dome{{walls.left(), walls.top()}};
-        dome.cubicTo({walls.left() - wide * 0.1, walls.top() - wide * 1.3}, {walls.center().x() - wide * 0.3, walls.top() - wide * 1.5},
+        dome.cubicTo({walls.left() - wide * 0.1, walls.top() - wide * 1.3},
+                     {walls.center().x() - wide * 0.3, walls.top() - wide * 1.5},
                      {walls.center().x(), walls.top() - wide * 1.9});
-        dome.cubicTo({walls.center().x() + wide * 0.3, walls.top() - wide * 1.5}, {walls.right() + wide * 0.1, walls.top() - wide * 1.3},
-                     {walls.right(), walls.top()});
+        dome.cubicTo({walls.center().x() + wide * 0.3, walls.top() - wide * 1.5},
+                     {walls.right() + wide * 0.1, walls.top() - wide * 1.3}, {walls.right(), walls.top()});
         painter_.fillPath(dome, roofTone());
     }
 
@@ -184,19 +208,25 @@ private:
         const double over = walls.width() * 0.06;
         const QPointF peak{walls.center().x(), walls.top() - high};
         const bool isSunLeft = scene_.sunTurn < 0;
-        fill({{walls.left() - over, walls.top()}, peak, {walls.center().x(), walls.top()}}, roofTone(isSunLeft ? 1.06 : 0.88));
-        fill({{walls.right() + over, walls.top()}, peak, {walls.center().x(), walls.top()}}, roofTone(isSunLeft ? 0.88 : 1.06));
+        fill({{walls.left() - over, walls.top()}, peak, {walls.center().x(), walls.top()}},
+             roofTone(isSunLeft ? 1.06 : 0.88));
+        fill({{walls.right() + over, walls.top()}, peak, {walls.center().x(), walls.top()}},
+             roofTone(isSunLeft ? 0.88 : 1.06));
         if (house_.pane > 0) return;
         // The bell's window.
         const double pane = walls.width() * 0.28;
         painter_.setBrush(lampOr(0.5, 0.55));
-        painter_.drawRoundedRect(QRectF{walls.center().x() - pane / 2, walls.top() + pane * 0.8, pane, pane * 1.7}, pane / 2, pane / 2);
+        painter_.drawRoundedRect(QRectF{walls.center().x() - pane / 2, walls.top() + pane * 0.8, pane, pane * 1.7},
+                                 pane / 2, pane / 2);
     }
 
     void paintCrown() {
         const QRectF& walls = house_.walls;
         const double high = walls.width() * 0.7;
-        fill({walls.topLeft(), {walls.left() + walls.width() * 0.72, walls.top() - high}, {walls.right(), walls.top() - high * 0.8}, walls.topRight()},
+        fill({walls.topLeft(),
+              {walls.left() + walls.width() * 0.72, walls.top() - high},
+              {walls.right(), walls.top() - high * 0.8},
+              walls.topRight()},
              wallTone(0.95));
     }
 
@@ -217,7 +247,9 @@ private:
         for (int row = 0; row < rows; ++row) {
             for (int column = 0; column < columns; ++column) {
                 Chance own{house_.seed, static_cast<std::uint64_t>(1000 + row * 64 + column)};
-                paintPane({walls.left() + inset + column * stepX, walls.top() + pane * 1.0 + row * stepY, pane, pane * 1.45}, own);
+                paintPane(
+                    {walls.left() + inset + column * stepX, walls.top() + pane * 1.0 + row * stepY, pane, pane * 1.45},
+                    own);
             }
         }
     }
@@ -238,7 +270,8 @@ private:
             return;
         }
         const Tone lamp = warmth > 0.94 ? Tone{188, 208, 236} : blend(Tone{255, 196, 112}, Tone{255, 226, 166}, warmth);
-        const double clear = (1 - 0.55 * distance_.far) * (1 - 0.75 * scene_.view.mist * (0.4 + distance_.far)) * (0.45 + 0.55 * scene_.light.lamps);
+        const double clear = (1 - 0.55 * distance_.far) * (1 - 0.75 * scene_.view.mist * (0.4 + distance_.far)) *
+                             (0.45 + 0.55 * scene_.light.lamps);
         painter_.fillRect(pane, lamp.colour(std::clamp(clear, 0.0, 1.0)));
     }
 
@@ -255,7 +288,8 @@ void paintHouse(QPainter& painter, const ViewScene& scene, const House& house, D
     HousePainter{painter, scene, house, distance}.paint();
 }
 
-void paintTree(QPainter& painter, const ViewScene& scene, QPointF foot, double height, bool isConifer, Distance distance, Chance& chance) {
+void paintTree(QPainter& painter, const ViewScene& scene, QPointF foot, double height, bool isConifer,
+               Distance distance, Chance& chance) {
     const Tone leaf = blend(isConifer ? Tone{78, 106, 88} : blend(Tone{112, 136, 82}, Tone{86, 116, 78}, chance.part()),
                             {240, 244, 250}, 0.62 * scene.view.snowOnRoofs);
     const Tone dark = leaf * 0.82F;

@@ -58,8 +58,8 @@ void fillRidge(QPainter& painter, const ViewScene& scene, const Ridge& ridge, To
 }
 
 /// Mountains as a picture: rock that falls off both sides of the ridge, snow above a line, light from the sun's side.
-void paintMountains(QPainter& painter, const ViewScene& scene, const Ridge& ridge, Distance distance) {
-    const double density = std::min(scene.density, 240 / scene.rect.height());
+void paintMountains(QPainter& painter, const ViewScene& scene, const Ridge& ridge) {
+    const double density = std::min(scene.density, 200 / scene.rect.height());
     const double high = ridge.height * 1.05;
     const QRectF place{scene.rect.left(), scene.horizon - high * scene.rect.height(), scene.rect.width(),
                        (high + 0.04) * scene.rect.height()};
@@ -68,16 +68,17 @@ void paintMountains(QPainter& painter, const ViewScene& scene, const Ridge& ridg
     image.fill(Qt::transparent);
     const double sunSide = std::clamp(scene.sunTurn / 60, -1.0, 1.0);
     const bool isWinter = scene.view.snowOnRoofs > 0;
-    const Tone lit = blend(scene.light.ambient, scene.light.sun, 0.55 * scene.light.direct * rise(-2, 3, scene.view.sunAltitude));
+    const Tone lit =
+        blend(scene.light.ambient, scene.light.sun, 0.55 * scene.light.direct * rise(-2, 3, scene.view.sunAltitude));
     const auto tone = [&](Tone own, Tone light) {
         return blend(own * light, scene.light.haze, 0.42 + 0.5 * scene.view.mist);
     };
     const Tone rockLit = tone(rock, lit), rockShade = tone(rock * 0.78F, scene.light.ambient);
     const Tone snowLit = tone(snow, lit), snowShade = tone({196, 210, 234}, scene.light.ambient);
-    static_cast<void>(distance);
     for (int column = 0; column < size.width(); ++column) {
         const double x = (column + 0.5) / size.width();
         const double top = ridge.at(x);
+        const double fall = (ridge.at(x + 0.012) - top) * -9;
         for (int row = 0; row < size.height(); ++row) {
             const double height = high - (row + 0.5) / size.height() * (high + 0.04);
             const double depth = top - height; // below the ridge
@@ -88,10 +89,13 @@ void paintMountains(QPainter& painter, const ViewScene& scene, const Ridge& ridg
             const auto v = static_cast<float>(depth * 7);
             const float spur = cloudiness<3>(u, v);
             const float next = cloudiness<3>(u + 0.16F, v);
-            const double slope = (spur - next) * 5.5 + (ridge.at(x + 0.012) - top) * -9;
+            const double slope = (spur - next) * 5.5 + fall;
             const double light = rise(-0.75, 0.75, slope * (sunSide >= 0 ? -1 : 1) * (0.5 + 0.5 * std::abs(sunSide)));
-            const double line = ridge.height * (isWinter ? 0.1 : 0.52) + (spur - 0.5) * ridge.height * 0.5;
-            const double white = rise(line - 0.02, line + 0.02, height);
+            // Snow stays longest in the gullies and off the light.
+            const auto streak = static_cast<double>(noiseAt(u * 7, v * 2.2F));
+            const double line = ridge.height * ((isWinter ? 0.12 : 0.56) + (spur - 0.5) * 0.5 + (streak - 0.5) * 0.42 +
+                                                0.10 * (light - 0.5));
+            const double white = rise(line - 0.018, line + 0.018, height);
             Tone there = blend(blend(rockShade, rockLit, light), blend(snowShade, snowLit, light), white);
             there = blend(there, scene.light.haze, 0.75 * rise(ridge.height * 0.55, -0.02, height));
             const auto part = [&](float value) {
@@ -116,8 +120,9 @@ void paintGlitter(QPainter& painter, const ViewScene& scene, double x, Tone tone
         const double thick = scene.unit * (0.22 + 0.75 * t);
         const double opacity = strength * (1 - 0.8 * std::abs(off)) * (0.35 + 0.65 * chance.part()) * (1 - 0.35 * t);
         painter.setBrush(tone.colour(std::min(1.0, opacity)));
-        painter.drawRoundedRect(QRectF{x + off * spread - length / 2, scene.horizon + 0.5 * scene.unit + t * deep, length, thick},
-                                thick / 2, thick / 2);
+        painter.drawRoundedRect(
+            QRectF{x + off * spread - length / 2, scene.horizon + 0.5 * scene.unit + t * deep, length, thick},
+            thick / 2, thick / 2);
     }
 }
 
@@ -135,9 +140,11 @@ void paintHills(QPainter& painter, const ViewScene& scene, const TownLook& look)
     const int hills = std::clamp(scene.view.scenery.hills, 0, 3);
     const Tone white = snow;
     const auto tone = [&](Tone own) { return blend(own, white, 0.8 * scene.view.snowOnRoofs); };
-    if (hills == 3) paintMountains(painter, scene, {start, 0.46, 1.9, 0.75}, {0.75});
+    if (hills == 3) paintMountains(painter, scene, {start, 0.46, 1.9, 0.75});
     if (hills >= 2) fillRidge(painter, scene, {start + 20, 0.26, 2.6, 0.25}, tone(forest), {0.82});
-    if (hills >= 1) fillRidge(painter, scene, {start + 40, hills == 1 ? 0.17 : 0.16, 2.1, 0.08}, tone(blend(forest, meadow, 0.4)), {0.66});
+    if (hills >= 1)
+        fillRidge(painter, scene, {start + 40, hills == 1 ? 0.17 : 0.16, 2.1, 0.08}, tone(blend(forest, meadow, 0.4)),
+                  {0.66});
     // The plain.
     QLinearGradient ground{0, scene.horizon - 2 * scene.unit, 0, scene.rect.bottom()};
     const Tone field = tone(look.isVillage ? meadow : blend(meadow, Tone{150, 146, 136}, 0.75));
@@ -163,12 +170,14 @@ void paintSea(QPainter& painter, const ViewScene& scene, const TownLook&) {
         const bool isLight = chance.happens(0.55);
         const Tone tone = isLight ? blend(scene.light.horizon, scene.light.sun, 0.2) : deep * 0.8F;
         painter.setBrush(tone.colour(0.10 + 0.13 * chance.part()));
-        painter.drawRoundedRect(QRectF{x, sea.top() + t * sea.height(), length, scene.unit * (0.25 + 0.7 * t)}, scene.unit * 0.3,
-                                scene.unit * 0.3);
+        painter.drawRoundedRect(QRectF{x, sea.top() + t * sea.height(), length, scene.unit * (0.25 + 0.7 * t)},
+                                scene.unit * 0.3, scene.unit * 0.3);
     }
     const auto& view = scene.view;
-    const double sun = rise(-2.5, 1, view.sunAltitude) * rise(62, 25, view.sunAltitude) * rise(132, 112, std::abs(scene.sunTurn));
-    paintGlitter(painter, scene, scene.sun.x(), blend(scene.light.sun, {255, 250, 236}, 0.4), sun * scene.light.direct * 0.95, chance);
+    const double sun =
+        rise(-2.5, 1, view.sunAltitude) * rise(62, 25, view.sunAltitude) * rise(132, 112, std::abs(scene.sunTurn));
+    paintGlitter(painter, scene, scene.sun.x(), blend(scene.light.sun, {255, 250, 236}, 0.4),
+                 sun * scene.light.direct * 0.95, chance);
     const double moon = rise(-1, 3, view.moon.altitude) * rise(-4, -12, view.sunAltitude) * std::sqrt(view.moon.lit);
     paintGlitter(painter, scene, scene.moon.x(), {236, 232, 214}, moon * scene.light.direct * 0.62, chance);
 }
@@ -176,7 +185,8 @@ void paintSea(QPainter& painter, const ViewScene& scene, const TownLook&) {
 void paintMist(QPainter& painter, const ViewScene& scene, Distance distance) {
     const double amount = scene.view.mist * (0.25 + 0.6 * distance.far);
     if (amount < 0.03) return;
-    QLinearGradient veil{0, scene.rect.top() + scene.rect.height() * (0.62 - 0.5 * scene.view.mist), 0, scene.rect.bottom()};
+    QLinearGradient veil{0, scene.rect.top() + scene.rect.height() * (0.62 - 0.5 * scene.view.mist), 0,
+                         scene.rect.bottom()};
     const Tone tone = scene.light.haze;
     veil.setColorAt(0, tone.colour(0));
     veil.setColorAt(0.45, tone.colour(amount * 0.55));

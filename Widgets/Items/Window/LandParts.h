@@ -10,14 +10,14 @@ namespace lumaro {
 struct TownLook {
     explicit TownLook(const SkyView& view);
 
-    double size;         ///< 0 for a village, 1 for a city of millions
+    double size; ///< 0 for a village, 1 for a city of millions
     bool isVillage;
-    bool hasTowers;      ///< houses that scratch the sky
+    bool hasTowers; ///< houses that scratch the sky
     bool hasConifers;
-    bool isSeaLeft;      ///< where the sea is, if there is one
+    bool isSeaLeft; ///< where the sea is, if there is one
     bool isByTheSea;
-    bool hasWarmRoofs;   ///< clay, and walls washed in lime
-    bool hasWood;        ///< painted, as in the north
+    bool hasWarmRoofs; ///< clay, and walls washed in lime
+    bool hasWood;      ///< painted, as in the north
 
     /// How much of the town stands at that part of the width: it makes room for the sea.
     double densityAt(double x) const;
@@ -50,7 +50,7 @@ struct House {
 };
 
 void paintHouse(QPainter& painter, const ViewScene& scene, const House& house, Distance distance);
-void paintTree(QPainter& painter, const ViewScene& scene, QPointF foot, double height, bool isConifer, Distance distance,
-               Chance& chance);
+void paintTree(QPainter& painter, const ViewScene& scene, QPointF foot, double height, bool isConifer,
+               Distance distance, Chance& chance);
 
 } // namespace lumaro

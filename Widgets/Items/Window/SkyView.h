@@ -38,8 +38,8 @@ struct SkyView {
     double windFrom = 0; ///< from north by east
     double mist = 0;     ///< 1 where nothing is seen but the next roofs
     double snowOnRoofs = 0;
-    double hour = 12;   ///< local, 0 to 24: when people are up, and how far the clouds have drifted
-    int latitude = 45;  ///< whole degrees: which way the window looks, and how people build there
+    double hour = 12;  ///< local, 0 to 24: when people are up, and how far the clouds have drifted
+    int latitude = 45; ///< whole degrees: which way the window looks, and how people build there
     Scenery scenery;
     bool isStill = true; ///< rain, snow and lightning are painted; else they move over the picture
 

@@ -15,9 +15,12 @@ namespace {
 constexpr std::uint64_t ofTown = 41;
 constexpr std::uint64_t ofCharacter = 43;
 
-constexpr std::array<Tone, 6> limeWalls{{{240, 228, 208}, {236, 214, 182}, {232, 200, 168}, {226, 210, 196}, {238, 222, 190}, {222, 188, 164}}};
-constexpr std::array<Tone, 6> brickWalls{{{190, 142, 122}, {206, 184, 160}, {176, 128, 112}, {198, 190, 178}, {216, 200, 176}, {168, 152, 146}}};
-constexpr std::array<Tone, 6> woodWalls{{{184, 84, 72}, {226, 190, 120}, {226, 222, 210}, {134, 154, 160}, {206, 132, 92}, {150, 166, 138}}};
+constexpr std::array<Tone, 6> limeWalls{
+    {{240, 228, 208}, {236, 214, 182}, {232, 200, 168}, {226, 210, 196}, {238, 222, 190}, {222, 188, 164}}};
+constexpr std::array<Tone, 6> brickWalls{
+    {{190, 142, 122}, {206, 184, 160}, {176, 128, 112}, {198, 190, 178}, {216, 200, 176}, {168, 152, 146}}};
+constexpr std::array<Tone, 6> woodWalls{
+    {{184, 84, 72}, {226, 190, 120}, {226, 222, 210}, {134, 154, 160}, {206, 132, 92}, {150, 166, 138}}};
 constexpr std::array<Tone, 3> clayRoofs{{{196, 116, 84}, {182, 102, 76}, {206, 132, 98}}};
 constexpr std::array<Tone, 3> slateRoofs{{{112, 114, 124}, {126, 104, 98}, {98, 104, 116}}};
 constexpr std::array<Tone, 4> towerWalls{{{156, 168, 182}, {176, 178, 180}, {140, 154, 172}, {186, 176, 166}}};
@@ -25,14 +28,14 @@ constexpr std::array<Tone, 4> towerWalls{{{156, 168, 182}, {176, 178, 180}, {140
 /// One row of houses, by its distance. Heights are parts of the view's.
 struct RowPlan {
     Distance distance;
-    double base = 0;   ///< of its ground, from the bottom
-    double low = 0;    ///< of walls
+    double base = 0; ///< of its ground, from the bottom
+    double low = 0;  ///< of walls
     double high = 0;
     double narrow = 0; ///< of widths
     double wide = 0;
-    double gap = 0;    ///< the chance of a gap after a house
+    double gap = 0; ///< the chance of a gap after a house
     double pane = 0;
-    double trees = 0;  ///< the chance of a tree in a gap
+    double trees = 0; ///< the chance of a tree in a gap
 };
 
 class TownPainter {
@@ -50,8 +53,10 @@ public:
             const bool isFree = chance_.happens(plan.gap);
             const auto seed = chance_.next();
             // Each place draws the same chances, whether a house stands there or not.
-            if (share > 0.12 && !isFree) paintOne(plan, {x, width, tall * (0.5 + 0.5 * share)}, seed);
-            else paintTrees(plan, x, width, share, Chance{seed});
+            if (share > 0.12 && !isFree)
+                paintOne(plan, {x, width, tall * (0.5 + 0.5 * share)}, seed);
+            else
+                paintTrees(plan, x, width, share, Chance{seed});
             x += width * (isFree ? 0.8 : 1) + (look_.isVillage ? height * 0.02 : 0);
         }
         paintMist(painter_, scene_, plan.distance);
@@ -98,9 +103,11 @@ public:
         const Tone roof = roofOf(chance_);
         const double ground = groundAt(base);
         const double tower = height * size;
-        House nave{{left, ground - tower * 0.42, tower * 0.62, tower * 0.42}, Roof::along, wall, roof, 0, chance_.next()};
-        House spire{{left - tower * 0.13, ground - tower * 0.72, tower * 0.2, tower * 0.72}, Roof::spire, wall,
-                    hasDome ? Tone{120, 160, 146} : blend(roof, {96, 96, 108}, 0.5), 0, chance_.next()};
+        House nave{
+            {left, ground - tower * 0.42, tower * 0.62, tower * 0.42}, Roof::along, wall, roof, 0, chance_.next()};
+        House spire{
+            {left - tower * 0.13, ground - tower * 0.72, tower * 0.2, tower * 0.72}, Roof::spire, wall,
+            hasDome ? Tone{120, 160, 146} : blend(roof, {96, 96, 108}, 0.5),         0,           chance_.next()};
         if (hasDome) {
             spire.roof = Roof::dome;
             spire.walls.setWidth(tower * 0.3);
@@ -129,7 +136,8 @@ private:
     Roof kindOf(Chance& chance, double tall) const {
         // Where many live, roofs are flat; tall houses never have gables.
         const double pitched = tall > 0.3 ? 0 : 1 - 0.8 * look_.size;
-        if (!chance.happens(pitched)) return chance.happens(0.25) ? Roof::mansard : chance.happens(0.2) ? Roof::steps : Roof::flat;
+        if (!chance.happens(pitched))
+            return chance.happens(0.25) ? Roof::mansard : chance.happens(0.2) ? Roof::steps : Roof::flat;
         return chance.happens(0.45) ? Roof::gable : Roof::along;
     }
 
@@ -147,18 +155,21 @@ private:
         paintHouse(painter_, scene_, house, plan.distance);
         // What lies lower than the feet of this row.
         if (plan.base > 0 && !look_.isVillage) {
-            painter_.fillRect(QRectF{house.walls.left(), ground - 0.2, house.walls.width(), scene_.rect.bottom() - ground},
-                              plan.distance.seen(scene_, house.wall * 0.8F).colour());
+            painter_.fillRect(
+                QRectF{house.walls.left(), ground - 0.2, house.walls.width(), scene_.rect.bottom() - ground},
+                plan.distance.seen(scene_, house.wall * 0.8F).colour());
         }
     }
 
     void paintTrees(const RowPlan& plan, double x, double width, double share, Chance chance) {
-        if (share < 0.1) return;
+        if (share < 0.35) return; // none in the water
         const double size = scene_.rect.height() * (0.10 - 0.06 * plan.distance.far);
         for (double at = x; at < x + width; at += size * 0.7) {
             const bool isThere = chance.happens(plan.trees);
             const double tall = size * chance.between(0.7, 1.35);
-            if (isThere) paintTree(painter_, scene_, {at, groundAt(plan.base) + scene_.unit}, tall, look_.hasConifers, plan.distance, chance);
+            if (isThere)
+                paintTree(painter_, scene_, {at, groundAt(plan.base) + scene_.unit}, tall, look_.hasConifers,
+                          plan.distance, chance);
         }
     }
 
@@ -182,7 +193,7 @@ TownLook::TownLook(const SkyView& view) {
     isSeaLeft = chance.happens(0.5);
     isByTheSea = view.scenery.isByTheSea;
     hasWood = north >= 58 && size < 0.7;
-    hasWarmRoofs = north < 46 && people < 4'000'000 ? chance.happens(0.85) : !hasWood && chance.happens(0.3);
+    hasWarmRoofs = people < 2'000'000 && !hasWood && chance.happens(north < 46 ? 0.85 : 0.3);
 }
 
 double TownLook::densityAt(double x) const {
@@ -199,14 +210,22 @@ void paintTown(QPainter& painter, const ViewScene& scene, const TownLook& look) 
     if (!look.isVillage) {
         town.paintRow({{0.62}, 0.21, 0.05 + 0.02 * size, 0.11 + 0.15 * size, 0.05, 0.11, 0.1, 0.8, trees});
     }
-    if (!look.hasTowers) town.paintChurch({0.45}, 0.15, look.isVillage ? 0.27 : 0.33 + 0.08 * size);
-    town.paintRow({{0.36}, 0.11, 0.05 + 0.04 * size, 0.10 + 0.20 * size, 0.07, 0.14, look.isVillage ? 0.6 : 0.12, 1.15, trees});
+    if (!look.hasTowers) town.paintChurch({0.45}, 0.15, look.isVillage ? 0.25 : 0.29 + 0.05 * size);
+    town.paintRow(
+        {{0.36}, 0.11, 0.05 + 0.04 * size, 0.10 + 0.20 * size, 0.07, 0.14, look.isVillage ? 0.6 : 0.12, 1.15, trees});
     const double near = look.isByTheSea ? 0.6 : 1;
     TownLook front = look;
     front.isByTheSea = false; // the roofs at the window go all the way
     TownPainter roofs{painter, scene, front};
-    roofs.paintRow({{0.1}, -0.02, (0.07 + 0.05 * size) * near, (0.13 + 0.16 * size) * near, 0.11, 0.21,
-                    look.isVillage ? 0.62 : 0.18, 1.7, trees});
+    roofs.paintRow({{0.1},
+                    -0.02,
+                    (0.07 + 0.05 * size) * near,
+                    (0.13 + 0.16 * size) * near,
+                    0.11,
+                    0.21,
+                    look.isVillage ? 0.62 : 0.18,
+                    1.7,
+                    trees});
 }
 
 } // namespace lumaro

@@ -16,7 +16,8 @@ constexpr double lookUp = 40 * viewRadian;
 ViewScene::ViewScene(const SkyView& seen, const QRectF& place, double pixels)
     : view(seen), rect(place), density(pixels), light(lightOf(seen)), unit(place.height() / 100),
       horizon(place.top() + place.height() * 0.74), sun(at(seen.sunAltitude, seen.sunAzimuth)),
-      moon(at(seen.moon.altitude, seen.moon.azimuth)), sunTurn(turn(seen.sunAltitude, seen.sunAzimuth)) {}
+      moon(at(seen.moon.altitude, seen.moon.azimuth)), sunTurn(turn(seen.sunAltitude, seen.sunAzimuth)) {
+}
 
 double ViewScene::turn(double altitude, double azimuth) const {
     const double aside = (azimuth - (view.looksSouth() ? 180 : 0)) * viewRadian;
