@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cmath>
 #include <utility>
 
 namespace lumaro {
@@ -36,9 +37,8 @@ void layOver(Board& board, const std::vector<BoardItem>& held) {
 } // namespace
 
 BoardScene::BoardScene(Ports ports, QObject* parent)
-    : QObject(parent), ports_(ports), pictures_({ports.app.media(), ports.background, ports.sleeper}),
-      picture_([this](const UUID& id, Size points) { return pictures_.picture(id, points * pixelsPerPoint_); }),
-      zone_(QTimeZone::systemTimeZone()) {
+    : QObject(parent), ports_(std::move(ports)), pictures_({ports_.app.media(), ports_.background, ports_.sleeper}),
+      picture_([this](const UUID& id, Size points) { return pictures_.picture(id, points * pixelsPerPoint_); }) {
     pictures_.onArrival([this] { refresh(); });
     refresh();
 }
@@ -59,7 +59,8 @@ LiveContext BoardScene::live() const {
             .music = state,
             .place = state,
             .covers = state,
-            .picture = picture_};
+            .picture = picture_,
+            .sceneryAt = ports_.sceneryAt};
 }
 
 const BoardItem* BoardScene::shownItem(const QString& itemId) const {
@@ -112,7 +113,17 @@ void BoardScene::hear(AppChanges changed) {
     }
 }
 
+/// People take their computers along.
+void BoardScene::readZone() {
+    constexpr double often = 60;
+    const auto now = ports_.clock.now();
+    if (zoneReadAt_ && std::abs(secondsBetween(*zoneReadAt_, now)) < often) return;
+    zone_ = QTimeZone::systemTimeZone();
+    zoneReadAt_ = now;
+}
+
 void BoardScene::refresh() {
+    readZone();
     const auto& state = ports_.app.state();
     const auto wasTied = settled_.threadTiedAt;
     settled_ = state.board;

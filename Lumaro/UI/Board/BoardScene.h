@@ -14,6 +14,7 @@
 #include <QtQml/qqmlregistration.h>
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace lumaro {
@@ -36,6 +37,7 @@ public:
         WallClock& clock;
         Sleeper& sleeper;
         BackgroundRunner& background;
+        LiveContext::SceneryAt sceneryAt = {}; ///< none where there is no table of places
     };
 
     explicit BoardScene(Ports ports, QObject* parent = nullptr);
@@ -79,11 +81,13 @@ private:
     Board withHand() const;
     void letGoOfPictures();
     void waitForChange();
+    void readZone();
 
     Ports ports_;
     PictureStore pictures_;
     LiveContext::Picture picture_;
     QTimeZone zone_;
+    std::optional<Instant> zoneReadAt_;
     Board settled_;
     std::vector<BoardRow> settledRows_;
     Board shown_;

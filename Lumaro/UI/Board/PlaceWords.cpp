@@ -2,11 +2,11 @@
 #include "Lumaro/UI/Board/PlaceWords.h"
 
 #include "DesignSystem/Words.h"
+#include "Lumaro/UI/Board/LiveTime.h"
 #include "Lumaro/UI/Text.h"
 #include "LumaroCore/Support/EnumNames.h"
 #include "LumaroCore/Support/Unicode.h"
 
-#include <QtCore/QDateTime>
 #include <QtCore/QLocale>
 #include <QtCore/QStringList>
 
@@ -19,21 +19,10 @@
 namespace lumaro {
 namespace {
 
-QDateTime timeAt(Instant instant, const QTimeZone& zone) {
-    return QDateTime::fromMSecsSinceEpoch(
-        std::chrono::floor<std::chrono::milliseconds>(instant).time_since_epoch().count(), zone);
-}
-
 /// A name from a stranger's device, on one line and no longer than fonts can bear.
 QString oneLine(std::string_view text) {
     constexpr qsizetype mostUnits = 160;
     return qText(firstCharacters(text, Here::maxLabelCharacters)).left(mostUnits).simplified();
-}
-
-QString degrees(double celsius, bool isFahrenheit) {
-    constexpr double most = 999; // a stranger's number may be any
-    const double shown = isFahrenheit ? celsius * 9 / 5 + 32 : celsius;
-    return QStringLiteral("%1°").arg(std::lround(std::clamp(shown, -most, most)));
 }
 
 QString skyWords(Sky sky) {
@@ -89,7 +78,7 @@ QString ageWords(Instant sampledAt, Instant now) {
 }
 
 void addWeather(PlaceWords& words, const Weather& weather, const LiveContext& live) {
-    const auto shown = [&](double celsius) { return degrees(celsius, live.isFahrenheit); };
+    const auto shown = [&](double celsius) { return temperature(celsius, live.isFahrenheit); };
     words.weather = Words::tr("%1, %2", "rain, 17°").arg(skyWords(weather.sky()), shown(weather.tempC));
     if (weather.feelsC) {
         words.weather = Words::tr("%1, feels like %2", "rain, 17°; 15°").arg(words.weather, shown(*weather.feelsC));
@@ -114,6 +103,12 @@ QString titleOf(PartnerID slot, const LiveContext& live) {
 
 } // namespace
 
+QString temperature(double celsius, bool isFahrenheit) {
+    constexpr double most = 999; // a stranger's number may be any
+    const double shown = isFahrenheit ? celsius * 9 / 5 + 32 : celsius;
+    return QStringLiteral("%1°").arg(std::lround(std::clamp(shown, -most, most)));
+}
+
 PlaceHurdle placeHurdle(const PlaceState& place, const std::optional<Here>& here) {
     if (place.placeConsent != Consent::yes) return PlaceHurdle::notShared;
     if (here) return PlaceHurdle::none;
@@ -128,7 +123,7 @@ PlaceHurdle placeHurdle(const PlaceState& place, const std::optional<Here>& here
 
 QString momentWords(Instant moment, Instant now, const QTimeZone& zone) {
     const auto time = timeAt(moment, zone);
-    const auto clock = time.toString(QStringLiteral("HH:mm"));
+    const auto clock = clockText(time);
     if (time.date() == timeAt(now, zone).date()) return clock;
     return Words::tr("%1, %2", "3 may, 14:05")
         .arg(Words::locale().toString(time.date(), QStringLiteral("d MMMM")).toLower(), clock);
@@ -165,9 +160,10 @@ PlaceWords placeWords(const LocationPayload& card, const LiveContext& live) {
     words.since = Words::tr("since %1").arg(momentWords(here->since, live.now, live.zone));
     if (here->weather) addWeather(words, *here->weather, live);
     const QTimeZone zone{QByteArray::fromStdString(here->tz)};
-    if (zone.isValid()) {
+    // An empty name would be UTC.
+    if (!here->tz.empty() && zone.isValid()) {
         words.clock = Words::tr("%1, %2", "15:05, Europe/Lisbon")
-                          .arg(timeAt(live.now, zone).toString(QStringLiteral("HH:mm")), QString::fromUtf8(zone.id()));
+                          .arg(clockText(timeAt(live.now, zone)), QString::fromUtf8(zone.id()));
     }
     words.position = digits(here->lat, here->precision) + QStringLiteral(", ") + digits(here->lon, here->precision);
     return words;

@@ -48,6 +48,9 @@ public:
     bool operator==(const PlaceWords&) const = default;
 };
 
+/// "17°", in whole degrees.
+QString temperature(double celsius, bool isFahrenheit);
+
 /// What stands between this person and their place on the partner's board.
 enum class PlaceHurdle : std::uint8_t {
     none,       ///< the partner is told

@@ -14,6 +14,7 @@ FocusScope {
     required property MusicView music
     required property PlaceView place
     property bool isQuiet: false
+    property alias weatherMoves: board.weatherMoves
 
     /// The person wants the page about the board, the settings, or a quick note.
     signal boardPageWanted

@@ -16,6 +16,7 @@ Window {
     required property PlaceView place
     required property var screens
     required property bool hangsBehindIcons
+    property alias weatherMoves: page.weatherMoves
 
     /// Opens a page: "settings" or "boardPage".
     function showPage(page: string): void {
