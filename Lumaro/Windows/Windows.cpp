@@ -33,9 +33,11 @@ void prepareWindows() {
 
 Windows::Windows(AppView::Setup setup, Ports ports, std::function<void()> quit)
     : ports_(ports), view_(std::move(setup), ports.app, ports.clock, ports.sleeper),
-      scene_({ports.app, ports.clock, ports.sleeper, ports.background}), editor_(ports.app, ports.clock),
-      pictures_(ports.app, ports.ids, ports.background), settings_(ports.defaults, ports.loginItem), music_(ports.app),
-      place_({ports.app, scene_, ports.towns}), screens_(ports.desktop), tray_(verbs(std::move(quit))) {
+      scene_({ports.app, ports.clock, ports.sleeper, ports.background,
+              [towns = ports.towns](Coordinates point) { return towns.sceneryAt(point); }}),
+      editor_(ports.app, ports.clock), pictures_(ports.app, ports.ids, ports.background),
+      settings_(ports.defaults, ports.loginItem), music_(ports.app), place_({ports.app, scene_, ports.towns}),
+      screens_(ports.desktop), tray_(verbs(std::move(quit))) {
     furnish(engine_);
     settings_.dress(themeOf(engine_));
     const auto readTemperatures = [this] { scene_.setFahrenheit(settings_.isFahrenheit()); };
