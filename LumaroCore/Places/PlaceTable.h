@@ -3,6 +3,7 @@
 
 #include "LumaroCore/Location/ReverseGeocoder.h"
 #include "LumaroCore/Places/PlaceFormat.h"
+#include "LumaroCore/Places/Scenery.h"
 #include "LumaroCore/Support/Coordinates.h"
 
 #include <cstddef>
@@ -25,16 +26,6 @@ struct Place {
     std::uint32_t people = 0; ///< 0 where nobody counted
 
     bool operator==(const Place&) const = default;
-};
-
-/// What can be seen from a window there.
-struct Scenery {
-    std::uint64_t seed = 0; ///< the same for one town, always, and on every computer
-    std::uint32_t people = 0;
-    bool isByTheSea = false;
-    int hills = 0; ///< 0 for a plain to 3 for mountains
-
-    bool operator==(const Scenery&) const = default;
 };
 
 /// The towns of the world in a packed table (docs/places.md), read where it lies; nothing is copied. Cheap to copy; may
