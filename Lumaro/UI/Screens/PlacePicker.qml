@@ -86,7 +86,7 @@ FocusScope {
                 required property string name
                 required property string country
 
-                text: qsTr("%1, %2", "lisboa, portugal").arg(name).arg(country)
+                text: qsTr("%1, %2", "lisbon, portugal").arg(name).arg(country)
                 width: ListView.view.width
                 height: picker.rowHeight
                 give: 1
