@@ -52,7 +52,7 @@ FocusScope {
             Keys.onDownPressed: {
                 if (towns.count > 0) {
                     towns.currentIndex = 0;
-                    towns.forceActiveFocus(Qt.TabFocusReason);
+                    towns.currentItem.forceActiveFocus(Qt.TabFocusReason);
                 }
             }
         }

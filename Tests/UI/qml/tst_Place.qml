@@ -52,7 +52,7 @@ Item {
             keyClick(Qt.Key_Return);
             tryVerify(() => !named("no"));
             verify(Bed.place.isDecided && !Bed.place.isShared);
-            verify(named("the board").activeFocus);
+            waitForFocus("the board");
             keyClick(Qt.Key_Return);
             press("let it see where you are");
             verify(Bed.place.isShared);
