@@ -22,7 +22,7 @@ class PlaceView final : public QObject {
     Q_PROPERTY(QString precision READ precision WRITE setPrecision NOTIFY changed)
     /// The person says where they are.
     Q_PROPERTY(bool isByHand READ isByHand NOTIFY changed)
-    /// "lisboa, portugal": where they say they are.
+    /// "lisbon, portugal": where they say they are.
     Q_PROPERTY(QString chosen READ chosen NOTIFY changed)
     /// That the clock on the card is not that of the chosen place; empty where it is.
     Q_PROPERTY(QString zoneNote READ zoneNote NOTIFY changed)

@@ -201,16 +201,18 @@ void paintTag(QPainter& painter, const WindowFace& face, QSizeF size) {
     const QRectF inner = tag.boundingRect().adjusted(8, 3, -8, -7);
     const auto age = face.view ? joined({face.words, face.weatherAge}) : QString{};
     painter.setPen(tint::ink);
-    const QRectF place{inner.left() + 8, inner.top() - (age.isEmpty() ? 0 : 3), inner.width() - 16, 35};
-    drawLine(painter, place, Qt::AlignCenter, face.place, fitted(hand(31, QFont::Bold), face.place, place.width(), 20));
+    const bool hasAge = !age.isEmpty();
+    const QRectF place{inner.left() + 8, inner.top() - (hasAge ? 4 : 0), inner.width() - 16, hasAge ? 30.0 : 35.0};
+    drawLine(painter, place, Qt::AlignCenter, face.place,
+             fitted(hand(hasAge ? 27 : 31, QFont::Bold), face.place, place.width(), 20));
     painter.setPen(tint::softInk);
     const auto small = [&](const QString& text, double middle, double points, double least) {
         const QRectF line{inner.left(), middle - 11, inner.width(), 22};
         drawLine(painter, line, Qt::AlignCenter, text,
                  fitted(sans(points, QFont::DemiBold), text, line.width(), least));
     };
-    small(joined({face.time, face.temperature}), inner.bottom() - (age.isEmpty() ? 11 : 19), 16, 11);
-    if (!age.isEmpty()) small(age, inner.bottom() - 3.5, 12, 9);
+    small(joined({face.time, face.temperature}), inner.bottom() - (hasAge ? 20 : 11), 16, 11);
+    if (hasAge) small(age, inner.bottom() - 3, 12, 9);
 }
 
 } // namespace

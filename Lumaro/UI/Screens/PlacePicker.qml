@@ -52,7 +52,7 @@ FocusScope {
             Keys.onDownPressed: {
                 if (towns.count > 0) {
                     towns.currentIndex = 0;
-                    towns.forceActiveFocus(Qt.TabFocusReason);
+                    towns.currentItem.forceActiveFocus(Qt.TabFocusReason);
                 }
             }
         }
@@ -86,7 +86,7 @@ FocusScope {
                 required property string name
                 required property string country
 
-                text: qsTr("%1, %2", "lisboa, portugal").arg(name).arg(country)
+                text: qsTr("%1, %2", "lisbon, portugal").arg(name).arg(country)
                 width: ListView.view.width
                 height: picker.rowHeight
                 give: 1

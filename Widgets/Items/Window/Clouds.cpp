@@ -101,7 +101,9 @@ private:
         const float body = smooth(from, from + 0.16F, shape);
         if (body <= 0) return;
         const float thick = smooth(from + 0.05F, from + 0.34F, shape);
-        Tone tone = blend(light_.cloudLit, light_.cloudShade, 0.18 + 0.62 * thick);
+        // They see the sun longer than the low ones.
+        Tone tone =
+            blend(blend(light_.cloudLit, light_.cirrus, 0.45 * evening_), light_.cloudShade, 0.18 + 0.62 * thick);
         tone = blend(tone, light_.sun, 0.55 * ray.shine * (1 - thick));
         veil.coverWith(hazy(tone, elevation, 0.55F), body * (0.50F + 0.40F * cover) * smooth(-0.02F, 0.1F, elevation));
     }
@@ -129,9 +131,9 @@ private:
         const float rayY = sunHeight_ > 12 ? -1 : ray.y; // high light comes from above everywhere
         const float rayX = sunHeight_ > 12 ? ray.x * 0.4F : ray.x;
         const float towards = lowShape(u + rayX * step, v + rayY * step);
-        const float lit = clamped(0.5F + 2.3F * (shape - towards));
         const float thick = smooth(from + 0.06F, from + 0.46F, shape);
         const float closed = smooth(0.66F, 0.95F, cover);
+        const float lit = clamped(0.5F + (2.3F - 1.5F * closed) * (shape - towards));
         // Low light leaves the hearts of the clouds dark.
         const float floor = 0.30F - 0.24F * evening_;
         const float open = (floor + 0.85F * lit) * (1 - (0.35F + 0.35F * evening_) * thick);
