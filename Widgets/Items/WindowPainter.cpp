@@ -33,6 +33,10 @@ QRectF glassRect(QSizeF size) {
     return frameRect(size).adjusted(beam, beam, -beam, -beam);
 }
 
+QPointF plantFoot(QSizeF size) {
+    return {size.width() - 52, sillY + 3};
+}
+
 const PaperColours& paintedWood() {
     static const PaperColours wood{{255, 252, 244}, {250, 243, 229}, {230, 217, 194}, tint::ink, tint::coral};
     return wood;
@@ -229,6 +233,15 @@ std::array<QRectF, 4> windowPanes(QSizeF size) {
     return panes;
 }
 
+QRectF windowPlantRect(QSizeF size) {
+    const QPointF foot = plantFoot(size);
+    return {foot.x() - 36, foot.y() - 72, 72, 76};
+}
+
+void paintWindowPlant(QPainter& painter, QSizeF size) {
+    paintPlant(painter, plantFoot(size));
+}
+
 void paintFace(QPainter& painter, const WindowFace& face, QSizeF size) {
     const QRectF frame = frameRect(size);
     const QRectF glass = glassRect(size);
@@ -245,7 +258,7 @@ void paintFace(QPainter& painter, const WindowFace& face, QSizeF size) {
     if (face.view) paintSashes(painter, glass);
     paintFrame(painter, frame);
     paintSill(painter, size);
-    paintPlant(painter, {size.width() - 52, sillY + 3});
+    paintWindowPlant(painter, size);
     const bool isKnown = !face.place.isEmpty() || !face.time.isEmpty() || !face.temperature.isEmpty();
     if (isKnown) paintTag(painter, face, size);
 }
