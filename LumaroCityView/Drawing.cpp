@@ -5,20 +5,34 @@
 #include "LumaroCityView/Outcome.h"
 
 #include <QBuffer>
+#include <QColor>
 #include <QImage>
 #include <QtWebEngineCore/QWebEngineDownloadRequest>
 #include <QtWebEngineCore/QWebEngineLoadingInfo>
 #include <QtWebEngineCore/QWebEngineScript>
 #include <QtWidgets/QApplication>
 
+#include <chrono>
+#include <cmath>
+#include <cstdlib>
+#include <string>
+
 namespace lumaro {
 namespace {
 
-constexpr std::int64_t maxMemory = std::int64_t{1024} * 1024 * 1024; // of all processes; docs/city-window.md has measures
+constexpr std::int64_t maxMemory =
+    std::int64_t{1024} * 1024 * 1024; // of all processes; docs/city-window.md has measures
 constexpr std::chrono::milliseconds memoryPace{200};
-// The compositor may be two frames behind the page's scripts.
-constexpr int framesUntilShown = 4;
-constexpr std::chrono::milliseconds frameTime{30};
+constexpr std::chrono::milliseconds framePace{40};
+constexpr double markCentre = 4; // of the page's pixels
+const QColor markColour{3, 251, 67};
+
+// Screens may have profiles of their own.
+bool isNear(const QColor& one, const QColor& other) {
+    constexpr int steps = 24;
+    return std::abs(one.red() - other.red()) < steps && std::abs(one.green() - other.green()) < steps &&
+           std::abs(one.blue() - other.blue()) < steps;
+}
 
 } // namespace
 
@@ -45,6 +59,7 @@ Drawing::Drawing(const CityRequest& request)
         if (browserMemory().value_or(0) > maxMemory) end(Outcome::pageCrashed, "the page takes too much memory");
     });
     memoryWatch_.start(memoryPace);
+    connect(&frameWatch_, &QTimer::timeout, this, [this] { watchFrames(); });
     page_.load(page_.address());
 }
 
@@ -63,23 +78,40 @@ void Drawing::loaded(const QWebEngineLoadingInfo& info) {
 }
 
 void Drawing::look() {
-    if (isDrawn_ || page_.title() != QLatin1String{"drawn"}) return;
-    isDrawn_ = true;
-    waitForFrames();
+    if (stage_ != Stage::loading || page_.title() != QLatin1String{"drawn"}) return;
+    mark(true);
+    stage_ = Stage::marked;
+    frameWatch_.start(framePace);
 }
 
-// Frames are counted where no script of the page is.
-void Drawing::waitForFrames() {
-    page_.runJavaScript(
-        QStringLiteral("window.shown = window.shown || 0; requestAnimationFrame(() => ++window.shown); window.shown"),
-        QWebEngineScript::ApplicationWorld, [this](const QVariant& shown) {
-            if (shown.toInt() >= framesUntilShown) return write();
-            QTimer::singleShot(frameTime, this, [this] { waitForFrames(); });
-        });
+// In a world that no script of the page reaches.
+void Drawing::mark(bool isThere) {
+    const auto script =
+        isThere ? QStringLiteral("const mark = document.createElement('div');"
+                                 "Object.assign(mark.style, {position: 'fixed', left: 0, top: 0, width: '8px',"
+                                 " height: '8px', background: '%1', zIndex: 2147483647});"
+                                 "document.documentElement.append(window.mark = mark);")
+                      .arg(markColour.name())
+                : QStringLiteral("window.mark.remove();");
+    page_.runJavaScript(script, QWebEngineScript::ApplicationWorld);
 }
 
-void Drawing::write() {
-    QImage picture = view_.grab().toImage();
+// What a page has drawn is on the screen some frames later. A mark that was put there afterwards is there when that is,
+// too; the first picture without it is the page's own.
+void Drawing::watchFrames() {
+    const QImage picture = view_.grab().toImage();
+    const int place = static_cast<int>(std::lround(markCentre * request_.scale));
+    const bool isMarked = isNear(picture.pixelColor(place, place), markColour);
+    if (stage_ == Stage::marked && isMarked) {
+        mark(false);
+        stage_ = Stage::unmarked;
+    } else if (stage_ == Stage::unmarked && !isMarked) {
+        frameWatch_.stop();
+        write(picture);
+    }
+}
+
+void Drawing::write(QImage picture) {
     picture.setDevicePixelRatio(1);
     const QSize size{static_cast<int>(request_.pixels(request_.width)),
                      static_cast<int>(request_.pixels(request_.height))};

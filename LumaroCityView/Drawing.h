@@ -7,6 +7,8 @@
 #include <QtWebEngineCore/QWebEngineProfile>
 #include <QtWebEngineWidgets/QWebEngineView>
 
+#include <cstdint>
+
 class QImage;
 
 namespace lumaro {
@@ -19,10 +21,13 @@ public:
     ~Drawing() override;
 
 private:
+    enum class Stage : std::uint8_t { loading, marked, unmarked };
+
     void loaded(const QWebEngineLoadingInfo& info);
     void look();
-    void waitForFrames();
-    void write();
+    void mark(bool isThere);
+    void watchFrames();
+    void write(QImage picture);
 
     CityRequest request_;
     QWebEngineProfile profile_; ///< without a name: off the record
@@ -30,7 +35,8 @@ private:
     CityPage page_;
     QWebEngineView view_;
     QTimer memoryWatch_;
-    bool isDrawn_ = false;
+    QTimer frameWatch_;
+    Stage stage_ = Stage::loading;
 };
 
 } // namespace lumaro
