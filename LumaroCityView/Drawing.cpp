@@ -10,7 +10,6 @@
 #include <QtWebEngineCore/QWebEngineDownloadRequest>
 #include <QtWebEngineCore/QWebEngineLoadingInfo>
 #include <QtWebEngineCore/QWebEngineScript>
-#include <QtWidgets/QApplication>
 
 #include <chrono>
 #include <cmath>
@@ -122,7 +121,7 @@ void Drawing::write(QImage picture) {
     const bool isWritten = picture.convertToFormat(QImage::Format_RGB32).save(&buffer, "PNG") &&
                            writeOut({png.constData(), static_cast<std::size_t>(png.size())});
     if (!isWritten) end(Outcome::notWritten, "the picture could not be written");
-    QApplication::quit();
+    end(Outcome::drawn, "");
 }
 
 } // namespace lumaro

@@ -13,8 +13,8 @@ class QImage;
 
 namespace lumaro {
 
-/// Loads the page, waits until its title is "drawn" and what it drew has been shown, writes the picture and quits. The
-/// window is not put on the screen. Where that cannot be, the program ends.
+/// Loads the page, waits until its title is "drawn" and what it drew has been shown, writes the picture and ends the
+/// program, as it does where that cannot be. The window is not put on the screen.
 class Drawing final : public QObject {
 public:
     explicit Drawing(const CityRequest& request);

@@ -51,9 +51,11 @@ bool writeOut(std::string_view bytes) {
 
 // The browser's processes end with their line to this one; nothing of them is on the disk.
 void end(Outcome outcome, std::string_view why) {
-    writeAll(keptError, "lumaro-cityview: ");
-    writeAll(keptError, why);
-    writeAll(keptError, "\n");
+    if (!why.empty()) {
+        writeAll(keptError, "lumaro-cityview: ");
+        writeAll(keptError, why);
+        writeAll(keptError, "\n");
+    }
     ::_exit(std::to_underlying(outcome));
 }
 

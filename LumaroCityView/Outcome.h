@@ -25,8 +25,8 @@ void keepStreams();
 /// Writes to the standard output that was kept; false when not all of it went.
 bool writeOut(std::string_view bytes);
 
-/// Says why, on one line of standard error, and ends the program at once. `why` holds nothing of the page or the
-/// request. May be called from a signal handler.
+/// Says why, if there is something to say, on one line of standard error, and ends the program at once. `why` holds
+/// nothing of the page or the request. May be called from a signal handler.
 [[noreturn]] void end(Outcome outcome, std::string_view why);
 
 /// Ends the program with `notDrawnInTime` after so many seconds, whatever it is doing then.

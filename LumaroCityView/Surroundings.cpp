@@ -19,6 +19,8 @@ void prepareEnvironment(double scale) {
     qputenv("DBUS_SESSION_BUS_ADDRESS", "disabled:");
     qputenv("DBUS_SYSTEM_BUS_ADDRESS", "disabled:");
     qputenv("MESA_SHADER_CACHE_DISABLE", "true");
+    // A download begins before anybody is asked, in a folder that must not be there.
+    qputenv("TMPDIR", "/nonexistent");
     // WebGL is wanted on every computer; the memory of a page's scripts is bounded.
     qputenv("QTWEBENGINE_CHROMIUM_FLAGS", "--ignore-gpu-blocklist --js-flags=--max-old-space-size=512");
     if (::geteuid() == 0) qputenv("QTWEBENGINE_DISABLE_SANDBOX", "1");
