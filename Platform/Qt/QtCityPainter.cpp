@@ -24,7 +24,12 @@ public:
         timer_.setSingleShot(true);
         QObject::connect(&timer_, &QTimer::timeout, &context_, [this] { fail("no picture in time"); });
         timer_.start(patience);
-        if (program.empty()) return failLater("the program is not installed");
+        if (program.empty()) {
+            // Queued, as `then` is never called from within.
+            QMetaObject::invokeMethod(
+                &context_, [this] { fail("the program is not installed"); }, Qt::QueuedConnection);
+            return;
+        }
         QObject::connect(process_, &QProcess::readyReadStandardOutput, &context_, [this] { read(); });
         QObject::connect(process_, &QProcess::readyReadStandardError, &context_, [this] { hear(); });
         QObject::connect(process_, &QProcess::finished, &context_,
@@ -74,10 +79,6 @@ private:
             how == QProcess::NormalExit ? "exit status " + std::to_string(status) : std::string{"it crashed"};
         const auto said = onOneLine(complaint_.trimmed().toStdString());
         fail(said.empty() ? end : end + ", " + said);
-    }
-
-    void failLater(const char* message) {
-        QMetaObject::invokeMethod(&context_, [this, message] { fail(message); }, Qt::QueuedConnection);
     }
 
     void fail(std::string message) { answer(std::unexpected(CityFailure{std::move(message)})); }
