@@ -112,8 +112,8 @@ class Screen(Surroundings):
 class Room:
     """A room server of their own."""
 
-    def __init__(self, screen, program):
-        self.screen, self.program, self.address = screen, program, "127.0.0.1:0"
+    def __init__(self, screen, program, *flags):
+        self.screen, self.program, self.flags, self.address = screen, program, flags, "127.0.0.1:0"
         self.database = screen.folder / "room.db"
         self.open()
 
@@ -121,7 +121,7 @@ class Room:
         out = self.screen.folder / "room.out"
         out.write_text("")
         with open(out, "wb") as written:
-            self.process = self.screen.start([self.program, "--listen", self.address, "--database", self.database], "room", stdout=written)
+            self.process = self.screen.start([self.program, "--listen", self.address, "--database", self.database, *self.flags], "room", stdout=written)
         line = until("the room", lambda: next((l for l in out.read_text().splitlines() if l.startswith("listening on ")), None))
         self.url = line.removeprefix("listening on ")
         self.address = self.url.removeprefix("http://")

@@ -61,8 +61,7 @@ std::string boardJson(const Board& board) {
 
 /// The largest one whose name begins so, in that country if one is said.
 std::optional<Place> townNamed(const PlaceTable& places, std::string_view name, std::string_view country) {
-    constexpr std::size_t mostLookedAt = 200;
-    for (const auto& town : places.find(name, mostLookedAt)) {
+    for (const auto& town : places.find(name, PlaceTable::mostFound)) {
         if (country.empty() || town.country == country) return town;
     }
     return std::nullopt;

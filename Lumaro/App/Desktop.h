@@ -5,6 +5,8 @@
 #include "Lumaro/App/ThreadedRoomLinks.h"
 #include "Lumaro/Model/AppModel.h"
 #include "Lumaro/Pictures/QtCoverMaker.h"
+#include "LumaroCore/Places/PlaceTable.h"
+#include "LumaroCore/Places/TableGeocoder.h"
 #include "Platform/Posix/FileSecretStore.h"
 #include "Platform/Posix/PosixFileSystem.h"
 #include "Platform/Posix/StderrLog.h"
@@ -13,6 +15,7 @@
 #include "Platform/Qt/QtBackgroundRunner.h"
 #include "Platform/Qt/QtHttpClient.h"
 #include "Platform/Qt/QtSleeper.h"
+#include "Platform/Qt/QtSystemZone.h"
 #include "Platform/Qt/SettingsFile.h"
 
 #include <memory>
@@ -38,6 +41,9 @@ struct Desktop {
     QtBackgroundRunner secretBackground;
     QtBackgroundRunner pictureBackground; ///< decoding and cutting take long, and hold up no snapshot
     QtCoverMaker coverMaker;
+    PlaceTable places;
+    TableGeocoder geocoder{places};
+    QtSystemZone zone;
     ThreadedRoomLinks rooms;
     SettingsFile defaults;
 };

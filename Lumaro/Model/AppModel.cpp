@@ -53,7 +53,7 @@ AppModel::AppModel(Setup setup, Ports ports)
               .sounds = ports.sounds},
              state_, {connection_, media_, announcer_, [this] { editor_.boardChanged(); }}),
       editor_({board_, ports.ids, ports.clock, ports.sleeper, announcer_}),
-      feeds_(std::move(setup_.feeds),
+      feeds_(setup_.artwork,
              {.sleeper = ports.sleeper,
               .clock = ports.clock,
               .log = ports.log,

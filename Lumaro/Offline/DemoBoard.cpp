@@ -140,26 +140,30 @@ void addLife(DemoBoard& demo, Instant now) {
                                           .artworkURL = std::nullopt,
                                           .source = MusicSource::spotify};
     Weather weather;
-    const int lisbonHour = QDateTime::currentDateTime().toTimeZone(QTimeZone{"Europe/Lisbon"}).time().hour();
+    const auto there = QDateTime::fromMSecsSinceEpoch(
+        std::chrono::floor<std::chrono::milliseconds>(now).time_since_epoch().count(), QTimeZone{demoZone});
+    const int lisbonHour = there.time().hour();
     weather.tempC = 17;
     weather.isDay = lisbonHour >= 7 && lisbonHour < 20;
     weather.code = weather.isDay ? 2 : 0;
+    weather.feelsC = 15.4;
+    weather.hiC = 19;
+    weather.loC = 12;
+    weather.windDeg = 265;
+    weather.windKmh = 23;
     weather.sampledAt = now;
     demo.presence.here = Here{.lat = 38.71,
                               .lon = -9.13,
                               .label = "alfama",
                               .city = "Lisbon",
-                              .tz = "Europe/Lisbon",
+                              .tz = demoZone,
                               .since = now,
                               .sampledAt = now,
                               .weather = weather};
-    const auto today =
-        QDateTime::fromMSecsSinceEpoch(std::chrono::floor<std::chrono::milliseconds>(now).time_since_epoch().count(),
-                                       QTimeZone{"Europe/Lisbon"})
-            .date();
+    const auto today = there.date();
     const auto at = [&](int hour, int minute) {
-        return Instant{std::chrono::milliseconds{
-            QDateTime{today, QTime{hour, minute}, QTimeZone{"Europe/Lisbon"}}.toMSecsSinceEpoch()}};
+        return Instant{
+            std::chrono::milliseconds{QDateTime{today, QTime{hour, minute}, QTimeZone{demoZone}}.toMSecsSinceEpoch()}};
     };
     demo.calendar = ServerMessage::Calendar{.slot = PartnerID::b,
                                             .status = CalendarStatus::connected,

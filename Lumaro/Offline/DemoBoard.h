@@ -23,4 +23,7 @@ DemoBoard demoBoard(Instant now);
 /// The same with as many items as a board holds.
 DemoBoard fullDemoBoard(Instant now);
 
+/// Where the partner is.
+inline constexpr const char* demoZone = "Europe/Lisbon";
+
 } // namespace lumaro

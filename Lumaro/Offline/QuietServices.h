@@ -12,10 +12,16 @@
 #include "LumaroCore/Services/SystemSignals.h"
 #include "LumaroCore/Support/HttpClient.h"
 #include "LumaroCore/Support/Sleeper.h"
+#include "LumaroCore/Support/WallClock.h"
+#include "Platform/Posix/SystemClock.h"
 
 #include <atomic>
 #include <map>
+#include <memory>
 #include <mutex>
+#include <optional>
+#include <string>
+#include <utility>
 
 namespace lumaro {
 
@@ -79,12 +85,39 @@ public:
     std::optional<std::string> artworkOf(MusicSource, std::string_view) override { return std::nullopt; }
 };
 
-/// Nobody lets it know where it is.
+/// A computer that is where the scene says; until it says so every search goes on.
 class QuietPositions final : public PositionSource {
 public:
-    std::unique_ptr<Search> search(HerePrecision, std::move_only_function<void(Answer)>) override {
-        return std::make_unique<Search>();
+    explicit QuietPositions(Sleeper& sleeper) : sleeper_(sleeper) {}
+
+    void setAnswer(Answer answer) { answer_ = answer; }
+
+    std::unique_ptr<Search> search(HerePrecision, std::move_only_function<void(Answer)> then) override {
+        struct Searching final : Search {
+            std::unique_ptr<Sleeper::Wait> wait;
+        };
+        auto search = std::make_unique<Searching>();
+        if (answer_) {
+            search->wait =
+                sleeper_.wait(Seconds{0.2}, [answer = *answer_, then = std::move(then)]() mutable { then(answer); });
+        }
+        return search;
     }
+
+private:
+    Sleeper& sleeper_;
+    std::optional<Answer> answer_;
+};
+
+/// The system's clock, set to another hour.
+class StagedClock final : public WallClock {
+public:
+    Instant now() override { return clock_.now() + shift_; }
+    void shift(Instant::duration by) { shift_ += by; }
+
+private:
+    SystemClock clock_;
+    Instant::duration shift_{0};
 };
 
 class QuietSignals final : public SystemSignals {
@@ -92,17 +125,21 @@ public:
     std::unique_ptr<Listening> listen(SystemListener&) override { return std::make_unique<Listening>(); }
 };
 
-/// No server answers.
+/// No server answers, but for the weather when the scene has some.
 class QuietHttp final : public HttpClient {
 public:
     explicit QuietHttp(Sleeper& sleeper) : sleeper_(sleeper) {}
 
-    std::unique_ptr<Call> send(HttpRequest, std::move_only_function<void(Answer)> then) override {
+    void setWeather(std::string json) { weather_ = std::move(json); }
+
+    std::unique_ptr<Call> send(HttpRequest request, std::move_only_function<void(Answer)> then) override {
         struct Waiting final : Call {
             std::unique_ptr<Sleeper::Wait> wait;
         };
         auto call = std::make_unique<Waiting>();
-        call->wait = sleeper_.wait(Seconds{0.3}, [then = std::move(then)]() mutable {
+        const bool isWeather = !weather_.empty() && request.url.contains("/weather");
+        call->wait = sleeper_.wait(Seconds{0.3}, [this, isWeather, then = std::move(then)]() mutable {
+            if (isWeather) return then(HttpResponse{.status = 200, .body = weather_});
             then(std::unexpected(HttpFailure{"there is no network in a demonstration"}));
         });
         return call;
@@ -110,6 +147,7 @@ public:
 
 private:
     Sleeper& sleeper_;
+    std::string weather_;
 };
 
 /// Secrets in memory; it may be locked.

@@ -7,9 +7,15 @@
 #include "LumaroCore/BoardLogic/Edits.h"
 #include "LumaroCore/Presence/Pomodoro.h"
 #include "LumaroCore/Support/Fatal.h"
+#include "LumaroCore/Support/Wire.h"
 
+#include <QtCore/QDateTime>
+#include <QtCore/QTimeZone>
 #include <QtQuick/QQuickWindow>
 
+#include <algorithm>
+#include <array>
+#include <string>
 #include <utility>
 
 namespace lumaro {
@@ -24,6 +30,48 @@ void changeItem(Board& board, Change change) {
     for (auto& item : board.items) {
         if (const auto* const held = item.payload.as<Value>()) item.payload = change(*held);
     }
+}
+
+/// One's own window in the place of the photos.
+void hangOwnWindow(DemoBoard& demo, Instant now) {
+    std::erase_if(demo.board.items, [](const BoardItem& item) { return item.payload.as<PhotoPayload>() != nullptr; });
+    const auto ops =
+        Edits::putUp(demo.board, UUID{}, LocationPayload{PartnerID::a}, Point{508, 264}, {PartnerID::a, now});
+    demo.board = BoardLogic::apply(*ops, std::move(demo.board), now).board;
+}
+
+PlaceTable towns() {
+    auto table = PlaceTable::open(placesData());
+    if (!table) fatal("the table of towns: " + table.error());
+    return *table;
+}
+
+struct StagedWeather {
+    std::int64_t code;
+    double tempC;
+};
+
+StagedWeather stagedWeather(Sky sky) {
+    switch (sky) {
+    case Sky::clear: return {0, 21};
+    case Sky::cloud: return {3, 16};
+    case Sky::rain: return {63, 12};
+    case Sky::night: return {0, 11};
+    case Sky::fog: return {45, 6};
+    case Sky::snow: return {73, -3};
+    case Sky::storm: return {95, 14};
+    }
+    std::unreachable();
+}
+
+void setSky(DemoBoard& demo, Sky sky) {
+    if (!demo.presence.here || !demo.presence.here->weather) return;
+    auto& weather = *demo.presence.here->weather;
+    const auto staged = stagedWeather(sky);
+    weather.code = staged.code;
+    weather.tempC = staged.tempC;
+    weather.feelsC = staged.tempC - 2;
+    if (sky == Sky::night) weather.isDay = false;
 }
 
 DemoBoard boardOf(Scene scene, Instant now) {
@@ -67,6 +115,16 @@ DemoBoard boardOf(Scene scene, Instant now) {
         });
         break;
     case Scene::thread: demo.board.threadTiedAt.reset(); break;
+    case Scene::oldWeather:
+        demo.presence.here->sampledAt = now - std::chrono::hours{5};
+        demo.presence.here->weather->sampledAt = now - std::chrono::hours{5};
+        break;
+    case Scene::neverAsked:
+    case Scene::denied:
+    case Scene::restricted:
+    case Scene::waiting:
+    case Scene::byHand:
+    case Scene::named: hangOwnWindow(demo, now); break;
     case Scene::together:
     case Scene::alone:
     case Scene::offline:
@@ -83,15 +141,15 @@ DemoBoard boardOf(Scene scene, Instant now) {
 
 } // namespace
 
-Rehearsal::Rehearsal(Scene scene)
-    : scene_(scene), profile_(folder_.path().toStdString() + "/profile"), defaults_(profile_ + "/settings.ini", log_),
-      desktop_(defaults_, [this](QScreen&) { return windows_->makeDesktopWindow(); }),
+Rehearsal::Rehearsal(Setup setup)
+    : setup_(setup), profile_(folder_.path().toStdString() + "/profile"), defaults_(profile_ + "/settings.ini", log_),
+      towns_(towns()), desktop_(defaults_, [this](QScreen&) { return windows_->makeDesktopWindow(); }),
       app_({.profile = profile_, .version = LUMARO_VERSION}, (settle(), ports())) {
     windows_ = std::make_unique<Windows>(
         AppView::Setup{.folder = qText(std::string_view{profile_}),
                        .version = QStringLiteral(LUMARO_VERSION),
                        .suggestedName = QStringLiteral("ana")},
-        Windows::Ports{app_, desktop_, clock_, sleeper_, ids_, background_, defaults_, loginItem_}, [] {});
+        Windows::Ports{app_, desktop_, clock_, sleeper_, ids_, background_, defaults_, loginItem_, towns_}, [] {});
     app_.onNews([this](const AppNews& news) { windows_->hear(news); });
 }
 
@@ -121,23 +179,60 @@ AppModel::Ports Rehearsal::ports() {
             .origin = origin_,
             .players = players_.players(),
             .coverMaker = coverMaker_,
+            .positions = positions_,
+            .geocoder = geocoder_,
+            .zone = zone_,
             .wallpaper = desktop_};
+}
+
+/// To that hour of the partner's day; the minutes stay.
+void Rehearsal::setHour(int hour) {
+    const auto there = QDateTime::currentDateTimeUtc().toTimeZone(QTimeZone{demoZone}).time();
+    clock_.shift(std::chrono::hours{hour - there.hour()});
+}
+
+/// What this person said of their place before, and what the computer answers.
+void Rehearsal::settlePlace() {
+    constexpr Coordinates kitchen{52.4861, 13.4246};
+    const auto now = std::chrono::floor<std::chrono::milliseconds>(clock_.now()).time_since_epoch().count();
+    http_.setWeather(R"({"tempC":8.6,"feelsC":6.1,"code":3,"isDay":true,"hiC":11,"loC":4.4,"windDeg":290,"windKmh":22,)"
+                     R"("sampledAt":)" +
+                     std::to_string(now) + "}");
+    const auto scene = setup_.scene;
+    const std::array shared{Scene::denied, Scene::restricted, Scene::waiting, Scene::byHand, Scene::named};
+    if (std::ranges::find(shared, scene) != shared.end()) defaults_.setBoolean("sharesPlace", true);
+    if (scene == Scene::denied) positions_.setAnswer({LocationAccess::denied, std::nullopt});
+    if (scene == Scene::restricted) positions_.setAnswer({LocationAccess::restricted, std::nullopt});
+    if (scene == Scene::neverAsked || scene == Scene::named)
+        positions_.setAnswer({LocationAccess::authorized, kitchen});
+    if (scene == Scene::byHand) {
+        defaults_.setString("locationByHand",
+                            R"({"name":"Lisboa","country":"PT","zone":"Europe/Lisbon","lat":38.71667,"lon":-9.13333})");
+    }
+    if (scene == Scene::named) {
+        PlaceBook book;
+        static_cast<void>(book.rename(kitchen.latitude, kitchen.longitude, "our kitchen"));
+        defaults_.setString("locationPlaceBook", *Wire::encode(book));
+    }
 }
 
 /// What the computer holds before the application starts.
 void Rehearsal::settle() {
     if (!files_.createDirectories(profile_)) fatal("there is no room for temporary files");
+    if (setup_.hour) setHour(*setup_.hour);
+    settlePlace();
     defaults_.setBoolean("showsBoardOnDesktop", false);
     defaults_.setString("myDisplayName", "ana");
-    if (scene_ == Scene::welcome) return;
+    if (setup_.scene == Scene::welcome) return;
     defaults_.setString("partnerDisplayName", "bo");
     defaults_.setString("pairedCoupleId", couple);
-    if (scene_ == Scene::bringThemOver) defaults_.setString("onboardingStep", "bringThemOver");
+    if (setup_.scene == Scene::bringThemOver) defaults_.setString("onboardingStep", "bringThemOver");
     keyring_.hold({std::string{keychainService}, "joinToken"}, std::string{token});
-    keyring_.setLocked(scene_ == Scene::locked);
-    auto demo = boardOf(scene_, clock_.now());
-    room_.hang(std::move(demo), scene_ != Scene::alone);
-    room_.setOnline(scene_ != Scene::offline);
+    keyring_.setLocked(setup_.scene == Scene::locked);
+    auto demo = boardOf(setup_.scene, clock_.now());
+    if (setup_.sky) setSky(demo, *setup_.sky);
+    room_.hang(std::move(demo), setup_.scene != Scene::alone);
+    room_.setOnline(setup_.scene != Scene::offline);
 }
 
 void Rehearsal::storePictures(const DemoBoard& demo) {
@@ -163,7 +258,7 @@ void Rehearsal::playNextSong() {
 }
 
 void Rehearsal::play() {
-    switch (scene_) {
+    switch (setup_.scene) {
     case Scene::arrival:
         room_.relay(*Edits::putUp(
             room_.demo().board, ids_.next(),
@@ -184,6 +279,13 @@ void Rehearsal::play() {
     case Scene::rung:
     case Scene::full:
     case Scene::empty:
+    case Scene::neverAsked:
+    case Scene::denied:
+    case Scene::restricted:
+    case Scene::waiting:
+    case Scene::byHand:
+    case Scene::named:
+    case Scene::oldWeather:
     case Scene::locked:
     case Scene::welcome:
     case Scene::bringThemOver: break;

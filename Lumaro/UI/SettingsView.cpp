@@ -3,8 +3,11 @@
 
 #include "DesignSystem/Words.h"
 #include "Lumaro/UI/Text.h"
+#include "LumaroCore/BoardModel/Payload.h"
+#include "LumaroCore/Support/EnumNames.h"
 
 #include <QtCore/QEvent>
+#include <QtCore/QLocale>
 #include <QtGui/QGuiApplication>
 #include <QtGui/QPalette>
 
@@ -15,6 +18,8 @@ constexpr std::string_view notifiesKey = "notifiesOfItems";
 constexpr std::string_view soundsKey = "playsSounds";
 constexpr std::string_view motionKey = "reducesMotion";
 constexpr std::string_view appearanceKey = "appearance";
+constexpr std::string_view unitKey = "temperatureUnit";
+constexpr std::string_view weatherMovesKey = "weatherMoves";
 constexpr std::string_view formerAppearanceKey = "surroundings"; // read, no longer written
 
 bool isSystemDark() {
@@ -44,6 +49,21 @@ QString SettingsView::appearance() const {
     return isKnown ? kept : QStringLiteral("follow");
 }
 
+QString SettingsView::temperatureUnit() const {
+    const auto kept = fromName<TemperatureUnit>(defaults_.string(unitKey).value_or(""));
+    return kept ? qText(nameOf(*kept)) : QStringLiteral("follow");
+}
+
+bool SettingsView::isFahrenheit() const {
+    const auto kept = fromName<TemperatureUnit>(defaults_.string(unitKey).value_or(""));
+    if (kept) return *kept == TemperatureUnit::fahrenheit;
+    return QLocale::system().measurementSystem() == QLocale::ImperialUSSystem;
+}
+
+bool SettingsView::weatherMoves() const {
+    return defaults_.boolean(weatherMovesKey).value_or(false);
+}
+
 void SettingsView::setOpensAtLogin(bool opens) {
     const auto done = opens ? loginItem_.enable() : loginItem_.disable();
     fault_ = done ? QString{} : Words::tr("this computer wouldn't take that down");
@@ -63,7 +83,19 @@ void SettingsView::setReducesMotion(bool reduces) {
 }
 
 void SettingsView::setAppearance(const QString& appearance) {
-    defaults_.setString(appearanceKey, appearance.toStdString());
+    keep(appearanceKey, appearance);
+}
+
+void SettingsView::setTemperatureUnit(const QString& unit) {
+    keep(unitKey, unit);
+}
+
+void SettingsView::setWeatherMoves(bool moves) {
+    keep(weatherMovesKey, moves);
+}
+
+void SettingsView::keep(std::string_view key, const QString& value) {
+    defaults_.setString(key, value.toStdString());
     fault_.clear();
     Q_EMIT changed();
 }

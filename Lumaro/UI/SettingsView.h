@@ -24,6 +24,10 @@ class SettingsView final : public QObject {
     Q_PROPERTY(bool reducesMotion READ reducesMotion WRITE setReducesMotion NOTIFY changed)
     /// "follow" the system, "light" or "dark".
     Q_PROPERTY(QString appearance READ appearance WRITE setAppearance NOTIFY changed)
+    /// How temperatures are read: "follow" the system, "celsius" or "fahrenheit".
+    Q_PROPERTY(QString temperatureUnit READ temperatureUnit WRITE setTemperatureUnit NOTIFY changed)
+    /// Rain and snow fall behind the windows on the board.
+    Q_PROPERTY(bool weatherMoves READ weatherMoves WRITE setWeatherMoves NOTIFY changed)
     /// Why the last thing set did not take; empty when it did.
     Q_PROPERTY(QString fault READ fault NOTIFY changed)
 
@@ -36,6 +40,9 @@ public:
     bool playsSounds() const;
     bool reducesMotion() const;
     QString appearance() const;
+    QString temperatureUnit() const;
+    bool isFahrenheit() const;
+    bool weatherMoves() const;
     QString fault() const { return fault_; }
 
     void setOpensAtLogin(bool opens);
@@ -43,6 +50,8 @@ public:
     void setPlaysSounds(bool plays);
     void setReducesMotion(bool reduces);
     void setAppearance(const QString& appearance);
+    void setTemperatureUnit(const QString& unit);
+    void setWeatherMoves(bool moves);
 
     /// From now on the theme follows these settings and, where they say so, the system.
     void dress(Theme& theme);
@@ -54,6 +63,7 @@ private:
     bool eventFilter(QObject* watched, QEvent* event) override;
     void tellTheme();
     void keep(std::string_view key, bool value);
+    void keep(std::string_view key, const QString& value);
 
     UserDefaults& defaults_;
     LoginItem& loginItem_;

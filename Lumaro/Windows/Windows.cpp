@@ -33,11 +33,16 @@ void prepareWindows() {
 
 Windows::Windows(AppView::Setup setup, Ports ports, std::function<void()> quit)
     : ports_(ports), view_(std::move(setup), ports.app, ports.clock, ports.sleeper),
-      scene_({ports.app, ports.clock, ports.sleeper, ports.background}), editor_(ports.app, ports.clock),
-      pictures_(ports.app, ports.ids, ports.background), settings_(ports.defaults, ports.loginItem), music_(ports.app),
+      scene_({ports.app, ports.clock, ports.sleeper, ports.background,
+              [towns = ports.towns](Coordinates point) { return towns.sceneryAt(point); }}),
+      editor_(ports.app, ports.clock), pictures_(ports.app, ports.ids, ports.background),
+      settings_(ports.defaults, ports.loginItem), music_(ports.app), place_({ports.app, scene_, ports.towns}),
       screens_(ports.desktop), tray_(verbs(std::move(quit))) {
     furnish(engine_);
     settings_.dress(themeOf(engine_));
+    const auto readTemperatures = [this] { scene_.setFahrenheit(settings_.isFahrenheit()); };
+    QObject::connect(&settings_, &SettingsView::changed, &scene_, readTemperatures);
+    readTemperatures();
     // People change what this program may do while they look at something else.
     QObject::connect(qGuiApp, &QGuiApplication::applicationStateChanged, &view_, [this](Qt::ApplicationState state) {
         if (state == Qt::ApplicationActive) ports_.app.becameActive();
@@ -65,6 +70,7 @@ void Windows::hear(const AppNews& news) {
     scene_.hear(news.changed);
     editor_.hear(news);
     music_.hear(news.changed);
+    place_.hear(news.changed);
     // No page shows what a hand does, which changes many times a second.
     if (!news.changed.isOnly(AppChange::editor)) {
         view_.refresh();
@@ -93,6 +99,7 @@ void Windows::openBoard() {
                              {QStringLiteral("pictures"), shared(pictures_)},
                              {QStringLiteral("settings"), shared(settings_)},
                              {QStringLiteral("music"), shared(music_)},
+                             {QStringLiteral("place"), shared(place_)},
                              {QStringLiteral("screens"), shared(screens_)},
                              {QStringLiteral("hangsBehindIcons"), ports_.desktop.level() != DesktopLevel::bottomMost}});
         QObject::connect(boardWindow_.get(), &QWindow::visibleChanged, &view_, [this](bool isVisible) {

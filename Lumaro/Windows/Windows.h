@@ -8,6 +8,7 @@
 #include "Lumaro/UI/Editor/EditorView.h"
 #include "Lumaro/UI/Editor/PictureExchange.h"
 #include "Lumaro/UI/MusicView.h"
+#include "Lumaro/UI/PlaceView.h"
 #include "Lumaro/UI/SettingsView.h"
 #include "Lumaro/UI/TrayMenu.h"
 #include "Lumaro/UI/Windows/ScreenList.h"
@@ -38,6 +39,7 @@ public:
         BackgroundRunner& background;
         UserDefaults& defaults;
         LoginItem& loginItem;
+        const PlaceTable& towns; ///< what people may say that they are in
     };
 
     Windows(AppView::Setup setup, Ports ports, std::function<void()> quit);
@@ -70,6 +72,7 @@ private:
     PictureExchange pictures_;
     SettingsView settings_;
     MusicView music_;
+    PlaceView place_;
     ScreenList screens_;
     TrayMenu tray_;
     QQmlApplicationEngine engine_;

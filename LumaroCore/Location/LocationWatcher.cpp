@@ -45,7 +45,8 @@ void LocationWatcher::choose(std::optional<ChosenPlace> place) {
     if (!isRunning()) return;
     search_.reset();
     waitingSince_.reset();
-    forgetStay();
+    anchor_.reset();
+    namer_.forget();
     // Where the system's position takes its time, the place that was chosen is told no more.
     if (!settings_.chosen) publish();
     look();

@@ -3,6 +3,7 @@
 
 #include "LumaroCore/Location/ReverseGeocoder.h"
 #include "LumaroCore/Places/PlaceFormat.h"
+#include "LumaroCore/Places/Scenery.h"
 #include "LumaroCore/Support/Coordinates.h"
 
 #include <cstddef>
@@ -27,16 +28,6 @@ struct Place {
     bool operator==(const Place&) const = default;
 };
 
-/// What can be seen from a window there.
-struct Scenery {
-    std::uint64_t seed = 0; ///< the same for one town, always, and on every computer
-    std::uint32_t people = 0;
-    bool isByTheSea = false;
-    int hills = 0; ///< 0 for a plain to 3 for mountains
-
-    bool operator==(const Scenery&) const = default;
-};
-
 /// The towns of the world in a packed table (docs/places.md), read where it lies; nothing is copied. Cheap to copy; may
 /// be asked on any thread.
 class PlaceTable {
@@ -59,7 +50,7 @@ public:
     Scenery sceneryAt(Coordinates point) const;
 
     /// The places whose name, or another name of theirs, begins with what was typed (`nameKey`); of towns with 20,000
-    /// people and more also those where a later word does. Those with more people first, where people count a tenth
+    /// people and more also those where a later word does. Those with more people first, where people count a twentieth
     /// when it is another name, and a hundredfold when a name was typed in full: there "york" is York, then New York
     /// City, and "au" is not lost behind Auckland. At most `most` and `mostFound`, each once.
     std::vector<Place> find(std::string_view typed, std::size_t most) const;

@@ -27,6 +27,7 @@ struct Rows {
                        .now = Instant{std::chrono::seconds{1'790'000'000}},
                        .zone = zone,
                        .music = music,
+                       .place = place,
                        .covers = covers,
                        .picture = noPicture});
     }
@@ -35,6 +36,7 @@ struct Rows {
     BoardPresence partner;
     ClientMessage::Presence own;
     MusicState music;
+    PlaceState place;
     CoverState covers;
     std::map<PartnerID, std::string> names;
     QTimeZone zone = QTimeZone::utc();

@@ -56,5 +56,29 @@ TEST_F(DesktopSceneTest, NothingChangesWhileItIsPausedAndAllAtOnceAfterwards) {
     EXPECT_EQ(desktop.background(), QStringLiteral("lilac"));
 }
 
+TEST_F(DesktopSceneTest, TheZoneOfThisComputerIsNoticedWithinAMinute) {
+    const auto time = [&] {
+        const auto& rows = scene.rows()->rows();
+        const auto clocks = std::ranges::find_if(rows, [](const BoardRow& row) { return row.face.as<ClocksFace>(); });
+        return clocks == rows.end() ? QString{} : clocks->face.as<ClocksFace>()->mine.time;
+    };
+    const auto was = qgetenv("TZ");
+    qputenv("TZ", "UTC");
+    person.clock.advance(61s);
+    person.relay(*Edits::putUp(person.app->board(), person.ids.next(), TimezonesPayload{}, Point{600, 300},
+                               {PartnerID::b, person.clock.now()}));
+    const auto before = time();
+    ASSERT_FALSE(before.isEmpty());
+    qputenv("TZ", "Asia/Kathmandu");
+    person.clock.advance(61s);
+    person.sleeper.advance(Seconds{61});
+    EXPECT_NE(time(), before);
+    EXPECT_EQ(time(), QDateTime::fromSecsSinceEpoch(
+                          std::chrono::floor<std::chrono::seconds>(person.clock.now()).time_since_epoch().count(),
+                          QTimeZone{"Asia/Kathmandu"})
+                          .toString(QStringLiteral("HH:mm")));
+    qputenv("TZ", was);
+}
+
 } // namespace
 } // namespace lumaro

@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <cmath>
 #include <limits>
 #include <utility>
 
@@ -25,6 +26,7 @@ struct LiveCardsTest : testing::Test {
     BoardPresence partner;
     ClientMessage::Presence own;
     MusicState music{.musicConsent = Consent::yes};
+    PlaceState place;
     CoverState covers;
     const LiveContext::Picture* picture = &noPicture;
     std::map<PartnerID, std::string> names{{PartnerID::a, "ana"}, {PartnerID::b, "bo"}};
@@ -38,6 +40,7 @@ struct LiveCardsTest : testing::Test {
                 .now = now,
                 .zone = zone,
                 .music = music,
+                .place = place,
                 .covers = covers,
                 .picture = *picture};
     }
@@ -62,6 +65,8 @@ struct LiveCardsTest : testing::Test {
                                         .artworkURL = std::nullopt};
         partner.nowPlayingHeardAt = now;
     }
+    WindowFace window() const { return face<WindowFace>(LocationPayload{PartnerID::b}); }
+    ClocksFace clocks() const { return face<ClocksFace>(TimezonesPayload{}); }
     MusicFace record(PartnerID slot = PartnerID::b) const { return face<MusicFace>(NowPlayingSlotPayload{slot}); }
     std::optional<Instant> recordChanges() const {
         return nextChange(item(NowPlayingSlotPayload{PartnerID::b}), live());
@@ -71,7 +76,10 @@ struct LiveCardsTest : testing::Test {
         weather.tempC = 16.6;
         weather.code = 95;
         weather.isDay = false;
+        weather.sampledAt = sampledAt;
         Here here;
+        here.lat = 38.71;
+        here.lon = -9.14;
         here.label = "alfama";
         here.tz = zoneName;
         here.sampledAt = sampledAt;
@@ -92,16 +100,155 @@ TEST_F(LiveCardsTest, cardsSayWhatTheyDoNotKnow) {
 
 TEST_F(LiveCardsTest, aPlaceIsToldWithItsTimeWeatherAndAge) {
     partnerIsIn("Asia/Kolkata", now - 2h);
-    const auto window = face<WindowFace>(LocationPayload{PartnerID::b});
+    const auto window = this->window();
     EXPECT_EQ(window.place, "alfama");
     EXPECT_EQ(window.time, "19:43");
     EXPECT_EQ(window.temperature, "17°");
     EXPECT_EQ(window.sky, Sky::storm);
     EXPECT_EQ(window.words, "as of 17:43");
+    EXPECT_EQ(window.weatherAge, "weather as of 17:43");
     EXPECT_EQ(face<ClocksFace>(TimezonesPayload{}).between, "3.5 hours ahead");
     EXPECT_EQ(face<ClocksFace>(TimezonesPayload{.units = TemperatureUnit::fahrenheit}).theirs.words, "62°");
     partnerIsIn("no/such zone", now);
     EXPECT_EQ(face<WindowFace>(LocationPayload{PartnerID::b}).time, "");
+}
+
+TEST_F(LiveCardsTest, oldWeatherSaysHowOldAndFreshNothing) {
+    partnerIsIn("Europe/Lisbon", now);
+    const std::vector<std::pair<std::chrono::minutes, const char*>> ages{
+        {60min, ""}, {61min, "weather as of 14:12"}, {25h, "weather as of 20 september, 14:13"}, {-10min, ""}};
+    for (const auto& [age, words] : ages) {
+        partner.here->weather->sampledAt = now - age;
+        EXPECT_EQ(window().weatherAge, words);
+    }
+    for (const auto sampledAt : {Instant::min(), Instant::max()}) {
+        partner.here->weather->sampledAt = sampledAt;
+        EXPECT_LT(window().weatherAge.size(), 60);
+    }
+}
+
+TEST_F(LiveCardsTest, theWindowShowsTheSunTheMoonAndTheWeatherOfThePlace) {
+    partnerIsIn("Europe/Lisbon", now);
+    const auto storm = *window().view;
+    EXPECT_NEAR(storm.sunAltitude, 45.3, 1.5); // 15:13 summer time in Lisbon, two days before the equinox
+    EXPECT_NEAR(storm.sunAzimuth, 216, 5);
+    EXPECT_TRUE(storm.looksSouth());
+    EXPECT_GE(storm.clouds.low, 0.9);
+    EXPECT_GT(storm.fall, 0.5);
+    EXPECT_EQ(storm.scenery, window().view->scenery);
+    // A clear sky is day or night by the sun, whatever the weather said an hour ago.
+    partner.here->weather->code = 0;
+    EXPECT_EQ(window().sky, Sky::clear);
+    now += 8h;
+    EXPECT_EQ(window().sky, Sky::night);
+    partner.here->weather.reset();
+    EXPECT_TRUE(window().view && !window().sky && window().temperature.isEmpty());
+    EXPECT_LT(window().view->sunAltitude, 0);
+    const auto before = window();
+    now += 20s;
+    EXPECT_EQ(window(), before) << "changes within a minute";
+}
+
+TEST_F(LiveCardsTest, snowLiesOnRoofsWhereItSnowsAndSettlesInFrost) {
+    partnerIsIn("Europe/Lisbon", now);
+    partner.here->weather->code = 73;
+    EXPECT_LT(window().view->snowOnRoofs, 1);
+    partner.here->weather->tempC = -3;
+    EXPECT_EQ(window().view->snowOnRoofs, 1);
+    partner.here->weather->code = 0;
+    EXPECT_EQ(window().view->snowOnRoofs, 0);
+}
+
+TEST_F(LiveCardsTest, weatherAndPlacesOfAStrangersDeviceMakeSomeView) {
+    constexpr double most = std::numeric_limits<double>::max();
+    for (const double wild : {-most, -1.0, 0.0, 1e9, most}) {
+        for (const auto when : {Instant::min(), now, Instant::max()}) {
+            partnerIsIn("Europe/Lisbon", when);
+            auto& weather = *partner.here->weather;
+            weather.tempC = wild;
+            weather.cloudLow = weather.cloudMid = weather.cloudHigh = wild;
+            weather.visibilityM = weather.windDeg = weather.windKmh = wild;
+            partner.here->lat = wild;
+            const auto view = *window().view;
+            for (const double part : {view.clouds.low, view.clouds.middle, view.clouds.high, view.mist, view.fall}) {
+                EXPECT_TRUE(part >= 0 && part <= 1) << part;
+            }
+            EXPECT_TRUE(view.windKmh >= 0 && view.windKmh <= 120 && std::abs(view.sunAltitude) <= 90);
+            EXPECT_LE(window().temperature.size(), 5);
+        }
+    }
+}
+
+// The edges of summer time in 2026 and 2027, as the time zone database has them.
+TEST_F(LiveCardsTest, theHoursBetweenAreRightOnBothSidesOfEveryEdge) {
+    using namespace std::chrono;
+    const auto at = [](int y, unsigned m, unsigned d, int h, int min = 0) {
+        return Instant{sys_days{year{y} / month{m} / day{d}} + hours{h} + minutes{min}};
+    };
+    const struct {
+        Instant edge;
+        const char* mine;
+        const char* theirs;
+        const char* before;
+        const char* after;
+    } edges[] = {
+        {at(2026, 3, 8, 7), "Europe/Berlin", "America/New_York", "6 hours behind", "5 hours behind"},
+        {at(2026, 3, 29, 1), "Europe/Berlin", "America/New_York", "5 hours behind", "6 hours behind"},
+        {at(2026, 10, 25, 1), "Europe/Berlin", "America/New_York", "6 hours behind", "5 hours behind"},
+        {at(2026, 11, 1, 6), "Europe/Berlin", "America/New_York", "5 hours behind", "6 hours behind"},
+        {at(2027, 3, 14, 7), "America/New_York", "Europe/Berlin", "6 hours ahead", "5 hours ahead"},
+        {at(2027, 3, 28, 1), "America/New_York", "Europe/Berlin", "5 hours ahead", "6 hours ahead"},
+        {at(2026, 4, 4, 15), "Europe/Berlin", "Australia/Lord_Howe", "9 hours ahead", "8.5 hours ahead"},
+        {at(2026, 10, 3, 15, 30), "Europe/Berlin", "Australia/Lord_Howe", "8.5 hours ahead", "9 hours ahead"},
+        {at(2027, 4, 3, 15), "Asia/Kathmandu", "Australia/Lord_Howe", "5.25 hours ahead", "4.75 hours ahead"},
+        {at(2026, 11, 1, 6), "America/New_York", "Asia/Kathmandu", "9.75 hours ahead", "10.75 hours ahead"},
+        {at(2027, 10, 31, 1), "Asia/Kathmandu", "Europe/Berlin", "3.75 hours behind", "4.75 hours behind"},
+    };
+    for (const auto& [edge, mine, theirs, before, after] : edges) {
+        zone = QTimeZone{mine};
+        partnerIsIn(theirs, edge);
+        now = edge - 1s;
+        EXPECT_EQ(clocks().between, before) << mine << ' ' << theirs;
+        now = edge;
+        EXPECT_EQ(clocks().between, after) << mine << ' ' << theirs;
+    }
+    // The hour that New York lives through twice.
+    partnerIsIn("America/New_York", now);
+    for (const auto& [instant, time] :
+         {std::pair{at(2026, 11, 1, 5, 30), "01:30"}, {at(2026, 11, 1, 6, 30), "01:30"}}) {
+        now = instant;
+        EXPECT_EQ(clocks().theirs.time, time);
+    }
+}
+
+TEST_F(LiveCardsTest, theClocksNameAnotherDayAndKnowDayFromNight) {
+    partnerIsIn("Pacific/Auckland", now);
+    EXPECT_EQ(clocks().day, "tomorrow"); // 16:13 here, 02:13 there
+    partnerIsIn("Asia/Kolkata", now);
+    EXPECT_EQ(clocks().day, "");
+    now -= 15h;
+    partnerIsIn("America/New_York", now);
+    EXPECT_EQ(clocks().day, "yesterday"); // 01:13 here, 19:13 there
+    const auto card = item(TimezonesPayload{});
+    EXPECT_EQ(spoken(card, faceOf(card, live()), live()),
+              "clocks, you, 01:13, bo, 19:13, 17°, 6 hours behind, yesterday");
+    // In the north of the north the sun is up at midnight; where no place is known, the hour tells.
+    now = Instant{std::chrono::sys_days{std::chrono::year{2026} / 6 / 21} + 22h};
+    partnerIsIn("Europe/Oslo", now);
+    partner.here->lat = 69.65;
+    partner.here->lon = 18.96;
+    EXPECT_GT(clocks().theirs.view->sunAltitude, 0);
+    EXPECT_LT(clocks().mine.view->sunAltitude, 0);
+}
+
+TEST_F(LiveCardsTest, aWindowReadsWhatItShows) {
+    partnerIsIn("Europe/Lisbon", now - 2h);
+    const auto card = item(LocationPayload{PartnerID::b});
+    const auto read = [&] { return spoken(card, faceOf(card, live()), live()); };
+    EXPECT_EQ(read(), "window, alfama, 15:13, 17°, storm, daylight, as of 13:13, weather as of 13:13");
+    partnerIsIn("Europe/Lisbon", now += 6h);
+    partner.here->weather->code = 0;
+    EXPECT_EQ(read(), "window, alfama, 21:13, 17°, night, waxing moon");
 }
 
 TEST_F(LiveCardsTest, aDayIsThePersonsOwnAndYesterdaysIsNotShown) {

@@ -174,15 +174,48 @@ Sheet music() {
             }};
 }
 
+/// A sky of the northern autumn by the hour, over a town by the sea.
+SkyView seen(Sky sky, double hour) {
+    SkyView view;
+    view.sky = sky;
+    view.hour = hour;
+    view.sunAltitude = -46 * std::cos(hour / 12 * 3.14159265);
+    view.sunAzimuth = 15 * hour;
+    view.moon = {.altitude = 34, .azimuth = 140, .lit = 0.34, .brightLimb = -70, .isWaxing = true};
+    view.windKmh = 16;
+    view.windFrom = 250;
+    view.scenery = {.seed = 4711, .people = 550'000, .isByTheSea = true, .hills = 1};
+    switch (sky) {
+    case Sky::clear:
+    case Sky::night: view.clouds = {.low = 0.05, .middle = 0, .high = 0.2}; break;
+    case Sky::cloud: view.clouds = {.low = 0.45, .middle = 0.2, .high = 0.3}; break;
+    case Sky::fog: view.mist = 0.8; break;
+    case Sky::rain:
+    case Sky::snow:
+    case Sky::storm:
+        view.clouds = {.low = 0.9, .middle = 0.8, .high = 0.5};
+        view.fall = 0.7;
+        view.snowOnRoofs = sky == Sky::snow ? 1 : 0;
+        break;
+    }
+    return view;
+}
+
+SkyView elsewhere(SkyView view, Scenery scenery, int latitude) {
+    view.scenery = scenery;
+    view.latitude = latitude;
+    return view;
+}
+
 std::vector<ShownItem> clocks() {
     const auto size = points(BoardSpec::timezonesCardSize);
-    const ClocksFace::Side lisbon{u"mia"_s, u"7:40"_s, u"16°"_s, 7.7, Sky::clear};
-    const ClocksFace::Side kyoto{u"bo"_s, u"15:40"_s, u"21°"_s, 15.7, Sky::rain};
-    const ClocksFace::Side night{u"bo"_s, u"23:05"_s, u"4°"_s, 23, Sky::snow};
-    const ClocksFace::Side unknown{u"bo"_s, u"–:––"_s, u"waiting for a fix"_s, 12, std::nullopt};
-    return {{u"clocks"_s, ClocksFace{lisbon, kyoto, u"8 hours apart"_s}, size},
-            {u"clocks at night"_s, ClocksFace{lisbon, night, u"8 hours apart"_s}, size},
-            {u"clocks unknown"_s, ClocksFace{lisbon, unknown, {}}, size}};
+    const ClocksFace::Side lisbon{u"mia"_s, u"07:40"_s, u"16°"_s, seen(Sky::clear, 7.7), Sky::clear};
+    const ClocksFace::Side kyoto{u"bo"_s, u"15:40"_s, u"21°"_s, seen(Sky::rain, 15.7), Sky::rain};
+    const ClocksFace::Side night{u"bo"_s, u"00:05"_s, u"4°"_s, seen(Sky::snow, 0.1), Sky::snow};
+    const ClocksFace::Side unknown{u"bo"_s, {}, u"waiting for a fix"_s, std::nullopt, std::nullopt};
+    return {{u"clocks"_s, ClocksFace{lisbon, kyoto, u"8 hours ahead"_s, {}}, size},
+            {u"clocks at night"_s, ClocksFace{lisbon, night, u"16.5 hours ahead"_s, u"tomorrow"_s}, size},
+            {u"clocks unknown"_s, ClocksFace{lisbon, unknown, {}, {}}, size}};
 }
 
 std::vector<ShownItem> blocks() {
@@ -213,15 +246,15 @@ Sheet cards() {
     return sheet;
 }
 
-ShownItem window(const char* name, std::optional<Sky> sky, bool isDay, double hour) {
+ShownItem window(const char* name, std::optional<SkyView> view, const QString& age = {}) {
     WindowFace face;
-    face.sky = sky;
-    face.isDay = isDay;
-    face.hour = hour;
-    if (sky) {
+    face.view = std::move(view);
+    if (face.view) {
+        face.sky = face.view->sky;
         face.place = u"alfama"_s;
         face.time = u"21:14"_s;
         face.temperature = u"17°"_s;
+        face.weatherAge = age;
     } else {
         face.words = QString::fromUtf8(name);
     }
@@ -229,13 +262,20 @@ ShownItem window(const char* name, std::optional<Sky> sky, bool isDay, double ho
 }
 
 Sheet windows() {
+    const Scenery village{.seed = 5, .people = 900, .isByTheSea = false, .hills = 2};
+    const Scenery north{.seed = 77, .people = 41'000, .isByTheSea = true, .hills = 3};
+    const Scenery metropolis{.seed = 99, .people = 8'800'000, .isByTheSea = false, .hills = 0};
     return {.name = "windows",
             .columns = 5,
-            .items = {window("clear", Sky::clear, true, 12), window("cloud", Sky::cloud, true, 14),
-                      window("rain", Sky::rain, true, 15), window("snow", Sky::snow, true, 10),
-                      window("fog", Sky::fog, true, 9), window("dusk", Sky::clear, true, 19.2),
-                      window("night", Sky::night, false, 22), window("rainy night", Sky::rain, false, 23),
-                      window("storm", Sky::storm, true, 16), window("waiting for a fix", std::nullopt, true, 12)}};
+            .items = {window("clear", seen(Sky::clear, 14)), window("cloud", seen(Sky::cloud, 15)),
+                      window("rain", seen(Sky::rain, 15), u"weather as of 14:20"_s),
+                      window("snow", elsewhere(seen(Sky::snow, 10), village, 47)),
+                      window("fog", elsewhere(seen(Sky::fog, 9), metropolis, 40)),
+                      window("dusk", seen(Sky::clear, 18.2)),
+                      window("night", elsewhere(seen(Sky::night, 22), metropolis, 40)),
+                      window("mountains", elsewhere(seen(Sky::cloud, 17.4), north, 69)),
+                      window("storm", elsewhere(seen(Sky::storm, 16), village, -40)),
+                      window("waiting for a fix", std::nullopt)}};
 }
 
 } // namespace

@@ -11,6 +11,8 @@ QtObject {
     property real bottomMargin: 0
     property bool isFilling: false
     property bool isPaused: false
+    /// Whether rain and snow fall before the windows.
+    property bool weatherMoves: false
     property string selected
     /// The note that somebody writes on, over the board.
     property string written

@@ -28,6 +28,7 @@ Item {
 
     readonly property real pointScale: frame.canvas.scale * itemScale
     readonly property bool isSpringing: !isInHand && isSettled && !Theme.isMotionReduced && !frame.isPaused
+    readonly property bool weatherMoves: kind === "location" && frame.weatherMoves && !Theme.isMotionReduced
     property bool isSettled: false
     property real placeX: centerX
     property real placeY: centerY
@@ -119,7 +120,7 @@ Item {
 
     ItemPaper {
         part: item.kind === "nowPlayingSlot" ? ItemPaper.Under : ItemPaper.Whole
-        face: item.frame.written === item.itemId ? item.face.withoutText() : item.face
+        face: item.frame.written === item.itemId ? item.face.withoutText() : item.weatherMoves ? item.face.withoutFall() : item.face
         pointScale: item.pointScale
         naturalSize: Qt.size(item.naturalWidth, item.naturalHeight)
         x: -bleedLeft
@@ -130,6 +131,12 @@ Item {
         anchors.fill: parent
         active: item.kind === "nowPlayingSlot"
         source: "TurningRecord.qml"
+    }
+
+    Loader {
+        anchors.fill: parent
+        active: item.weatherMoves
+        source: "MovingWeather.qml"
     }
 
     ParallelAnimation {

@@ -15,6 +15,7 @@ Item {
     property alias bottomMargin: frame.bottomMargin
     property alias isFilling: frame.isFilling
     property alias isPaused: frame.isPaused
+    property alias weatherMoves: frame.weatherMoves
     property alias selected: frame.selected
     property alias written: frame.written
     readonly property alias canvas: frame.canvas

@@ -4,7 +4,7 @@
 #include "Widgets/Items/Palette.h"
 #include "Widgets/Items/Paper.h"
 #include "Widgets/Items/Shadow.h"
-#include "Widgets/Items/SkyPainting.h"
+#include "Widgets/Items/Window/ViewPainting.h"
 
 #include <QtGui/QLinearGradient>
 #include <QtGui/QPainter>
@@ -21,9 +21,8 @@ void paintStrip(QPainter& painter, const QRectF& rect, const ClocksFace::Side& s
     QPainterPath strip;
     strip.addRoundedRect(rect, 9, 9);
     painter.setClipPath(strip, Qt::IntersectClip);
-    if (side.sky) {
-        const bool isDay = side.hour >= 6 && side.hour < 20;
-        paintView(painter, rect, {.sky = *side.sky, .isDay = isDay, .hour = side.hour});
+    if (side.view) {
+        paintView(painter, rect, *side.view);
     } else {
         QLinearGradient paper{rect.topLeft(), rect.bottomRight()};
         paper.setColorAt(0, {238, 226, 204});
@@ -50,13 +49,13 @@ void paintSide(QPainter& painter, const QRectF& rect, const ClocksFace::Side& si
     drawFigures(painter, {rect.center().x() - width / 2, rect.top() + 114}, side.time, font);
     painter.setPen(tint::softInk);
     const QString words =
-        side.sky && !side.words.isEmpty() ? side.name + QStringLiteral(" · ") + side.words : side.name;
+        side.view && !side.words.isEmpty() ? side.name + QStringLiteral(" · ") + side.words : side.name;
     const QRectF name{rect.left(), rect.top() + 119, rect.width(), 32};
     drawLine(painter, name, Qt::AlignCenter, words, fitted(hand(25), words, name.width(), 18));
 }
 
 // A thread from one home to the other, with the hours on it.
-void paintBetween(QPainter& painter, QPointF middle, const QString& between) {
+void paintBetween(QPainter& painter, QPointF middle, const ClocksFace& face) {
     QPen thread{tint::coral, 1.8, Qt::CustomDashLine, Qt::RoundCap};
     thread.setDashPattern({0.01, 3.2});
     painter.setPen(thread);
@@ -70,7 +69,10 @@ void paintBetween(QPainter& painter, QPointF middle, const QString& between) {
     painter.drawEllipse(arc.pointAtPercent(1), 3, 3);
     painter.setPen(tint::coralInk);
     drawLines(painter, {middle.x() - gap / 2 + 2, middle.y() - 10, gap - 4, 62}, Qt::AlignHCenter | Qt::AlignTop,
-              between, hand(21, QFont::Bold), 3);
+              face.between, hand(21, QFont::Bold), 3);
+    painter.setPen(tint::softInk);
+    const QRectF day{middle.x() - gap / 2, middle.y() + 47, gap, 24};
+    drawLine(painter, day, Qt::AlignCenter, face.day, fitted(hand(22), face.day, day.width(), 16));
 }
 
 } // namespace
@@ -84,7 +86,7 @@ void paintFace(QPainter& painter, const ClocksFace& face, QSizeF size) {
     const double height = size.height() - 2 * cardMargin;
     paintSide(painter, {cardMargin, cardMargin, width, height}, face.mine);
     paintSide(painter, {size.width() - cardMargin - width, cardMargin, width, height}, face.theirs);
-    paintBetween(painter, {size.width() / 2, cardMargin + 56}, face.between);
+    paintBetween(painter, {size.width() / 2, cardMargin + 56}, face);
     paintTape(painter, {size.width() / 2, 0}, {78, 24}, 1.8, {170, 204, 184});
 }
 

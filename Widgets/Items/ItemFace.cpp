@@ -11,6 +11,14 @@ ItemFace ItemFace::withoutText() const {
     return bare;
 }
 
+ItemFace ItemFace::withoutFall() const {
+    const auto* const window = as<WindowFace>();
+    if (window == nullptr || !window->view) return *this;
+    auto dry = *window;
+    dry.view->isStill = false;
+    return dry;
+}
+
 ItemPicture ItemFace::picture() const {
     if (const auto* const photo = as<PhotoFace>()) return photo->picture;
     if (const auto* const sticker = as<StickerFace>()) return sticker->picture;

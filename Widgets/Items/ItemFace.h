@@ -6,6 +6,7 @@
 #include "LumaroCore/Presence/Pomodoro.h"
 #include "LumaroCore/Presence/Sky.h"
 #include "Widgets/Items/ItemPicture.h"
+#include "Widgets/Items/Window/SkyView.h"
 
 #include <QtCore/QString>
 #include <QtQml/qqmlregistration.h>
@@ -82,13 +83,13 @@ struct MusicFace {
 };
 
 struct WindowFace {
-    std::optional<Sky> sky; ///< none: the blind is down
-    bool isDay = true;
-    double hour = 12;
+    std::optional<SkyView> view; ///< none: the blind is down
+    std::optional<Sky> sky;      ///< of the weather, where it is known
     QString place;
     QString time;
     QString temperature;
-    QString words;
+    QString words;      ///< of the place: why it is not known, or how old it is
+    QString weatherAge; ///< where the weather is old
 
     bool operator==(const WindowFace&) const = default;
 };
@@ -98,8 +99,8 @@ struct ClocksFace {
         QString name;
         QString time;
         QString words;
-        double hour = 12;
-        std::optional<Sky> sky;
+        std::optional<SkyView> view;
+        std::optional<Sky> sky; ///< of the weather, where it is known
 
         bool operator==(const Side&) const = default;
     };
@@ -107,6 +108,7 @@ struct ClocksFace {
     Side mine;
     Side theirs;
     QString between;
+    QString day; ///< there, where it is another one than here
 
     bool operator==(const ClocksFace&) const = default;
 };
@@ -157,6 +159,9 @@ public:
 
     /// A note without its text, for while somebody writes on it; any other face as it is.
     Q_INVOKABLE lumaro::ItemFace withoutText() const;
+
+    /// A window without what falls before it, for while that moves over the picture; any other face as it is.
+    Q_INVOKABLE lumaro::ItemFace withoutFall() const;
 
     const Value& value() const { return value_ ? *value_ : emptyValue(); }
 

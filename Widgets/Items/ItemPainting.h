@@ -7,6 +7,8 @@
 #include <QtCore/QRectF>
 #include <QtCore/QSizeF>
 
+#include <array>
+
 class QPainter;
 
 namespace lumaro {
@@ -33,5 +35,8 @@ void paintRecordLight(QPainter& painter, const MusicFace& face, QSizeF size);
 /// The square around the disc, and the side of the one around the cover on it.
 QRectF recordRect(QSizeF size);
 double coverSide(QSizeF size);
+
+/// Where the panes of a window card of that size are, row by row.
+std::array<QRectF, 4> windowPanes(QSizeF size);
 
 } // namespace lumaro

@@ -1,16 +1,18 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "LumaroCore/BoardModel/BoardSpec.h"
+#include "Widgets/Items/ItemPainting.h"
 #include "Widgets/Items/Lettering.h"
 #include "Widgets/Items/Painters.h"
 #include "Widgets/Items/Palette.h"
 #include "Widgets/Items/Paper.h"
 #include "Widgets/Items/Shadow.h"
-#include "Widgets/Items/SkyPainting.h"
+#include "Widgets/Items/Window/ViewPainting.h"
 
 #include <QtGui/QLinearGradient>
 #include <QtGui/QPainter>
 #include <QtGui/QPainterPath>
 
+#include <array>
 #include <cmath>
 #include <utility>
 
@@ -18,11 +20,17 @@ namespace lumaro {
 namespace {
 
 constexpr double beam = 13;   // the frame around the sashes
+constexpr double rail = 5;    // the bars between the panes: across
+constexpr double stile = 8;   // and upright
 constexpr double sillY = 205; // where the sill begins
 
 QRectF frameRect(QSizeF size) {
     const auto frame = BoardSpec::locationFrameSize;
     return {(size.width() - frame.width) / 2, 9, frame.width, frame.height};
+}
+
+QRectF glassRect(QSizeF size) {
+    return frameRect(size).adjusted(beam, beam, -beam, -beam);
 }
 
 const PaperColours& paintedWood() {
@@ -86,8 +94,8 @@ void paintFrame(QPainter& painter, const QRectF& frame) {
 
 void paintSashes(QPainter& painter, const QRectF& glass) {
     const QPointF middle = glass.center();
-    paintBeam(painter, {glass.left(), middle.y() - 2.5, glass.width(), 5});
-    paintBeam(painter, {middle.x() - 6, glass.top(), 12, glass.height()});
+    paintBeam(painter, {glass.left(), middle.y() - rail / 2, glass.width(), rail});
+    paintBeam(painter, {middle.x() - stile / 2, glass.top(), stile, glass.height()});
     painter.setPen(QPen{faint(tint::umber, 0.18), 1});
     painter.drawLine(QPointF{middle.x(), glass.top()}, QPointF{middle.x(), glass.bottom()});
     painter.setPen(Qt::NoPen);
@@ -99,7 +107,10 @@ void paintSashes(QPainter& painter, const QRectF& glass) {
 
 // The blind is down while there is nothing to see; it says why.
 void paintBlind(QPainter& painter, const QRectF& glass, const QString& words) {
-    paintView(painter, glass, {.sky = Sky::cloud, .isDay = true, .hour = 19});
+    SkyView evening;
+    evening.sunAltitude = 4;
+    evening.sunAzimuth = 270;
+    paintView(painter, glass, evening);
     const QRectF cloth{glass.left(), glass.top(), glass.width(), glass.height() - 15};
     painter.fillRect(cloth.translated(0, 4), faint(tint::umber, 0.16));
     QLinearGradient linen{cloth.topLeft(), cloth.bottomRight()};
@@ -173,42 +184,63 @@ void paintPlant(QPainter& painter, QPointF foot) {
     paintEdge(painter, rim, 0.6);
 }
 
-// The tag under the sill: where it is, what time, how warm.
+QString joined(const QStringList& parts) {
+    QStringList known;
+    for (const auto& part : parts) {
+        if (!part.isEmpty()) known << part;
+    }
+    return known.join(QStringLiteral("  ·  "));
+}
+
+// The tag under the sill: where it is, what time, how warm; and below, how old that is.
 void paintTag(QPainter& painter, const WindowFace& face, QSizeF size) {
     QPainterPath tag;
     tag.addRoundedRect(QRectF{34, sillY + 25, size.width() - 68, 66}, 5, 5);
     paintShadow(painter, tag, 0.8);
     paintPaper(painter, tag, cardPaper());
-    const QRectF inner = tag.boundingRect().adjusted(16, 3, -16, -7);
+    const QRectF inner = tag.boundingRect().adjusted(8, 3, -8, -7);
+    const auto age = face.view ? joined({face.words, face.weatherAge}) : QString{};
     painter.setPen(tint::ink);
-    const QRectF place{inner.left(), inner.top(), inner.width(), 35};
+    const QRectF place{inner.left() + 8, inner.top() - (age.isEmpty() ? 0 : 3), inner.width() - 16, 35};
     drawLine(painter, place, Qt::AlignCenter, face.place, fitted(hand(31, QFont::Bold), face.place, place.width(), 20));
-    QStringList known;
-    for (const auto& part : {face.time, face.temperature, face.sky ? face.words : QString{}}) {
-        if (!part.isEmpty()) known << part;
-    }
-    const QString line = known.join(QStringLiteral("  ·  "));
-    const QRectF below{inner.left() - 8, inner.bottom() - 22, inner.width() + 16, 22};
     painter.setPen(tint::softInk);
-    drawLine(painter, below, Qt::AlignCenter, line, fitted(sans(16, QFont::DemiBold), line, below.width(), 11));
+    const auto small = [&](const QString& text, double middle, double points, double least) {
+        const QRectF line{inner.left(), middle - 11, inner.width(), 22};
+        drawLine(painter, line, Qt::AlignCenter, text,
+                 fitted(sans(points, QFont::DemiBold), text, line.width(), least));
+    };
+    small(joined({face.time, face.temperature}), inner.bottom() - (age.isEmpty() ? 11 : 19), 16, 11);
+    if (!age.isEmpty()) small(age, inner.bottom() - 3.5, 12, 9);
 }
 
 } // namespace
 
+std::array<QRectF, 4> windowPanes(QSizeF size) {
+    const QRectF glass = glassRect(size);
+    const double width = (glass.width() - stile) / 2;
+    const double height = (glass.height() - rail) / 2;
+    std::array<QRectF, 4> panes;
+    for (std::size_t i = 0; i < panes.size(); ++i) {
+        panes[i] = {i % 2 == 0 ? glass.left() : glass.right() - width, i < 2 ? glass.top() : glass.bottom() - height,
+                    width, height};
+    }
+    return panes;
+}
+
 void paintFace(QPainter& painter, const WindowFace& face, QSizeF size) {
     const QRectF frame = frameRect(size);
-    const QRectF glass = frame.adjusted(beam, beam, -beam, -beam);
+    const QRectF glass = glassRect(size);
     QPainterPath outline;
     outline.addRoundedRect(frame, 3.5, 3.5);
     paintShadow(painter, outline, 1.2);
-    if (face.sky) {
-        paintView(painter, glass, {.sky = *face.sky, .isDay = face.isDay, .hour = face.hour});
+    if (face.view) {
+        paintView(painter, glass, *face.view);
         paintReflection(painter, glass);
     } else {
         paintBlind(painter, glass, face.words);
     }
     paintReveal(painter, glass);
-    if (face.sky) paintSashes(painter, glass);
+    if (face.view) paintSashes(painter, glass);
     paintFrame(painter, frame);
     paintSill(painter, size);
     paintPlant(painter, {size.width() - 52, sillY + 3});

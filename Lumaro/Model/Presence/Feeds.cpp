@@ -12,19 +12,18 @@ std::optional<std::string> coverOf(const std::optional<NowPlaying>& playing) {
 
 } // namespace
 
-Feeds::Feeds(Setup setup, Ports ports, FeedsState& state, MediaCache& media, Connection& connection,
+Feeds::Feeds(ArtworkFinder::Setup artwork, Ports ports, FeedsState& state, MediaCache& media, Connection& connection,
              Announcer& announcer)
     : state_(state), partner_(ports.clock, state, announcer), presence_(ports.sleeper, state, connection, announcer),
       covers_({ports.http, ports.background, ports.coverMaker, ports.log}, media, state, announcer),
-      artwork_(std::move(setup.artwork),
+      artwork_(std::move(artwork),
                {ports.players.artwork, ports.http, ports.sleeper, ports.background, ports.coverMaker}, covers_,
                state.looksForCovers),
       music_({{ports.players.scripts, ports.players.running, ports.players.notifications, artwork_, ports.sleeper,
                ports.clock, ports.log},
               ports.defaults},
              state, presence_, announcer),
-      place_(std::move(setup.place),
-             {{ports.positions, ports.geocoder, ports.zone, ports.sleeper, ports.clock, ports.log},
+      place_({{ports.positions, ports.geocoder, ports.zone, ports.sleeper, ports.clock, ports.log},
               ports.http,
               ports.defaults},
              state, presence_, announcer) {

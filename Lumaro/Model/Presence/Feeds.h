@@ -30,12 +30,8 @@ public:
         ReverseGeocoder& geocoder;
         SystemZone& zone;
     };
-    struct Setup {
-        ArtworkFinder::Setup artwork{};
-        PlaceSharing::Setup place{};
-    };
-
-    Feeds(Setup setup, Ports ports, FeedsState& state, MediaCache& media, Connection& connection, Announcer& announcer);
+    Feeds(ArtworkFinder::Setup artwork, Ports ports, FeedsState& state, MediaCache& media, Connection& connection,
+          Announcer& announcer);
     Feeds(const Feeds&) = delete;
     Feeds& operator=(const Feeds&) = delete;
     ~Feeds() = default;

@@ -8,10 +8,9 @@
 #include "LumaroCore/BoardModel/Media.h"
 #include "LumaroCore/Support/EnumNames.h"
 
-#include <QtCore/QLocale>
-
 #include <algorithm>
 #include <chrono>
+#include <cmath>
 #include <utility>
 
 namespace lumaro {
@@ -38,9 +37,8 @@ void layOver(Board& board, const std::vector<BoardItem>& held) {
 } // namespace
 
 BoardScene::BoardScene(Ports ports, QObject* parent)
-    : QObject(parent), ports_(ports), pictures_({ports.app.media(), ports.background, ports.sleeper}),
-      picture_([this](const UUID& id, Size points) { return pictures_.picture(id, points * pixelsPerPoint_); }),
-      zone_(QTimeZone::systemTimeZone()) {
+    : QObject(parent), ports_(std::move(ports)), pictures_({ports_.app.media(), ports_.background, ports_.sleeper}),
+      picture_([this](const UUID& id, Size points) { return pictures_.picture(id, points * pixelsPerPoint_); }) {
     pictures_.onArrival([this] { refresh(); });
     refresh();
 }
@@ -57,17 +55,40 @@ LiveContext BoardScene::live() const {
             .me = state.token ? state.token->slot : PartnerID::a,
             .now = ports_.clock.now(),
             .zone = zone_,
-            .isFahrenheit = QLocale::system().measurementSystem() == QLocale::ImperialUSSystem,
+            .isFahrenheit = isFahrenheit_,
             .music = state,
+            .place = state,
             .covers = state,
-            .picture = picture_};
+            .picture = picture_,
+            .sceneryAt = ports_.sceneryAt};
+}
+
+const BoardItem* BoardScene::shownItem(const QString& itemId) const {
+    const auto id = UUID::parse(itemId.toStdString());
+    return id ? shown_.find(*id) : nullptr;
 }
 
 TrackWords BoardScene::trackOf(const QString& itemId) const {
-    const auto id = UUID::parse(itemId.toStdString());
-    const auto* const item = id ? shown_.find(*id) : nullptr;
+    const auto* const item = shownItem(itemId);
     const auto* const card = item != nullptr ? item->payload.as<NowPlayingSlotPayload>() : nullptr;
     return card != nullptr ? trackWords(*card, live()) : TrackWords{};
+}
+
+PlaceWords BoardScene::placeOf(const QString& itemId) const {
+    const auto* const item = shownItem(itemId);
+    const auto* const card = item != nullptr ? item->payload.as<LocationPayload>() : nullptr;
+    return card != nullptr ? placeWords(*card, live()) : PlaceWords{};
+}
+
+PlaceWords BoardScene::ownPlace() const {
+    const auto context = live();
+    return placeWords(LocationPayload{context.me}, context);
+}
+
+void BoardScene::setFahrenheit(bool isFahrenheit) {
+    if (isFahrenheit_ == isFahrenheit) return;
+    isFahrenheit_ = isFahrenheit;
+    refresh();
 }
 
 Board BoardScene::withHand() const {
@@ -84,7 +105,7 @@ Board BoardScene::withHand() const {
 void BoardScene::hear(AppChanges changed) {
     constexpr std::array ofTheBoard{AppChange::board,  AppChange::partner,    AppChange::ownPresence,
                                     AppChange::people, AppChange::membership, AppChange::pictures,
-                                    AppChange::music};
+                                    AppChange::music,  AppChange::place};
     if (std::ranges::any_of(ofTheBoard, [&](AppChange change) { return changed.has(change); })) {
         refresh();
     } else if (changed.has(AppChange::editor)) {
@@ -92,7 +113,17 @@ void BoardScene::hear(AppChanges changed) {
     }
 }
 
+/// People take their computers along.
+void BoardScene::readZone() {
+    constexpr double often = 60;
+    const auto now = ports_.clock.now();
+    if (zoneReadAt_ && std::abs(secondsBetween(*zoneReadAt_, now)) < often) return;
+    zone_ = QTimeZone::systemTimeZone();
+    zoneReadAt_ = now;
+}
+
 void BoardScene::refresh() {
+    readZone();
     const auto& state = ports_.app.state();
     const auto wasTied = settled_.threadTiedAt;
     settled_ = state.board;

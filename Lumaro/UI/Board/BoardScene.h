@@ -4,6 +4,7 @@
 #include "Lumaro/Model/AppModel.h"
 #include "Lumaro/UI/Board/BoardListModel.h"
 #include "Lumaro/UI/Board/PictureStore.h"
+#include "Lumaro/UI/Board/PlaceWords.h"
 #include "Lumaro/UI/Board/TrackWords.h"
 #include "LumaroCore/Support/Sleeper.h"
 #include "LumaroCore/Support/WallClock.h"
@@ -13,6 +14,7 @@
 #include <QtQml/qqmlregistration.h>
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace lumaro {
@@ -35,6 +37,7 @@ public:
         WallClock& clock;
         Sleeper& sleeper;
         BackgroundRunner& background;
+        LiveContext::SceneryAt sceneryAt = {}; ///< none where there is no table of places
     };
 
     explicit BoardScene(Ports ports, QObject* parent = nullptr);
@@ -56,6 +59,12 @@ public:
     Q_INVOKABLE void wantPixels(double perPoint);
     /// What plays on a music card at this moment.
     Q_INVOKABLE lumaro::TrackWords trackOf(const QString& itemId) const;
+    /// What is known at this moment of the place behind a window on the board.
+    Q_INVOKABLE lumaro::PlaceWords placeOf(const QString& itemId) const;
+    /// The same of this person's own place, as the partner is told of it.
+    PlaceWords ownPlace() const;
+    /// How this person reads temperatures.
+    void setFahrenheit(bool isFahrenheit);
 
 Q_SIGNALS:
     void boardChanged();
@@ -68,19 +77,23 @@ private:
     void refresh();
     void refreshHand();
     LiveContext live() const;
+    const BoardItem* shownItem(const QString& itemId) const;
     Board withHand() const;
     void letGoOfPictures();
     void waitForChange();
+    void readZone();
 
     Ports ports_;
     PictureStore pictures_;
     LiveContext::Picture picture_;
     QTimeZone zone_;
+    std::optional<Instant> zoneReadAt_;
     Board settled_;
     std::vector<BoardRow> settledRows_;
     Board shown_;
     BoardListModel rows_;
     double pixelsPerPoint_ = 1;
+    bool isFahrenheit_ = false;
     std::unique_ptr<Sleeper::Wait> change_;
 };
 

@@ -2,14 +2,13 @@
 #include "Lumaro/UI/Board/LiveCards.h"
 
 #include "DesignSystem/Words.h"
+#include "Lumaro/UI/Board/LiveTime.h"
 #include "Lumaro/UI/Text.h"
 #include "LumaroCore/BoardModel/BoardSpec.h"
 #include "LumaroCore/Presence/Playback.h"
-#include "LumaroCore/Presence/Sky.h"
 #include "LumaroCore/Support/Unicode.h"
 #include "Widgets/Items/ItemPainting.h"
 
-#include <QtCore/QDateTime>
 #include <QtCore/QLocale>
 
 #include <algorithm>
@@ -19,76 +18,7 @@
 namespace lumaro {
 namespace {
 
-/// Positions older than this are told with their time.
-constexpr std::chrono::minutes freshness{60};
 constexpr std::size_t eventsShown = 4;
-
-QDateTime at(Instant instant, const QTimeZone& zone) {
-    const auto milliseconds = std::chrono::floor<std::chrono::milliseconds>(instant).time_since_epoch().count();
-    return QDateTime::fromMSecsSinceEpoch(milliseconds, zone);
-}
-
-QString clock(const QDateTime& time) {
-    return time.toString(QStringLiteral("HH:mm"));
-}
-
-/// To the minute, as clocks show it.
-double hourOf(const QDateTime& time) {
-    return time.time().hour() + time.time().minute() / 60.0;
-}
-
-QString temperature(double celsius, bool isFahrenheit) {
-    const double shown = isFahrenheit ? celsius * 9 / 5 + 32 : celsius;
-    return QStringLiteral("%1°").arg(std::lround(shown));
-}
-
-/// The zone of a person: what they shared, or this device's own.
-std::optional<QTimeZone> zoneOf(PartnerID slot, const LiveContext& live) {
-    if (live.isMe(slot)) return live.zone;
-    const auto& here = live.here(slot);
-    if (!here) return std::nullopt;
-    const QTimeZone zone{QByteArray::fromStdString(here->tz)};
-    return zone.isValid() ? std::optional{zone} : std::nullopt;
-}
-
-QString noPlace(PartnerID slot, const LiveContext& live) {
-    if (live.isMe(slot)) return Words::tr("location is off");
-    return live.partner.isPartnerOnline ? Words::tr("waiting for a fix") : Words::tr("no word from there yet");
-}
-
-std::optional<Sky> skyOver(const std::optional<Here>& here) {
-    if (!here || !here->weather) return std::nullopt;
-    return here->weather->sky();
-}
-
-ClocksFace::Side side(PartnerID slot, const LiveContext& live) {
-    ClocksFace::Side side;
-    side.name = personName(slot, live);
-    side.sky = skyOver(live.here(slot));
-    if (const auto zone = zoneOf(slot, live)) {
-        const auto time = at(live.now, *zone);
-        side.time = clock(time);
-        side.hour = hourOf(time);
-    } else {
-        side.words = noPlace(slot, live);
-    }
-    return side;
-}
-
-QString hoursBetween(const QTimeZone& mine, const QTimeZone& theirs, Instant now) {
-    const auto time = at(now, mine);
-    const int minutes = (theirs.offsetFromUtc(time) - mine.offsetFromUtc(time)) / 60;
-    if (minutes == 0) return Words::tr("the same time");
-    const bool isAhead = minutes > 0;
-    const int size = std::abs(minutes);
-    if (size == 60) return isAhead ? Words::tr("1 hour ahead") : Words::tr("1 hour behind");
-    if (size % 60 == 0) {
-        return isAhead ? Words::tr("%n hours ahead", nullptr, size / 60)
-                       : Words::tr("%n hours behind", nullptr, size / 60);
-    }
-    const auto hours = QString::number(size / 60.0, 'g', 3);
-    return (isAhead ? Words::tr("%1 hours ahead") : Words::tr("%1 hours behind")).arg(hours);
-}
 
 QString dayWords(CalendarStatus status, PartnerID slot, const LiveContext& live) {
     switch (status) {
@@ -110,7 +40,8 @@ QString whoseDay(PartnerID slot, const LiveContext& live) {
 void addEvents(DayFace& face, const CalendarDay& day, const QTimeZone& zone) {
     for (const auto& event : day.events) {
         if (face.events.size() == eventsShown) break;
-        face.events.push_back({event.allDay ? Words::tr("all day") : clock(at(event.start, zone)), qText(event.title)});
+        face.events.push_back(
+            {event.allDay ? Words::tr("all day") : clockText(timeAt(event.start, zone)), qText(event.title)});
     }
     face.more = static_cast<int>(day.events.size() - face.events.size());
 }
@@ -209,52 +140,10 @@ TrackWords trackWords(const NowPlayingSlotPayload& card, const LiveContext& live
             .position = position};
 }
 
-WindowFace windowFace(const LocationPayload& card, const LiveContext& live) {
-    WindowFace face;
-    const auto& here = live.here(card.slot);
-    face.sky = skyOver(here);
-    const auto zone = zoneOf(card.slot, live);
-    if (zone) {
-        const auto time = at(live.now, *zone);
-        face.time = clock(time);
-        face.hour = hourOf(time);
-    }
-    face.isDay = here && here->weather ? here->weather->isDay : face.hour >= 7 && face.hour < 20;
-    if (!here) {
-        face.place = personName(card.slot, live);
-        face.words = noPlace(card.slot, live);
-        return face;
-    }
-    face.place = qText(here->label);
-    if (here->weather) face.temperature = temperature(here->weather->tempC, live.isFahrenheit);
-    if (zone && live.now - here->sampledAt > freshness) {
-        face.words = Words::tr("as of %1").arg(clock(at(here->sampledAt, *zone)));
-    }
-    return face;
-}
-
-ClocksFace clocksFace(const TimezonesPayload& card, const LiveContext& live) {
-    ClocksFace face;
-    const auto partner = other(live.me);
-    face.mine = side(live.me, live);
-    face.theirs = side(partner, live);
-    const auto zone = zoneOf(partner, live);
-    face.between = zone ? hoursBetween(live.zone, *zone, live.now) : QString{};
-    const auto& here = live.here(partner);
-    if (here && here->weather) {
-        face.theirs.words = temperature(here->weather->tempC, card.units == TemperatureUnit::fahrenheit);
-    }
-    const auto& own = live.here(live.me);
-    if (own && own->weather) {
-        face.mine.words = temperature(own->weather->tempC, card.units == TemperatureUnit::fahrenheit);
-    }
-    return face;
-}
-
 DayFace dayFace(const CalendarPayload& card, const LiveContext& live) {
     DayFace face;
     const auto zone = zoneOf(card.slot, live).value_or(live.zone);
-    const auto date = at(live.now, zone).date();
+    const auto date = timeAt(live.now, zone).date();
     face.weekday = Words::locale().dayName(date.dayOfWeek()).toLower();
     face.day = QString::number(date.day());
     face.month = Words::locale().monthName(date.month()).toLower();

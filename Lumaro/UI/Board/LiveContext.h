@@ -2,6 +2,8 @@
 #pragma once
 
 #include "Lumaro/Model/AppState.h"
+#include "LumaroCore/Places/Scenery.h"
+#include "LumaroCore/Support/Coordinates.h"
 #include "Widgets/Items/ItemPicture.h"
 
 #include <QtCore/QString>
@@ -16,6 +18,8 @@ namespace lumaro {
 struct LiveContext {
     /// The picture of that id, as wide as the item wants it; null while it is not here.
     using Picture = std::function<ItemPicture(const UUID& id, Size points)>;
+    /// What can be seen from a window at a point on the earth.
+    using SceneryAt = std::function<Scenery(Coordinates)>;
 
     const BoardPresence& partner;
     const ClientMessage::Presence& own;
@@ -25,8 +29,10 @@ struct LiveContext {
     const QTimeZone& zone; ///< of this device
     bool isFahrenheit = false;
     const MusicState& music;
+    const PlaceState& place;
     const CoverState& covers;
     const Picture& picture;
+    SceneryAt sceneryAt = {}; ///< none where there is no table of places
 
     bool isMe(PartnerID slot) const { return slot == me; }
     const std::optional<NowPlaying>& nowPlaying(PartnerID slot) const {
@@ -39,6 +45,7 @@ struct LiveContext {
     const std::optional<UUID>& cover(PartnerID slot) const {
         return isMe(slot) ? covers.ownCover : covers.partnerCover;
     }
+    Scenery scenery(Coordinates point) const;
     const std::optional<Here>& here(PartnerID slot) const { return isMe(slot) ? own.here : partner.here; }
 };
 

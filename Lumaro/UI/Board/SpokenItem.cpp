@@ -57,6 +57,25 @@ QString clock(const ClocksFace::Side& side) {
     return joined({side.name, side.time, side.words});
 }
 
+/// What the sky tells of the hour, and the moon in it; nothing more where the weather says "night".
+QString lightIn(const WindowFace& face) {
+    if (!face.view) return {};
+    const auto& view = *face.view;
+    constexpr double civilTwilight = -6;
+    QString light;
+    if (view.sunAltitude >= 0)
+        light = Words::tr("daylight");
+    else if (view.sunAltitude > civilTwilight)
+        light = view.sunAzimuth < 180 ? Words::tr("dawn") : Words::tr("dusk");
+    else if (face.sky != Sky::night)
+        light = Words::tr("night");
+    const bool isMoonSeen = view.sunAltitude < 0 && view.moon.altitude > 0 && view.clouds.low < 0.7;
+    if (!isMoonSeen || view.moon.lit < 0.05) return light;
+    return joined({light, view.moon.lit > 0.95 ? Words::tr("full moon")
+                          : view.moon.isWaxing ? Words::tr("waxing moon")
+                                               : Words::tr("waning moon")});
+}
+
 } // namespace
 
 QString spoken(const BoardItem& item, const ItemFace& face, const LiveContext& live) {
@@ -82,10 +101,10 @@ QString spoken(const BoardItem& item, const ItemFace& face, const LiveContext& l
             },
             [&](const WindowFace& it) {
                 return joined({Words::tr("window"), it.place, it.time, it.temperature,
-                               it.sky ? Words::of(nameOf(*it.sky)) : QString{}, it.words});
+                               it.sky ? Words::of(nameOf(*it.sky)) : QString{}, lightIn(it), it.words, it.weatherAge});
             },
             [&](const ClocksFace& it) {
-                return joined({Words::tr("clocks"), clock(it.mine), clock(it.theirs), it.between});
+                return joined({Words::tr("clocks"), clock(it.mine), clock(it.theirs), it.between, it.day});
             },
             [&](const DayFace& it) { return day(it); },
             [&](const BlockFace& it) { return joined({Words::tr("block card"), it.figure, it.who}); }},

@@ -10,6 +10,8 @@ FocusScope {
     required property BoardView board
     required property EditorView editor
     required property PictureExchange pictures
+    /// The selected item says that something is to be fixed: a click is enough.
+    property bool isFixOffered: false
     readonly property alias isDragging: pointer.isDragging
 
     signal menuWanted(place: point)
@@ -161,7 +163,9 @@ FocusScope {
                 hands.editor.moveTo(place(mouse));
             }
         }
-        onReleased: {
+        onReleased: mouse => {
+            if (hands.isFixOffered && !isDragging && mouse.button === Qt.LeftButton)
+                clicked.restart();
             isDragging = false;
             hands.editor.letGo();
         }
@@ -170,6 +174,7 @@ FocusScope {
             hands.editor.letGo();
         }
         onDoubleClicked: {
+            clicked.stop();
             if (hands.editor.selected.isThere) {
                 hands.editWanted();
             }
@@ -179,6 +184,14 @@ FocusScope {
                 hands.editor.resizeBy(Math.pow(1.04, wheel.angleDelta.y / 120));
                 rested.restart();
             }
+        }
+
+        // The second press of a double click is not to fall on what the first one opened.
+        Timer {
+            id: clicked
+
+            interval: Application.styleHints.mouseDoubleClickInterval
+            onTriggered: if (hands.isFixOffered) hands.editWanted()
         }
 
         // A wheel does not say when it stops: it has after a while without a turn.

@@ -12,7 +12,9 @@ FocusScope {
     required property EditorView editor
     required property PictureExchange pictures
     required property MusicView music
+    required property PlaceView place
     property bool isQuiet: false
+    property alias weatherMoves: board.weatherMoves
 
     /// The person wants the page about the board, the settings, or a quick note.
     signal boardPageWanted
@@ -81,6 +83,7 @@ FocusScope {
         board: board
         editor: page.editor
         pictures: page.pictures
+        isFixOffered: page.editor.selected.isOwnPlace && page.place.isOff
         onMenuWanted: place => (menu.create() as ItemMenu).popup(place.x, place.y)
         onEditWanted: page.editSelected()
         onSharingWanted: sheets.changeSharing()
@@ -111,6 +114,7 @@ FocusScope {
         editor: page.editor
         scene: page.scene
         music: page.music
+        place: page.place
         visible: page.editor.selected.isThere && !page.editor.isDoodling && !page.editor.isWriting && !page.isQuiet && !hands.isDragging
         onEditWanted: page.editSelected()
         onSharingWanted: sheets.changeSharing()
@@ -174,7 +178,8 @@ FocusScope {
         sourceComponent: ItemMenu {}
         properties: ({
                 hands: hands,
-                music: page.music
+                music: page.music,
+                place: page.place
             })
         onClosed: page.takeKeys()
     }
@@ -185,6 +190,8 @@ FocusScope {
         editor: page.editor
         pictures: page.pictures
         music: page.music
+        place: page.place
+        scene: page.scene
         onClosed: page.takeKeys()
     }
 
@@ -224,6 +231,9 @@ FocusScope {
             break;
         case "doodle":
             page.editor.beginDoodle(page.editor.selected.itemId);
+            break;
+        case "location":
+            sheets.showPlace();
             break;
         }
     }

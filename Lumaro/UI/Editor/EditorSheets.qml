@@ -9,6 +9,8 @@ Item {
     required property EditorView editor
     required property PictureExchange pictures
     required property MusicView music
+    required property PlaceView place
+    required property BoardScene scene
 
     signal closed
 
@@ -20,6 +22,9 @@ Item {
     }
     function editCaption(): void {
         (caption.create() as CaptionSheet).edit();
+    }
+    function showPlace(): void {
+        (whereabouts.create() as PlaceSheet).show(editor.selected.itemId, editor.selected.isOwnPlace);
     }
     /// Before the first yes people read what is shared.
     function changeSharing(): void {
@@ -54,6 +59,16 @@ Item {
         sourceComponent: MusicSheet {}
         properties: ({
                 music: sheets.music
+            })
+        onClosed: sheets.closed()
+    }
+    OnDemand {
+        id: whereabouts
+
+        sourceComponent: PlaceSheet {}
+        properties: ({
+                place: sheets.place,
+                scene: sheets.scene
             })
         onClosed: sheets.closed()
     }

@@ -10,6 +10,7 @@ T.Menu {
 
     required property EditorHands hands
     required property MusicView music
+    required property PlaceView place
     readonly property EditorView editor: hands.editor
     readonly property selectedItem item: editor.selected
 
@@ -102,6 +103,12 @@ T.Menu {
         visible: menu.item.isOwnMusic
         text: menu.music.isShared ? qsTr("keep what i'm listening to to myself") : qsTr("share what i'm listening to")
         onTriggered: menu.hands.sharingWanted()
+    }
+    MenuEntry {
+        visible: menu.item.kind === "location"
+        text: menu.item.isOwnPlace ? menu.place.offer : qsTr("where they are")
+        hint: qsTr("Enter")
+        onTriggered: menu.hands.editWanted()
     }
     MenuEntry {
         text: qsTr("take down")

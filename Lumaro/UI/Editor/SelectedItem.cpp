@@ -66,6 +66,8 @@ SelectedItem selectedItem(const BoardItem& item, PartnerID me, Instant now) {
         addBlock(selected, *timer, me, now);
     } else if (const auto* const music = item.payload.as<NowPlayingSlotPayload>()) {
         selected.isOwnMusic = music->slot == me;
+    } else if (const auto* const window = item.payload.as<LocationPayload>()) {
+        selected.isOwnPlace = window->slot == me;
     }
     return selected;
 }

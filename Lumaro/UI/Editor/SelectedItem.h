@@ -35,6 +35,7 @@ struct SelectedItem {
     Q_PROPERTY(bool canCoolDown MEMBER canCoolDown CONSTANT)
     Q_PROPERTY(bool canRest MEMBER canRest CONSTANT)
     Q_PROPERTY(bool isOwnMusic MEMBER isOwnMusic CONSTANT)
+    Q_PROPERTY(bool isOwnPlace MEMBER isOwnPlace CONSTANT)
 
 public:
     bool isThere = false;
@@ -59,6 +60,7 @@ public:
     bool canCoolDown = false;
     bool canRest = false;
     bool isOwnMusic = false; ///< the card of what this person listens to
+    bool isOwnPlace = false; ///< the window of where this person is
 
     bool operator==(const SelectedItem&) const = default;
 };

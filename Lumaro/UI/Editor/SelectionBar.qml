@@ -12,6 +12,7 @@ Rectangle {
     required property EditorView editor
     required property BoardScene scene
     required property MusicView music
+    required property PlaceView place
     readonly property selectedItem item: editor.selected
     readonly property bool isBlock: item.kind === "pomodoro"
 
@@ -122,6 +123,12 @@ Rectangle {
                 text: qsTr("share what i'm listening to")
                 Accessible.role: checkable ? Accessible.CheckBox : Accessible.Button
                 onClicked: bar.sharingWanted()
+            }
+            Word {
+                visible: bar.item.kind === "location"
+                text: bar.item.isOwnPlace ? bar.place.offer : qsTr("where they are")
+                iconName: "house"
+                onClicked: bar.editWanted()
             }
             PaperSwatches {
                 visible: bar.item.kind === "note"

@@ -10,6 +10,7 @@ Sheet {
     required property AppView view
     required property SettingsView settings
     required property MusicView music
+    required property PlaceView place
     /// The screens there are, a list model with the roles `name` and `isShown`, which is written.
     required property var screens
     /// Whether this desktop lets the board hang behind its icons.
@@ -52,6 +53,9 @@ Sheet {
     }
     MusicSection {
         music: page.music
+    }
+    PlaceSection {
+        place: page.place
     }
     Section {
         heading: qsTr("telling you")
@@ -99,6 +103,40 @@ Sheet {
                 onClicked: page.settings.appearance = "dark"
             }
         }
+        Flow {
+            width: parent.width
+            spacing: Theme.size.small
+            Accessible.role: Accessible.Grouping
+            Accessible.name: qsTr("temperatures")
+
+            Chip {
+                checkable: true
+                checked: page.settings.temperatureUnit === "follow"
+                text: qsTr("like the system")
+                Accessible.name: qsTr("temperatures like the system")
+                onClicked: page.settings.temperatureUnit = "follow"
+            }
+            Chip {
+                checkable: true
+                checked: page.settings.temperatureUnit === "celsius"
+                text: "°C"
+                onClicked: page.settings.temperatureUnit = "celsius"
+            }
+            Chip {
+                checkable: true
+                checked: page.settings.temperatureUnit === "fahrenheit"
+                text: "°F"
+                onClicked: page.settings.temperatureUnit = "fahrenheit"
+            }
+        }
+        Toggle {
+            width: parent.width
+            enabled: !page.settings.reducesMotion
+            text: qsTr("let rain and snow fall")
+            helper: page.settings.reducesMotion ? qsTr("not as long as there is less motion.") : qsTr("behind the windows, while you look.")
+            checked: page.settings.weatherMoves
+            onClicked: page.settings.weatherMoves = checked
+        }
         Toggle {
             width: parent.width
             text: qsTr("less motion")
@@ -106,6 +144,12 @@ Sheet {
             checked: page.settings.reducesMotion
             onClicked: page.settings.reducesMotion = checked
         }
+    }
+    Body {
+        width: parent.width
+        isSmall: true
+        isSoft: true
+        text: qsTr("weather by open-meteo.com, place names by geonames.org, both CC BY 4.0. the weather is asked for by your room; where it has none, by this computer.")
     }
     Body {
         width: parent.width

@@ -13,8 +13,10 @@ Window {
     required property PictureExchange pictures
     required property SettingsView settings
     required property MusicView music
+    required property PlaceView place
     required property var screens
     required property bool hangsBehindIcons
+    property alias weatherMoves: page.weatherMoves
 
     /// Opens a page: "settings" or "boardPage".
     function showPage(page: string): void {
@@ -37,6 +39,7 @@ Window {
         editor: window.editor
         pictures: window.pictures
         music: window.music
+        place: window.place
         isQuiet: window.view.face.needsPerson
         onBoardPageWanted: window.showPage("boardPage")
         onSettingsWanted: window.showPage("settings")
@@ -89,6 +92,7 @@ Window {
                 view: window.view,
                 settings: window.settings,
                 music: window.music,
+                place: window.place,
                 screens: window.screens,
                 hangsBehindIcons: window.hangsBehindIcons
             })

@@ -10,6 +10,7 @@ Window {
 
     required property BoardScene scene
     property bool isPaused: false
+    property alias weatherMoves: board.weatherMoves
 
     title: qsTr("lumaro · desktop")
     color: Theme.color.room

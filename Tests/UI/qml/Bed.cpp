@@ -81,6 +81,7 @@ void Bed::build() {
     const auto music = std::move(music_);
     const auto view = std::move(view_);
     const auto scene = std::move(scene_);
+    const auto place = std::move(place_);
     const auto editor = std::move(editor_);
     const auto pictures = std::move(pictures_);
     app_ = std::make_unique<AppFixture>();
@@ -89,6 +90,7 @@ void Bed::build() {
     settings_ = std::make_unique<SettingsView>(app_->defaults, app_->loginItem);
     music_ = std::make_unique<MusicView>(*app_->app);
     scene_ = std::make_unique<BoardScene>(BoardScene::Ports{*app_->app, app_->clock, app_->sleeper, app_->background});
+    place_ = std::make_unique<PlaceView>(PlaceView::Ports{*app_->app, *scene_, towns_});
     editor_ = std::make_unique<EditorView>(*app_->app, app_->clock);
     pictures_ = std::make_unique<PictureExchange>(*app_->app, app_->ids, app_->background);
     app_->app->onNews([this](const AppNews& news) {
@@ -96,6 +98,7 @@ void Bed::build() {
         scene_->hear(news.changed);
         editor_->hear(news);
         music_->hear(news.changed);
+        place_->hear(news.changed);
     });
     Q_EMIT made();
 }
@@ -209,6 +212,43 @@ void Bed::partnerPlays(const QString& title, const QString& artist) {
                                      .title = title.toStdString(),
                                      .artist = artist.toStdString(),
                                      .artworkURL = std::nullopt};
+    app_->rooms.say(std::move(presence));
+}
+
+void Bed::answerPosition(const QString& answer) {
+    const auto access = fromName<LocationAccess>(answer.toStdString());
+    if (access) return app_->positions.answer({.access = *access, .position = std::nullopt});
+    app_->positions.answer({38.71234, -9.13567});
+}
+
+QString Bed::toldPosition() const {
+    const auto& here = app_->state().ownPresence.here;
+    return here ? QStringLiteral("%1 %2").arg(here->lat).arg(here->lon) : QString{};
+}
+
+void Bed::partnerIsInLisbon() {
+    ServerMessage::Presence presence;
+    presence.from = PartnerID::b;
+    presence.here = Here{.lat = 38.71,
+                         .lon = -9.13,
+                         .label = "alfama",
+                         .city = "Lisboa",
+                         .tz = "Europe/Lisbon",
+                         .since = app_->clock.now(),
+                         .sampledAt = app_->clock.now(),
+                         .weather = Weather{.tempC = 16.6,
+                                            .feelsC = 15.2,
+                                            .code = 63,
+                                            .isDay = true,
+                                            .hiC = 19.0,
+                                            .loC = 12.4,
+                                            .cloudLow = {},
+                                            .cloudMid = {},
+                                            .cloudHigh = {},
+                                            .visibilityM = {},
+                                            .windDeg = 270.0,
+                                            .windKmh = 24.0,
+                                            .sampledAt = app_->clock.now()}};
     app_->rooms.say(std::move(presence));
 }
 

@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "Data/Places/PlacesData.h"
 #include "Lumaro/UI/AppView.h"
 #include "Lumaro/UI/Board/BoardScene.h"
 #include "Lumaro/UI/Editor/EditorView.h"
 #include "Lumaro/UI/Editor/PictureExchange.h"
 #include "Lumaro/UI/MusicView.h"
+#include "Lumaro/UI/PlaceView.h"
 #include "Lumaro/UI/SettingsView.h"
 #include "Tests/Model/AppFixture.h"
 #include "Tests/UI/qml/PseudoLanguage.h"
@@ -27,6 +29,7 @@ class Bed final : public QObject {
     Q_PROPERTY(lumaro::AppView* view READ view NOTIFY made)
     Q_PROPERTY(lumaro::SettingsView* settings READ settings NOTIFY made)
     Q_PROPERTY(lumaro::MusicView* music READ music NOTIFY made)
+    Q_PROPERTY(lumaro::PlaceView* place READ place NOTIFY made)
     Q_PROPERTY(lumaro::BoardScene* scene READ scene NOTIFY made)
     Q_PROPERTY(lumaro::EditorView* editor READ editor NOTIFY made)
     Q_PROPERTY(lumaro::PictureExchange* pictures READ pictures NOTIFY made)
@@ -37,6 +40,7 @@ public:
     AppView* view() const { return view_.get(); }
     SettingsView* settings() const { return settings_.get(); }
     MusicView* music() const { return music_.get(); }
+    PlaceView* place() const { return place_.get(); }
     BoardScene* scene() const { return scene_.get(); }
     EditorView* editor() const { return editor_.get(); }
     PictureExchange* pictures() const { return pictures_.get(); }
@@ -74,6 +78,12 @@ public:
     Q_INVOKABLE QString hang(QVariantMap item);
     /// The partner listens to that now.
     Q_INVOKABLE void partnerPlays(const QString& title, const QString& artist);
+    /// What the computer answers when it is asked where it is: "denied", "restricted", or that it is in Lisbon.
+    Q_INVOKABLE void answerPosition(const QString& answer);
+    /// The position that was sent to the room last, as "38.71 -9.14"; empty when none is told.
+    Q_INVOKABLE QString toldPosition() const;
+    /// The partner is in Lisbon, where it rains.
+    Q_INVOKABLE void partnerIsInLisbon();
     Q_INVOKABLE void partnerTakesDown(const QString& itemId);
     /// The room no longer knows this device.
     Q_INVOKABLE void refuse();
@@ -108,12 +118,14 @@ private:
 
     QTemporaryDir folder_;
     PseudoLanguage pseudo_;
+    PlaceTable towns_ = PlaceTable::open(placesData()).value();
     int decodedAtOnce_ = 0;
     std::unique_ptr<AppFixture> app_;
     std::unique_ptr<AppView> view_;
     std::unique_ptr<SettingsView> settings_;
     std::unique_ptr<MusicView> music_;
     std::unique_ptr<BoardScene> scene_;
+    std::unique_ptr<PlaceView> place_;
     std::unique_ptr<EditorView> editor_;
     std::unique_ptr<PictureExchange> pictures_;
 };

@@ -23,6 +23,7 @@ TestCase {
             editor: Bed.editor
             pictures: Bed.pictures
             music: Bed.music
+            place: Bed.place
         }
     }
 

@@ -25,6 +25,7 @@ Item {
             pictures: Bed.pictures
             settings: Bed.settings
             music: Bed.music
+            place: Bed.place
             screens: screenList
             hangsBehindIcons: false
         }

@@ -25,6 +25,7 @@ Item {
             view: Bed.view
             settings: Bed.settings
             music: Bed.music
+            place: Bed.place
             hangsBehindIcons: false
             screens: screenList
         }

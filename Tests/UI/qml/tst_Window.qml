@@ -21,6 +21,7 @@ Item {
             pictures: Bed.pictures
             settings: Bed.settings
             music: Bed.music
+            place: Bed.place
             screens: []
             hangsBehindIcons: false
         }

@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: Apache-2.0
+import QtQuick
+import DesignSystem
+import Lumaro.UI
+
+/// All that is known of a place, on a slip of paper.
+Rectangle {
+    id: slip
+
+    required property placeWords words
+
+    width: parent ? parent.width : 0
+    height: lines.implicitHeight + 2 * Theme.size.medium
+    radius: Theme.size.radius
+    color: Theme.color.raised
+    border.width: 1
+    border.color: Theme.color.edge
+
+    component Line: Body {
+        width: parent.width
+        visible: text !== ""
+        isSmall: true
+    }
+
+    Column {
+        id: lines
+
+        x: Theme.size.large
+        y: Theme.size.medium
+        width: parent.width - 2 * Theme.size.large
+        spacing: 3
+
+        HandText {
+            width: parent.width
+            text: slip.words.label
+            maximumLineCount: 2
+            elide: Text.ElideRight
+        }
+        Line {
+            text: [slip.words.town, slip.words.since].filter(part => part !== "").join("  ·  ")
+            isSoft: true
+            bottomPadding: Theme.size.small
+        }
+        Line {
+            text: slip.words.weather
+            isSmall: false
+        }
+        Line {
+            text: [slip.words.range, slip.words.wind].filter(part => part !== "").join("  ·  ")
+        }
+        Line {
+            text: slip.words.age
+            isSoft: true
+            bottomPadding: Theme.size.small
+        }
+        Line {
+            text: [slip.words.clock, slip.words.position].filter(part => part !== "").join("  ·  ")
+            isSoft: true
+        }
+    }
+}
