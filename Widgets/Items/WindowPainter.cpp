@@ -5,6 +5,7 @@
 #include "Widgets/Items/Painters.h"
 #include "Widgets/Items/Palette.h"
 #include "Widgets/Items/Paper.h"
+#include "Widgets/Items/Picture.h"
 #include "Widgets/Items/Shadow.h"
 #include "Widgets/Items/Window/ViewPainting.h"
 
@@ -249,7 +250,11 @@ void paintFace(QPainter& painter, const WindowFace& face, QSizeF size) {
     outline.addRoundedRect(frame, 3.5, 3.5);
     paintShadow(painter, outline, 1.2);
     if (face.view) {
-        paintView(painter, glass, *face.view);
+        if (const auto city = face.city.pixels(); city.isNull()) {
+            paintView(painter, glass, *face.view);
+        } else {
+            paintPicture(painter, glass, city);
+        }
         paintReflection(painter, glass);
     } else {
         paintBlind(painter, glass, face.words);
