@@ -169,7 +169,7 @@ void paintClouds(QPainter& painter, const ViewScene& scene) {
     const CloudPainter clouds{scene};
     const double height = scene.horizon - scene.rect.top();
     // They are soft: more pixels than this would not be seen.
-    const double density = std::min(scene.density, 150 / scene.rect.height());
+    const double density = std::min(std::max(1.0, scene.density / 1.6), 150 / scene.rect.height());
     const QSize size = (QSizeF{scene.rect.width(), height} * density).toSize().expandedTo({2, 2});
     QImage image{size, QImage::Format_ARGB32_Premultiplied};
     const double toHeights = 1 / (density * scene.rect.height());
