@@ -146,7 +146,7 @@ Item {
             for (const line of ["rain, 17°, feels like 15°", "12° to 19° today  ·  a breeze from the west", "the weather of this moment"])
                 verify(named(line), line);
             verify(!named("my block") && !named("let it see where you are"));
-            Bed.pass(180);
+            Bed.pass(240);
             tryVerify(() => named("the weather of 3 minutes ago"));
         }
 
