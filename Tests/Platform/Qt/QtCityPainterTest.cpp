@@ -68,7 +68,7 @@ TEST_F(QtCityPainterTest, EveryOtherEndIsAFailure) {
 
 TEST_F(QtCityPainterTest, WhatTakesTooLongOrIsDroppedIsKilledAndNotWaitedFor) {
     QtCityPainter hasty{{folder_.path()}, std::chrono::milliseconds{300}};
-    install("echo $$ > \"$(dirname \"$0\")/pid\"; exec sleep 600");
+    install("echo $$ > \"$(dirname \"$0\")/pid\"; echo begun >&2; exec sleep 600");
     auto run = paint(hasty);
     waitUntil([this] { return answer_.has_value(); });
     EXPECT_EQ(answer_->error().message, "no picture in time");
