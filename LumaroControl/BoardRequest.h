@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "LumaroCore/BoardModel/Board.h"
+#include "LumaroControl/NewItem.h"
 #include "LumaroCore/Protocol/Messages.h"
 
 #include <cstdint>
@@ -12,19 +12,6 @@
 #include <variant>
 
 namespace lumaro {
-
-/// What a new item holds; travels as its kind and its payload.
-struct NewItem {
-    Payload payload;
-
-    bool operator==(const NewItem&) const = default;
-};
-
-/// Where a process that has a profile listens, in the profile's folder.
-namespace ProfileSocket {
-inline constexpr std::string_view ofCommands = "socket";
-inline constexpr std::string_view ofApplication = "app.socket";
-} // namespace ProfileSocket
 
 /// What a verb wants of the process that has the profile. Travels between processes as one line of JSON.
 struct BoardRequest {
@@ -206,6 +193,23 @@ struct BoardRequest {
         }
         bool operator==(const Listening&) const = default;
     };
+    /// Answered with what is shared of the place here, and where the partner is. What is said counts from now on.
+    struct Place {
+        static constexpr std::string_view tag = "place";
+        bool json = false;
+        std::optional<bool> share;
+        std::optional<HerePrecision> precision;
+        std::optional<std::string> town;    ///< "i'm in …": how its name begins; empty: the computer finds out
+        std::optional<std::string> country; ///< of that town, ISO 3166-1, two letters
+        std::optional<std::string> name;    ///< the person's own for where they are; empty: forgotten
+
+        static constexpr auto fields() {
+            return std::tuple{Field{"json", &Place::json},           Field{"share", &Place::share},
+                              Field{"precision", &Place::precision}, Field{"town", &Place::town},
+                              Field{"country", &Place::country},     Field{"name", &Place::name}};
+        }
+        bool operator==(const Place&) const = default;
+    };
     /// The person's answer where there is no keyring: whether a file of the profile may hold the token.
     struct Secrets {
         static constexpr std::string_view tag = "secrets";
@@ -224,7 +228,7 @@ struct BoardRequest {
 
     struct Verb {
         std::variant<PutUp, Move, Turn, Resize, TakeDown, Keep, Unkeep, SetBackground, Show, Pending, Status, Start,
-                     Join, Code, Link, Leave, Undo, Redo, QuickNote, Open, Presence, Listening, Secrets, Unlock>
+                     Join, Code, Link, Leave, Undo, Redo, QuickNote, Open, Presence, Listening, Place, Secrets, Unlock>
             value;
 
         bool operator==(const Verb&) const = default;

@@ -31,6 +31,7 @@ struct NetworkValues {
     std::string units = "celsius";
     std::string directory;
     std::string activity;
+    std::string country;
     double number = 0;
     std::int64_t minutes = Pomodoro::defaultMinutes;
     bool keep = false;
@@ -44,6 +45,10 @@ struct NetworkValues {
     BoardRequest request(decltype(BoardRequest::Verb::value) verb) const { return {{std::move(verb)}, network.wait}; }
     ExitStatus send(Streams streams, decltype(BoardRequest::Verb::value) verb) const {
         return runBoardVerb(network, streams, request(std::move(verb)));
+    }
+    ExitStatus sendPlace(Streams streams, BoardRequest::Place place) const {
+        place.json = json;
+        return send(streams, std::move(place));
     }
     ExitStatus putUp(Streams streams, Payload payload) const {
         SystemRandom ids;
@@ -149,12 +154,63 @@ public:
         auto* share = listening->add_flag("--share", values_.share,
                                           "let the partner see the song, the artist and the cover from now on");
         listening->add_flag("--no-share", values_.shareNoLonger, "let them see it no longer")->excludes(share);
+        addPlace();
         auto* secrets = verb("secrets", "Answer where there is no keyring (--app).", [](const V& v, Streams streams) {
             return v.send(streams, BoardRequest::Secrets{v.inFile});
         });
         secrets->add_flag("--file,!--no-file", values_.inFile, "keep the token in a file that only you can read");
         verb("unlock", "Ask a keyring that would not open once more (--app).",
              [](const V& v, Streams streams) { return v.send(streams, BoardRequest::Unlock{}); });
+    }
+
+    void addPlace() {
+        auto* place =
+            app_.add_subcommand("place", "Where you are, as your partner sees it, and where they are (--app).");
+        place->fallthrough()->require_subcommand(1);
+        place->add_flag("--json", values_.json, "as one JSON object");
+        Table verbs{*place, values_};
+        verbs.verb("show", "Print what is shared, and where the partner is.",
+                   [](const V& v, Streams streams) { return v.sendPlace(streams, {}); });
+        auto* set = verbs.verb("set", "Say which town you are in.", [](const V& v, Streams streams) {
+            BoardRequest::Place asked;
+            asked.town = v.text;
+            if (!v.country.empty()) asked.country = v.country;
+            return v.sendPlace(streams, asked);
+        });
+        set->add_option("TOWN", values_.text, "how its name begins; \"\" lets the computer find out")
+            ->required()
+            ->type_name("");
+        set->add_option("--country", values_.country, "where it is, two letters like PT")->type_name("CODE");
+        auto* share =
+            verbs.verb("share", "Let the partner see where you are, or no longer.", [](const V& v, Streams streams) {
+                BoardRequest::Place asked;
+                asked.share = v.text == "yes";
+                return v.sendPlace(streams, asked);
+            });
+        share->add_option("yes|no", values_.text, "whether they see it")
+            ->required()
+            ->check(CLI::IsMember{std::vector<std::string>{"yes", "no"}})
+            ->type_name("");
+        auto* precision = verbs.verb("precision", "Say how exactly.", [](const V& v, Streams streams) {
+            BoardRequest::Place asked;
+            asked.precision = fromName<HerePrecision>(v.text);
+            return v.sendPlace(streams, asked);
+        });
+        precision->add_option("PRECISION", values_.text, "about a kilometre, or a hundred metres")
+            ->required()
+            ->check(oneOf<HerePrecision>())
+            ->type_name("");
+        auto* name = verbs.verb("name", "Name the place you are at.", [](const V& v, Streams streams) {
+            BoardRequest::Place asked;
+            asked.name = v.text;
+            return v.sendPlace(streams, asked);
+        });
+        name->add_option("NAME", values_.text, "what you call it")->required()->type_name("");
+        verbs.verb("forget", "Forget your name for the place you are at.", [](const V& v, Streams streams) {
+            BoardRequest::Place asked;
+            asked.name = "";
+            return v.sendPlace(streams, asked);
+        });
     }
 
     void addLooking() {

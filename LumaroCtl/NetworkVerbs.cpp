@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "LumaroCtl/NetworkVerbs.h"
+#include "LumaroControl/ProfileSocket.h"
 
 #include "LumaroCore/Support/Overloaded.h"
 #include "LumaroCore/Support/Wire.h"

@@ -112,8 +112,8 @@ class Screen(Surroundings):
 class Room:
     """A room server of their own."""
 
-    def __init__(self, screen, program):
-        self.screen, self.program, self.address = screen, program, "127.0.0.1:0"
+    def __init__(self, screen, program, *flags):
+        self.screen, self.program, self.flags, self.address = screen, program, flags, "127.0.0.1:0"
         self.database = screen.folder / "room.db"
         self.open()
 
@@ -121,7 +121,7 @@ class Room:
         out = self.screen.folder / "room.out"
         out.write_text("")
         with open(out, "wb") as written:
-            self.process = self.screen.start([self.program, "--listen", self.address, "--database", self.database], "room", stdout=written)
+            self.process = self.screen.start([self.program, "--listen", self.address, "--database", self.database, *self.flags], "room", stdout=written)
         line = until("the room", lambda: next((l for l in out.read_text().splitlines() if l.startswith("listening on ")), None))
         self.url = line.removeprefix("listening on ")
         self.address = self.url.removeprefix("http://")
@@ -137,14 +137,15 @@ class Person:
     WIDTH, HEIGHT = 1180, 780
     ABOVE, BELOW = 28, 88  # what the editor keeps free of the canvas
 
-    def __init__(self, screen, name, lumaro, lumaroctl, room, at=(0, 0)):
-        self.screen, self.name, self.at = screen, name, at
+    def __init__(self, screen, name, lumaro, lumaroctl, room, at=(0, 0), zone="UTC"):
+        self.screen, self.name, self.at, self.zone = screen, name, at, zone
         self.lumaro, self.lumaroctl = lumaro, lumaroctl
         self.profile = screen.folder / name
         self.start(room.url)
 
     def start(self, server):
-        self.process = self.screen.start([self.lumaro, "--profile", self.profile, "--server", server], self.name)
+        self.process = self.screen.start([self.lumaro, "--profile", self.profile, "--server", server], self.name,
+                                         env=dict(self.screen.env, TZ=self.zone))
         self.take_window()
 
     def open(self):

@@ -3,7 +3,7 @@
 
 // The two formats of object files differ in the name of the section for constants, and in an underscore before names.
 #ifdef __MACH__
-#define LUMARO_CONSTANTS ".const_data"
+#define LUMARO_CONSTANTS ".const"
 #define LUMARO_BACK ".text"
 #define LUMARO_SYMBOL(name) "_" #name
 #else

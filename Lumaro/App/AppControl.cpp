@@ -5,6 +5,8 @@
 #include "LumaroControl/BoardText.h"
 #include "LumaroControl/JoinText.h"
 #include "LumaroControl/Listening.h"
+#include "LumaroControl/Whereabouts.h"
+#include "LumaroCore/Places/ChosenTown.h"
 #include "LumaroCore/Presence/Playback.h"
 #include "LumaroCore/Support/Fatal.h"
 #include "LumaroCore/Support/OneLine.h"
@@ -57,6 +59,14 @@ std::string boardJson(const Board& board) {
     return std::move(*text) + "\n";
 }
 
+/// The largest one whose name begins so, in that country if one is said.
+std::optional<Place> townNamed(const PlaceTable& places, std::string_view name, std::string_view country) {
+    for (const auto& town : places.find(name, PlaceTable::mostFound)) {
+        if (country.empty() || town.country == country) return town;
+    }
+    return std::nullopt;
+}
+
 void send(LocalSocketServer::Reply reply, const BoardAnswer& answer) {
     const auto text = Wire::encode(answer);
     reply(text ? *text : R"({"status":65,"out":"","err":"the answer is not UTF-8\n"})");
@@ -64,9 +74,9 @@ void send(LocalSocketServer::Reply reply, const BoardAnswer& answer) {
 
 } // namespace
 
-std::expected<std::unique_ptr<AppControl>, std::string> AppControl::listen(const std::string& path, AppModel& app,
-                                                                           std::function<void()> openBoard) {
-    std::unique_ptr<AppControl> control{new AppControl{app, std::move(openBoard)}};
+std::expected<std::unique_ptr<AppControl>, std::string>
+AppControl::listen(const std::string& path, AppModel& app, const PlaceTable& places, std::function<void()> openBoard) {
+    std::unique_ptr<AppControl> control{new AppControl{app, places, std::move(openBoard)}};
     auto* const raw = control.get();
     auto server = LocalSocketServer::listen(
         path, [raw](const std::string& line, LocalSocketServer::Reply reply) { raw->take(line, std::move(reply)); });
@@ -237,6 +247,32 @@ AppControl::Outcome AppControl::answer(const BoardRequest::Listening& listening)
     }
     return atOnce(
         {0, listening.json ? listeningJson(heard) : listeningText(heard, nameOfSlot(namesOf(state), partner)), ""});
+}
+
+AppControl::Outcome AppControl::answer(const BoardRequest::Place& place) {
+    auto& sharing = app_.place();
+    if (place.town && place.town->empty()) sharing.choose(std::nullopt);
+    if (place.town && !place.town->empty()) {
+        const auto town = townNamed(places_, *place.town, place.country.value_or(""));
+        if (!town) return atOnce(refusal(ExitStatus::data, "there is no town \"" + *place.town + "\" here"));
+        sharing.choose(chosenPlace(*town));
+    }
+    if (place.precision) sharing.setPrecision(*place.precision);
+    if (place.share) sharing.share(*place.share);
+    const auto& state = app_.state();
+    if (place.name) {
+        if (!state.ownPresence.here) return atOnce(refusal(ExitStatus::refused, "it is not known where you are"));
+        sharing.rename(*place.name);
+    }
+    const auto partner = other(state.token ? state.token->slot : PartnerID::a);
+    const Whereabouts known{.shares = state.placeConsent == Consent::yes,
+                            .access = state.locationAccess,
+                            .precision = state.precision,
+                            .chosen = state.chosenPlace,
+                            .own = state.ownPresence.here,
+                            .partner = state.presence.here};
+    return atOnce(
+        {0, place.json ? whereaboutsJson(known) : whereaboutsText(known, nameOfSlot(namesOf(state), partner)), ""});
 }
 
 // What answers have in common.

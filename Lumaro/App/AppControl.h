@@ -4,6 +4,7 @@
 #include "Lumaro/Model/AppModel.h"
 #include "LumaroControl/BoardAnswer.h"
 #include "LumaroControl/EditRequest.h"
+#include "LumaroCore/Places/PlaceTable.h"
 #include "Platform/Qt/LocalSocket.h"
 
 #include <cstddef>
@@ -26,10 +27,10 @@ public:
     /// again.
     static constexpr std::size_t maxWaiting = 256;
 
-    /// Listens at `path`. The model outlives the control. `openBoard` shows the board's window; none where there are no
-    /// windows. The error is the system's words.
+    /// Listens at `path`. Model and table outlive the control. `openBoard` shows the board's window; none where there
+    /// are no windows. The error is the system's words.
     [[nodiscard]] static std::expected<std::unique_ptr<AppControl>, std::string>
-    listen(const std::string& path, AppModel& app, std::function<void()> openBoard);
+    listen(const std::string& path, AppModel& app, const PlaceTable& places, std::function<void()> openBoard);
 
     AppControl(const AppControl&) = delete;
     AppControl& operator=(const AppControl&) = delete;
@@ -46,7 +47,8 @@ private:
         LocalSocketServer::Reply reply;
     };
 
-    AppControl(AppModel& app, std::function<void()> openBoard) : app_(app), openBoard_(std::move(openBoard)) {}
+    AppControl(AppModel& app, const PlaceTable& places, std::function<void()> openBoard)
+        : app_(app), places_(places), openBoard_(std::move(openBoard)) {}
 
     struct Deferred {
         BoardRequest request;
@@ -77,6 +79,7 @@ private:
     Outcome answer(const BoardRequest::Open& open);
     Outcome answer(const BoardRequest::Presence& seen);
     Outcome answer(const BoardRequest::Listening& listening);
+    Outcome answer(const BoardRequest::Place& place);
 
     Outcome carriedOut(const AskedVerb& verb);
     Outcome takenBack(const EditorAct& act);
@@ -86,6 +89,7 @@ private:
     EditorModel& editor() { return app_.editor(); }
 
     AppModel& app_;
+    const PlaceTable& places_;
     std::function<void()> openBoard_;
     std::unique_ptr<LocalSocketServer> server_;
     std::list<Waiting> waiting_;

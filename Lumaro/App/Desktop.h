@@ -4,15 +4,20 @@
 #include "Lumaro/App/SystemServices.h"
 #include "Lumaro/App/ThreadedRoomLinks.h"
 #include "Lumaro/Model/AppModel.h"
+#include "Lumaro/Pictures/QtCityPictureMaker.h"
 #include "Lumaro/Pictures/QtCoverMaker.h"
+#include "LumaroCore/Places/PlaceTable.h"
+#include "LumaroCore/Places/TableGeocoder.h"
 #include "Platform/Posix/FileSecretStore.h"
 #include "Platform/Posix/PosixFileSystem.h"
 #include "Platform/Posix/StderrLog.h"
 #include "Platform/Posix/SystemClock.h"
 #include "Platform/Posix/SystemRandom.h"
 #include "Platform/Qt/QtBackgroundRunner.h"
+#include "Platform/Qt/QtCityPainter.h"
 #include "Platform/Qt/QtHttpClient.h"
 #include "Platform/Qt/QtSleeper.h"
+#include "Platform/Qt/QtSystemZone.h"
 #include "Platform/Qt/SettingsFile.h"
 
 #include <memory>
@@ -38,6 +43,11 @@ struct Desktop {
     QtBackgroundRunner secretBackground;
     QtBackgroundRunner pictureBackground; ///< decoding and cutting take long, and hold up no snapshot
     QtCoverMaker coverMaker;
+    QtCityPainter cityPainter{QtCityPainter::usualFolders()};
+    QtCityPictureMaker cityMaker;
+    PlaceTable places;
+    TableGeocoder geocoder{places};
+    QtSystemZone zone;
     ThreadedRoomLinks rooms;
     SettingsFile defaults;
 };

@@ -3,6 +3,7 @@
 
 #include "LumaroControl/BoardAnswer.h"
 #include "LumaroControl/BoardRequest.h"
+#include "LumaroControl/ProfileSocket.h"
 #include "LumaroCore/Support/Wire.h"
 #include "Platform/Qt/LocalSocket.h"
 

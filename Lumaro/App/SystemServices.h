@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "LumaroCore/Location/PositionSource.h"
 #include "LumaroCore/Music/MusicPlayers.h"
 #include "LumaroCore/Outbox/FileSystem.h"
 #include "LumaroCore/Services/ContactCard.h"
@@ -51,6 +52,7 @@ public:
     virtual SystemSignals& signals() = 0;
     virtual DownloadOrigin& downloadOrigin() = 0;
     virtual MusicPlayers players() = 0;
+    virtual PositionSource& positions() = 0;
 
     /// Makes this program the one that opens the person's "lumaro:" links. The error is for the log.
     [[nodiscard]] virtual std::expected<void, std::string> claimLinks() = 0;

@@ -3,6 +3,7 @@
 #include "Lumaro/App/Desktop.h"
 #include "Lumaro/App/HandOver.h"
 #include "Lumaro/Windows/Windows.h"
+#include "LumaroControl/ProfileSocket.h"
 #include "Platform/Posix/FolderLock.h"
 #include "Platform/Qt/QtLoop.h"
 
@@ -29,6 +30,7 @@ struct Arguments {
     std::string profile;
     std::string server;
     std::string link;
+    std::string forecasts;
 };
 
 /// There is no window to hang.
@@ -51,7 +53,8 @@ int serve(AppModel& app, Desktop& desktop, QtLoop& loop, const std::string& prof
           std::unique_ptr<Windows> windows) {
     std::function<void()> openBoard;
     if (windows) openBoard = [&windows] { windows->openBoard(); };
-    const auto control = AppControl::listen(profile + "/" + std::string{ProfileSocket::ofApplication}, app, openBoard);
+    const auto control =
+        AppControl::listen(profile + "/" + std::string{ProfileSocket::ofApplication}, app, desktop.places, openBoard);
     if (!control) return fail("no socket for commands: " + control.error());
     app.onNews([&](const AppNews& news) {
         if (windows) windows->hear(news);
@@ -74,7 +77,7 @@ AppModel::Setup setupOf(const std::string& profile, bool isDefault) {
     AppModel::Setup setup{.profile = profile, .version = LUMARO_VERSION};
     // "de_CH": of the language and of the country.
     const auto country = QLocale::system().name().section(QLatin1Char{'_'}, 1, 1);
-    if (country.size() == 2) setup.feeds.artwork.country = country.toStdString();
+    if (country.size() == 2) setup.artwork.country = country.toStdString();
     // Two people on one computer share a keyring, not a token.
     if (!isDefault) setup.keychainService += ":" + profile;
     return setup;
@@ -106,7 +109,7 @@ int runWindows(Desktop& desktop, QtLoop& loop, const std::string& profile, const
                        .version = QStringLiteral(LUMARO_VERSION),
                        .suggestedName = QString::fromStdString(desktop.system->contacts().ownCard().fullName)},
         Windows::Ports{app, boards, desktop.clock, desktop.sleeper, desktop.ids, desktop.pictureBackground,
-                       desktop.defaults, desktop.system->loginItem()},
+                       desktop.defaults, desktop.system->loginItem(), desktop.places},
         [&] { loop.quit(); });
     windows = made.get();
     return serve(app, desktop, loop, profile, arguments, std::move(made));
@@ -136,6 +139,7 @@ int run(const Arguments& arguments) {
     Desktop desktop{{.profile = profile, .isDefaultProfile = isDefault, .program = program},
                     arguments.isVerbose ? LogLevel::debug : LogLevel::info};
     if (!arguments.server.empty()) desktop.defaults.setString("serverURL", arguments.server);
+    if (!arguments.forecasts.empty()) desktop.defaults.setString(forecastsKey, arguments.forecasts);
     if (arguments.isHeadless) return runHeadless(desktop, loop, profile, arguments);
     if (isDefault) claimLinks(desktop);
     return runWindows(desktop, loop, profile, arguments);
@@ -153,6 +157,9 @@ int main(int argc, char** argv) {
     app.add_flag("--verbose", arguments.isVerbose, "log everything");
     app.add_option("--profile", arguments.profile, "the folder of this person's files")->type_name("DIR");
     app.add_option("--server", arguments.server, "the board's server, from now on")->type_name("URL");
+    app.add_option("--forecasts", arguments.forecasts,
+                   "the forecast service (Open-Meteo's API) where the board's server has no weather, from now on")
+        ->type_name("URL");
     app.add_option("LINK", arguments.link, "an invite to join through")->type_name("");
     CLI11_PARSE(app, argc, argv);
     lumaro::SystemServices::prepareProcess();

@@ -53,7 +53,7 @@ AppModel::AppModel(Setup setup, Ports ports)
               .sounds = ports.sounds},
              state_, {connection_, media_, announcer_, [this] { editor_.boardChanged(); }}),
       editor_({board_, ports.ids, ports.clock, ports.sleeper, announcer_}),
-      feeds_(std::move(setup_.feeds),
+      feeds_(setup_.artwork,
              {.sleeper = ports.sleeper,
               .clock = ports.clock,
               .log = ports.log,
@@ -62,6 +62,8 @@ AppModel::AppModel(Setup setup, Ports ports)
               .defaults = ports.defaults,
               .players = ports.players,
               .coverMaker = ports.coverMaker,
+              .cityPainter = ports.cityPainter,
+              .cityMaker = ports.cityMaker,
               .positions = ports.positions,
               .geocoder = ports.geocoder,
               .zone = ports.zone},
@@ -220,7 +222,7 @@ void AppModel::completeNews(const AppNews& news) {
     if (news.changed.has(AppChange::editor)) {
         presence().setActivity(editor_.isBusy() ? Activity::editing : Activity::idle);
     }
-    feeds_.follow(news.changed);
+    feeds_.follow(news.changed, board(), slot());
 }
 
 } // namespace lumaro

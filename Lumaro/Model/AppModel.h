@@ -27,7 +27,7 @@ public:
         std::string keychainService = std::string{lumaro::keychainService};
         std::string defaultServerURL = "https://board.lumaro.app";
         bool offersLaunchAtLogin = true; ///< not where there are no windows to open
-        Feeds::Setup feeds{};
+        ArtworkFinder::Setup artwork{};
     };
 
     AppModel(Setup setup, Ports ports);

@@ -129,7 +129,8 @@ void Windows::openQuickNote(const QString& text) {
 }
 
 std::unique_ptr<QQuickWindow> Windows::makeDesktopWindow() {
-    return make("DesktopWindow", {{QStringLiteral("scene"), shared(scene_)}});
+    return make("DesktopWindow",
+                {{QStringLiteral("scene"), shared(scene_)}, {QStringLiteral("settings"), shared(settings_)}});
 }
 
 } // namespace lumaro

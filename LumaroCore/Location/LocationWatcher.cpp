@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "LumaroCore/Location/LocationWatcher.h"
 
+#include "LumaroCore/Support/Wire.h"
+
 namespace lumaro {
 
 LocationWatcher::LocationWatcher(Ports ports, Settings settings, Updates updates)
@@ -43,7 +45,8 @@ void LocationWatcher::choose(std::optional<ChosenPlace> place) {
     if (!isRunning()) return;
     search_.reset();
     waitingSince_.reset();
-    forgetStay();
+    anchor_.reset();
+    namer_.forget();
     // Where the system's position takes its time, the place that was chosen is told no more.
     if (!settings_.chosen) publish();
     look();
@@ -83,7 +86,7 @@ void LocationWatcher::found(const PositionSource::Answer& answer) {
 }
 
 void LocationWatcher::stayAt(Coordinates position) {
-    const auto now = ports_.clock.now();
+    const auto now = Wire::truncatedToMilliseconds(ports_.clock.now());
     waitingSince_.reset();
     if (!anchor_ || LocationLogic::hasMoved(anchor_->position, position)) {
         anchor_ = {position, now};

@@ -50,7 +50,7 @@ public:
     Scenery sceneryAt(Coordinates point) const;
 
     /// The places whose name, or another name of theirs, begins with what was typed (`nameKey`); of towns with 20,000
-    /// people and more also those where a later word does. Those with more people first, where people count a tenth
+    /// people and more also those where a later word does. Those with more people first, where people count a twentieth
     /// when it is another name, and a hundredfold when a name was typed in full: there "york" is York, then New York
     /// City, and "au" is not lost behind Auckland. At most `most` and `mostFound`, each once.
     std::vector<Place> find(std::string_view typed, std::size_t most) const;

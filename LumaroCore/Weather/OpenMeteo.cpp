@@ -116,7 +116,7 @@ std::unique_ptr<WeatherFetching::Fetch> OpenMeteoFetcher::weather(double latitud
         .method = "GET", .url = url(latitude, longitude), .headers = {{"accept", "application/json"}}, .body = {}};
     request.maxBodyBytes = OpenMeteo::maxBodyBytes;
     return fetched(http_, std::move(request), [this, then = std::move(then)](const auto& answer) mutable {
-        then(OpenMeteo::weatherIn(answer, clock_.now()));
+        then(OpenMeteo::weatherIn(answer, Wire::truncatedToMilliseconds(clock_.now())));
     });
 }
 

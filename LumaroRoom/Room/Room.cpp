@@ -298,9 +298,15 @@ RoomStep Room::take(const Socket& sender, ClientMessage::Ops message, Instant no
     return step;
 }
 
+// What the old line of a device that has come back still brings is of before.
+bool Room::isNewestOfItsDevice(const Socket& socket) const {
+    const auto newest = std::ranges::find(sockets_.rbegin(), sockets_.rend(), socket.token, &Socket::token);
+    return newest->id == socket.id;
+}
+
 RoomStep Room::take(const Socket& sender, ClientMessage::Presence message, Pace pace) {
     RoomStep step;
-    if (pace == Pace::over) return step;
+    if (pace == Pace::over || !isNewestOfItsDevice(sender)) return step;
     auto& kept = presence_[std::to_underlying(sender.slot)];
     kept = frameOf(ServerMessage::Presence{.from = sender.slot,
                                            .nowPlaying = std::move(message.nowPlaying),

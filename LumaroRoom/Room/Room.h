@@ -120,6 +120,7 @@ private:
     const std::string& boardText();
     const Socket* find(SocketId socket) const;
     bool isRemembered(const UUID& batchId) const;
+    bool isNewestOfItsDevice(const Socket& socket) const;
     Commit commitOf(BoardChange change, std::optional<UUID> batchId, Instant now);
 
     RoomStep take(const Socket& sender, ClientMessage::Ops message, Instant now);

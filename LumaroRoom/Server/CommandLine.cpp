@@ -53,6 +53,15 @@ std::string checkRange(const std::string& text) {
     return IpRange::parse(text) ? "" : "\"" + text + "\" is no address and no network like 10.0.0.0/8";
 }
 
+std::string checkWindowPage(const std::string& text) {
+    return isWindowPage(text) ? "" : "\"" + text + "\" is no https URL, and no http URL of this computer";
+}
+
+// The key itself is in no message.
+std::string checkWindowKey(const std::string& text) {
+    return isWindowKey(text) ? "" : "a key is 1 to 256 visible ASCII characters";
+}
+
 std::string defaultDatabase() {
     const char* const data = std::getenv("XDG_DATA_HOME"); // NOLINT(concurrency-mt-unsafe): no thread runs yet
     if (data != nullptr && *data == '/') return std::string{data} + "/lumaro-room/room.db";
@@ -72,6 +81,7 @@ struct Options {
     std::string certificate;
     std::string key;
     std::vector<std::string> proxies;
+    WindowKey windowKey;
     std::string logLevel = "info";
     std::string file;
     ServerConfig config;
@@ -111,6 +121,13 @@ void addPlaces(CLI::App& app, Options& options) {
         ->check(checkUrl)
         ->type_name("URL")
         ->capture_default_str();
+    auto* page = addOption(app, "--window-page", options.windowKey.page, "page that draws the partner's city")
+                     ->check(checkWindowPage)
+                     ->type_name("URL");
+    addOption(app, "--window-key", options.windowKey.key, "what that page asks for; best given by the environment")
+        ->check(checkWindowKey)
+        ->type_name("KEY")
+        ->needs(page);
 }
 
 void addNumbers(CLI::App& app, Options& options) {
@@ -147,6 +164,10 @@ std::expected<Command, std::string> serveCommand(Options& options) {
     config.publicURL = options.publicURL.substr(0, options.publicURL.find_last_not_of('/') + 1);
     if (options.certificate.empty() != options.key.empty()) return std::unexpected("--tls-cert: requires --tls-key");
     if (!options.certificate.empty()) config.tls = ServerConfig::Tls{options.certificate, options.key};
+    if (options.windowKey.page.empty() != options.windowKey.key.empty()) {
+        return std::unexpected("--window-page: requires --window-key");
+    }
+    if (!options.windowKey.page.empty()) config.windowKey = std::move(options.windowKey);
     for (const auto& range : options.proxies)
         config.trustedProxies.push_back(IpRange::parse(range).value_or(IpRange{}));
     config.logLevel = logLevels.at(options.logLevel);

@@ -94,7 +94,7 @@ void Routes::answer(Call call, Respond respond) {
     case Route::putCover: return putCover(std::move(call), std::move(respond));
     case Route::getCover: return getCover(call, std::move(respond));
     case Route::weather: return weather(call, std::move(respond));
-    case Route::windowKey:
+    case Route::windowKey: return windowKey(call, std::move(respond));
     case Route::connectCalendar: return notConfigured(call, std::move(respond));
     case Route::roomSocket:
         return respond(errorResponse(426, "upgrade_required", "this path takes a WebSocket upgrade"));
@@ -218,6 +218,17 @@ void Routes::weather(const Call& call, Respond respond) {
         });
     };
     byDevice(call, [](Store&, const DeviceRecord&) { return Outcome{}; }, std::move(ask));
+}
+
+void Routes::windowKey(const Call& call, Respond respond) {
+    if (!windowKey_) return notConfigured(call, std::move(respond));
+    byDevice(
+        call,
+        [&key = *windowKey_](Store&, const DeviceRecord&) {
+            const auto text = Wire::encode(key);
+            return Outcome{text ? jsonResponse(200, *text) : unavailable(), {}};
+        },
+        std::move(respond));
 }
 
 void Routes::invitePage(const Call& call, Respond respond) {

@@ -48,7 +48,8 @@ public:
         WallClock& clock;
         Log& log;
     };
-    Routes(const ServerLimits& limits, Ports ports) : limits_(limits), ports_(ports) {}
+    Routes(const ServerConfig& config, Ports ports)
+        : limits_(config.limits), windowKey_(config.windowKey), ports_(ports) {}
 
     /// What the body of a request may hold.
     std::size_t maxBody(std::string_view method, std::string_view path) const;
@@ -95,12 +96,14 @@ private:
     void putCover(Call call, Respond respond);
     void getCover(const Call& call, Respond respond);
     void weather(const Call& call, Respond respond);
+    void windowKey(const Call& call, Respond respond);
     void notConfigured(const Call& call, Respond respond);
     void invitePage(const Call& call, Respond respond);
     void health(Respond respond);
     void note(Route route, int status);
 
     const ServerLimits& limits_;
+    const std::optional<WindowKey>& windowKey_;
     Ports ports_;
 };
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "LumaroCore/Protocol/WindowKey.h"
 #include "LumaroCore/Support/Log.h"
 #include "LumaroRoom/Server/IpAddress.h"
 
@@ -46,6 +47,7 @@ struct ServerConfig {
     std::optional<Tls> tls;
     std::vector<IpRange> trustedProxies;
     std::string weatherUpstream = "https://api.open-meteo.com";
+    std::optional<WindowKey> windowKey; ///< none: this server has no city page
     std::size_t threads = 1;
     LogLevel logLevel = LogLevel::info;
     ServerLimits limits;

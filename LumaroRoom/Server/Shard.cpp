@@ -33,11 +33,11 @@ Shard::Shard(std::size_t index, const Shards& shards, const Shared& shared)
           // What rooms and requests wait for is told to all of them, or to none.
           asio::post(context_, [done = std::move(done)]() mutable noexcept { done(); });
       })),
-      rooms_(*store_, *this, shared.clock, shared.log), routes_(shared.config.limits, {.store = *store_,
-                                                                                       .pairing = shared.pairing,
-                                                                                       .neighbours = *this,
-                                                                                       .clock = shared.clock,
-                                                                                       .log = shared.log}) {
+      rooms_(*store_, *this, shared.clock, shared.log), routes_(shared.config, {.store = *store_,
+                                                                                .pairing = shared.pairing,
+                                                                                .neighbours = *this,
+                                                                                .clock = shared.clock,
+                                                                                .log = shared.log}) {
 }
 
 Shard::~Shard() = default;

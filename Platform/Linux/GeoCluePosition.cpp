@@ -93,11 +93,16 @@ GeoClueTry::GeoClueTry(Setup setup, HerePrecision precision) : PositionTry(std::
     });
 }
 
-// A client of its own, where GetClient would give the same one to each search of this program.
+// A client of its own, where GetClient would give the same one to each search of this program. GeoClue makes none
+// before the desktop's agent is there, and where there is no agent says nothing. One that comes later is still given
+// back.
 void GeoClueTry::createClient() {
     const auto create =
         QDBusMessage::createMethodCall(owner(), managerPath(), managerInterface(), QStringLiteral("CreateClient"));
-    creation_ = ask(create, limits().service, [this](const QDBusPendingReply<QDBusObjectPath>& reply) {
+    QTimer::singleShot(limits().service, this, [this] {
+        if (creation_) finish(LocationAccess::restricted);
+    });
+    creation_ = ask(create, limits().person, [this](const QDBusPendingReply<QDBusObjectPath>& reply) {
         creation_.reset();
         if (reply.isError()) return finish(accessOf(reply.error()));
         client_ = reply.value().path();

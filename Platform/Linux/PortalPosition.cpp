@@ -110,7 +110,9 @@ void PortalTry::startSession() {
     start.setArguments({QVariant::fromValue(QDBusObjectPath{session_}), QString{},
                         QVariantMap{{QStringLiteral("handle_token"), token}}});
     ask(start, limits().service, [this](const QDBusPendingReply<QDBusObjectPath>& reply) {
-        if (reply.isError()) finish(LocationAccess::restricted);
+        if (!reply.isError()) return;
+        request_.clear();
+        finish(LocationAccess::restricted);
     });
 }
 

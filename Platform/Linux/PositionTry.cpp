@@ -2,6 +2,7 @@
 #include "Platform/Linux/PositionTry.h"
 
 #include <QDBusError>
+#include <QDBusObjectPath>
 #include <QDBusPendingCallWatcher>
 
 #include <utility>
@@ -29,6 +30,8 @@ std::optional<double> doubleIn(const QVariantMap& properties, const QString& nam
 } // namespace
 
 PositionTry::PositionTry(Setup setup) : setup_(std::move(setup)) {
+    // A slot with such a parameter cannot be connected before: Qt looks for the type by its name.
+    qRegisterMetaType<QDBusObjectPath>();
     leaving_.setConnection(setup_.bus);
     leaving_.setWatchMode(QDBusServiceWatcher::WatchForUnregistration);
     QObject::connect(&leaving_, &QDBusServiceWatcher::serviceUnregistered, this,

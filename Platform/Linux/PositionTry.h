@@ -22,7 +22,7 @@ namespace lumaro {
 
 /// How long a service may take for one answer.
 struct PositionLimits {
-    std::chrono::milliseconds service{30'000}; ///< by itself: one that was just started looks around for up to 20 s
+    std::chrono::milliseconds service{30'000}; ///< by itself; at login it may wait for the rest of the desktop
     std::chrono::milliseconds person{600'000}; ///< when it may ask the person first
     std::chrono::milliseconds pause{300'000};  ///< until one that has given up is asked again
 };

@@ -24,13 +24,13 @@ def environment_of_nobody(folder):
 class App:
     """`lumaro --headless` on a profile that outlives its processes."""
 
-    def __init__(self, binary, profile, server, environment):
-        self.binary, self.profile, self.server, self.process = binary, profile, server, None
+    def __init__(self, binary, profile, server, environment, *flags):
+        self.binary, self.profile, self.server, self.flags, self.process = binary, profile, server, flags, None
         self.environment = environment
         self.log = open(profile + ".log", "ab")
 
     def start(self):
-        self.process = subprocess.Popen([self.binary, "--headless", "--profile", self.profile, "--server", self.server],
+        self.process = subprocess.Popen([self.binary, "--headless", "--profile", self.profile, "--server", self.server, *self.flags],
                                         stdout=self.log, stderr=self.log, env=self.environment)
         self.until(lambda: self.status() is not None)
 

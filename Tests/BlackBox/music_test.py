@@ -9,20 +9,14 @@ import socket
 import subprocess
 import sys
 import time
-import uuid
 
-from app import App, environment_of_nobody
-from blackbox import PATIENCE, Server, WebSocket, options
+from blackbox import PATIENCE, Server, options
+from two import Two
 
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / "Scripts"))
 from music import Mpv, song  # noqa: E402
 
 TRAVELS = {"isPlaying", "progressMs", "sampledAt", "durationMs", "title", "artist", "artworkURL", "source"}
-
-
-# Starts no service by itself: no keyring is to ask for a password.
-BUS = """<busconfig><type>session</type><listen>unix:tmpdir=/tmp</listen><policy context="default"><allow send_destination="*"/>
-<allow receive_sender="*"/><allow own="*"/></policy></busconfig>"""
 
 
 class Mpd:
@@ -69,60 +63,11 @@ class Mpd:
             process.wait(PATIENCE)
 
 
-class Two:
-    """Ann, who has players, and Bea's application, which shows what Ann listens to; and a socket that reads along as Bea."""
-
-    def __init__(self, asked, server):
-        folder = server.folder.name
-        env = environment_of_nobody(folder)
-        conf = pathlib.Path(folder) / "bus.conf"
-        conf.write_text(BUS)
-        self.bus = subprocess.Popen(["dbus-daemon", f"--config-file={conf}", "--nofork", "--print-address"], stdout=subprocess.PIPE, env=env)
-        self.env = dict(env, DBUS_SESSION_BUS_ADDRESS=self.bus.stdout.readline().decode().strip())
-        self.ann = App(asked.lumaro, os.path.join(folder, "ann"), server.url, self.env)
-        self.bea = App(asked.lumaro, os.path.join(folder, "bea"), server.url, env)
-        self.server, self.wire, self.slowest = server, None, 0
-
-    def meet(self):
-        for app in (self.ann, self.bea):
-            app.start()
-        self.settle(self.ann, "start", name="Ann")
-        self.settle(self.bea, "join", codeOrLink=self.ann.ask("code")["out"].strip(), name="Bea")
-        status, _, joined = self.server.call("POST", "/joins/code", {"code": self.ann.ask("code")["out"].strip(), "name": "Bea",
-                                                                "deviceId": str(uuid.uuid4()), "slot": "b"})
-        assert status == 200, joined
-        self.wire = WebSocket(self.server, joined["coupleId"], joined["token"])
-        self.bea.until(lambda: self.bea.status()["presence"]["partnerOnline"])
-
-    @staticmethod
-    def settle(app, verb, **fields):
-        app.ask(verb, **fields)
-        app.ask("secrets", inFile=True)
-        app.until(lambda: app.status()["session"] == "onTheBoard")
+class Listeners(Two):
+    """Ann, who has players, and Bea's application, which shows what Ann listens to."""
 
     def shown(self):
         return json.loads(self.bea.ask("listening", json=True)["out"]).get("partner")
-
-    def sees(self, act, holds, counts=True):
-        """What is done at the player comes to hold over there. The first song of a player that starts counts with its start."""
-        begin = time.monotonic()
-        act()
-        end = begin + PATIENCE
-        while not holds(self.shown()):
-            assert time.monotonic() < end, (self.shown(), self.ann.ask("listening", json=True), self.ann.log_text()[-2000:])
-            time.sleep(0.02)
-        if counts:
-            self.slowest = max(self.slowest, time.monotonic() - begin)
-
-    def close(self):
-        if self.wire:
-            self.wire.close()
-        for app in (self.ann, self.bea):
-            if app.process:
-                app.stop()
-        self.bus.terminate()
-        self.bus.wait(PATIENCE)
-        self.bus.stdout.close()
 
 
 def plays(title, is_playing=True):
@@ -201,7 +146,7 @@ def main():
         songs = [song(music / name, title, "Miles Davis", "Kind of Blue", note=note)
                  for name, title, note in (("first.wav", "So What", 220), ("second.wav", "Blue in Green", 247), ("third.wav", "Flamenco Sketches", 262))]
         subprocess.run(["convert", "-size", "640x640", "gradient:#20497a-#a3c6e8", str(music / "cover.jpg")], check=True)
-        two = Two(asked, server)
+        two = Listeners(asked, server)
         try:
             two.meet()
             mpv = real_mpv(two, folder, songs, asked.lumaroctl)

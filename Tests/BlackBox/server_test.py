@@ -164,6 +164,18 @@ def covers_are_jpegs_apart_from_the_boards_media(server):
     assert headers["Cache-Control"] == "private, max-age=31536000, immutable", headers
 
 
+def devices_get_the_window_key(server):
+    """P45: and nobody else does; no log has it."""
+    couple, token, _ = found(server)
+    path, key = f"/couples/{couple}/window-key", {"page": "https://city.example/view", "key": "window-s3cret"}
+    status, headers, answer = server.call("GET", path, token=token)
+    assert (status, answer) == (200, key) and headers["Cache-Control"] == "no-store", (status, headers, answer)
+    status, _, answer = server.call("GET", path, token=found(server)[1])
+    assert status == 401 and "s3cret" not in str(answer), answer
+    assert server.stop() == 0
+    assert "route=window_key status=200" in server.log_text() and "s3cret" not in server.log_text()
+
+
 def pages_name_the_inviter_and_run_nothing(server):
     invite = found(server, '<b>"Ada" & co')[2]
     own_link = f"lumaro://join-invite?i={invite}&amp;s=http%3A%2F%2F127.0.0.1%3A{server.port}"
@@ -353,6 +365,8 @@ def main():
             (Server, a_reader_that_stands_still_is_cut_off),
             (Server, a_server_that_goes_down_says_goodbye),
             (Server, the_log_holds_no_secrets, "--log-level", "debug", "--weather-upstream", "http://127.0.0.1:1"),
+            (Server, devices_get_the_window_key, "--log-level", "debug",
+             "--window-page", "https://city.example/view", "--window-key", "window-s3cret"),
             (TlsServer, the_same_is_served_over_tls),
             (Server, a_server_that_cannot_start_says_why),
             (Server, all_who_ask_for_a_place_share_one_forecast, *forecasts),

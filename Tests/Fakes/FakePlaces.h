@@ -4,6 +4,7 @@
 #include "LumaroCore/Location/PositionSource.h"
 #include "LumaroCore/Location/ReverseGeocoder.h"
 #include "LumaroCore/Services/SystemZone.h"
+#include "LumaroCore/Support/Sleeper.h"
 
 #include <list>
 #include <map>
@@ -19,8 +20,14 @@ public:
                                                  std::move_only_function<void(Answer)> then) override {
         precisions.push_back(precision);
         const auto place = open_.insert(open_.end(), {static_cast<int>(precisions.size()), std::move(then)});
-        return std::make_unique<Handle>(*this, place->number);
+        auto search = std::make_unique<Handle>(*this, place->number);
+        if (time_ != nullptr) search->wait = time_->wait(Seconds{0.02}, [this] { answer(truth()); });
+        return search;
     }
+
+    /// From now on it answers by itself, with what is true.
+    void answerBy(Sleeper& time) { time_ = &time; }
+    std::function<Answer()> truth;
 
     std::size_t open() const { return open_.size(); }
     /// Answers every search under way.
@@ -43,12 +50,15 @@ private:
             positions_.open_.remove_if([this](const Open& open) { return open.number == number_; });
         }
 
+        std::unique_ptr<Sleeper::Wait> wait;
+
     private:
         FakePositions& positions_;
         int number_;
     };
 
     std::list<Open> open_;
+    Sleeper* time_ = nullptr;
 };
 
 /// Knows the names that it was told, at once, and counts the questions.

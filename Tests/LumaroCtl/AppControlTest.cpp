@@ -144,5 +144,33 @@ TEST_F(AppControlTest, ALinkOfABoardThatWasLeftMeanwhileIsRefused) {
     EXPECT_EQ(link->status, 77);
 }
 
+TEST_F(AppControlTest, WhereSomebodyIsIsSetAndShownFromATerminal) {
+    app_.goOnBoard();
+    EXPECT_EQ(answerTo(BoardRequest::Place{}).out, "you: not shared\nBen: no word from there yet\n");
+    BoardRequest::Place asked;
+    asked.town = "lisb";
+    asked.share = true;
+    const auto shared = answerTo(asked).out;
+    EXPECT_TRUE(shared.starts_with("you: lisbon, 38.7")) << shared;
+    asked.json = true;
+    asked.town = "paris";
+    asked.country = "US";
+    asked.name = "Our Paris";
+    const auto chosen = answerTo(asked).out;
+    EXPECT_NE(chosen.find(R"("country":"US")"), std::string::npos) << chosen;
+    EXPECT_NE(chosen.find(R"("label":"Our Paris")"), std::string::npos) << chosen;
+    asked = {};
+    asked.town = "xyzzyx";
+    EXPECT_EQ(answerTo(asked).status, 65);
+    EXPECT_EQ(app_.state().chosenPlace->country, "US") << "nothing was changed";
+    asked.town = "";
+    EXPECT_TRUE(answerTo(asked).out.starts_with("you: waiting for a fix\n"));
+    asked = {};
+    asked.name = "x";
+    EXPECT_EQ(answerTo(asked).status, 77);
+    app_.positions.answer({LocationAccess::denied, std::nullopt});
+    EXPECT_TRUE(answerTo(BoardRequest::Place{}).out.starts_with("you: location is off for this app\n"));
+}
+
 } // namespace
 } // namespace lumaro

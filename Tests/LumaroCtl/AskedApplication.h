@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "Data/Places/PlacesData.h"
 #include "Lumaro/App/AppControl.h"
 #include "LumaroCore/Support/Wire.h"
 #include "Tests/Model/AppFixture.h"
@@ -19,7 +20,7 @@ class AskedApplication : public AppFixture {
 public:
     using Verb = decltype(BoardRequest::Verb::value);
 
-    AskedApplication() : control_(AppControl::listen(path(), *app, nullptr).value()) {
+    AskedApplication() : control_(AppControl::listen(path(), *app, places_, nullptr).value()) {
         app->onNews([this](const AppNews&) { control_->answerReady(); });
     }
     ~AskedApplication() { app->onNews(nullptr); }
@@ -51,6 +52,7 @@ private:
     std::string path() const { return folder_.file("app.socket"); }
 
     ScratchFolder folder_;
+    PlaceTable places_ = PlaceTable::open(placesData()).value();
     std::unique_ptr<AppControl> control_;
     std::list<Asked> asked_;
 };

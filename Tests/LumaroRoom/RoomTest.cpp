@@ -94,6 +94,10 @@ TEST_F(RoomTest, P29_P36_PresenceGoesToThePartnerAndWaitsForOneWhoComesLater) {
     EXPECT_EQ(told(say(1, "hb", Pace::over)), Lines{"1 hb-ack"});
     leave(3);
     EXPECT_EQ(join(3)[1], "3 presence of a idle");
+    room_.join(SocketId{11}, tokenOf(1), noon);
+    EXPECT_EQ(told(say(1, presence(Activity::editing))), Lines{}) << "the device has come back on another line";
+    EXPECT_EQ(told(say(11, presence(Activity::editing))), Lines{"3 presence of a editing"});
+    leave(11);
     for (const std::uint64_t socket : {1, 2, 3}) leave(socket);
     EXPECT_EQ(join(3), Lines{"3 welcome b 0 items, online b"}) << "presence is of those who are here";
 }

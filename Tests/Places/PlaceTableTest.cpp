@@ -9,7 +9,10 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <iostream>
+#include <numbers>
 #include <random>
 
 namespace lumaro {
@@ -17,12 +20,14 @@ namespace {
 
 const double noNumber = std::nan("");
 
-PlaceTable theTable() {
-    return PlaceTable::open(placesData()).value();
+const PlaceTable& theTable() {
+    static const auto table = PlaceTable::open(placesData()).value();
+    return table;
 }
 
-PlaceFormat::Parts theParts() {
-    return PlaceFormat::read(placesData()).value();
+const PlaceFormat::Parts& theParts() {
+    static const auto parts = PlaceFormat::read(placesData()).value();
+    return parts;
 }
 
 std::string townAt(Coordinates point) {
@@ -54,7 +59,7 @@ TEST(PlaceTable, NamesTheTownsOfSights) {
 
 // Every record against the rule, without the grid and without the short cuts.
 TEST(PlaceTable, NamesTheTownWhoseReachAPointIsDeepestIn) {
-    const auto parts = theParts();
+    const auto& parts = theParts();
     const auto slowly = [&](Coordinates point) {
         std::string name;
         double least = HUGE_VAL;
@@ -117,7 +122,7 @@ TEST(PlaceTable, NamesNothingFarFromTownsAndOffTheEarth) {
 
 TEST(PlaceTable, NamesTownsOnBothSidesOfTheDateLine) {
     EXPECT_EQ(townAt({-18.1416, 178.4419}), "Suva");
-    const auto parts = theParts();
+    const auto& parts = theParts();
     int crossed = 0;
     for (std::uint32_t place = 0; place < parts.records.size(); ++place) {
         const auto [latitude, longitude] = parts.records[place].position();
@@ -171,29 +176,15 @@ TEST(PlaceTable, GivesATownOneSceneryAndAnEmptySpotItsOwn) {
 }
 
 TEST(PlaceTable, FindsTownsByWhatIsTypedOfThem) {
-    for (const auto& [typed, town] :
-         std::initializer_list<std::pair<std::string_view, std::string_view>>{{"lisb", "Lisbon PT"},
-                                                                              {"  LISBON\t", "Lisbon PT"},
-                                                                              {"izmir", "İzmir TR"},
-                                                                              {"IZMIR", "İzmir TR"},
-                                                                              {"İZMİR", "İzmir TR"},
-                                                                              {"sao pau", "São Paulo BR"},
-                                                                              {"Łódź", "Łódź PL"},
-                                                                              {"lodz", "Łódź PL"},
-                                                                              {"tromso", "Tromsø NO"},
-                                                                              {"munich", "Munich DE"},
-                                                                              {"München", "Munich DE"},
-                                                                              {"cologne", "Köln DE"},
-                                                                              {"lissabon", "Lisbon PT"},
-                                                                              {"moskau", "Moscow RU"},
-                                                                              {"moscow", "Moscow RU"},
-                                                                              {"mailand", "Milan IT"},
-                                                                              {"firenze", "Florence IT"},
-                                                                              {"york", "York GB"},
-                                                                              {"aix en provence", "Aix-en-Provence FR"},
-                                                                              {"l’aquila", "L'Aquila IT"},
-                                                                              {"laquila", "L'Aquila IT"},
-                                                                              {"innsbruc", "Innsbruck AT"}})
+    for (const auto& [typed, town] : std::initializer_list<std::pair<std::string_view, std::string_view>>{
+             {"lis", "Lisbon PT"},        {"  LISBON\t", "Lisbon PT"}, {"izmir", "İzmir TR"},
+             {"IZMIR", "İzmir TR"},       {"İZMİR", "İzmir TR"},       {"sao pau", "São Paulo BR"},
+             {"Łódź", "Łódź PL"},         {"lodz", "Łódź PL"},         {"tromso", "Tromsø NO"},
+             {"munich", "Munich DE"},     {"München", "Munich DE"},    {"cologne", "Köln DE"},
+             {"lissabon", "Lisbon PT"},   {"moskau", "Moscow RU"},     {"moscow", "Moscow RU"},
+             {"mailand", "Milan IT"},     {"roma", "Rome IT"},         {"venezia", "Venice IT"},
+             {"firenze", "Florence IT"},  {"york", "York GB"},         {"aix en provence", "Aix-en-Provence FR"},
+             {"l’aquila", "L'Aquila IT"}, {"laquila", "L'Aquila IT"},  {"innsbruc", "Innsbruck AT"}})
         EXPECT_EQ(first(typed), town) << typed;
     EXPECT_EQ(found("york", 2), (std::vector<std::string>{"York GB", "New York City US"}));
     EXPECT_EQ(found("ham", 1), std::vector<std::string>{"Hamburg DE"});
@@ -234,7 +225,7 @@ TEST(PlaceTable, MakesOneKeyOfWhatIsTypedInManyWays) {
 
 // The packer sorts by its own rule; here it is held against the one that is looked by.
 TEST(PlaceTable, HasEveryNameInTheOrderOfItsKey) {
-    const auto parts = theParts();
+    const auto& parts = theParts();
     std::vector<int> seen(parts.names.size());
     std::string before;
     std::uint32_t peopleBefore = 0;
@@ -271,7 +262,7 @@ TEST(PlaceTable, RefusesACutOrForeignFile) {
 // A flipped bit is found, or gives another answer: nothing is read beside the table, which the address sanitizer sees.
 TEST(PlaceTable, ReadsNothingBesideADamagedTable) {
     std::vector<std::byte> bytes{placesData().begin(), placesData().end()};
-    const auto parts = theParts();
+    const auto& parts = theParts();
     std::mt19937_64 random{13};
     int refused = 0;
     for (int flip = 0; flip < 240; ++flip) {

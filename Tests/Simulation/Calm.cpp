@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "LumaroCore/BoardLogic/Edits.h"
+#include "LumaroCore/Location/LocationWatcher.h"
 #include "Tests/Simulation/World.h"
 
 #include <algorithm>
@@ -77,6 +78,7 @@ void World::calm() {
     }
     advance(Seconds{5});
     if (!isFailed()) checkSongs();
+    if (!isFailed()) checkPlaces();
 }
 
 // Of a slot with one device it is known what its person shares; two may say different things.
@@ -85,7 +87,7 @@ void World::checkSongs() {
     for (auto& device : devices_) programs[device->program()->slot()].push_back(device->program());
     for (auto& device : devices_) {
         const auto& partner = programs[other(device->program()->slot())];
-        if (partner.size() != 1 || !partner.front()->knowsMusic() || !device->program()->knowsMusic()) continue;
+        if (partner.size() != 1 || !partner.front()->hasLiveCards() || !device->program()->hasLiveCards()) continue;
         const auto& them = *partner.front();
         const auto shared = them.sharesMusic() ? them.song() : std::nullopt;
         if (shared) coverage_.note(Met::songsShown);
@@ -93,6 +95,27 @@ void World::checkSongs() {
         if (device->program()->partnersSong() == shared) continue;
         witness_.complain(named(*device) + (shared ? " shows another song than its partner plays"
                                                    : " shows a song that its partner does not share"));
+    }
+}
+
+// Whoever shares their place has looked for it once more by then.
+void World::checkPlaces() {
+    advance(LocationWatcher::Settings{}.refreshInterval + Seconds{5});
+    if (isFailed()) return;
+    std::map<PartnerID, std::vector<SimProgram*>> programs;
+    for (auto& device : devices_) {
+        programs[device->program()->slot()].push_back(device->program());
+        const auto fault = device->program()->faultOfPlace();
+        if (!fault.empty()) return witness_.complain(named(*device) + " " + fault);
+    }
+    for (auto& device : devices_) {
+        const auto& partner = programs[other(device->program()->slot())];
+        if (partner.size() != 1 || !partner.front()->hasLiveCards() || !device->program()->hasLiveCards()) continue;
+        const auto shared = partner.front()->place();
+        coverage_.note(shared ? Met::placesShown : Met::placesKeptToOneself);
+        if (device->program()->partnersPlace() == shared) continue;
+        witness_.complain(named(*device) + (shared ? " shows its partner at another place than they tell of"
+                                                   : " shows a place that its partner does not share"));
     }
 }
 

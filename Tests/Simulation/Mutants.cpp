@@ -55,6 +55,9 @@ constexpr std::array cases{
     inCode("news-ends-drafts", Mutant::newsEndsDrafts, "what the partner takes down falls out of the hand"),
     inCode("reopening-repeats-pending", Mutant::reopeningRepeatsPending, "a new line shows what waits twice"),
     inCode("music-outlives-consent", Mutant::musicOutlivesConsent, "who shares no longer still shows the last song"),
+    inCode("place-outlives-consent", Mutant::placeOutlivesConsent,
+           "who shares no longer is still shown where they were"),
+    inCode("fine-positions-travel", Mutant::finePositionsTravel, "the partner learns the position as it was found"),
     inCode("expiry-waits-for-news", Mutant::expiryWaitsForNews, "a start with nothing new leaves old notes up"),
 };
 

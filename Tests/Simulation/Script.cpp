@@ -17,8 +17,8 @@ using samples::Random;
 using Weights = std::array<int, static_cast<std::size_t>(Deed::count)>;
 
 // How often each deed comes, in the order of `Deed`.
-constexpr Weights usual{260, 6, 40, 4, 30, 10, 24, 30, 45, 18, 24, 16, 80, 8, 14, 12,
-                        12,  8, 8,  4, 3,  1,  10, 22, 60, 12, 6,  8,  4,  4, 2};
+constexpr Weights usual{260, 6,  40, 4, 30, 10, 24, 24, 30, 45, 18, 24, 16, 80, 8, 14,
+                        12,  12, 8,  8, 4,  3,  1,  10, 22, 60, 12, 6,  8,  4,  4, 2};
 
 // In each run some deeds come often, and some never.
 Weights weightsFor(Random& random) {

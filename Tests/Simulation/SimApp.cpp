@@ -6,6 +6,7 @@
 #include "Tests/Simulation/Hands.h"
 
 #include <algorithm>
+#include <array>
 #include <utility>
 
 namespace lumaro::simulation {
@@ -13,6 +14,11 @@ namespace {
 
 using samples::chance;
 using samples::pick;
+
+constexpr Coordinates alfama{38.7139427, -9.1394113};
+const std::array towns{alfama, Coordinates{52.5163174, 13.3777251}, Coordinates{-16.5000333, 179.9999871},
+                       Coordinates{0, 0}, Coordinates{89.9999, 12.3456}};
+const ChosenPlace byHand{"Berlin", "DE", "Europe/Berlin", 52.52437, 13.41053};
 
 /// Within this a note whose time is over is taken down.
 constexpr std::chrono::seconds expiryGrace{4};
@@ -101,7 +107,15 @@ SimApp::SimApp(SimDevice& device)
                                                      .origin = origin_,
                                                      .players = players_.players(),
                                                      .coverMaker = coverMaker_,
+                                                     .cityPainter = city_,
+                                                     .cityMaker = city_,
+                                                     .positions = positions_,
+                                                     .geocoder = geocoder_,
+                                                     .zone = zone_,
                                                      .wallpaper = *wallpaper_})) {
+    truth_ = {LocationAccess::authorized, alfama};
+    positions_.answerBy(device.parts().time);
+    positions_.truth = [this] { return truth_; };
     app_->start();
 }
 
@@ -204,6 +218,41 @@ void SimApp::changeMusic(samples::Random& random) {
 std::optional<std::string> SimApp::partnersSong() const {
     const auto& playing = app_->state().presence.nowPlaying;
     return playing ? std::optional{playing->title} : std::nullopt;
+}
+
+void SimApp::changePlace(samples::Random& random) {
+    auto& place = app_->place();
+    switch (pick(random, 0, 9)) {
+    case 0: return place.share(false);
+    case 1:
+    case 2: return place.share(true);
+    case 3: truth_ = {LocationAccess::authorized, towns.at(pick(random, std::size_t{0}, towns.size() - 1))}; return;
+    case 4:
+        if (truth_.position) truth_.position->latitude -= pick(random, 0, 400) / 111'195.0;
+        return;
+    case 5: truth_ = {chance(random, 0.5) ? LocationAccess::denied : LocationAccess::restricted, std::nullopt}; return;
+    case 6: return place.choose(chance(random, 0.5) ? std::optional{byHand} : std::nullopt);
+    case 7: return place.setPrecision(chance(random, 0.5) ? HerePrecision::block : HerePrecision::neighbourhood);
+    case 8:
+        if (app_->state().ownPresence.here) place.rename(chance(random, 0.5) ? "Home" : "");
+        return;
+    default: zone_.zone = chance(random, 0.5) ? "Europe/Lisbon" : "Pacific/Fiji"; http_.turnWeather(random);
+    }
+}
+
+std::string SimApp::faultOfPlace() const {
+    const auto& state = app_->state();
+    const auto& here = state.ownPresence.here;
+    const bool isKnown = state.token && (state.chosenPlace || truth_.position);
+    if (state.placeConsent != Consent::yes || !isKnown) return here ? "tells of a place that it should keep" : "";
+    if (!here) return "does not tell where it is";
+    const auto at = state.chosenPlace ? state.chosenPlace->position() : *truth_.position;
+    constexpr double stayAndCell = 150 + 800;
+    if (metresBetween(at, {here->lat, here->lon}) > stayAndCell) return "tells of a place where it is not";
+    if (Coordinates{here->lat, here->lon} != rounded({here->lat, here->lon}, decimalsOf(state.precision)))
+        return "tells its position too exactly";
+    if (here->tz != zone_.zone) return "tells another zone than its computer's";
+    return {};
 }
 
 // Its line

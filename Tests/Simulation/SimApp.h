@@ -3,8 +3,10 @@
 
 #include "Lumaro/Model/AppModel.h"
 #include "Lumaro/Model/Room/DirectRoomLinks.h"
+#include "Lumaro/Offline/QuietServices.h"
 #include "Tests/Fakes/FakeDesktop.h"
 #include "Tests/Fakes/FakeNotifications.h"
+#include "Tests/Fakes/FakePlaces.h"
 #include "Tests/Fakes/FakePlayers.h"
 #include "Tests/Fakes/ManualBackground.h"
 #include "Tests/Simulation/SimDevice.h"
@@ -36,7 +38,11 @@ public:
     std::optional<std::string> song() const override { return song_; }
     bool sharesMusic() const override { return app_->state().musicConsent == Consent::yes; }
     std::optional<std::string> partnersSong() const override;
-    bool knowsMusic() const override { return true; }
+    void changePlace(samples::Random& random) override;
+    std::optional<Here> place() const override { return app_->state().ownPresence.here; }
+    std::optional<Here> partnersPlace() const override { return app_->state().presence.here; }
+    std::string faultOfPlace() const override;
+    bool hasLiveCards() const override { return true; }
     void retryNow() override { signals_.changeNetwork(); }
     void reconnect() override { app_->connect(); }
     void wake() override { signals_.wakeUp(); }
@@ -75,6 +81,11 @@ private:
     FakePlayers players_;
     std::optional<std::string> song_; ///< that plays or is paused
     FakeCoverMaker coverMaker_;
+    QuietCity city_;
+    FakePositions positions_;
+    PositionSource::Answer truth_; ///< where the computer is, and whether it says so
+    FakeGeocoder geocoder_;
+    FakeZone zone_;
     std::unique_ptr<NoWallpaper> wallpaper_;
     std::unique_ptr<Background> background_;
     std::unique_ptr<AppModel> app_;

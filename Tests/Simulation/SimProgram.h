@@ -41,7 +41,16 @@ public:
     virtual bool sharesMusic() const { return false; }
     /// The song of the partner that is shown here.
     virtual std::optional<std::string> partnersSong() const { return std::nullopt; }
-    virtual bool knowsMusic() const { return false; }
+    /// Moves, says where they are, names it, or says whether it is shared; where it knows places.
+    virtual void changePlace(samples::Random& /*random*/) {}
+    /// What this device shares of where it is.
+    virtual std::optional<Here> place() const { return std::nullopt; }
+    /// Where the partner is, as it is shown here.
+    virtual std::optional<Here> partnersPlace() const { return std::nullopt; }
+    /// What is wrong at rest with what this device shares of its place; empty when nothing is.
+    virtual std::string faultOfPlace() const { return {}; }
+    /// Whether it has music and places at all.
+    virtual bool hasLiveCards() const { return false; }
     virtual void retryNow() = 0;
     virtual void reconnect() = 0;
     /// The machine slept, and its clock is set.

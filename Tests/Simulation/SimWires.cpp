@@ -33,13 +33,28 @@ std::unique_ptr<HttpClient::Call> SimHttp::send(HttpRequest request, std::move_o
     if (network_.weather(device_).reach != Weather::Reach::open) {
         bring(place, noAnswer());
     } else if (!isForBoard) {
-        bring(place, HttpResponse{.status = 404, .body = {}});
+        bring(place, weatherFrom(request.url));
     } else {
         call->state->way = time_.wait(network_.delay(device_), [this, place, request = std::move(request)] {
             server_.snapshot(request, [this, place](Answer answer) { bring(place, std::move(answer)); });
         });
     }
     return call;
+}
+
+void SimHttp::turnWeather(samples::Random& random) {
+    roomHasWeather_ = samples::chance(random, 0.5);
+    serviceHasWeather_ = samples::chance(random, 0.5);
+}
+
+HttpClient::Answer SimHttp::weatherFrom(const std::string& url) const {
+    if (roomHasWeather_ && url.contains("/weather?")) {
+        return HttpResponse{200, R"({"tempC":11,"code":3,"isDay":true,"sampledAt":1790000000000})"};
+    }
+    if (serviceHasWeather_ && url.contains("/v1/forecast?")) {
+        return HttpResponse{200, R"({"current":{"temperature_2m":12,"is_day":0,"weather_code":71},"daily":{}})"};
+    }
+    return HttpResponse{.status = 404, .body = {}};
 }
 
 void SimHttp::bring(const std::weak_ptr<State>& place, Answer answer) {

@@ -29,6 +29,8 @@ public:
         : time_(time), network_(network), server_(server), device_(device) {}
 
     [[nodiscard]] std::unique_ptr<Call> send(HttpRequest request, std::move_only_function<void(Answer)> then) override;
+    /// Whether the room's server has the weather, and the forecast service; each may be out of order.
+    void turnWeather(samples::Random& random);
     /// Whether a request for the board is on its way.
     bool isAsking() const { return !latest_.expired(); }
 
@@ -36,6 +38,7 @@ private:
     struct State;
     struct Request;
 
+    Answer weatherFrom(const std::string& url) const;
     void bring(const std::weak_ptr<State>& place, Answer answer);
     static void finish(const std::weak_ptr<State>& place, Answer answer);
 
@@ -43,6 +46,8 @@ private:
     SimNetwork& network_;
     SimServer& server_;
     std::size_t device_;
+    bool roomHasWeather_ = true;
+    bool serviceHasWeather_ = true;
     std::weak_ptr<State> latest_;
 };
 

@@ -167,6 +167,7 @@ void World::use(SimProgram& program, SimDevice& device, const Step& step) {
     case Deed::takeBack: return program.takeBack(random);
     case Deed::presence: return program.sendPresence();
     case Deed::music: return program.changeMusic(random);
+    case Deed::place: return program.changePlace(random);
     case Deed::retryNow:
         if (std::holds_alternative<ConnectionState::Waiting>(client->connectionState().value)) {
             coverage_.note(Met::retriesAtOnce);

@@ -47,6 +47,7 @@ private:
     bool areInStep();
     bool areRostersRight();
     void checkSongs();
+    void checkPlaces();
     void checkAtRest();
     void letTimeTakeDown();
     std::optional<RoomRecord> room();

@@ -29,6 +29,7 @@ struct LiveCardsTest : testing::Test {
     MusicState music{.musicConsent = Consent::yes};
     PlaceState place;
     CoverState covers;
+    CityState city;
     const LiveContext::Picture* picture = &noPicture;
     std::map<PartnerID, std::string> names{{PartnerID::a, "ana"}, {PartnerID::b, "bo"}};
     QTimeZone zone{QByteArray{"Europe/Berlin"}};
@@ -43,6 +44,7 @@ struct LiveCardsTest : testing::Test {
                 .music = music,
                 .place = place,
                 .covers = covers,
+                .city = city,
                 .picture = *picture};
     }
     BoardItem item(Payload payload) const {

@@ -5,6 +5,7 @@
 #include "Widgets/Items/Painters.h"
 #include "Widgets/Items/Palette.h"
 #include "Widgets/Items/Paper.h"
+#include "Widgets/Items/Picture.h"
 #include "Widgets/Items/Shadow.h"
 #include "Widgets/Items/Window/ViewPainting.h"
 
@@ -31,6 +32,10 @@ QRectF frameRect(QSizeF size) {
 
 QRectF glassRect(QSizeF size) {
     return frameRect(size).adjusted(beam, beam, -beam, -beam);
+}
+
+QPointF plantFoot(QSizeF size) {
+    return {size.width() - 52, sillY + 3};
 }
 
 const PaperColours& paintedWood() {
@@ -229,6 +234,15 @@ std::array<QRectF, 4> windowPanes(QSizeF size) {
     return panes;
 }
 
+QRectF windowPlantRect(QSizeF size) {
+    const QPointF foot = plantFoot(size);
+    return {foot.x() - 36, foot.y() - 72, 72, 76};
+}
+
+void paintWindowPlant(QPainter& painter, QSizeF size) {
+    paintPlant(painter, plantFoot(size));
+}
+
 void paintFace(QPainter& painter, const WindowFace& face, QSizeF size) {
     const QRectF frame = frameRect(size);
     const QRectF glass = glassRect(size);
@@ -236,7 +250,11 @@ void paintFace(QPainter& painter, const WindowFace& face, QSizeF size) {
     outline.addRoundedRect(frame, 3.5, 3.5);
     paintShadow(painter, outline, 1.2);
     if (face.view) {
-        paintView(painter, glass, *face.view);
+        if (const auto city = face.city.pixels(); city.isNull()) {
+            paintView(painter, glass, *face.view);
+        } else {
+            paintPicture(painter, glass, city);
+        }
         paintReflection(painter, glass);
     } else {
         paintBlind(painter, glass, face.words);
@@ -245,7 +263,7 @@ void paintFace(QPainter& painter, const WindowFace& face, QSizeF size) {
     if (face.view) paintSashes(painter, glass);
     paintFrame(painter, frame);
     paintSill(painter, size);
-    paintPlant(painter, {size.width() - 52, sillY + 3});
+    paintWindowPlant(painter, size);
     const bool isKnown = !face.place.isEmpty() || !face.time.isEmpty() || !face.temperature.isEmpty();
     if (isKnown) paintTag(painter, face, size);
 }

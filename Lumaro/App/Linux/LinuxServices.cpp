@@ -10,6 +10,7 @@
 #include "Platform/Linux/PictureMemory.h"
 #include "Platform/Linux/ScreenLock.h"
 #include "Platform/Linux/SecretServiceStore.h"
+#include "Platform/Linux/SystemPosition.h"
 #include "Platform/Linux/UrlScheme.h"
 #include "Platform/Linux/UserContactCard.h"
 
@@ -48,6 +49,7 @@ public:
     SystemSignals& signals() override { return signals_; }
     DownloadOrigin& downloadOrigin() override { return origin_; }
     MusicPlayers players() override { return {players_, players_, players_, players_}; }
+    PositionSource& positions() override { return positions_; }
     std::expected<void, std::string> claimLinks() override { return links_.claim(); }
     Listening onScreenLock(std::function<void(bool isLocked)> changed) override {
         return std::make_shared<ScreenLock>(std::move(changed));
@@ -62,6 +64,7 @@ private:
     LoginSignals signals_;
     DownloadAttributes origin_;
     MprisPlayers players_;
+    SystemPosition positions_;
     UrlScheme links_;
 };
 

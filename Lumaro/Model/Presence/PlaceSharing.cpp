@@ -45,8 +45,8 @@ LocationWatcher::Settings settingsIn(const PlaceSharing::Ports& ports) {
 
 } // namespace
 
-PlaceSharing::PlaceSharing(Setup setup, Ports ports, PlaceState& state, PresenceSender& presence, Announcer& announcer)
-    : setup_(std::move(setup)), ports_(ports), state_(state), presence_(presence), announcer_(announcer),
+PlaceSharing::PlaceSharing(Ports ports, PlaceState& state, PresenceSender& presence, Announcer& announcer)
+    : ports_(ports), state_(state), presence_(presence), announcer_(announcer),
       watcher_(ports.watcher, settingsIn(ports), [this] { hear(); }) {
     state_.placeConsent = consentIn(ports_.defaults, sharesPlaceKey);
     state_.precision = watcher_.settings().precision;
@@ -59,7 +59,8 @@ void PlaceSharing::enter(const CoupleEndpoints& endpoints, const CoupleToken& to
     std::vector<std::unique_ptr<WeatherFetching>> fetchers;
     fetchers.push_back(
         std::make_unique<WorkerWeatherFetcher>(endpoints, token.authorizationHeaderValue(), ports_.http));
-    fetchers.push_back(std::make_unique<OpenMeteoFetcher>(setup_.forecasts, ports_.http, ports_.watcher.clock));
+    auto service = ports_.defaults.string(forecastsKey).value_or(std::string{OpenMeteo::publicService});
+    fetchers.push_back(std::make_unique<OpenMeteoFetcher>(std::move(service), ports_.http, ports_.watcher.clock));
     weather_ = std::make_unique<FirstWorkingWeatherFetcher>(std::move(fetchers));
     follow();
 }

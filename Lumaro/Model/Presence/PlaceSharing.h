@@ -13,7 +13,6 @@
 
 #include <memory>
 #include <optional>
-#include <string>
 #include <string_view>
 
 namespace lumaro {
@@ -29,6 +28,9 @@ struct PlaceState {
     bool operator==(const PlaceState&) const = default;
 };
 
+/// The setting of the service that is asked for the weather where the board's server has none; a URL.
+inline constexpr std::string_view forecastsKey = "forecastsURL";
+
 /// Shares where this computer is, if the person said so. Keeps what they said, and their names for places.
 class PlaceSharing {
 public:
@@ -38,11 +40,7 @@ public:
         HttpClient& http;
         UserDefaults& defaults;
     };
-    struct Setup {
-        std::string forecasts = std::string{OpenMeteo::publicService}; ///< where the room's server has no weather
-    };
-
-    PlaceSharing(Setup setup, Ports ports, PlaceState& state, PresenceSender& presence, Announcer& announcer);
+    PlaceSharing(Ports ports, PlaceState& state, PresenceSender& presence, Announcer& announcer);
     PlaceSharing(const PlaceSharing&) = delete;
     PlaceSharing& operator=(const PlaceSharing&) = delete;
     ~PlaceSharing() = default;
@@ -67,7 +65,6 @@ private:
     void follow();
     void hear();
 
-    Setup setup_;
     Ports ports_;
     PlaceState& state_;
     PresenceSender& presence_;

@@ -58,6 +58,7 @@ LiveContext BoardScene::live() const {
             .music = state,
             .place = state,
             .covers = state,
+            .city = state,
             .picture = picture_,
             .sceneryAt = ports_.sceneryAt};
 }

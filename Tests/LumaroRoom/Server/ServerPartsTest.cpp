@@ -118,7 +118,8 @@ std::expected<Command, std::string> parsed(std::vector<std::string> arguments) {
 TEST(CommandLineTest, FlagsAndEnvironmentMakeTheConfiguration) {
     ::setenv("LUMARO_ROOM_BURST", "7", 1);                              // NOLINT(concurrency-mt-unsafe)
     ::setenv("LUMARO_ROOM_TRUSTED_PROXIES", "10.0.0.0/8,192.0.2.1", 1); // NOLINT(concurrency-mt-unsafe)
-    const auto command = parsed({"--listen", "[::1]:0", "--public-url", "https://board.example/", "--threads", "3"});
+    const auto command = parsed({"--listen", "[::1]:0", "--public-url", "https://board.example/", "--threads", "3",
+                                 "--window-page", "https://city.example/view?of=all", "--window-key", "k1"});
     ::unsetenv("LUMARO_ROOM_BURST");           // NOLINT(concurrency-mt-unsafe)
     ::unsetenv("LUMARO_ROOM_TRUSTED_PROXIES"); // NOLINT(concurrency-mt-unsafe)
     ASSERT_TRUE(command) << command.error();
@@ -128,6 +129,7 @@ TEST(CommandLineTest, FlagsAndEnvironmentMakeTheConfiguration) {
     EXPECT_EQ(config.publicURL, "https://board.example");
     EXPECT_EQ(config.threads, 3U);
     EXPECT_EQ(config.limits.messageBurst, 7);
+    EXPECT_EQ(config.windowKey, (WindowKey{"https://city.example/view?of=all", "k1"}));
     ASSERT_EQ(config.trustedProxies.size(), 2U);
 }
 
@@ -140,11 +142,16 @@ TEST(CommandLineTest, WhatMakesNoSenseIsRefusedInOneLine) {
                                                       {"--threads", "0"},
                                                       {"--burst", "many\nlines"},
                                                       {"--tls-cert", "/dev/null"},
+                                                      {"--window-page", "https://city.example"},
+                                                      {"--window-key", "secret"},
+                                                      {"--window-page", "https://a", "--window-key", "secret two"},
+                                                      {"--window-page", "http://city.example", "--window-key", "k"},
                                                       {"backup"},
                                                       {"check", "more"}}) {
         const auto command = parsed(arguments);
         ASSERT_FALSE(command) << arguments.front();
         EXPECT_EQ(command.error().find('\n'), std::string::npos);
+        EXPECT_EQ(command.error().find("secret"), std::string::npos);
     }
 }
 

@@ -313,6 +313,15 @@ TEST_F(GeoCluePositionTest, ANoIsDeniedAndASystemThatDoesNotOfferItIsRestricted)
     EXPECT_TRUE(service_.active.empty());
 }
 
+TEST_F(GeoCluePositionTest, AClientThatComesTooLateIsGivenBack) {
+    GeoCluePosition impatient{bus(), {.service = moment}};
+    service_.held = QStringLiteral("CreateClient");
+    EXPECT_EQ(answerOf(impatient), "restricted");
+    service_.release();
+    waitForCall(service_, QStringLiteral("DeleteClient"));
+    EXPECT_TRUE(service_.open.empty());
+}
+
 TEST_F(GeoCluePositionTest, APersonMayTakeLongerThanTheCallLasts) {
     GeoCluePosition impatient{bus(), shortLimits};
     service_.held = QStringLiteral("Start");
@@ -392,18 +401,21 @@ TEST_F(PortalPositionTest, ANoIsDeniedALockdownRestrictedAndAnythingElseLeavesIt
     }
     service_.refusals.clear();
     waitUntil([&] { return service_.open.empty(); });
-    for (const int response : {2, -1}) {
-        service_.response = response;
-        service_.calls.clear();
-        const auto asked = ask(source_);
-        waitForCall(service_, QStringLiteral("Start"));
-        catchUp();
-        EXPECT_TRUE(asked->answers.empty());
-        asked->search.reset();
-        waitUntil([&] { return service_.open.empty(); });
-        // The question, while it is open, is taken back.
-        EXPECT_EQ(service_.calls.count(QStringLiteral("Close")), response < 0 ? 2 : 1);
-    }
+    service_.calls.clear();
+    const auto close = QStringLiteral("Close");
+    service_.response = 2;
+    const auto failing = ask(source_);
+    waitForCall(service_, close);
+    service_.response = -1;
+    const auto unanswered = ask(source_);
+    waitForCall(service_, QStringLiteral("Start"), 2);
+    catchUp();
+    EXPECT_TRUE(failing->answers.empty() && unanswered->answers.empty());
+    failing->search.reset();
+    unanswered->search.reset();
+    waitUntil([&] { return service_.open.empty(); });
+    // The question to the person, while it is open, is taken back as well.
+    EXPECT_EQ(service_.calls.count(close), 3);
 }
 
 TEST_F(PortalPositionTest, AfterAFaultOrASessionThatEndsItAsksAgainInAWhile) {

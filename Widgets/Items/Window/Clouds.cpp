@@ -44,6 +44,7 @@ public:
         const double drift = scene.view.hour * (0.05 + scene.view.windKmh * 0.012) * (scene.slant(20) < 0 ? 1 : -1);
         offset_ = static_cast<float>(chance.between(0, 40) + drift);
         far_ = static_cast<float>(chance.between(0, 40));
+        dark_ = static_cast<float>(rise(0, -9, sunHeight_));
         evening_ = static_cast<float>(rise(12, 3, sunHeight_));
         clear_ = static_cast<float>(1 - rise(0.35, 0.9, scene.view.mist));
         isHeavy_ = scene.view.sky == Sky::rain || scene.view.sky == Sky::storm || scene.view.sky == Sky::snow;
@@ -139,7 +140,7 @@ private:
         const float open = (floor + 0.85F * lit) * (1 - (0.35F + 0.35F * evening_) * thick);
         const float ceiling =
             0.10F + 0.9F * smooth(0.22F, 0.66F, 1 - shape) * (0.45F + 0.55F * lit) + 0.28F * (1 - elevation);
-        const float bright = open * (1 - closed) + ceiling * closed * (isHeavy_ ? 0.62F : 0.85F);
+        const float bright = open * (1 - closed) + ceiling * closed * (isHeavy_ ? 0.62F + 0.5F * dark_ : 0.85F);
         Tone tone = blend(light_.cloudShade, light_.cloudLit, clamped(bright));
         tone = blend(tone, light_.sun, 0.75 * ray.shine * (1 - thick) * (1 - closed));
         veil.coverWith(hazy(tone, elevation, 0.62F),
@@ -155,6 +156,7 @@ private:
     float far_ = 0;
     float sunReach_ = 0;
     float evening_ = 0;
+    float dark_ = 0;  ///< 1 at night
     float clear_ = 1; ///< what the mist leaves of them
     bool isHeavy_ = false;
 };
@@ -167,7 +169,7 @@ void paintClouds(QPainter& painter, const ViewScene& scene) {
     const CloudPainter clouds{scene};
     const double height = scene.horizon - scene.rect.top();
     // They are soft: more pixels than this would not be seen.
-    const double density = std::min(scene.density, 150 / scene.rect.height());
+    const double density = std::min(std::max(1.0, scene.density / 1.6), 150 / scene.rect.height());
     const QSize size = (QSizeF{scene.rect.width(), height} * density).toSize().expandedTo({2, 2});
     QImage image{size, QImage::Format_ARGB32_Premultiplied};
     const double toHeights = 1 / (density * scene.rect.height());
