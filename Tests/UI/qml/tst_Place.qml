@@ -54,7 +54,10 @@ Item {
             verify(Bed.place.isDecided && !Bed.place.isShared);
             waitForFocus("the board");
             keyClick(Qt.Key_Return);
-            press("let it see where you are");
+            tryVerify(() => named("my block"));
+            find(room.Window.contentItem, item => item.Accessible.role === Accessible.CheckBox).forceActiveFocus(Qt.TabFocusReason);
+            waitForFocus("let it see where you are");
+            keyClick(Qt.Key_Space);
             verify(Bed.place.isShared);
             compare(Bed.toldPosition(), "");
             Bed.answerPosition("here");
