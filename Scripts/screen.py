@@ -137,14 +137,15 @@ class Person:
     WIDTH, HEIGHT = 1180, 780
     ABOVE, BELOW = 28, 88  # what the editor keeps free of the canvas
 
-    def __init__(self, screen, name, lumaro, lumaroctl, room, at=(0, 0)):
-        self.screen, self.name, self.at = screen, name, at
+    def __init__(self, screen, name, lumaro, lumaroctl, room, at=(0, 0), zone="UTC"):
+        self.screen, self.name, self.at, self.zone = screen, name, at, zone
         self.lumaro, self.lumaroctl = lumaro, lumaroctl
         self.profile = screen.folder / name
         self.start(room.url)
 
     def start(self, server):
-        self.process = self.screen.start([self.lumaro, "--profile", self.profile, "--server", server], self.name)
+        self.process = self.screen.start([self.lumaro, "--profile", self.profile, "--server", server], self.name,
+                                         env=dict(self.screen.env, TZ=self.zone))
         self.take_window()
 
     def open(self):

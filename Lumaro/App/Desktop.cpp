@@ -44,6 +44,8 @@ AppModel::Ports Desktop::ports(WallpaperController& wallpaper) {
             .origin = system->downloadOrigin(),
             .players = system->players(),
             .coverMaker = coverMaker,
+            .cityPainter = cityPainter,
+            .cityMaker = cityMaker,
             .positions = system->positions(),
             .geocoder = geocoder,
             .zone = zone,

@@ -4,6 +4,7 @@
 #include "Lumaro/App/SystemServices.h"
 #include "Lumaro/App/ThreadedRoomLinks.h"
 #include "Lumaro/Model/AppModel.h"
+#include "Lumaro/Pictures/QtCityPictureMaker.h"
 #include "Lumaro/Pictures/QtCoverMaker.h"
 #include "LumaroCore/Places/PlaceTable.h"
 #include "LumaroCore/Places/TableGeocoder.h"
@@ -13,6 +14,7 @@
 #include "Platform/Posix/SystemClock.h"
 #include "Platform/Posix/SystemRandom.h"
 #include "Platform/Qt/QtBackgroundRunner.h"
+#include "Platform/Qt/QtCityPainter.h"
 #include "Platform/Qt/QtHttpClient.h"
 #include "Platform/Qt/QtSleeper.h"
 #include "Platform/Qt/QtSystemZone.h"
@@ -41,6 +43,8 @@ struct Desktop {
     QtBackgroundRunner secretBackground;
     QtBackgroundRunner pictureBackground; ///< decoding and cutting take long, and hold up no snapshot
     QtCoverMaker coverMaker;
+    QtCityPainter cityPainter{QtCityPainter::usualFolders()};
+    QtCityPictureMaker cityMaker;
     PlaceTable places;
     TableGeocoder geocoder{places};
     QtSystemZone zone;

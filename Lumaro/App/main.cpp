@@ -109,7 +109,7 @@ int runWindows(Desktop& desktop, QtLoop& loop, const std::string& profile, const
                        .version = QStringLiteral(LUMARO_VERSION),
                        .suggestedName = QString::fromStdString(desktop.system->contacts().ownCard().fullName)},
         Windows::Ports{app, boards, desktop.clock, desktop.sleeper, desktop.ids, desktop.pictureBackground,
-                       desktop.defaults, desktop.system->loginItem()},
+                       desktop.defaults, desktop.system->loginItem(), desktop.places},
         [&] { loop.quit(); });
     windows = made.get();
     return serve(app, desktop, loop, profile, arguments, std::move(made));

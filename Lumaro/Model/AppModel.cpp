@@ -62,6 +62,8 @@ AppModel::AppModel(Setup setup, Ports ports)
               .defaults = ports.defaults,
               .players = ports.players,
               .coverMaker = ports.coverMaker,
+              .cityPainter = ports.cityPainter,
+              .cityMaker = ports.cityMaker,
               .positions = ports.positions,
               .geocoder = ports.geocoder,
               .zone = ports.zone},
@@ -220,7 +222,7 @@ void AppModel::completeNews(const AppNews& news) {
     if (news.changed.has(AppChange::editor)) {
         presence().setActivity(editor_.isBusy() ? Activity::editing : Activity::idle);
     }
-    feeds_.follow(news.changed);
+    feeds_.follow(news.changed, board(), slot());
 }
 
 } // namespace lumaro

@@ -4,6 +4,8 @@
 #include "Lumaro/Model/Computer/DesktopSwitch.h"
 #include "Lumaro/Model/Membership/Membership.h"
 #include "Lumaro/Model/Room/RoomLink.h"
+#include "LumaroCore/CityWindow/CityPainter.h"
+#include "LumaroCore/CityWindow/CityPictureMaker.h"
 #include "LumaroCore/Location/PositionSource.h"
 #include "LumaroCore/Location/ReverseGeocoder.h"
 #include "LumaroCore/Music/CoverMaker.h"
@@ -49,6 +51,8 @@ struct AppPorts {
     DownloadOrigin& origin;
     MusicPlayers players;
     CoverMaker& coverMaker;
+    CityPainter& cityPainter;
+    CityPictureMaker& cityMaker;
     PositionSource& positions;
     ReverseGeocoder& geocoder;
     SystemZone& zone;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "LumaroCore/CityWindow/CityPainter.h"
+#include "LumaroCore/CityWindow/CityPictureMaker.h"
 #include "LumaroCore/Location/PositionSource.h"
 #include "LumaroCore/Music/MusicPlayers.h"
 #include "LumaroCore/Services/ContactCard.h"
@@ -118,6 +120,16 @@ public:
 private:
     SystemClock clock_;
     Instant::duration shift_{0};
+};
+
+/// No program draws cities.
+class QuietCity final : public CityPainter, public CityPictureMaker {
+public:
+    bool isInstalled() override { return false; }
+    std::unique_ptr<Run> paint(CityRequest, std::move_only_function<void(Answer)>) override {
+        return std::make_unique<Run>();
+    }
+    std::optional<CityPicture> ofPicture(std::string_view, std::int64_t, std::int64_t) override { return std::nullopt; }
 };
 
 class QuietSignals final : public SystemSignals {

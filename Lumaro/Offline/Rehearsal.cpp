@@ -179,6 +179,8 @@ AppModel::Ports Rehearsal::ports() {
             .origin = origin_,
             .players = players_.players(),
             .coverMaker = coverMaker_,
+            .cityPainter = city_,
+            .cityMaker = city_,
             .positions = positions_,
             .geocoder = geocoder_,
             .zone = zone_,

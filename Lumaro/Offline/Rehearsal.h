@@ -119,6 +119,7 @@ private:
     TableGeocoder geocoder_{towns_};
     QtSystemZone zone_;
     QtCoverMaker coverMaker_;
+    QuietCity city_;
     DesktopBoards desktop_;
     AppModel app_;
     std::unique_ptr<Windows> windows_;

@@ -20,7 +20,7 @@ void PlaceView::setPrecision(const QString& precision) {
 QString PlaceView::chosen() const {
     const auto& place = state().chosenPlace;
     if (!place) return {};
-    return Words::tr("%1, %2", "lisboa, portugal").arg(qText(place->name).toLower(), countryName(place->country));
+    return Words::tr("%1, %2", "lisbon, portugal").arg(qText(place->name).toLower(), countryName(place->country));
 }
 
 QString PlaceView::zoneNote() const {

@@ -11,7 +11,8 @@
 
 namespace lumaro {
 
-/// What this person lets the partner see of where they are, for views to show and to set.
+/// What this person lets the partner see of where they are, for views to show and to set. It changes with the scene,
+/// which hears of the application and of the minutes.
 class PlaceView final : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -22,7 +23,7 @@ class PlaceView final : public QObject {
     Q_PROPERTY(QString precision READ precision WRITE setPrecision NOTIFY changed)
     /// The person says where they are.
     Q_PROPERTY(bool isByHand READ isByHand NOTIFY changed)
-    /// "lisboa, portugal": where they say they are.
+    /// "lisbon, portugal": where they say they are.
     Q_PROPERTY(QString chosen READ chosen NOTIFY changed)
     /// That the clock on the card is not that of the chosen place; empty where it is.
     Q_PROPERTY(QString zoneNote READ zoneNote NOTIFY changed)
@@ -47,7 +48,9 @@ public:
         const PlaceTable& towns;
     };
 
-    explicit PlaceView(Ports ports) : app_(ports.app), scene_(ports.scene), choices_(ports.towns) {}
+    explicit PlaceView(Ports ports) : app_(ports.app), scene_(ports.scene), choices_(ports.towns) {
+        connect(&scene_, &BoardScene::settledChanged, this, &PlaceView::changed);
+    }
 
     bool isShared() const { return state().placeConsent == Consent::yes; }
     bool isDecided() const { return state().placeConsent != Consent::notAsked; }
@@ -72,11 +75,6 @@ public:
     Q_INVOKABLE void lookAgain() { app_.place().lookAgain(); }
     /// An empty name forgets it.
     Q_INVOKABLE void rename(const QString& name) { app_.place().rename(name.toStdString()); }
-
-    /// What changed of the application. The scene has heard of it before.
-    void hear(AppChanges changes) {
-        if (changes.has(AppChange::place) || changes.has(AppChange::ownPresence)) Q_EMIT changed();
-    }
 
 Q_SIGNALS:
     void changed();

@@ -70,7 +70,6 @@ void Windows::hear(const AppNews& news) {
     scene_.hear(news.changed);
     editor_.hear(news);
     music_.hear(news.changed);
-    place_.hear(news.changed);
     // No page shows what a hand does, which changes many times a second.
     if (!news.changed.isOnly(AppChange::editor)) {
         view_.refresh();
@@ -130,7 +129,8 @@ void Windows::openQuickNote(const QString& text) {
 }
 
 std::unique_ptr<QQuickWindow> Windows::makeDesktopWindow() {
-    return make("DesktopWindow", {{QStringLiteral("scene"), shared(scene_)}});
+    return make("DesktopWindow",
+                {{QStringLiteral("scene"), shared(scene_)}, {QStringLiteral("settings"), shared(settings_)}});
 }
 
 } // namespace lumaro

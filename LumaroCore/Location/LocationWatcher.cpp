@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "LumaroCore/Location/LocationWatcher.h"
 
+#include "LumaroCore/Support/EnumNames.h"
 #include "LumaroCore/Support/Wire.h"
 
 namespace lumaro {

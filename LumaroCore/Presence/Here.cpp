@@ -8,7 +8,13 @@
 namespace lumaro {
 
 std::string Here::clampLabel(std::string_view text) {
-    const auto start = firstCharacters(trimmed(text), maxLabelCharacters);
+    auto start = firstCharacters(trimmed(text), maxLabelCharacters);
+    // With marks one character may be as long as a book.
+    if (start.size() > maxLabelBytes) {
+        auto end = maxLabelBytes;
+        while (end > 0 && (static_cast<unsigned char>(start[end]) & 0xC0U) == 0x80U) --end;
+        start = start.substr(0, end);
+    }
     return start.empty() ? "somewhere" : std::string{start};
 }
 

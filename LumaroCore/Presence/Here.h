@@ -33,6 +33,7 @@ constexpr int decimalsOf(HerePrecision precision) {
 /// Roughly where a person is. What leaves the computer is coarsened.
 struct Here {
     static constexpr std::size_t maxLabelCharacters = 40;
+    static constexpr std::size_t maxLabelBytes = 2048;
 
     double lat = 0;
     double lon = 0;

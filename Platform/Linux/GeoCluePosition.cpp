@@ -10,7 +10,7 @@
 namespace lumaro {
 namespace {
 
-QString service() {
+QString geoClueName() {
     return QStringLiteral("org.freedesktop.GeoClue2");
 }
 QString managerPath() {
@@ -21,9 +21,6 @@ QString managerInterface() {
 }
 QString clientInterface() {
     return QStringLiteral("org.freedesktop.GeoClue2.Client");
-}
-QString propertiesInterface() {
-    return QStringLiteral("org.freedesktop.DBus.Properties");
 }
 
 // Of the file that is installed, Packaging/Linux/lumaro.desktop, by which GeoClue and the desktop know the program.
@@ -80,8 +77,8 @@ private:
 
 // The service may be started by this first call. All that follows goes to the process that answered it.
 GeoClueTry::GeoClueTry(Setup setup, HerePrecision precision) : PositionTry(std::move(setup)), precision_(precision) {
-    const auto level =
-        propertyCall(service(), managerPath(), managerInterface(), QStringLiteral("AvailableAccuracyLevel"));
+    const auto level = propertiesCall(geoClueName(), managerPath(), QStringLiteral("Get"),
+                                      {managerInterface(), QStringLiteral("AvailableAccuracyLevel")});
     ask(level, limits().service, [this](const QDBusPendingReply<QDBusVariant>& reply) {
         if (reply.isError()) return finish(accessOf(reply.error()));
         hear(reply.reply().service());
@@ -133,11 +130,10 @@ void GeoClueTry::locationUpdated(const QDBusObjectPath& /*before*/, const QDBusO
 
 // One at a time, however fast they come.
 void GeoClueTry::readLocation() {
-    auto call = QDBusMessage::createMethodCall(owner(), std::exchange(location_, QString{}), propertiesInterface(),
-                                               QStringLiteral("GetAll"));
-    call.setArguments({QStringLiteral("org.freedesktop.GeoClue2.Location")});
+    const auto all = propertiesCall(owner(), std::exchange(location_, QString{}), QStringLiteral("GetAll"),
+                                    {QStringLiteral("org.freedesktop.GeoClue2.Location")});
     isReading_ = true;
-    ask(call, limits().service, [this](const QDBusPendingReply<QVariantMap>& reply) {
+    ask(all, limits().service, [this](const QDBusPendingReply<QVariantMap>& reply) {
         isReading_ = false;
         const auto position = reply.isError() ? std::nullopt : positionIn(reply.value());
         if (position) return finish(*position);
@@ -146,9 +142,8 @@ void GeoClueTry::readLocation() {
 }
 
 void GeoClueTry::setProperty(const QString& name, const QVariant& value) {
-    auto call = QDBusMessage::createMethodCall(owner(), client_, propertiesInterface(), QStringLiteral("Set"));
-    call.setArguments({clientInterface(), name, QVariant::fromValue(QDBusVariant{value})});
-    bus().send(call);
+    bus().send(propertiesCall(owner(), client_, QStringLiteral("Set"),
+                              {clientInterface(), name, QVariant::fromValue(QDBusVariant{value})}));
 }
 
 QDBusMessage GeoClueTry::clientCall(const QString& method) const {

@@ -75,7 +75,8 @@ private:
 
 // The portal may be started by this first call. All that follows goes to the process that answered it.
 PortalTry::PortalTry(Setup setup, HerePrecision precision) : PositionTry(std::move(setup)), precision_(precision) {
-    const auto version = propertyCall(desktopName(), desktopPath(), locationInterface(), QStringLiteral("version"));
+    const auto version = propertiesCall(desktopName(), desktopPath(), QStringLiteral("Get"),
+                                        {locationInterface(), QStringLiteral("version")});
     ask(version, limits().service, [this](const QDBusPendingReply<QDBusVariant>& reply) {
         if (reply.isError()) return finish(LocationAccess::restricted);
         hear(reply.reply().service());

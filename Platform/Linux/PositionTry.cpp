@@ -98,10 +98,11 @@ void RepeatedSearch::answer(PositionSource::Answer answer) {
     then(answer);
 }
 
-QDBusMessage propertyCall(const QString& service, const QString& path, const QString& interface, const QString& name) {
-    auto call = QDBusMessage::createMethodCall(service, path, QStringLiteral("org.freedesktop.DBus.Properties"),
-                                               QStringLiteral("Get"));
-    call.setArguments({interface, name});
+QDBusMessage propertiesCall(const QString& service, const QString& path, const QString& method,
+                            const QVariantList& arguments) {
+    auto call =
+        QDBusMessage::createMethodCall(service, path, QStringLiteral("org.freedesktop.DBus.Properties"), method);
+    call.setArguments(arguments);
     return call;
 }
 

@@ -9,6 +9,7 @@
 #include <QDBusServiceWatcher>
 #include <QObject>
 #include <QTimer>
+#include <QVariantList>
 #include <QVariantMap>
 
 #include <chrono>
@@ -98,8 +99,9 @@ private:
     QTimer pause_;
 };
 
-/// The property of an object, as org.freedesktop.DBus.Properties gets it.
-QDBusMessage propertyCall(const QString& service, const QString& path, const QString& interface, const QString& name);
+/// A call of org.freedesktop.DBus.Properties: "Get", "GetAll" or "Set".
+QDBusMessage propertiesCall(const QString& service, const QString& path, const QString& method,
+                            const QVariantList& arguments);
 
 /// What the properties "Latitude" and "Longitude" say; none when one is missing, is no double, or is not on earth.
 std::optional<Coordinates> positionIn(const QVariantMap& properties);

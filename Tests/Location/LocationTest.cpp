@@ -46,6 +46,9 @@ TEST(HereTest, WhatLeavesIsCoarseAndItsNameFits) {
     std::string families;
     for (int i = 0; i < 41; ++i) families += "👩‍👩‍👧";
     EXPECT_EQ(Here::clampLabel(families).size(), families.size() / 41 * 40);
+    std::string marks = "o";
+    for (int i = 0; i < 100'000; ++i) marks += "\u0308";
+    EXPECT_EQ(Here::clampLabel(marks).size(), Here::maxLabelBytes - 1) << "no half character";
 }
 
 TEST(LocationLogicTest, APlaceIsNamedByThePersonElseByItsTownElseByItsPart) {

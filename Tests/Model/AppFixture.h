@@ -2,6 +2,7 @@
 #pragma once
 
 #include "Lumaro/Model/AppModel.h"
+#include "Lumaro/Offline/QuietServices.h"
 #include "LumaroCore/BoardLogic/Edits.h"
 #include "LumaroCore/NoteRender/PMNode.h"
 #include "Tests/Fakes/CountingUUIDs.h"
@@ -147,6 +148,8 @@ struct AppFixture {
                 .origin = origin,
                 .players = players.players(),
                 .coverMaker = coverMaker,
+                .cityPainter = city,
+                .cityMaker = city,
                 .positions = positions,
                 .geocoder = geocoder,
                 .zone = zone,
@@ -172,6 +175,7 @@ struct AppFixture {
     FakeDownloadOrigin origin;
     FakePlayers players;
     FakeCoverMaker coverMaker;
+    QuietCity city;
     FakePositions positions;
     FakeGeocoder geocoder;
     FakeZone zone;

@@ -107,6 +107,8 @@ SimApp::SimApp(SimDevice& device)
                                                      .origin = origin_,
                                                      .players = players_.players(),
                                                      .coverMaker = coverMaker_,
+                                                     .cityPainter = city_,
+                                                     .cityMaker = city_,
                                                      .positions = positions_,
                                                      .geocoder = geocoder_,
                                                      .zone = zone_,

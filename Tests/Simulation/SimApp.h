@@ -3,6 +3,7 @@
 
 #include "Lumaro/Model/AppModel.h"
 #include "Lumaro/Model/Room/DirectRoomLinks.h"
+#include "Lumaro/Offline/QuietServices.h"
 #include "Tests/Fakes/FakeDesktop.h"
 #include "Tests/Fakes/FakeNotifications.h"
 #include "Tests/Fakes/FakePlaces.h"
@@ -80,6 +81,7 @@ private:
     FakePlayers players_;
     std::optional<std::string> song_; ///< that plays or is paused
     FakeCoverMaker coverMaker_;
+    QuietCity city_;
     FakePositions positions_;
     PositionSource::Answer truth_; ///< where the computer is, and whether it says so
     FakeGeocoder geocoder_;

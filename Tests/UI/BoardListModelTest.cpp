@@ -29,6 +29,7 @@ struct Rows {
                        .music = music,
                        .place = place,
                        .covers = covers,
+                       .city = city,
                        .picture = noPicture});
     }
 
@@ -38,6 +39,7 @@ struct Rows {
     MusicState music;
     PlaceState place;
     CoverState covers;
+    CityState city;
     std::map<PartnerID, std::string> names;
     QTimeZone zone = QTimeZone::utc();
 };

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Lumaro/UI/Board/LiveCards.h"
 #include "Lumaro/UI/Board/CardFaces.h"
+#include "Lumaro/UI/Board/PlaceWords.h"
 #include "Lumaro/UI/Board/SpokenItem.h"
 #include "LumaroCore/BoardModel/BoardSpec.h"
 #include "LumaroCore/Presence/Pomodoro.h"
@@ -28,6 +29,7 @@ struct LiveCardsTest : testing::Test {
     MusicState music{.musicConsent = Consent::yes};
     PlaceState place;
     CoverState covers;
+    CityState city;
     const LiveContext::Picture* picture = &noPicture;
     std::map<PartnerID, std::string> names{{PartnerID::a, "ana"}, {PartnerID::b, "bo"}};
     QTimeZone zone{QByteArray{"Europe/Berlin"}};
@@ -42,6 +44,7 @@ struct LiveCardsTest : testing::Test {
                 .music = music,
                 .place = place,
                 .covers = covers,
+                .city = city,
                 .picture = *picture};
     }
     BoardItem item(Payload payload) const {
@@ -90,12 +93,54 @@ struct LiveCardsTest : testing::Test {
 
 TEST_F(LiveCardsTest, cardsSayWhatTheyDoNotKnow) {
     EXPECT_EQ(face<MusicFace>(NowPlayingSlotPayload{PartnerID::b}).words, "nothing playing");
-    EXPECT_EQ(face<WindowFace>(LocationPayload{PartnerID::a}).words, "location is off");
+    EXPECT_EQ(face<WindowFace>(LocationPayload{PartnerID::a}).words, "let it see where you are");
     EXPECT_EQ(face<DayFace>(CalendarPayload{PartnerID::a}).words, "no calendar yet");
     partner.isPartnerOnline = true;
     EXPECT_EQ(face<WindowFace>(LocationPayload{PartnerID::b}).words, "waiting for a fix");
     EXPECT_EQ(face<ClocksFace>(TimezonesPayload{}).theirs.words, "waiting for a fix");
     EXPECT_EQ(face<ClocksFace>(TimezonesPayload{}).mine.time, "16:13");
+}
+
+TEST_F(LiveCardsTest, onesOwnWindowSaysWhatKeepsItEmptyAndSinceWhen) {
+    const auto words = [&] { return face<WindowFace>(LocationPayload{PartnerID::a}).words; };
+    place.locationAccess = LocationAccess::denied;
+    place.waitingForFixSince = now;
+    for (const auto consent : {Consent::notAsked, Consent::no}) {
+        place.placeConsent = consent;
+        EXPECT_EQ(words(), "let it see where you are");
+    }
+    place.placeConsent = Consent::yes;
+    EXPECT_EQ(words(), "location is off · fix") << "also while it looks again";
+    place.locationAccess = LocationAccess::restricted;
+    EXPECT_EQ(words(), "location is off · fix");
+    place.locationAccess = LocationAccess::authorized;
+    EXPECT_EQ(words(), "waiting for a fix · since 16:13");
+    place.waitingForFixSince = now - 30h;
+    EXPECT_EQ(words(), "waiting for a fix · since 20 september, 10:13");
+    place.waitingForFixSince.reset();
+    EXPECT_EQ(words(), "waiting for a fix");
+}
+
+TEST_F(LiveCardsTest, aPlaceOfAStrangersNumbersIsToldInSomeWords) {
+    constexpr double most = std::numeric_limits<double>::max();
+    for (const double number : {-most, -0.0, 1e9, most}) {
+        for (const auto moment : {Instant::min(), now, Instant::max()}) {
+            partnerIsIn("no/such zone", moment);
+            auto& here = *partner.here;
+            here.lat = here.lon = number;
+            here.label = std::string(10'000, 'x') + "\n";
+            here.since = here.weather->sampledAt = moment;
+            here.weather->tempC = number;
+            here.weather->feelsC = here.weather->hiC = here.weather->loC = number;
+            here.weather->windKmh = here.weather->windDeg = number;
+            const auto words = placeWords({PartnerID::b}, live());
+            EXPECT_EQ(words.label.size(), static_cast<qsizetype>(Here::maxLabelCharacters));
+            EXPECT_EQ(words.clock, "");
+            for (const auto& line : {words.weather, words.range, words.wind, words.position, words.since, words.age})
+                EXPECT_LT(line.size(), 80);
+            EXPECT_NE(words.position.left(2), "-0");
+        }
+    }
 }
 
 TEST_F(LiveCardsTest, aPlaceIsToldWithItsTimeWeatherAndAge) {

@@ -12,75 +12,119 @@
 #include <array>
 #include <cmath>
 #include <memory>
+#include <utility>
 
 namespace lumaro {
 namespace {
 
 constexpr std::size_t paneCount = 4;
 
-/// The part of a picture that repeats itself, and the room around it that a pane needs to look anywhere.
+int wrapped(double value, int period) {
+    const int rest = static_cast<int>(std::lround(std::fmod(value, period))) % period;
+    return rest < 0 ? rest + period : rest;
+}
+
+/// The tile, and beyond its edges again as much of it as a pane shows.
+QImage withRoom(const QImage& tile, QSize room) {
+    QImage picture{tile.size() + room, QImage::Format_ARGB32_Premultiplied};
+    picture.fill(Qt::transparent);
+    QPainter painter{&picture};
+    for (const int x : {0, tile.width()}) {
+        for (const int y : {0, tile.height()}) painter.drawImage(x, y, tile);
+    }
+    return picture;
+}
+
+/// The panes, the light of a flash on them, and before them what stands in the room.
 class FallingNode : public QSGNode {
 public:
     explicit FallingNode(QQuickWindow& window) {
-        for (auto& pane : panes_) {
-            pane = window.createImageNode();
-            pane->setFlag(OwnedByParent);
-            appendChildNode(pane);
-        }
+        for (auto& pane : panes_) appendChildNode(pane = imageNode(window));
+        appendChildNode(plant_ = imageNode(window));
+        plant_->setOwnsTexture(true);
     }
 
-    QSize period() const { return period_; }
-
-    void setPicture(QQuickWindow& window, const QImage& tile, QSize pane) {
-        period_ = tile.size();
-        QImage picture{tile.size() + pane, QImage::Format_ARGB32_Premultiplied};
-        picture.fill(Qt::transparent);
-        QPainter painter{&picture};
-        for (const int x : {0, tile.width()}) {
-            for (const int y : {0, tile.height()}) painter.drawImage(x, y, tile);
+    void paint(QQuickWindow& window, const SkyView& view, QSizeF size, double density) {
+        const double ratio = window.effectiveDevicePixelRatio();
+        const auto onPixels = [&](const QRectF& rect) {
+            // So that nothing has to be sampled between them.
+            return QRect{(rect.topLeft() * density).toPoint(), (rect.size() * density).toSize().expandedTo({1, 1})};
+        };
+        const auto inView = [&](const QRect& pixels) {
+            return QRectF{QPointF{pixels.topLeft()} / ratio, QSizeF{pixels.size()} / ratio};
+        };
+        const auto panes = windowPanes(size);
+        for (std::size_t i = 0; i < paneCount; ++i) {
+            pixels_[i] = onPixels(panes[i]);
+            panes_[i]->setRect(inView(pixels_[i]));
         }
-        painter.end();
+        period_ = onPixels(panes.front().united(panes.back())).size();
+        const auto picture = withRoom(paintedTile(view, period_, density), pixels_.front().size() + QSize{2, 2});
         std::unique_ptr<QSGTexture> texture{
             window.createTextureFromImage(picture, QQuickWindow::TextureHasAlphaChannel)};
-        for (auto* const node : panes_) node->setTexture(texture.get());
+        for (auto* const pane : panes_) pane->setTexture(texture.get());
         texture_ = std::move(texture);
+        paintPlant(window, size, density, onPixels(windowPlantRect(size)), inView);
     }
 
-    void show(std::size_t index, const QRectF& place, QPoint corner, double ratio) {
-        panes_[index]->setRect(place);
-        panes_[index]->setSourceRect({QPointF{corner}, place.size() * ratio});
+    void move(QPointF fallen) {
+        for (std::size_t i = 0; i < paneCount; ++i) {
+            const QPointF corner =
+                QPointF{pixels_[i].topLeft() - pixels_.front().topLeft()} - fallen * period_.height();
+            panes_[i]->setSourceRect(
+                {QPointF(wrapped(corner.x(), period_.width()), wrapped(corner.y(), period_.height())),
+                 QSizeF{pixels_[i].size()}});
+        }
     }
 
-    void flash(QQuickWindow& window, const std::array<QRectF, paneCount>& places, const QColor& colour) {
+    void flash(QQuickWindow& window, const QColor& colour) {
         const bool isSeen = colour.alpha() > 0;
         for (std::size_t i = 0; i < paneCount; ++i) {
             auto*& light = lights_[i];
             if (isSeen && light == nullptr) {
                 light = window.createRectangleNode();
                 light->setFlag(OwnedByParent);
-                appendChildNode(light);
+                insertChildNodeBefore(light, plant_);
             }
             if (!isSeen && light != nullptr) {
                 removeChildNode(light);
                 delete std::exchange(light, nullptr);
             }
             if (light == nullptr) continue;
-            light->setRect(places[i]);
+            light->setRect(panes_[i]->rect());
             light->setColor(colour);
         }
     }
 
 private:
+    static QSGImageNode* imageNode(QQuickWindow& window) {
+        auto* const node = window.createImageNode();
+        node->setFlag(OwnedByParent);
+        return node;
+    }
+
+    template <class InView>
+    void paintPlant(QQuickWindow& window, QSizeF size, double density, const QRect& place, InView inView) {
+        QImage picture{place.size(), QImage::Format_ARGB32_Premultiplied};
+        picture.fill(Qt::transparent);
+        QPainter painter{&picture};
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.translate(-place.topLeft());
+        painter.scale(density, density);
+        paintWindowPlant(painter, size);
+        painter.end();
+        plant_->setTexture(window.createTextureFromImage(picture, QQuickWindow::TextureHasAlphaChannel));
+        plant_->setRect(inView(place));
+        plant_->setSourceRect({{0, 0}, QSizeF{place.size()}});
+    }
+
     std::array<QSGImageNode*, paneCount> panes_{};
     std::array<QSGRectangleNode*, paneCount> lights_{};
-    std::unique_ptr<QSGTexture> texture_;
-    QSize period_;
+    QSGImageNode* plant_ = nullptr;
+    std::array<QRect, paneCount> pixels_{}; ///< of the panes
+    QSize period_;                          ///< of the tile
+    std::unique_ptr<QSGTexture> texture_;   ///< which all panes show
 };
-
-int wrapped(double value, int period) {
-    const int rest = static_cast<int>(std::lround(std::fmod(value, period))) % period;
-    return rest < 0 ? rest + period : rest;
-}
 
 } // namespace
 
@@ -141,21 +185,8 @@ void FallingWeather::advance(double seconds) {
 
 QSGNode* FallingWeather::updatePaintNode(QSGNode* old, UpdatePaintNodeData*) {
     auto* node = static_cast<FallingNode*>(old);
-    if (!isFalling() || !isVisible() || pointScale_ <= 0 || naturalSize_.isEmpty()) {
-        delete node;
-        isStale_ = true;
-        return nullptr;
-    }
-    const double ratio = window()->effectiveDevicePixelRatio();
-    auto panes = windowPanes(naturalSize_);
-    for (auto& pane : panes) {
-        // On whole pixels, so that nothing has to be sampled between them.
-        const auto corner = (pane.topLeft() * pointScale_ * ratio).toPoint();
-        const auto far = (pane.bottomRight() * pointScale_ * ratio).toPoint();
-        pane = {QPointF{corner} / ratio, QPointF{far} / ratio};
-    }
-    const QSize tile = (QRectF{panes.front().topLeft(), panes.back().bottomRight()}.size() * ratio).toSize();
-    if (tile.isEmpty()) {
+    const double density = pointScale_ * window()->effectiveDevicePixelRatio();
+    if (!isFalling() || !isVisible() || density <= 0 || naturalSize_.isEmpty()) {
         delete node;
         return nullptr;
     }
@@ -163,15 +194,9 @@ QSGNode* FallingWeather::updatePaintNode(QSGNode* old, UpdatePaintNodeData*) {
         node = new FallingNode{*window()};
         isStale_ = true;
     }
-    if (std::exchange(isStale_, false)) {
-        const QSize pane = (panes.front().size() * ratio).toSize() + QSize{2, 2};
-        node->setPicture(*window(), paintedTile(*view(), tile, pointScale_ * ratio), pane);
-    }
-    for (std::size_t i = 0; i < panes.size(); ++i) {
-        const QPointF offset = (panes[i].topLeft() - panes.front().topLeft()) * ratio - fallen_ * tile.height();
-        node->show(i, panes[i], {wrapped(offset.x(), tile.width()), wrapped(offset.y(), tile.height())}, ratio);
-    }
-    node->flash(*window(), panes, QColor{236, 230, 255, static_cast<int>(flash_ * 92)});
+    if (std::exchange(isStale_, false)) node->paint(*window(), *view(), naturalSize_, density);
+    node->move(fallen_);
+    node->flash(*window(), QColor{236, 230, 255, static_cast<int>(flash_ * 92)});
     return node;
 }
 

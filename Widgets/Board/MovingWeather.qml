@@ -23,7 +23,7 @@ Item {
         interval: 83
         repeat: true
         running: falling.isFalling && weather.isSeen
-        onTriggered: falling.advance(interval / 1000)
+        onTriggered: falling.advance(interval * 0.001)
     }
 
     Timer {

@@ -71,7 +71,7 @@ void paintBetween(QPainter& painter, QPointF middle, const ClocksFace& face) {
     drawLines(painter, {middle.x() - gap / 2 + 2, middle.y() - 10, gap - 4, 62}, Qt::AlignHCenter | Qt::AlignTop,
               face.between, hand(21, QFont::Bold), 3);
     painter.setPen(tint::softInk);
-    const QRectF day{middle.x() - gap / 2, middle.y() + 47, gap, 24};
+    const QRectF day{middle.x() - gap / 2, middle.y() + 60, gap, 24};
     drawLine(painter, day, Qt::AlignCenter, face.day, fitted(hand(22), face.day, day.width(), 16));
 }
 

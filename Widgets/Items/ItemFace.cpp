@@ -23,6 +23,7 @@ ItemPicture ItemFace::picture() const {
     if (const auto* const photo = as<PhotoFace>()) return photo->picture;
     if (const auto* const sticker = as<StickerFace>()) return sticker->picture;
     if (const auto* const music = as<MusicFace>()) return music->cover;
+    if (const auto* const window = as<WindowFace>()) return window->city;
     return {};
 }
 

@@ -85,6 +85,7 @@ struct MusicFace {
 struct WindowFace {
     std::optional<SkyView> view; ///< none: the blind is down
     std::optional<Sky> sky;      ///< of the weather, where it is known
+    ItemPicture city;            ///< hangs in place of the view, where there is one
     QString place;
     QString time;
     QString temperature;

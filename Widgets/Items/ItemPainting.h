@@ -38,5 +38,8 @@ double coverSide(QSizeF size);
 
 /// Where the panes of a window card of that size are, row by row.
 std::array<QRectF, 4> windowPanes(QSizeF size);
+/// What stands before them in the room, and where.
+void paintWindowPlant(QPainter& painter, QSizeF size);
+QRectF windowPlantRect(QSizeF size);
 
 } // namespace lumaro

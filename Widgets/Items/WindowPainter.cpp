@@ -5,6 +5,7 @@
 #include "Widgets/Items/Painters.h"
 #include "Widgets/Items/Palette.h"
 #include "Widgets/Items/Paper.h"
+#include "Widgets/Items/Picture.h"
 #include "Widgets/Items/Shadow.h"
 #include "Widgets/Items/Window/ViewPainting.h"
 
@@ -31,6 +32,10 @@ QRectF frameRect(QSizeF size) {
 
 QRectF glassRect(QSizeF size) {
     return frameRect(size).adjusted(beam, beam, -beam, -beam);
+}
+
+QPointF plantFoot(QSizeF size) {
+    return {size.width() - 52, sillY + 3};
 }
 
 const PaperColours& paintedWood() {
@@ -201,16 +206,18 @@ void paintTag(QPainter& painter, const WindowFace& face, QSizeF size) {
     const QRectF inner = tag.boundingRect().adjusted(8, 3, -8, -7);
     const auto age = face.view ? joined({face.words, face.weatherAge}) : QString{};
     painter.setPen(tint::ink);
-    const QRectF place{inner.left() + 8, inner.top() - (age.isEmpty() ? 0 : 3), inner.width() - 16, 35};
-    drawLine(painter, place, Qt::AlignCenter, face.place, fitted(hand(31, QFont::Bold), face.place, place.width(), 20));
+    const bool hasAge = !age.isEmpty();
+    const QRectF place{inner.left() + 8, inner.top() - (hasAge ? 4 : 0), inner.width() - 16, hasAge ? 30.0 : 35.0};
+    drawLine(painter, place, Qt::AlignCenter, face.place,
+             fitted(hand(hasAge ? 27 : 31, QFont::Bold), face.place, place.width(), 20));
     painter.setPen(tint::softInk);
     const auto small = [&](const QString& text, double middle, double points, double least) {
         const QRectF line{inner.left(), middle - 11, inner.width(), 22};
         drawLine(painter, line, Qt::AlignCenter, text,
                  fitted(sans(points, QFont::DemiBold), text, line.width(), least));
     };
-    small(joined({face.time, face.temperature}), inner.bottom() - (age.isEmpty() ? 11 : 19), 16, 11);
-    if (!age.isEmpty()) small(age, inner.bottom() - 3.5, 12, 9);
+    small(joined({face.time, face.temperature}), inner.bottom() - (hasAge ? 20 : 11), 16, 11);
+    if (hasAge) small(age, inner.bottom() - 3, 12, 9);
 }
 
 } // namespace
@@ -227,6 +234,15 @@ std::array<QRectF, 4> windowPanes(QSizeF size) {
     return panes;
 }
 
+QRectF windowPlantRect(QSizeF size) {
+    const QPointF foot = plantFoot(size);
+    return {foot.x() - 36, foot.y() - 72, 72, 76};
+}
+
+void paintWindowPlant(QPainter& painter, QSizeF size) {
+    paintPlant(painter, plantFoot(size));
+}
+
 void paintFace(QPainter& painter, const WindowFace& face, QSizeF size) {
     const QRectF frame = frameRect(size);
     const QRectF glass = glassRect(size);
@@ -234,7 +250,11 @@ void paintFace(QPainter& painter, const WindowFace& face, QSizeF size) {
     outline.addRoundedRect(frame, 3.5, 3.5);
     paintShadow(painter, outline, 1.2);
     if (face.view) {
-        paintView(painter, glass, *face.view);
+        if (const auto city = face.city.pixels(); city.isNull()) {
+            paintView(painter, glass, *face.view);
+        } else {
+            paintPicture(painter, glass, city);
+        }
         paintReflection(painter, glass);
     } else {
         paintBlind(painter, glass, face.words);
@@ -243,7 +263,7 @@ void paintFace(QPainter& painter, const WindowFace& face, QSizeF size) {
     if (face.view) paintSashes(painter, glass);
     paintFrame(painter, frame);
     paintSill(painter, size);
-    paintPlant(painter, {size.width() - 52, sillY + 3});
+    paintWindowPlant(painter, size);
     const bool isKnown = !face.place.isEmpty() || !face.time.isEmpty() || !face.temperature.isEmpty();
     if (isKnown) paintTag(painter, face, size);
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Lumaro/Model/Presence/Feeds.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace lumaro {
@@ -8,6 +9,13 @@ namespace {
 
 std::optional<std::string> coverOf(const std::optional<NowPlaying>& playing) {
     return playing ? playing->artworkURL : std::nullopt;
+}
+
+bool hasWindowOf(PartnerID person, const Board& board) {
+    return std::ranges::any_of(board.items, [person](const BoardItem& item) {
+        const auto* const window = item.payload.as<LocationPayload>();
+        return window != nullptr && window->slot == person;
+    });
 }
 
 } // namespace
@@ -26,7 +34,10 @@ Feeds::Feeds(ArtworkFinder::Setup artwork, Ports ports, FeedsState& state, Media
       place_({{ports.positions, ports.geocoder, ports.zone, ports.sleeper, ports.clock, ports.log},
               ports.http,
               ports.defaults},
-             state, presence_, announcer) {
+             state, presence_, announcer),
+      city_({},
+            {ports.http, ports.cityPainter, ports.cityMaker, ports.background, ports.sleeper, ports.clock, ports.log},
+            media, state, announcer) {
 }
 
 void Feeds::stop() {
@@ -37,6 +48,7 @@ void Feeds::stop() {
 void Feeds::enter(const CoupleEndpoints& endpoints, const CoupleToken& token) {
     covers_.enter(endpoints, token);
     place_.enter(endpoints, token);
+    city_.enter(endpoints, token);
     music_.forgetCovers();
 }
 
@@ -44,6 +56,7 @@ void Feeds::leave() {
     partner_.forget();
     covers_.leave();
     place_.leave();
+    city_.leave();
     music_.forgetCovers();
     presence_.stop();
 }
@@ -54,9 +67,19 @@ void Feeds::begin(PartnerSet online, PartnerID me) {
     presence_.sendSoon();
 }
 
-void Feeds::follow(AppChanges changes) {
+void Feeds::lookAgain() {
+    place_.lookAgain();
+    city_.lookAgain();
+}
+
+void Feeds::follow(AppChanges changes, const Board& board, PartnerID me) {
     if (changes.has(AppChange::partner) || changes.has(AppChange::ownPresence)) {
         covers_.want(coverOf(state_.ownPresence.nowPlaying), coverOf(state_.presence.nowPlaying));
+    }
+    if (changes.has(AppChange::partner) || changes.has(AppChange::board)) {
+        const auto& here = state_.presence.here;
+        const bool isSeen = here && isOnEarth({here->lat, here->lon}) && hasWindowOf(other(me), board);
+        city_.want(isSeen ? std::optional{Coordinates{here->lat, here->lon}} : std::nullopt);
     }
 }
 

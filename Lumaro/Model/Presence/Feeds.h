@@ -2,16 +2,18 @@
 #pragma once
 
 #include "Lumaro/Model/Presence/ArtworkFinder.h"
+#include "Lumaro/Model/Presence/CityWindow.h"
 #include "Lumaro/Model/Presence/Covers.h"
 #include "Lumaro/Model/Presence/MusicSharing.h"
 #include "Lumaro/Model/Presence/Partner.h"
 #include "Lumaro/Model/Presence/PlaceSharing.h"
 #include "Lumaro/Model/Presence/PresenceSender.h"
+#include "LumaroCore/BoardModel/Board.h"
 #include "LumaroCore/Music/MusicPlayers.h"
 
 namespace lumaro {
 
-struct FeedsState : PartnerState, OwnPresenceState, MusicState, CoverState, PlaceState {};
+struct FeedsState : PartnerState, OwnPresenceState, MusicState, CoverState, PlaceState, CityState {};
 
 /// What the two see of each other on the live cards: what this person shares, and what came from the partner.
 class Feeds {
@@ -26,6 +28,8 @@ public:
         UserDefaults& defaults;
         MusicPlayers players;
         CoverMaker& coverMaker;
+        CityPainter& cityPainter;
+        CityPictureMaker& cityMaker;
         PositionSource& positions;
         ReverseGeocoder& geocoder;
         SystemZone& zone;
@@ -47,9 +51,9 @@ public:
     void leave();
     /// The room says who is there: it knows nothing of this device yet.
     void begin(PartnerSet online, PartnerID me);
-    void lookAgain() { place_.lookAgain(); }
-    /// What follows from changes of others.
-    void follow(AppChanges changes);
+    void lookAgain();
+    /// What follows from changes of others. The board is the one that hangs here, as the person in slot `me` sees it.
+    void follow(AppChanges changes, const Board& board, PartnerID me);
 
 private:
     FeedsState& state_;
@@ -59,6 +63,7 @@ private:
     ArtworkFinder artwork_;
     MusicSharing music_;
     PlaceSharing place_;
+    CityWindow city_;
 };
 
 } // namespace lumaro

@@ -25,6 +25,8 @@ void Partner::take(const ServerMessage::Presence& presence, PartnerID me) {
     if (seen.nowPlaying) Playback::shorten(*seen.nowPlaying);
     if (seen.nowPlaying != state_.presence.nowPlaying) seen.nowPlayingHeardAt = clock_.now();
     seen.here = presence.here;
+    // Whatever their program sent.
+    if (seen.here) seen.here = seen.here->coarsened(seen.here->precision);
     show(std::move(seen));
 }
 

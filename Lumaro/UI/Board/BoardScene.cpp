@@ -10,7 +10,6 @@
 
 #include <algorithm>
 #include <chrono>
-#include <cmath>
 #include <utility>
 
 namespace lumaro {
@@ -59,6 +58,7 @@ LiveContext BoardScene::live() const {
             .music = state,
             .place = state,
             .covers = state,
+            .city = state,
             .picture = picture_,
             .sceneryAt = ports_.sceneryAt};
 }
@@ -113,13 +113,12 @@ void BoardScene::hear(AppChanges changed) {
     }
 }
 
-/// People take their computers along.
+/// People take their computers along. Once in each minute of the clock, as cards that tell the time change then.
 void BoardScene::readZone() {
-    constexpr double often = 60;
-    const auto now = ports_.clock.now();
-    if (zoneReadAt_ && std::abs(secondsBetween(*zoneReadAt_, now)) < often) return;
+    const auto minute = std::chrono::floor<std::chrono::minutes>(ports_.clock.now());
+    if (zoneReadAt_ == minute) return;
     zone_ = QTimeZone::systemTimeZone();
-    zoneReadAt_ = now;
+    zoneReadAt_ = minute;
 }
 
 void BoardScene::refresh() {

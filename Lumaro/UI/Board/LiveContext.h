@@ -31,6 +31,7 @@ struct LiveContext {
     const MusicState& music;
     const PlaceState& place;
     const CoverState& covers;
+    const CityState& city;
     const Picture& picture;
     SceneryAt sceneryAt = {}; ///< none where there is no table of places
 

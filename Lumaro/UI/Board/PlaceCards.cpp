@@ -6,6 +6,7 @@
 #include "Lumaro/UI/Board/PlaceWords.h"
 #include "Lumaro/UI/Board/SkyViews.h"
 #include "Lumaro/UI/Text.h"
+#include "LumaroCore/BoardModel/BoardSpec.h"
 
 #include <algorithm>
 #include <cmath>
@@ -95,6 +96,11 @@ WindowFace windowFace(const LocationPayload& card, const LiveContext& live) {
     }
     face.view = viewOf(*here, zone, live);
     face.place = qText(here->label);
+    // The partner's alone is drawn by the server's page.
+    if (!live.isMe(card.slot) && live.city.city) {
+        face.city =
+            live.picture(*live.city.city, {BoardSpec::locationFrameSize.width, BoardSpec::locationFrameSize.height});
+    }
     const auto itsZone = zone.value_or(live.zone);
     const auto age = ageText(here->sampledAt, live.now, itsZone);
     if (!age.isEmpty()) face.words = Words::tr("as of %1").arg(age);

@@ -4,6 +4,7 @@
 #include "LumaroCore/Astronomy/SunAndMoon.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cmath>
 #include <cstdint>
 #include <numbers>
@@ -94,8 +95,9 @@ void addWeather(SkyView& view, const Weather& weather) {
 
 SkyView viewFrom(Coordinates point, Instant now, double hour, const std::optional<Weather>& weather,
                  const Scenery& scenery) {
-    const auto sun = sunSeenFrom(point, now);
-    const auto moon = moonSeenFrom(point, now);
+    const auto minute = std::chrono::floor<std::chrono::minutes>(now);
+    const auto sun = sunSeenFrom(point, minute);
+    const auto moon = moonSeenFrom(point, minute);
     SkyView view;
     view.sunAltitude = inSteps(sun.altitude, 0.1);
     view.sunAzimuth = inSteps(sun.azimuth, 0.25);

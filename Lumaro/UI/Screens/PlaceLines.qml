@@ -9,6 +9,10 @@ Rectangle {
 
     required property placeWords words
 
+    function joined(first: string, second: string): string {
+        return first !== "" && second !== "" ? first + "  ·  " + second : first + second;
+    }
+
     width: parent ? parent.width : 0
     height: lines.implicitHeight + 2 * Theme.size.medium
     radius: Theme.size.radius
@@ -37,7 +41,7 @@ Rectangle {
             elide: Text.ElideRight
         }
         Line {
-            text: [slip.words.town, slip.words.since].filter(part => part !== "").join("  ·  ")
+            text: slip.joined(slip.words.town, slip.words.since)
             isSoft: true
             bottomPadding: Theme.size.small
         }
@@ -46,7 +50,7 @@ Rectangle {
             isSmall: false
         }
         Line {
-            text: [slip.words.range, slip.words.wind].filter(part => part !== "").join("  ·  ")
+            text: slip.joined(slip.words.range, slip.words.wind)
         }
         Line {
             text: slip.words.age
@@ -54,7 +58,7 @@ Rectangle {
             bottomPadding: Theme.size.small
         }
         Line {
-            text: [slip.words.clock, slip.words.position].filter(part => part !== "").join("  ·  ")
+            text: slip.joined(slip.words.clock, slip.words.position)
             isSoft: true
         }
     }

@@ -8,9 +8,6 @@ FocusScope {
     id: picker
 
     required property PlaceView place
-    readonly property real rowHeight: Theme.size.control
-    readonly property int rowsInSight: 5
-
     /// A town was chosen, and is known to the application.
     signal chosen
     /// The person wants none.
@@ -33,6 +30,14 @@ FocusScope {
     Keys.onEscapePressed: cancelled()
     Keys.onUpPressed: field.forceActiveFocus(Qt.BacktabFocusReason)
 
+    component Towns: ListView {
+        readonly property real rowHeight: Theme.size.control
+        /// Enter in the field takes the first one.
+        property bool isFirstOffered: false
+
+        signal chosen(row: int)
+    }
+
     Column {
         id: column
 
@@ -53,20 +58,23 @@ FocusScope {
                 if (towns.count > 0) {
                     towns.currentIndex = 0;
                     towns.forceActiveFocus(Qt.TabFocusReason);
+                    towns.currentItem.forceActiveFocus(Qt.TabFocusReason);
                 }
             }
         }
-        ListView {
+        Towns {
             id: towns
 
             width: parent.width
-            height: Math.min(count, picker.rowsInSight) * picker.rowHeight
+            height: Math.min(count, 5) * rowHeight
             visible: count > 0
             activeFocusOnTab: true
             clip: true
             boundsBehavior: Flickable.StopAtBounds
             highlightMoveDuration: 0
             model: picker.place.choices
+            isFirstOffered: field.activeFocus
+            onChosen: row => picker.choose(row)
             Accessible.role: Accessible.List
             Accessible.name: qsTr("towns")
             // Who types on means the field.
@@ -85,15 +93,16 @@ FocusScope {
                 required property int index
                 required property string name
                 required property string country
+                readonly property Towns towns: ListView.view as Towns
 
-                text: qsTr("%1, %2", "lisboa, portugal").arg(name).arg(country)
-                width: ListView.view.width
-                height: picker.rowHeight
+                text: qsTr("%1, %2", "lisbon, portugal").arg(town.name).arg(town.country)
+                width: towns?.width ?? 0
+                height: towns?.rowHeight ?? 0
                 give: 1
                 focusPolicy: Qt.NoFocus
                 Accessible.role: Accessible.ListItem
                 Accessible.selected: ListView.isCurrentItem
-                onClicked: picker.choose(index)
+                onClicked: towns.chosen(index)
 
                 Body {
                     id: name
@@ -123,10 +132,10 @@ FocusScope {
                 }
 
                 background: Rectangle {
-                    readonly property bool isFirstOffer: town.index === 0 && field.activeFocus
+                    readonly property bool isOffered: town.index === 0 && (town.towns?.isFirstOffered ?? false)
 
                     radius: Theme.size.smallRadius
-                    color: town.hovered || town.activeFocus || isFirstOffer ? Theme.color.raised : "transparent"
+                    color: town.hovered || town.activeFocus || isOffered ? Theme.color.raised : "transparent"
                     border.width: town.activeFocus ? 2 : 0
                     border.color: Theme.color.accent
                 }

@@ -40,6 +40,7 @@ Window {
         pictures: window.pictures
         music: window.music
         place: window.place
+        weatherMoves: window.settings.weatherMoves
         isQuiet: window.view.face.needsPerson
         onBoardPageWanted: window.showPage("boardPage")
         onSettingsWanted: window.showPage("settings")

@@ -9,6 +9,7 @@ Window {
     id: window
 
     required property BoardScene scene
+    required property SettingsView settings
     property bool isPaused: false
     property alias weatherMoves: board.weatherMoves
 
@@ -31,6 +32,7 @@ Window {
         isThreadTied: desktop.isThreadTied
         isFilling: true
         isPaused: window.isPaused
+        weatherMoves: window.settings.weatherMoves
         onDensityChanged: window.scene.wantPixels(density)
     }
 

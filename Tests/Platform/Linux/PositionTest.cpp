@@ -171,7 +171,7 @@ TEST_P(EachPositionTest, DroppedAtAnyStepItGivesBackOnceWhatWasMade) {
         service_->release();
         expectNothingLeft(*service_);
         EXPECT_TRUE(asked->answers.empty());
-        const bool wasMade = service_->calls.filter(QString::fromLatin1(GetParam().made)).size() > 0;
+        const bool wasMade = !service_->calls.filter(QString::fromLatin1(GetParam().made)).isEmpty();
         const auto last = QString::fromLatin1(GetParam().giving.back());
         // The portal's "Close" is also that of the question to the person.
         const bool asksPerson = last == QStringLiteral("Close") && QString::fromLatin1(step) == QStringLiteral("Start");

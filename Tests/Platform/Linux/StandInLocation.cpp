@@ -18,7 +18,7 @@ const auto geoClueRoot = QStringLiteral("/org/freedesktop/GeoClue2");
 const auto portal = QStringLiteral("org.freedesktop.portal.");
 const auto portalRoot = QStringLiteral("/org/freedesktop/portal/desktop");
 
-QDBusConnection newConnection() {
+QDBusConnection nextConnection() {
     static int count = 0;
     return QDBusConnection::connectToBus(qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS"),
                                          QStringLiteral("location-%1").arg(++count));
@@ -38,7 +38,7 @@ QVariantMap optionsIn(const QDBusMessage& message) {
 
 // "Get version", "Set DesktopId lumaro", "CreateSession 3", or the method alone.
 QString wordsOf(const QDBusMessage& message) {
-    const auto method = message.member();
+    auto method = message.member();
     const auto arguments = message.arguments();
     if (method == QStringLiteral("Get")) return method + u' ' + arguments.at(1).toString();
     if (method == QStringLiteral("Set")) {
@@ -53,7 +53,7 @@ QString wordsOf(const QDBusMessage& message) {
 
 } // namespace
 
-StandInLocation::StandInLocation(const QString& name, const QString& root) : bus_(newConnection()) {
+StandInLocation::StandInLocation(const QString& name, const QString& root) : bus_(nextConnection()) {
     EXPECT_TRUE(bus_.registerVirtualObject(root, this, QDBusConnection::SubPath));
     bus_.interface()->registerService(name, QDBusConnectionInterface::QueueService);
 }

@@ -12,7 +12,7 @@ namespace lumaro {
 namespace {
 
 class SystemZoneTest : public testing::Test {
-protected:
+public:
     SystemZoneTest() {
         if (const char* const zone = std::getenv("TZ")) before_ = zone; // NOLINT(concurrency-mt-unsafe)
     }
@@ -24,6 +24,8 @@ protected:
         else
             unsetenv("TZ"); // NOLINT(concurrency-mt-unsafe)
     }
+
+protected:
     static void set(const std::string& zone) { setenv("TZ", zone.c_str(), 1); } // NOLINT(concurrency-mt-unsafe)
 
 private:

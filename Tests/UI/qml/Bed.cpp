@@ -98,7 +98,6 @@ void Bed::build() {
         scene_->hear(news.changed);
         editor_->hear(news);
         music_->hear(news.changed);
-        place_->hear(news.changed);
     });
     Q_EMIT made();
 }

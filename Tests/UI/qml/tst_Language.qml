@@ -60,7 +60,7 @@ Item {
         property BoardWindow window
 
         // What people wrote, numbers, keys, and names of things.
-        readonly property var own: ["ann?|bo|left|right", "[A-Za-z?]", "[0-9 ·:/-]+", "https://\\S+|/profile", "lumaro .*", "the train", "that evening"]
+        readonly property var own: ["ann?|bo|left|right", "[A-Za-z?]", "[0-9 ·:/-]+", "°[CF]", "alfama|lisbo[an]|zzzz|Lisboa  ·  .*", "https://\\S+|/profile", "lumaro .*", "the train", "that evening"]
         readonly property string board: '{"coupleId":"q3m7xk2p","token":"lm1.q3m7xk2p.a.nbswy3dpo5xxe3de","invite":{"inviteId":"abcdefgh12","link":"https://x/for/abcdefgh12","expiresAt":1900000000000}}'
         readonly property string joined: '{"coupleId":"q3m7xk2p","token":"lm1.q3m7xk2p.b.nbswy3dpo5xxe3de","partnerName":"ann","slot":"b","status":"joined"}'
         readonly property string choose: '{"code":"choose_person","message":"","names":{"a":"ann","b":"bo"},"suggested":"b"}'
@@ -309,6 +309,77 @@ Item {
                             slot: "a"
                         });
                         find(window.contentItem, item => item instanceof SelectionBar).sharingWanted();
+                    }],
+                place: [8, () => {
+                        onBoard();
+                        Bed.partnerIsInLisbon();
+                        hang("location", {
+                            slot: "b"
+                        });
+                        keyClick(Qt.Key_Return);
+                    }],
+                placeUnknown: [2, () => {
+                        onBoard();
+                        hang("location", {
+                            slot: "b"
+                        });
+                        keyClick(Qt.Key_Return);
+                    }],
+                placeQuestion: [7, () => {
+                        onBoard();
+                        hang("location", {
+                            slot: "a"
+                        });
+                        keyClick(Qt.Key_Return);
+                    }],
+                ownPlace: [14, () => {
+                        onBoard();
+                        Bed.place.share(true);
+                        Bed.answerPosition("here");
+                        hang("location", {
+                            slot: "a"
+                        });
+                        keyClick(Qt.Key_Return);
+                    }],
+                placeByHand: [14, () => {
+                        onBoard();
+                        Bed.place.share(true);
+                        Bed.place.choices.typed = "lisb";
+                        Bed.place.choose(0);
+                        hang("location", {
+                            slot: "a"
+                        });
+                        keyClick(Qt.Key_Return);
+                    }],
+                placeDenied: [9, () => {
+                        onBoard();
+                        Bed.place.share(true);
+                        Bed.answerPosition("denied");
+                        hang("location", {
+                            slot: "a"
+                        });
+                        keyClick(Qt.Key_Return);
+                        for (const letter of "zzzz")
+                            keyClick(letter);
+                    }],
+                placeMenu: [5, () => {
+                        onBoard();
+                        hang("location", {
+                            slot: "a"
+                        });
+                        keyClick(Qt.Key_Menu);
+                    }],
+                placeInSettings: [20, () => {
+                        onBoard();
+                        Bed.place.share(true);
+                        Bed.answerPosition("restricted");
+                        window.showPage("settings");
+                        find(window.contentItem, item => {
+                            if (item instanceof PlaceSection)
+                                item.isAsking = true;
+                            return false;
+                        });
+                        verify(find(window.contentItem, item => item instanceof PlaceQuestion));
                     }],
                 ownMusicMenu: [7, () => {
                         onBoard();

@@ -44,6 +44,7 @@ public:
         const double drift = scene.view.hour * (0.05 + scene.view.windKmh * 0.012) * (scene.slant(20) < 0 ? 1 : -1);
         offset_ = static_cast<float>(chance.between(0, 40) + drift);
         far_ = static_cast<float>(chance.between(0, 40));
+        dark_ = static_cast<float>(rise(0, -9, sunHeight_));
         evening_ = static_cast<float>(rise(12, 3, sunHeight_));
         clear_ = static_cast<float>(1 - rise(0.35, 0.9, scene.view.mist));
         isHeavy_ = scene.view.sky == Sky::rain || scene.view.sky == Sky::storm || scene.view.sky == Sky::snow;
@@ -101,7 +102,9 @@ private:
         const float body = smooth(from, from + 0.16F, shape);
         if (body <= 0) return;
         const float thick = smooth(from + 0.05F, from + 0.34F, shape);
-        Tone tone = blend(light_.cloudLit, light_.cloudShade, 0.18 + 0.62 * thick);
+        // They see the sun longer than the low ones.
+        Tone tone =
+            blend(blend(light_.cloudLit, light_.cirrus, 0.45 * evening_), light_.cloudShade, 0.18 + 0.62 * thick);
         tone = blend(tone, light_.sun, 0.55 * ray.shine * (1 - thick));
         veil.coverWith(hazy(tone, elevation, 0.55F), body * (0.50F + 0.40F * cover) * smooth(-0.02F, 0.1F, elevation));
     }
@@ -129,15 +132,15 @@ private:
         const float rayY = sunHeight_ > 12 ? -1 : ray.y; // high light comes from above everywhere
         const float rayX = sunHeight_ > 12 ? ray.x * 0.4F : ray.x;
         const float towards = lowShape(u + rayX * step, v + rayY * step);
-        const float lit = clamped(0.5F + 2.3F * (shape - towards));
         const float thick = smooth(from + 0.06F, from + 0.46F, shape);
         const float closed = smooth(0.66F, 0.95F, cover);
+        const float lit = clamped(0.5F + (2.3F - 1.5F * closed) * (shape - towards));
         // Low light leaves the hearts of the clouds dark.
         const float floor = 0.30F - 0.24F * evening_;
         const float open = (floor + 0.85F * lit) * (1 - (0.35F + 0.35F * evening_) * thick);
         const float ceiling =
             0.10F + 0.9F * smooth(0.22F, 0.66F, 1 - shape) * (0.45F + 0.55F * lit) + 0.28F * (1 - elevation);
-        const float bright = open * (1 - closed) + ceiling * closed * (isHeavy_ ? 0.62F : 0.85F);
+        const float bright = open * (1 - closed) + ceiling * closed * (isHeavy_ ? 0.62F + 0.5F * dark_ : 0.85F);
         Tone tone = blend(light_.cloudShade, light_.cloudLit, clamped(bright));
         tone = blend(tone, light_.sun, 0.75 * ray.shine * (1 - thick) * (1 - closed));
         veil.coverWith(hazy(tone, elevation, 0.62F),
@@ -153,6 +156,7 @@ private:
     float far_ = 0;
     float sunReach_ = 0;
     float evening_ = 0;
+    float dark_ = 0;  ///< 1 at night
     float clear_ = 1; ///< what the mist leaves of them
     bool isHeavy_ = false;
 };
@@ -165,7 +169,7 @@ void paintClouds(QPainter& painter, const ViewScene& scene) {
     const CloudPainter clouds{scene};
     const double height = scene.horizon - scene.rect.top();
     // They are soft: more pixels than this would not be seen.
-    const double density = std::min(scene.density, 150 / scene.rect.height());
+    const double density = std::min(std::max(1.0, scene.density / 1.6), 150 / scene.rect.height());
     const QSize size = (QSizeF{scene.rect.width(), height} * density).toSize().expandedTo({2, 2});
     QImage image{size, QImage::Format_ARGB32_Premultiplied};
     const double toHeights = 1 / (density * scene.rect.height());

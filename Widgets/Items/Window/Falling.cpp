@@ -26,7 +26,7 @@ bool isSnow(const SkyView& view) {
 /// How bright drops are against what is behind them.
 Tone dropTone(const ViewScene& scene) {
     return blend(blend(scene.light.horizon, scene.light.middle, 0.4), {250, 250, 252},
-                 0.34 + 0.16 * rise(-8, 4, scene.view.sunAltitude));
+                 0.46 + 0.04 * rise(-8, 4, scene.view.sunAltitude));
 }
 
 void paintStreaks(QPainter& painter, const ViewScene& scene, QSizeF area, bool wraps) {

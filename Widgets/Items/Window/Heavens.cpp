@@ -29,6 +29,8 @@ void paintStars(QPainter& painter, const ViewScene& scene) {
         const double out = rise(0.9 - magnitude, 1.1 - magnitude, scene.light.stars);
         const double opacity = scene.light.stars * out * (0.22 + 0.78 * magnitude) * rise(1.0, 0.55, depth);
         if (opacity < 0.02) continue;
+        // None shines through the moon.
+        if (std::hypot(x - scene.moon.x(), y - scene.moon.y()) < 6.2 * scene.unit) continue;
         const Tone tone = blend(Tone{206, 220, 255}, Tone{255, 240, 212}, warmth);
         const double radius = scene.unit * (0.20 + 0.34 * magnitude);
         if (magnitude > 0.72) {
@@ -96,10 +98,9 @@ void paintMoon(QPainter& painter, const ViewScene& scene) {
                             0.75 * rise(11, 0, moon.altitude) * dark);
     painter.save();
     painter.translate(scene.moon);
-    if (dark > 0.3) {
-        // The dark part hides the stars behind it, and shines a little in the earth's light.
-        const Tone air = blend(scene.light.middle, Tone{120, 130, 160}, 0.16 * (1 - moon.lit));
-        painter.setBrush(air.colour(dark * 0.9 * scene.light.direct));
+    if (dark > 0.5 && moon.lit < 0.6) {
+        // A young moon's dark part shines a little in the light of the earth.
+        painter.setBrush(Tone{150, 164, 196}.colour(0.34 * (dark - 0.5) * (0.7 - moon.lit) * scene.light.direct));
         painter.drawEllipse(QPointF{0, 0}, radius, radius);
     }
     painter.rotate(-moon.brightLimb);

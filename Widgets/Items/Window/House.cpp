@@ -258,9 +258,10 @@ private:
         const double habit = chance.part(); // some are up late, and some nights
         const double tonight = Chance{house_.seed ^ static_cast<std::uint64_t>(scene_.view.hour), chance.next()}.part();
         const double warmth = chance.part();
+        const double dusk = chance.part(); // some wait longer than others before they light a lamp
         const double share = litShareAt(scene_.view.hour) * 0.72;
         const bool isLit = habit * 0.6 + tonight * 0.4 < 0.14 + 0.72 * share - 0.14 * rise(0.2, 0.05, share) &&
-                           chance.part() < scene_.light.lamps * 1.2;
+                           dusk < scene_.light.lamps * 1.2;
         const double glass = 1 - 0.75 * distance_.far;
         if (!isLit) {
             // By day a pane mirrors some sky, by night it is a shade.

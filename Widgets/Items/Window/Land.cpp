@@ -57,47 +57,69 @@ void fillRidge(QPainter& painter, const ViewScene& scene, const Ridge& ridge, To
     painter.fillPath(underRidge(scene, ridge), body);
 }
 
-/// Mountains as a picture: rock that falls off both sides of the ridge, snow above a line, light from the sun's side.
+/// Rock and snow in the light, by the side that they turn to the sun.
+class MountainTones {
+public:
+    MountainTones(const ViewScene& scene, const Ridge& ridge)
+        : ridge_(ridge), haze_(scene.light.haze), sunSide_(std::clamp(scene.sunTurn / 60, -1.0, 1.0)),
+          snowLine_(scene.view.snowOnRoofs > 0 ? 0.12 : 0.56) {
+        const auto& light = scene.light;
+        const Tone lit = blend(light.ambient, light.sun, 0.55 * light.direct * rise(-2, 3, scene.view.sunAltitude));
+        const auto tone = [&](Tone own, Tone under) { return blend(own * under, haze_, 0.42 + 0.5 * scene.view.mist); };
+        rockLit_ = tone(rock, lit);
+        rockShade_ = tone(rock * 0.78F, light.ambient);
+        snowLit_ = tone(snow, lit);
+        snowShade_ = tone({196, 210, 234}, light.ambient);
+    }
+
+    /// At a part of the width, so far below the ridge, which falls off to the right by `fall`.
+    Tone at(double x, double height, double depth, double fall) const {
+        // Spurs run down from the ridge: their slope across says which side has the light.
+        const auto u = static_cast<float>(x * ridge_.pace * 4.2 + depth * 3);
+        const auto v = static_cast<float>(depth * 7);
+        const float spur = cloudiness<3>(u, v);
+        const double slope = (spur - cloudiness<3>(u + 0.16F, v)) * 5.5 + fall * 9;
+        const double light = rise(-0.75, 0.75, slope * (sunSide_ >= 0 ? -1 : 1) * (0.5 + 0.5 * std::abs(sunSide_)));
+        // Snow stays longest in the gullies and off the light.
+        const auto streak = static_cast<double>(noiseAt(u * 7, v * 2.2F));
+        const double line =
+            ridge_.height * (snowLine_ + (spur - 0.5) * 0.5 + (streak - 0.5) * 0.42 + 0.10 * (light - 0.5));
+        const double white = rise(line - 0.018, line + 0.018, height);
+        const Tone there = blend(blend(rockShade_, rockLit_, light), blend(snowShade_, snowLit_, light), white);
+        return blend(there, haze_, 0.75 * rise(ridge_.height * 0.55, -0.02, height));
+    }
+
+private:
+    const Ridge& ridge_;
+    Tone haze_;
+    double sunSide_;
+    double snowLine_; ///< a part of the ridge's height
+    Tone rockLit_;
+    Tone rockShade_;
+    Tone snowLit_;
+    Tone snowShade_;
+};
+
+/// Mountains as a picture of pixels: rock that falls off both sides of the ridge, and snow above a line.
 void paintMountains(QPainter& painter, const ViewScene& scene, const Ridge& ridge) {
-    const double density = std::min(scene.density, 200 / scene.rect.height());
+    constexpr double foot = 0.04; // below the horizon
+    const double density = std::min(std::max(1.0, scene.density / 1.6), 200 / scene.rect.height());
     const double high = ridge.height * 1.05;
     const QRectF place{scene.rect.left(), scene.horizon - high * scene.rect.height(), scene.rect.width(),
-                       (high + 0.04) * scene.rect.height()};
+                       (high + foot) * scene.rect.height()};
     const QSize size = (place.size() * density).toSize().expandedTo({2, 2});
     QImage image{size, QImage::Format_ARGB32_Premultiplied};
     image.fill(Qt::transparent);
-    const double sunSide = std::clamp(scene.sunTurn / 60, -1.0, 1.0);
-    const bool isWinter = scene.view.snowOnRoofs > 0;
-    const Tone lit =
-        blend(scene.light.ambient, scene.light.sun, 0.55 * scene.light.direct * rise(-2, 3, scene.view.sunAltitude));
-    const auto tone = [&](Tone own, Tone light) {
-        return blend(own * light, scene.light.haze, 0.42 + 0.5 * scene.view.mist);
-    };
-    const Tone rockLit = tone(rock, lit), rockShade = tone(rock * 0.78F, scene.light.ambient);
-    const Tone snowLit = tone(snow, lit), snowShade = tone({196, 210, 234}, scene.light.ambient);
+    const MountainTones tones{scene, ridge};
     for (int column = 0; column < size.width(); ++column) {
         const double x = (column + 0.5) / size.width();
         const double top = ridge.at(x);
-        const double fall = (ridge.at(x + 0.012) - top) * -9;
+        const double fall = top - ridge.at(x + 0.012);
         for (int row = 0; row < size.height(); ++row) {
-            const double height = high - (row + 0.5) / size.height() * (high + 0.04);
-            const double depth = top - height; // below the ridge
-            const double edge = std::clamp(depth * scene.rect.height() * density + 0.5, 0.0, 1.0);
+            const double height = high - (row + 0.5) / size.height() * (high + foot);
+            const double edge = std::clamp((top - height) * scene.rect.height() * density + 0.5, 0.0, 1.0);
             if (edge <= 0) continue;
-            // Spurs run down from the ridge: their slope across says which side has the light.
-            const auto u = static_cast<float>(x * ridge.pace * 4.2 + depth * 3);
-            const auto v = static_cast<float>(depth * 7);
-            const float spur = cloudiness<3>(u, v);
-            const float next = cloudiness<3>(u + 0.16F, v);
-            const double slope = (spur - next) * 5.5 + fall;
-            const double light = rise(-0.75, 0.75, slope * (sunSide >= 0 ? -1 : 1) * (0.5 + 0.5 * std::abs(sunSide)));
-            // Snow stays longest in the gullies and off the light.
-            const auto streak = static_cast<double>(noiseAt(u * 7, v * 2.2F));
-            const double line = ridge.height * ((isWinter ? 0.12 : 0.56) + (spur - 0.5) * 0.5 + (streak - 0.5) * 0.42 +
-                                                0.10 * (light - 0.5));
-            const double white = rise(line - 0.018, line + 0.018, height);
-            Tone there = blend(blend(rockShade, rockLit, light), blend(snowShade, snowLit, light), white);
-            there = blend(there, scene.light.haze, 0.75 * rise(ridge.height * 0.55, -0.02, height));
+            const auto there = tones.at(x, height, top - height, fall);
             const auto part = [&](float value) {
                 return static_cast<unsigned>(std::clamp(value, 0.0F, 255.0F) * static_cast<float>(edge));
             };

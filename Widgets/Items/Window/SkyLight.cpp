@@ -87,18 +87,21 @@ SkyLight lightOf(const SkyView& view) {
 
     const double day = rise(-9, 8, view.sunAltitude);
     const double low =
-        rise(14, 3, view.sunAltitude) * rise(-7, -1, view.sunAltitude); // how coloured the sun's light is
-    const Tone white = blend(Tone{74, 82, 120}, Tone{255, 252, 244}, day);
+        rise(14, 3, view.sunAltitude) * rise(-6, -1, view.sunAltitude); // how coloured the sun's light is
+    // At night towns light the clouds from below.
+    const double people = std::max(1'000.0, static_cast<double>(view.scenery.people));
+    const double town = std::clamp((std::log10(people) - 3.5) / 3.5, 0.0, 1.0);
+    const Tone white = blend(blend(Tone{76, 85, 124}, Tone{122, 102, 116}, town), Tone{255, 252, 244}, day);
     const double tinted = low * (0.82 - 0.5 * light.overcast) * (1 - 0.6 * heavy);
-    light.cloudLit = blend(white, clear.sun, tinted) * static_cast<float>(1 - 0.34 * heavy);
+    light.cloudLit = blend(white, clear.sun, tinted) * static_cast<float>(1 - 0.34 * heavy * (0.4 + 0.6 * day));
     const Tone shade = blend(clear.zenith, clear.horizon, 0.62);
     light.cloudShade = greyed(blend(shade, white, 0.10 * day), 0.45) * static_cast<float>(0.93 - 0.62 * heavy * day);
     // The highest see the sun longest.
     light.cirrus = blend(blend(Tone{70, 76, 112}, Tone{255, 253, 248}, rise(-10, 6, view.sunAltitude)), {255, 164, 134},
                          0.8 * rise(8, 0, view.sunAltitude) * rise(-8, -2, view.sunAltitude));
 
-    light.ambient = greyed(clear.ambient, 0.75 * light.overcast) *
-                    static_cast<float>((1 - 0.12 * light.overcast) * (1 - 0.42 * heavy));
+    light.ambient = greyed(clear.ambient, 0.75 * light.overcast * (0.3 + 0.7 * day)) *
+                    static_cast<float>((1 - 0.10 * light.overcast) * (1 - 0.42 * heavy * (0.35 + 0.65 * day)));
     // The moon lights the roofs a little.
     const double moon = view.moon.altitude > 0 ? view.moon.lit * light.direct * rise(-6, -14, view.sunAltitude) : 0;
     light.ambient = light.ambient + Tone{14, 17, 26} * static_cast<float>(moon);
@@ -114,7 +117,7 @@ SkyLight lightOf(const SkyView& view) {
         light.horizon = blend(light.horizon, veil, 0.7 * thick);
     }
     light.lamps = rise(1.5, -5.5, view.sunAltitude - 5 * heavy * light.overcast);
-    light.stars = rise(-6.5, -15, view.sunAltitude) * (1 - 0.55 * moon);
+    light.stars = rise(-6.5, -15, view.sunAltitude) * (1 - 0.55 * moon) * (1 - rise(0.1, 0.6, view.mist));
     return light;
 }
 
