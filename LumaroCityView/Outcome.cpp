@@ -38,7 +38,7 @@ void onTime(int /*signal*/) {
 } // namespace
 
 void keepStreams() {
-    std::signal(SIGPIPE, SIG_IGN);
+    static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
     const int nowhere = ::open("/dev/null", O_WRONLY | O_CLOEXEC);
     keptOut = keep(STDOUT_FILENO, nowhere);
     keptError = keep(STDERR_FILENO, nowhere);
@@ -60,7 +60,7 @@ void end(Outcome outcome, std::string_view why) {
 }
 
 void limitTime(unsigned seconds) {
-    std::signal(SIGALRM, onTime);
+    static_cast<void>(std::signal(SIGALRM, onTime));
     ::alarm(seconds);
 }
 
