@@ -63,7 +63,7 @@ QString windWords(const Weather& weather) {
 }
 
 QString ageWords(Instant sampledAt, Instant now) {
-    const auto minutes = std::chrono::floor<std::chrono::minutes>(now - sampledAt).count();
+    const auto minutes = static_cast<std::int64_t>(std::floor(secondsBetween(sampledAt, now) / 60));
     constexpr std::int64_t hour = 60;
     constexpr std::int64_t day = 24 * hour;
     if (minutes < 2) return Words::tr("the weather of this moment");
