@@ -49,11 +49,13 @@ QString PlaceView::help() const {
     case PlaceHurdle::none:
     case PlaceHurdle::notShared: return {};
     case PlaceHurdle::denied:
-        return Words::tr("the computer's privacy settings can let lumaro know. or say it yourself with “i'm in …”.");
+        return Words::tr(
+            "the computer's privacy settings can let lumaro know. or say it yourself with “i'm\u00a0in\u00a0…”.");
     case PlaceHurdle::restricted:
-        return Words::tr("its location service is switched off, or it has none. say it yourself with “i'm in …”.");
+        return Words::tr(
+            "its location service is switched off, or it has none. say it yourself with “i'm\u00a0in\u00a0…”.");
     case PlaceHurdle::waiting:
-        return Words::tr("the first one may take a while. it is quicker to say it yourself with “i'm in …”.");
+        return Words::tr("the first one may take a while. it is quicker to say it yourself with “i'm\u00a0in\u00a0…”.");
     }
     std::unreachable();
 }

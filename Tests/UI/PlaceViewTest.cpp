@@ -48,7 +48,7 @@ TEST_F(PlaceViewTest, EachStateSaysWhatIsInTheWayAndOffersAWay) {
         EXPECT_TRUE(place.isOff());
         EXPECT_EQ(place.offer(), "location is off · fix");
         EXPECT_EQ(place.hurdle() == "location is off for this app", access == LocationAccess::denied);
-        EXPECT_TRUE(place.help().contains("“i'm in …”"));
+        EXPECT_TRUE(place.help().contains("“i'm\u00a0in\u00a0…”"));
         place.lookAgain();
         pass(Seconds{3});
         EXPECT_TRUE(place.isOff()) << "while it looks again";

@@ -59,27 +59,37 @@ Sheet {
         checked: sheet.place.isShared
         onClicked: sheet.place.share(checked)
     }
-    Row {
+    Column {
         visible: sheet.isOwn && sheet.words.isThere
         width: parent.width
-        spacing: Theme.size.medium
+        spacing: Theme.size.small
 
-        Field {
-            id: name
+        Row {
+            width: parent.width
+            spacing: Theme.size.medium
 
-            width: parent.width - parent.spacing - done.width
-            label: qsTr("what do you call it here?")
-            placeholder: qsTr("home, gran's, the library")
-            helper: qsTr("they read it on your window. an empty name forgets it.")
-            maximumLength: 40
-            onAccepted: sheet.giveName()
+            Field {
+                id: name
+
+                width: parent.width - parent.spacing - done.width
+                label: qsTr("what do you call it here?")
+                placeholder: qsTr("home, gran's, the library")
+                maximumLength: 40
+                onAccepted: sheet.giveName()
+            }
+            PaperButton {
+                id: done
+
+                y: name.height - height
+                text: qsTr("done")
+                onClicked: sheet.giveName()
+            }
         }
-        PaperButton {
-            id: done
-
-            y: name.height - height
-            text: qsTr("done")
-            onClicked: sheet.giveName()
+        Body {
+            width: parent.width
+            isSmall: true
+            isSoft: true
+            text: qsTr("they read it on your window. an empty name forgets it.")
         }
     }
     PlaceHow {

@@ -88,11 +88,11 @@ Column {
         }
     }
     Body {
-        visible: !how.isPicking
+        visible: !how.isPicking && how.place.help === ""
         width: parent.width
         isSmall: true
         isSoft: true
-        text: how.place.isByHand ? qsTr("you're in %1; nobody is asked where you are.").arg(how.place.chosen) : qsTr("to find itself, this computer asks a public service with the wi-fi networks in sight. “i'm in …” asks nobody where you are.")
+        text: how.place.isByHand ? qsTr("you're in %1; nobody is asked where you are.").arg(how.place.chosen) : qsTr("to find itself, this computer asks a public service with the wi-fi networks in sight. “i'm\u00a0in\u00a0…” asks nobody where you are.")
     }
     Body {
         visible: !how.isPicking && text !== ""

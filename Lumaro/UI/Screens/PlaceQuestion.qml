@@ -34,10 +34,11 @@ Column {
         text: qsTr("what leaves this computer: the name of your town or neighbourhood, where that is to about a kilometre (about 100 m if you choose your block), your time zone, and the weather. your room and the two of you see it, and you can stop whenever you like.")
     }
     Body {
+        visible: !question.isPicking
         width: parent.width
         isSmall: true
         isSoft: true
-        text: qsTr("to find itself, this computer asks a public service with the wi-fi networks in sight. “i'm in …” asks nobody where you are.")
+        text: qsTr("to find itself, this computer asks a public service with the wi-fi networks in sight. “i'm\u00a0in\u00a0…” asks nobody where you are.")
     }
     Flow {
         visible: !question.isPicking
