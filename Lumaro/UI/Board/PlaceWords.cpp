@@ -51,9 +51,10 @@ QString windForce(double kmh) {
 QString windWords(const Weather& weather) {
     if (!weather.windKmh) return {};
     const double calm = 6;
-    const auto force = windForce(*weather.windKmh);
+    auto force = windForce(*weather.windKmh);
     const double from = weather.windDeg.value_or(-1);
-    if (*weather.windKmh < calm || !(from >= 0 && from <= 360)) return force;
+    const bool hasSide = from >= 0 && from <= 360 && *weather.windKmh >= calm;
+    if (!hasSide) return force;
     const std::array sides{Words::tr("from the north"), Words::tr("from the north-east"),
                            Words::tr("from the east"),  Words::tr("from the south-east"),
                            Words::tr("from the south"), Words::tr("from the south-west"),
@@ -123,7 +124,7 @@ PlaceHurdle placeHurdle(const PlaceState& place, const std::optional<Here>& here
 
 QString momentWords(Instant moment, Instant now, const QTimeZone& zone) {
     const auto time = timeAt(moment, zone);
-    const auto clock = clockText(time);
+    auto clock = clockText(time);
     if (time.date() == timeAt(now, zone).date()) return clock;
     return Words::tr("%1, %2", "3 may, 14:05")
         .arg(Words::locale().toString(time.date(), QStringLiteral("d MMMM")).toLower(), clock);
