@@ -40,9 +40,12 @@ ListView {
         onClicked: towns.chosen(index)
 
         Body {
+            id: place
+
             anchors.left: parent.left
             anchors.leftMargin: Theme.size.medium
             anchors.verticalCenter: parent.verticalCenter
+            anchors.verticalCenterOffset: 2 // lines are higher than their letters
             width: Math.min(implicitWidth, parent.width - land.width - 3 * Theme.size.medium)
             elide: Text.ElideRight
             wrapMode: Text.NoWrap
@@ -54,7 +57,7 @@ ListView {
 
             anchors.right: parent.right
             anchors.rightMargin: Theme.size.medium
-            anchors.verticalCenter: parent.verticalCenter
+            anchors.baseline: place.baseline
             width: Math.min(implicitWidth, parent.width * 0.5)
             elide: Text.ElideRight
             wrapMode: Text.NoWrap
