@@ -10,21 +10,21 @@
 namespace lumaro {
 namespace {
 
-constexpr double radian = std::numbers::pi / 180;
+constexpr double degree = std::numbers::pi / 180;
 constexpr double astronomicalUnit = 149'597'870.7; // km
 constexpr double earthRadius = 6378.14;            // km, at the equator
 
 double sine(double degrees) {
-    return std::sin(degrees * radian);
+    return std::sin(degrees * degree);
 }
 double cosine(double degrees) {
-    return std::cos(degrees * radian);
+    return std::cos(degrees * degree);
 }
 double arcSine(double value) {
-    return std::asin(std::clamp(value, -1.0, 1.0)) / radian;
+    return std::asin(std::clamp(value, -1.0, 1.0)) / degree;
 }
 double arcTangent(double y, double x) {
-    return std::atan2(y, x) / radian;
+    return std::atan2(y, x) / degree;
 }
 
 /// In 0 to 360.
@@ -181,7 +181,7 @@ Horizontal overHorizon(Equatorial place, Coordinates point, Instant instant) {
 double refracted(double altitude) {
     // Sæmundsson's formula holds from the horizon up; below it the lift fades out.
     const double height = std::max(altitude, -1.0);
-    const double lift = 1.02 / 60 / std::tan((height + 10.3 / (height + 5.11)) * radian);
+    const double lift = 1.02 / 60 / std::tan((height + 10.3 / (height + 5.11)) * degree);
     return altitude + std::max(0.0, lift) * std::clamp((altitude + 4) / 3, 0.0, 1.0);
 }
 
@@ -207,7 +207,7 @@ MoonSeen moonSeenFrom(Coordinates point, Instant instant) {
     const double apart = std::acos(std::clamp(sine(sun.declination) * sine(moon.declination) +
                                                   cosine(sun.declination) * cosine(moon.declination) * cosine(between),
                                               -1.0, 1.0)) /
-                         radian;
+                         degree;
     const double phase =
         arcTangent(sunPath.distance * sine(apart), moonPath.distance - sunPath.distance * cosine(apart));
     seen.illuminated = (1 + cosine(phase)) / 2;

@@ -38,19 +38,17 @@ class CloudPainter {
 public:
     explicit CloudPainter(const ViewScene& scene)
         : light_(scene.light), cover_(scene.view.clouds),
-          sun_((scene.sun - scene.rect.topLeft()) / scene.rect.height()), sunHeight_(scene.view.sunAltitude) {
+          sun_((scene.sun - scene.rect.topLeft()) / scene.rect.height()), sunHeight_(scene.view.sunAltitude),
+          sunReach_(static_cast<float>(rise(-8, 2, sunHeight_) * scene.light.direct *
+                                       (0.35 + 0.65 * rise(150, 110, std::abs(scene.sunTurn))))),
+          evening_(static_cast<float>(rise(12, 3, sunHeight_))), dark_(static_cast<float>(rise(0, -9, sunHeight_))),
+          clear_(static_cast<float>(1 - rise(0.35, 0.9, scene.view.mist))),
+          isHeavy_(scene.view.sky == Sky::rain || scene.view.sky == Sky::storm || scene.view.sky == Sky::snow) {
         Chance chance{scene.view.scenery.seed, ofClouds};
-        // They drift with the wind through the day, and every day begins elsewhere for every place.
+        // They drift with the wind from midnight to midnight, over every place other ones.
         const double drift = scene.view.hour * (0.05 + scene.view.windKmh * 0.012) * (scene.slant(20) < 0 ? 1 : -1);
         offset_ = static_cast<float>(chance.between(0, 40) + drift);
         far_ = static_cast<float>(chance.between(0, 40));
-        dark_ = static_cast<float>(rise(0, -9, sunHeight_));
-        evening_ = static_cast<float>(rise(12, 3, sunHeight_));
-        clear_ = static_cast<float>(1 - rise(0.35, 0.9, scene.view.mist));
-        isHeavy_ = scene.view.sky == Sky::rain || scene.view.sky == Sky::storm || scene.view.sky == Sky::snow;
-        // Towards the light, in the picture: from above by day, from the side in the evening.
-        sunReach_ = static_cast<float>(rise(-8, 2, scene.view.sunAltitude) *
-                                       (0.35 + 0.65 * rise(150, 110, std::abs(scene.sunTurn))) * scene.light.direct);
     }
 
     /// At a place, `elevation` over the horizon.
@@ -152,13 +150,13 @@ private:
     SkyView::Clouds cover_;
     QPointF sun_;
     double sunHeight_;
+    float sunReach_; ///< how much of the sun's light shines into them
+    float evening_;  ///< 1 with the sun low
+    float dark_;     ///< 1 at night
+    float clear_;    ///< what the mist leaves of them
+    bool isHeavy_;
     float offset_ = 0;
     float far_ = 0;
-    float sunReach_ = 0;
-    float evening_ = 0;
-    float dark_ = 0;  ///< 1 at night
-    float clear_ = 1; ///< what the mist leaves of them
-    bool isHeavy_ = false;
 };
 
 } // namespace

@@ -10,14 +10,14 @@ namespace lumaro {
 struct TownLook {
     explicit TownLook(const SkyView& view);
 
-    double size; ///< 0 for a village, 1 for a city of millions
-    bool isVillage;
-    bool hasTowers; ///< houses that scratch the sky
-    bool hasConifers;
-    bool isSeaLeft; ///< where the sea is, if there is one
-    bool isByTheSea;
-    bool hasWarmRoofs; ///< clay, and walls washed in lime
-    bool hasWood;      ///< painted, as in the north
+    double size = 0; ///< 0 for a village, 1 for a city of millions
+    bool isVillage = false;
+    bool hasTowers = false; ///< houses that scratch the sky
+    bool hasConifers = false;
+    bool isByTheSea = false;
+    bool isSeaLeft = false;
+    bool hasWarmRoofs = false; ///< clay, and walls washed in lime
+    bool hasWood = false;      ///< painted, as in the north
 
     /// How much of the town stands at that part of the width: it makes room for the sea.
     double densityAt(double x) const;

@@ -103,7 +103,7 @@ public:
         const Tone roof = roofOf(chance_);
         const double ground = groundAt(base);
         const double tower = height * size;
-        House nave{
+        const House nave{
             {left, ground - tower * 0.42, tower * 0.62, tower * 0.42}, Roof::along, wall, roof, 0, chance_.next()};
         House spire{
             {left - tower * 0.13, ground - tower * 0.72, tower * 0.2, tower * 0.72}, Roof::spire, wall,
@@ -181,7 +181,7 @@ private:
 
 } // namespace
 
-TownLook::TownLook(const SkyView& view) {
+TownLook::TownLook(const SkyView& view) : isByTheSea(view.scenery.isByTheSea) {
     Chance chance{view.scenery.seed, ofCharacter};
     // Where it is not known how many there are, some tens of thousands.
     const double people = view.scenery.people > 0 ? view.scenery.people : 40'000;
@@ -191,7 +191,6 @@ TownLook::TownLook(const SkyView& view) {
     const int north = std::abs(view.latitude);
     hasConifers = north >= 57 || (view.scenery.hills == 3 && north >= 35);
     isSeaLeft = chance.happens(0.5);
-    isByTheSea = view.scenery.isByTheSea;
     hasWood = north >= 58 && size < 0.7;
     hasWarmRoofs = people < 2'000'000 && !hasWood && chance.happens(north < 46 ? 0.85 : 0.3);
 }
