@@ -17,8 +17,8 @@ namespace lumaro {
 namespace {
 
 struct City {
-    const char* name;
-    const char* zone;
+    const char* name = "";
+    const char* zone = "";
     Coordinates point;
     Scenery scenery;
 };
@@ -60,9 +60,9 @@ std::string sheetCities() {
     return all;
 }
 
-std::optional<QImage> windowSheet(std::string_view name, std::chrono::year_month_day day, double density) {
-    const auto* const city = std::ranges::find_if(cities, [&](const City& one) { return one.name == name; });
-    if (city == cities.end()) return std::nullopt;
+std::optional<QImage> windowSheet(std::string_view city, std::chrono::year_month_day day, double density) {
+    const auto* const shown = std::ranges::find_if(cities, [&](const City& one) { return one.name == city; });
+    if (shown == cities.end()) return std::nullopt;
     constexpr QSizeF glass{248, 170};
     constexpr double gap = 8;
     constexpr int hours = 24;
@@ -73,7 +73,7 @@ std::optional<QImage> windowSheet(std::string_view name, std::chrono::year_month
     sheet.fill(QColor{250, 243, 229});
     QPainter painter{&sheet};
     painter.scale(density, density);
-    const QTimeZone zone{city->zone};
+    const QTimeZone zone{shown->zone};
     const QDate date{static_cast<int>(day.year()), static_cast<int>(static_cast<unsigned>(day.month())),
                      static_cast<int>(static_cast<unsigned>(day.day()))};
     for (int hour = 0; hour < hours; ++hour) {
@@ -83,7 +83,7 @@ std::optional<QImage> windowSheet(std::string_view name, std::chrono::year_month
         for (std::size_t i = 0; i < weathers.size(); ++i) {
             const QPointF corner{gap + step.width() * static_cast<double>(i), gap + step.height() * hour};
             paintView(painter, {corner, glass},
-                      viewFrom(city->point, instant, hour + minute / 60.0, weathers[i], city->scenery));
+                      viewFrom(shown->point, instant, hour + minute / 60.0, weathers[i], shown->scenery));
         }
     }
     return sheet;
