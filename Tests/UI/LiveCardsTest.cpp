@@ -296,6 +296,21 @@ TEST_F(LiveCardsTest, aWindowReadsWhatItShows) {
     EXPECT_EQ(read(), "window, alfama, 21:13, 17°, night, waxing moon");
 }
 
+TEST_F(LiveCardsTest, aCityThatThePageDrewHangsInThePartnersWindowAlone) {
+    const LiveContext::Picture drawn = [](const UUID&, Size) {
+        return ItemPicture{QImage{4, 4, QImage::Format_RGB32}};
+    };
+    picture = &drawn;
+    partnerIsIn("Europe/Lisbon", now);
+    own.here = partner.here;
+    EXPECT_TRUE(face<WindowFace>(LocationPayload{PartnerID::b}).city.isNull());
+    city.city = UUID{};
+    EXPECT_FALSE(face<WindowFace>(LocationPayload{PartnerID::b}).city.isNull());
+    EXPECT_TRUE(face<WindowFace>(LocationPayload{PartnerID::a}).city.isNull());
+    partner.here.reset();
+    EXPECT_TRUE(face<WindowFace>(LocationPayload{PartnerID::b}).city.isNull());
+}
+
 TEST_F(LiveCardsTest, aDayIsThePersonsOwnAndYesterdaysIsNotShown) {
     partnerIsIn("Pacific/Auckland", now);
     partner.calendarStatus[PartnerID::b] = CalendarStatus::connected;
