@@ -14,7 +14,7 @@ namespace {
 using namespace std::chrono_literals;
 
 bool looksLike(BoardItem item, const BoardItem& other) {
-    item.author = other.author;
+    item.setAuthor(other.author);
     item.updatedAt = other.updatedAt;
     return item == other;
 }
@@ -55,7 +55,7 @@ Instant stamp(Instant now, Instant previous) {
 }
 
 Op written(const Board& board, BoardItem item, Hand hand, std::optional<Instant> buriedAt) {
-    item.author = hand.author;
+    item.setAuthor(hand.author);
     item.updatedAt = Wire::truncatedToMilliseconds(hand.now);
     const auto follow = [&](Instant version) { item.updatedAt = stamp(item.updatedAt, version); };
     if (const auto* replaced = board.find(item.id)) follow(replaced->updatedAt);

@@ -17,7 +17,7 @@ namespace {
 
 Op rewritten(BoardItem item, Hand hand) {
     item.updatedAt = stamp(hand.now, item.updatedAt);
-    item.author = hand.author;
+    item.setAuthor(hand.author);
     return {Upsert{std::move(item)}};
 }
 

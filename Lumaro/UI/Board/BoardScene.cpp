@@ -25,6 +25,7 @@ void layOver(Board& board, const std::vector<BoardItem>& held) {
         if (there != board.items.end()) {
             auto shown = item;
             shown.author = there->author;
+            shown.createdBy = there->createdBy;
             shown.createdAt = there->createdAt;
             *there = std::move(shown);
         } else {
