@@ -37,7 +37,7 @@ Windows::Windows(AppView::Setup setup, Ports ports, std::function<void()> quit)
               [towns = ports.towns](Coordinates point) { return towns.sceneryAt(point); }}),
       editor_(ports.app, ports.clock), pictures_(ports.app, ports.ids, ports.background),
       settings_(ports.defaults, ports.loginItem), music_(ports.app), place_({ports.app, scene_, ports.towns}),
-      screens_(ports.desktop), tray_(verbs(std::move(quit))) {
+      speech_(ports.app, ports.sleeper), screens_(ports.desktop), tray_(verbs(std::move(quit))) {
     furnish(engine_);
     settings_.dress(themeOf(engine_));
     const auto readTemperatures = [this] { scene_.setFahrenheit(settings_.isFahrenheit()); };
@@ -70,6 +70,7 @@ void Windows::hear(const AppNews& news) {
     scene_.hear(news.changed);
     editor_.hear(news);
     music_.hear(news.changed);
+    speech_.hear(news);
     // No page shows what a hand does, which changes many times a second.
     if (!news.changed.isOnly(AppChange::editor)) {
         view_.refresh();
@@ -99,6 +100,7 @@ void Windows::openBoard() {
                              {QStringLiteral("settings"), shared(settings_)},
                              {QStringLiteral("music"), shared(music_)},
                              {QStringLiteral("place"), shared(place_)},
+                             {QStringLiteral("speech"), shared(speech_)},
                              {QStringLiteral("screens"), shared(screens_)},
                              {QStringLiteral("hangsBehindIcons"), ports_.desktop.level() != DesktopLevel::bottomMost}});
         QObject::connect(boardWindow_.get(), &QWindow::visibleChanged, &view_, [this](bool isVisible) {

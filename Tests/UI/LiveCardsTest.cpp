@@ -276,7 +276,7 @@ TEST_F(LiveCardsTest, theClocksNameAnotherDayAndKnowDayFromNight) {
     EXPECT_EQ(clocks().day, "yesterday"); // 01:13 here, 19:13 there
     const auto card = item(TimezonesPayload{});
     EXPECT_EQ(spoken(card, faceOf(card, live()), live()),
-              "clocks, you, 01:13, bo, 19:13, 17°, 6 hours behind, yesterday");
+              "clocks, you, 01:13, bo, 19:13, 17°, 6 hours behind, yesterday, from bo, pinned today");
     // In the north of the north the sun is up at midnight; where no place is known, the hour tells.
     now = Instant{std::chrono::sys_days{std::chrono::year{2026} / 6 / 21} + 22h};
     partnerIsIn("Europe/Oslo", now);
@@ -290,10 +290,12 @@ TEST_F(LiveCardsTest, aWindowReadsWhatItShows) {
     partnerIsIn("Europe/Lisbon", now - 2h);
     const auto card = item(LocationPayload{PartnerID::b});
     const auto read = [&] { return spoken(card, faceOf(card, live()), live()); };
-    EXPECT_EQ(read(), "window, alfama, 15:13, 17°, storm, daylight, as of 13:13, weather as of 13:13");
+    EXPECT_EQ(
+        read(),
+        "bo's window, alfama, 15:13, 17°, storm, daylight, as of 13:13, weather as of 13:13, from bo, pinned today");
     partnerIsIn("Europe/Lisbon", now += 6h);
     partner.here->weather->code = 0;
-    EXPECT_EQ(read(), "window, alfama, 21:13, 17°, night, waxing moon");
+    EXPECT_EQ(read(), "bo's window, alfama, 21:13, 17°, night, waxing moon, from bo, pinned today");
 }
 
 TEST_F(LiveCardsTest, aCityThatThePageDrewHangsInThePartnersWindowAlone) {
@@ -463,23 +465,31 @@ TEST_F(LiveCardsTest, aTrackIsToldInFullAndSpoken) {
     EXPECT_FALSE(trackWords({PartnerID::b}, live()).isThere);
     partnerPlays(83'900, 225'000);
     EXPECT_EQ(trackWords({PartnerID::b}, live()).position, "1:23 of 3:45");
-    EXPECT_EQ(spoken(card, faceOf(card, live()), live()), "bo's music, 'harbour lights', the paper boats, playing");
+    EXPECT_EQ(spoken(card, faceOf(card, live()), live()),
+              "bo's music, 'harbour lights', the paper boats, playing, from bo, pinned today");
     partner.nowPlaying->isPlaying = false;
     partner.nowPlaying->durationMs = 0;
     partner.nowPlaying->progressMs = 3'723'000;
     EXPECT_EQ(trackWords({PartnerID::b}, live()).position, "1:02:03 · paused");
-    EXPECT_EQ(spoken(card, faceOf(card, live()), live()), "bo's music, 'harbour lights', the paper boats, paused");
+    EXPECT_EQ(spoken(card, faceOf(card, live()), live()),
+              "bo's music, 'harbour lights', the paper boats, paused, from bo, pinned today");
     const auto mine = item(NowPlayingSlotPayload{PartnerID::a});
-    EXPECT_EQ(spoken(mine, faceOf(mine, live()), live()), "your music, nothing playing");
+    EXPECT_EQ(spoken(mine, faceOf(mine, live()), live()), "your music, nothing playing, from bo, pinned today");
 }
 
 TEST_F(LiveCardsTest, itemsReadAsASentence) {
     const auto note = item(NotePayload{pm::docOfLines("buy\noranges"), "butter", "brass", now + 1h});
     EXPECT_EQ(spoken(note, faceOf(note, live()), live()), "note from bo, pinned today, 'buy oranges'");
+    auto moved = note;
+    moved.setAuthor(PartnerID::a);
+    EXPECT_EQ(spoken(moved, faceOf(moved, live()), live()), spoken(note, faceOf(note, live()), live()))
+        << "whoever moved it, it is bo's";
     auto old = item(PhotoPayload{.mediaId = {}, .caption = "the lake", .takenAt = {}, .aspect = {}});
     old.author = PartnerID::a;
+    old.isLocked = true;
     old.createdAt = now - std::chrono::days{1};
-    EXPECT_EQ(spoken(old, faceOf(old, live()), live()), "photo from you, pinned yesterday, 'the lake', on its way…");
+    EXPECT_EQ(spoken(old, faceOf(old, live()), live()),
+              "photo from you, pinned yesterday, 'the lake', on its way…, locked");
 }
 
 } // namespace

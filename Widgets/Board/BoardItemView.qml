@@ -29,6 +29,8 @@ Item {
     readonly property real pointScale: frame.canvas.scale * itemScale
     readonly property bool isSpringing: !isInHand && isSettled && !Theme.isMotionReduced && !frame.isPaused
     readonly property bool weatherMoves: kind === "location" && frame.weatherMoves && !Theme.isMotionReduced
+    readonly property bool isSelected: frame?.selected === itemId
+    readonly property bool isAttended: isSelected && (frame?.hasKeys ?? false)
     property bool isSettled: false
     property real placeX: centerX
     property real placeY: centerY
@@ -43,9 +45,15 @@ Item {
 
     Accessible.role: Accessible.Graphic
     Accessible.name: spoken
+    Accessible.ignored: !(frame?.isRead ?? false) || isFalling
     Accessible.focusable: true
-    Accessible.selected: frame.selected === itemId
+    Accessible.focused: isAttended
+    Accessible.selected: isSelected
     Accessible.selectable: true
+    onIsAttendedChanged: {
+        if (isAttended)
+            ScreenReader.moveTo(item);
+    }
 
     Behavior on placeX {
         enabled: item.isSpringing

@@ -18,6 +18,8 @@ Item {
     property alias weatherMoves: frame.weatherMoves
     property alias selected: frame.selected
     property alias written: frame.written
+    property alias isRead: frame.isRead
+    property alias hasKeys: frame.hasKeys
     readonly property alias canvas: frame.canvas
     readonly property real pointScale: canvas.scale
     /// Pixels of the screen for one point of the canvas: as sharp as pictures have to be.

@@ -137,7 +137,9 @@ void LiveBoard::take(const ServerMessage::Ops& relayed, const std::string& partn
     const Board before = board();
     shared_.applyRemote(relayed.ops, now());
     changedByOthers(before);
-    if (token_ && relayed.author != token_->slot) welcomeItems(before, partnerName);
+    if (!token_ || relayed.author == token_->slot) return;
+    neighbours_.announcer.did(deedsBetween(before, board()));
+    welcomeItems(before, partnerName);
 }
 
 void LiveBoard::take(const ServerMessage::Ack& ack) {

@@ -44,6 +44,8 @@ public:
     void changed(AppChange change);
     void say(std::string notice);
     void askForQuickNote(std::optional<std::string> text);
+    /// The partner did this.
+    void did(std::vector<PartnerDeed> deeds);
 
 private:
     void end();

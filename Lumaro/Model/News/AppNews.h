@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "Lumaro/Model/News/PartnerDeed.h"
+
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -47,8 +49,9 @@ struct AppNews {
     AppChanges changed;
     std::vector<std::string> notices;                   ///< texts for people about what did not work out
     std::vector<std::optional<std::string>> quickNotes; ///< asked for, with the text to begin with
+    std::vector<PartnerDeed> deeds;
 
-    bool isEmpty() const { return changed.isEmpty() && notices.empty() && quickNotes.empty(); }
+    bool isEmpty() const { return changed.isEmpty() && notices.empty() && quickNotes.empty() && deeds.empty(); }
 };
 
 } // namespace lumaro

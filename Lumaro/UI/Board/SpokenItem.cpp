@@ -5,6 +5,7 @@
 #include "Lumaro/UI/Text.h"
 #include "LumaroCore/Support/EnumNames.h"
 #include "LumaroCore/Support/Overloaded.h"
+#include "LumaroCore/Support/Unicode.h"
 
 #include <QtCore/QDateTime>
 #include <QtCore/QLocale>
@@ -79,9 +80,15 @@ QString lightIn(const WindowFace& face) {
 } // namespace
 
 QString spoken(const BoardItem& item, const ItemFace& face, const LiveContext& live) {
+    const auto creator = personName(item.creator(), live);
+    const auto locked = item.isLocked ? Words::tr("locked") : QString{};
     const auto pinned = [&](const QString& what, const QString& text) {
-        const auto whose = Words::tr("%1 from %2", "a photo, a person").arg(what, personName(item.author, live));
-        return joined({whose, since(item.createdAt, live), text});
+        const auto whose = Words::tr("%1 from %2", "a photo, a person").arg(what, creator);
+        return joined({whose, since(item.createdAt, live), text, locked});
+    };
+    // What a card tells comes first.
+    const auto card = [&](const QString& told) {
+        return joined({told, Words::tr("from %1", "a person").arg(creator), since(item.createdAt, live), locked});
     };
     return std::visit(
         Overloaded{
@@ -93,22 +100,52 @@ QString spoken(const BoardItem& item, const ItemFace& face, const LiveContext& l
             [&](const StickerFace& it) { return pinned(Words::tr("sticker"), it.words); },
             [&](const DoodleFace&) { return pinned(Words::tr("doodle"), {}); },
             [&](const CountdownFace& it) {
-                return joined({Words::tr("countdown"), quoted(it.label), it.figure + QLatin1Char{' '} + it.unit});
+                return pinned(Words::tr("countdown"),
+                              joined({quoted(it.label), it.figure + QLatin1Char{' '} + it.unit}));
             },
             [&](const MusicFace& it) {
-                const auto* const card = item.payload.as<NowPlayingSlotPayload>();
-                return music(it, card != nullptr ? card->slot : item.author, live);
+                const auto* const record = item.payload.as<NowPlayingSlotPayload>();
+                return card(music(it, record != nullptr ? record->slot : item.author, live));
             },
             [&](const WindowFace& it) {
-                return joined({Words::tr("window"), it.place, it.time, it.temperature,
-                               it.sky ? Words::of(nameOf(*it.sky)) : QString{}, lightIn(it), it.words, it.weatherAge});
+                const auto* const window = item.payload.as<LocationPayload>();
+                const auto slot = window != nullptr ? window->slot : item.author;
+                const auto name = knownName(slot, live);
+                auto whose = name.isEmpty() ? Words::tr("their window") : Words::tr("%1's window").arg(name);
+                if (live.isMe(slot)) whose = Words::tr("your window");
+                return card(
+                    joined({whose, it.place, it.time, it.temperature, it.sky ? Words::of(nameOf(*it.sky)) : QString{},
+                            lightIn(it), it.words, it.weatherAge}));
             },
             [&](const ClocksFace& it) {
-                return joined({Words::tr("clocks"), clock(it.mine), clock(it.theirs), it.between, it.day});
+                return card(joined({Words::tr("clocks"), clock(it.mine), clock(it.theirs), it.between, it.day}));
             },
-            [&](const DayFace& it) { return day(it); },
-            [&](const BlockFace& it) { return joined({Words::tr("block card"), it.figure, it.who}); }},
+            [&](const DayFace& it) { return card(day(it)); },
+            [&](const BlockFace& it) { return card(joined({Words::tr("block card"), it.figure, it.who})); }},
         face.value());
+}
+
+QString itemWords(const BoardItem& item) {
+    const auto with = [](const QString& what, std::string_view text) {
+        constexpr std::size_t beginning = 80;
+        const auto start = firstCharacters(text, beginning);
+        const auto end = start.size() < text.size() ? QStringLiteral("…") : QString{};
+        return joined({what, quoted(qText(start) + end)});
+    };
+    return std::visit(
+        Overloaded{
+            [&](const NotePayload& note) { return with(Words::tr("a note"), note.pm.plainText()); },
+            [&](const PhotoPayload& photo) { return with(Words::tr("a photo"), photo.caption); },
+            [&](const CountdownPayload& countdown) { return with(Words::tr("a countdown"), countdown.label); },
+            [](const NowPlayingSlotPayload&) { return Words::tr("a record"); },
+            [](const LocationPayload&) { return Words::tr("a window"); },
+            [](const TimezonesPayload&) { return Words::tr("the clocks"); },
+            [](const CalendarPayload&) { return Words::tr("a day page"); },
+            [](const PomodoroPayload&) { return Words::tr("the block card"); },
+            [](const StickerPayload&) { return Words::tr("a sticker"); },
+            [](const DoodlePayload&) { return Words::tr("a doodle"); },
+        },
+        item.payload.value());
 }
 
 } // namespace lumaro

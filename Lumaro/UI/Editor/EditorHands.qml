@@ -26,7 +26,14 @@ FocusScope {
     activeFocusOnTab: true
     Accessible.role: Accessible.Canvas
     Accessible.name: qsTr("the board")
-    Accessible.description: editor.selected.isThere ? qsTr("selected; space goes to what can be done with it") : qsTr("tab walks from one thing to the next")
+    Accessible.description: qsTr("tab walks from one thing to the next")
+    Accessible.focused: activeFocus && !editor.selected.isThere
+    // A screen reader is with the selected item, or here.
+    readonly property bool isAttended: activeFocus && !editor.selected.isThere
+    onIsAttendedChanged: {
+        if (isAttended)
+            ScreenReader.moveTo(hands);
+    }
 
     Keys.onPressed: event => event.accepted = key(event.key, event.modifiers)
     Keys.onReleased: event => {

@@ -54,6 +54,7 @@ FocusScope {
         background: page.scene.background
         isThreadTied: page.scene.isThreadTied
         selected: page.editor.selected.itemId
+        hasKeys: hands.activeFocus
         written: page.editor.isWriting ? page.editor.selected.itemId : ""
         onDensityChanged: page.scene.wantPixels(density)
     }

@@ -48,6 +48,7 @@ Item {
         name: qsTr("turn")
         board: frame.board
         editor: frame.editor
+        onStepped: frame.editor.turnBy(2)
         onPulled: place => frame.editor.turnTo(place)
     }
 
@@ -55,7 +56,8 @@ Item {
         x: 0 - width / 2
         y: 0 - height / 2
         visible: frame.editor.selected.canResize
-        name: qsTr("resize")
+        name: qsTr("smaller")
+        onStepped: frame.editor.resizeBy(1 / 1.08)
         board: frame.board
         editor: frame.editor
         cursor: Qt.SizeFDiagCursor
@@ -66,7 +68,7 @@ Item {
         x: frame.width - width / 2
         y: 0 - height / 2
         visible: frame.editor.selected.canResize
-        name: qsTr("resize")
+        name: ""
         board: frame.board
         editor: frame.editor
         cursor: Qt.SizeBDiagCursor
@@ -77,7 +79,7 @@ Item {
         x: 0 - width / 2
         y: frame.height - height / 2
         visible: frame.editor.selected.canResize
-        name: qsTr("resize")
+        name: ""
         board: frame.board
         editor: frame.editor
         cursor: Qt.SizeBDiagCursor
@@ -88,7 +90,8 @@ Item {
         x: frame.width - width / 2
         y: frame.height - height / 2
         visible: frame.editor.selected.canResize
-        name: qsTr("resize")
+        name: qsTr("larger")
+        onStepped: frame.editor.resizeBy(1.08)
         board: frame.board
         editor: frame.editor
         cursor: Qt.SizeFDiagCursor

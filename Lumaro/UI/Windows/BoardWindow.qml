@@ -14,6 +14,7 @@ Window {
     required property SettingsView settings
     required property MusicView music
     required property PlaceView place
+    required property PartnerSpeech speech
     required property var screens
     required property bool hangsBehindIcons
     property alias weatherMoves: page.weatherMoves
@@ -105,6 +106,18 @@ Window {
 
         function onNoticed(text: string): void {
             page.say(text);
+        }
+    }
+
+    SpokenLine {
+        id: spoken
+    }
+
+    Connections {
+        target: window.speech
+
+        function onSpoke(text: string): void {
+            spoken.say(text);
         }
     }
 }
