@@ -85,7 +85,8 @@ static void writeJson(JsonWriter& writer, const PairingPhase& pairing) {
                               entries.put("phase", "asking")
                                   .put("inviter", one.inviter)
                                   .put("server", one.server)
-                                  .put("leavesBoard", one.leavesBoard);
+                                  .put("leavesBoard", one.leavesBoard)
+                                  .put("byCode", one.isByCode);
                           },
                           [&](const PairingPhase::Failed& one) {
                               entries.put("phase", "failed").put("message", one.message);

@@ -60,6 +60,9 @@ public:
     // While on it.
     Q_INVOKABLE void mintCode();
     Q_INVOKABLE static void copyText(const QString& text);
+    Q_INVOKABLE void makeLink();
+    /// A page that shows the link opens: the partner may have replaced it.
+    Q_INVOKABLE void checkLink();
     Q_INVOKABLE void resetLinks();
     Q_INVOKABLE void releasePartner();
     Q_INVOKABLE void leaveBoard();

@@ -20,6 +20,11 @@ void Announcer::askForQuickNote(std::optional<std::string> text) {
     news_.quickNotes.push_back(std::move(text));
 }
 
+void Announcer::askForBoard() {
+    const Update update{*this};
+    news_.isBoardWanted = true;
+}
+
 // Still within the update, so that what the listener does is told after what it was told.
 void Announcer::end() {
     while (updates_ == 1 && !news_.isEmpty()) {

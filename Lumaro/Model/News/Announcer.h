@@ -44,6 +44,7 @@ public:
     void changed(AppChange change);
     void say(std::string notice);
     void askForQuickNote(std::optional<std::string> text);
+    void askForBoard();
 
 private:
     void end();

@@ -48,7 +48,9 @@ struct AppNews {
     std::vector<std::string> notices;                   ///< texts for people about what did not work out
     std::vector<std::optional<std::string>> quickNotes; ///< asked for, with the text to begin with
 
-    bool isEmpty() const { return changed.isEmpty() && notices.empty() && quickNotes.empty(); }
+    bool isBoardWanted = false; ///< the person wants to see the board, at the item that is selected
+
+    bool isEmpty() const { return changed.isEmpty() && notices.empty() && quickNotes.empty() && !isBoardWanted; }
 };
 
 } // namespace lumaro

@@ -69,6 +69,13 @@ Sheet {
         }
         Toggle {
             width: parent.width
+            text: qsTr("when a block is over")
+            helper: qsTr("with cool down and rest, where the desktop can.")
+            checked: page.settings.notifiesOfBlocks
+            onClicked: page.settings.notifiesOfBlocks = checked
+        }
+        Toggle {
+            width: parent.width
             text: qsTr("sounds")
             helper: qsTr("a glass rings when a block ends.")
             checked: page.settings.playsSounds

@@ -101,9 +101,9 @@ Item {
         }
 
         function test_everySettingDoesSomething_data() {
-            return ["notifiesOfItems", "playsSounds", "reducesMotion", "opensAtLogin"].map((setting, at) => ({
+            return ["notifiesOfItems", "notifiesOfBlocks", "playsSounds", "reducesMotion", "opensAtLogin"].map((setting, at) => ({
                         tag: setting,
-                        control: ["when they pin something", "sounds", "less motion", "open at login"][at]
+                        control: ["when they pin something", "when a block is over", "sounds", "less motion", "open at login"][at]
                     }));
         }
         function test_everySettingDoesSomething(data) {
