@@ -219,6 +219,16 @@ public:
             ->required()
             ->check(CLI::IsMember{std::vector<std::string>{"yes", "no"}})
             ->type_name("");
+        auto* hours = verbs.verb("hours", "Let the partner see your time zone alone, or no longer.",
+                                 [](const V& v, Streams streams) {
+                                     BoardRequest::Place asked;
+                                     asked.hours = v.text == "on";
+                                     return v.sendPlace(streams, asked);
+                                 });
+        hours->add_option("on|off", values_.text, "whether they see it")
+            ->required()
+            ->check(CLI::IsMember{std::vector<std::string>{"on", "off"}})
+            ->type_name("");
         auto* precision = verbs.verb("precision", "Say how exactly.", [](const V& v, Streams streams) {
             BoardRequest::Place asked;
             asked.precision = fromName<HerePrecision>(v.text);

@@ -265,6 +265,7 @@ AppControl::Outcome AppControl::answer(const BoardRequest::Place& place) {
     }
     if (place.precision) sharing.setPrecision(*place.precision);
     if (place.share) sharing.share(*place.share);
+    if (place.hours) app_.hours().share(*place.hours);
     const auto& state = app_.state();
     if (place.name) {
         if (!state.ownPresence.here) return atOnce(refusal(ExitStatus::refused, "it is not known where you are"));
@@ -276,7 +277,9 @@ AppControl::Outcome AppControl::answer(const BoardRequest::Place& place) {
                             .precision = state.precision,
                             .chosen = state.chosenPlace,
                             .own = state.ownPresence.here,
-                            .partner = state.presence.here};
+                            .partner = state.presence.here,
+                            .zone = state.ownPresence.zone,
+                            .partnerZone = state.presence.zone};
     return atOnce(
         {0, place.json ? whereaboutsJson(known) : whereaboutsText(known, nameOfSlot(namesOf(state), partner)), ""});
 }

@@ -25,23 +25,24 @@ AppModel::AppModel(Setup setup, Ports ports)
       invitations_({ports.secretBackground, ports.log}, state_,
                    {membership_, state_, state_.myDisplayName, service_, announcer_}),
       people_({ports.defaults, ports.contacts, ports.log}, state_, service_, announcer_),
-      leaving_({ports.secretBackground, ports.log}, membership_, service_), pairing_({.sleeper = ports.sleeper,
-                                                                                      .clock = ports.clock,
-                                                                                      .log = ports.log,
-                                                                                      .background = ports.background,
-                                                                                      .defaults = ports.defaults,
-                                                                                      .origin = ports.origin},
-                                                                                     state_,
-                                                                                     {.membership = membership_,
-                                                                                      .who = state_,
-                                                                                      .people = people_,
-                                                                                      .names = state_,
-                                                                                      .invitations = invitations_,
-                                                                                      .invitation = state_,
-                                                                                      .leaving = leaving_,
-                                                                                      .service = service_,
-                                                                                      .announcer = announcer_,
-                                                                                      .itemsOnBoard = [this] { return board().items.size(); }}),
+      leaving_({ports.secretBackground, ports.log}, membership_, service_),
+      pairing_({.sleeper = ports.sleeper,
+                .clock = ports.clock,
+                .log = ports.log,
+                .background = ports.background,
+                .defaults = ports.defaults,
+                .origin = ports.origin},
+               state_,
+               {.membership = membership_,
+                .who = state_,
+                .people = people_,
+                .names = state_,
+                .invitations = invitations_,
+                .invitation = state_,
+                .leaving = leaving_,
+                .service = service_,
+                .announcer = announcer_,
+                .itemsOnBoard = [this] { return board().items.size(); }}),
       connection_({ports.sleeper, ports.log, ports.http, ports.background, ports.rooms}, state_, media_, announcer_,
                   *this),
       board_(setup_.profile + "/boards",
@@ -115,10 +116,12 @@ void AppModel::becameActive() {
     permissions_.refreshContacts();
     permissions_.refreshNotifications();
     people_.refreshFaces();
+    hours().lookAgain();
 }
 
 void AppModel::setLooking(bool isLooking) {
     board_.setLooking(isLooking);
+    feeds_.seen().setLooking(isLooking);
 }
 
 // What the person wants of what they were notified of. What is in their hand stays there.
@@ -136,8 +139,8 @@ void AppModel::endBlock(const NewsAnswer& news) {
     const auto now = ports_.clock.now();
     if (timer == nullptr || Pomodoro::face(*timer, now) != Pomodoro::Face::rung) return;
     const bool cools = news.wish == NewsAnswer::Wish::coolDown;
-    static_cast<void>(editor_.replacePayload(
-        news.item, cools ? Pomodoro::coolingDown(*timer, slot(), now) : Pomodoro::rested(*timer)));
+    static_cast<void>(editor_.replacePayload(news.item, cools ? Pomodoro::coolingDown(*timer, slot(), now)
+                                                              : Pomodoro::rested(*timer)));
 }
 
 // Onto a board and off it.
@@ -224,12 +227,17 @@ void AppModel::take(const ServerMessage::Roster& roster) {
     feeds_.partner().meet(roster.online, slot());
 }
 
+void AppModel::take(const ServerMessage::Presence& presence) {
+    feeds_.partner().take(presence, slot(), newestOf(slot(), board(), ports_.clock.now()));
+}
+
 // Whoever comes onto the board has used up the code that brought them.
 void AppModel::meet(PartnerSet paired, const std::optional<SlotNames>& names) {
     const auto partner = other(slot());
     const bool wasThere = state_.paired && state_.paired->contains(partner);
     people_.meet(paired, names);
     if (!wasThere && paired.contains(partner)) invitations_.forgetCode();
+    if (!paired.contains(partner)) feeds_.partner().forgetPerson();
 }
 
 void AppModel::notStored(const UUID& batchId) {

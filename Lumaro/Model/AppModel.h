@@ -48,6 +48,8 @@ public:
     PresenceSender& presence() { return feeds_.presence(); }
     MusicSharing& music() { return feeds_.music(); }
     PlaceSharing& place() { return feeds_.place(); }
+    HoursSharing& hours() { return feeds_.hours(); }
+    SeenSharing& seen() { return feeds_.seen(); }
     DesktopSwitch& desktop() { return desktop_; }
     MediaCache& media() { return media_; }
 
@@ -86,7 +88,7 @@ private:
 
     void opened(std::vector<PendingBatch> waiting) override { board_.opened(std::move(waiting)); }
     void received(const ServerMessage& message) override;
-    void refused() override { feeds_.partner().forget(); }
+    void refused() override { feeds_.partner().hide(); }
     void stored(const UUID& batchId) override { board_.stored(batchId); }
     void notStored(const UUID& batchId) override;
     void couldNotGoUp(const UUID& mediaId, MediaFault why) override;
@@ -96,7 +98,7 @@ private:
     void meet(PartnerSet paired, const std::optional<SlotNames>& names);
     void take(const ServerMessage::Ops& relayed) { board_.take(relayed); }
     void take(const ServerMessage::Ack& ack) { board_.take(ack); }
-    void take(const ServerMessage::Presence& presence) { feeds_.partner().take(presence, slot()); }
+    void take(const ServerMessage::Presence& presence);
     void take(const ServerMessage::Calendar& calendar) { feeds_.partner().take(calendar); }
     void take(const ServerMessage::Thread& thread) { board_.take(thread); }
     void take(const ServerMessage::Error&) {} // the connection's

@@ -100,6 +100,8 @@ static void writeJson(JsonWriter& writer, const BoardPresence& presence) {
         .put("activity", presence.activity)
         .put("nowPlaying", presence.nowPlaying)
         .put("here", presence.here)
+        .put("zone", presence.zone)
+        .put("seen", presence.seen)
         .put("calendarStatus", presence.calendarStatus)
         .put("calendar", presence.calendar);
 }

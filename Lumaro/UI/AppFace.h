@@ -86,6 +86,7 @@ struct AppFace {
     Q_PROPERTY(QString link MEMBER link)
     Q_PROPERTY(QString greeting MEMBER greeting)
     Q_PROPERTY(bool showsOnDesktop MEMBER showsOnDesktop)
+    Q_PROPERTY(bool sharesSeen MEMBER sharesSeen)
     Q_PROPERTY(QString background MEMBER background)
     Q_PROPERTY(lumaro::InviteQuestion inviteQuestion MEMBER inviteQuestion)
 
@@ -114,6 +115,7 @@ public:
     QString link;
     QString greeting; ///< of a join that has just come about
     bool showsOnDesktop = true;
+    bool sharesSeen = false; ///< the partner sees what this person has seen
     QString background;
     InviteQuestion inviteQuestion;
 

@@ -124,6 +124,10 @@ void AppView::setShowsOnDesktop(bool shows) {
     app_.desktop().set(shows);
 }
 
+void AppView::shareSeen(bool shares) {
+    app_.seen().share(shares);
+}
+
 void AppView::exportBoard(const QUrl& file) {
     const auto text = Wire::encode(app_.board());
     QSaveFile out{file.toLocalFile()};

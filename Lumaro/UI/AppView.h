@@ -67,6 +67,7 @@ public:
     Q_INVOKABLE void releasePartner();
     Q_INVOKABLE void leaveBoard();
     Q_INVOKABLE void setShowsOnDesktop(bool shows);
+    Q_INVOKABLE void shareSeen(bool shares);
     /// Writes the shown board's JSON; `noticed` tells whether that worked.
     Q_INVOKABLE void exportBoard(const QUrl& file);
     /// The same, where the person says in a dialog.

@@ -11,8 +11,8 @@
 namespace lumaro {
 
 /// Notifications through the desktop's notification daemon (org.freedesktop.Notifications), which the bus starts where
-/// it can. Linux asks nobody for permission: it is there when a daemon is. Answers are taken from the daemon that shows the
-/// notification alone.
+/// it can. Linux asks nobody for permission: it is there when a daemon is. Answers are taken from the daemon that shows
+/// the notification alone.
 class DesktopNotifications final : public NotificationCenter {
 public:
     explicit DesktopNotifications(QDBusConnection bus = QDBusConnection::sessionBus());

@@ -157,7 +157,8 @@ TEST_F(PairingServiceTest, P13_ALinkServesManyForThirtyDaysUntilItIsReplaced) {
 TEST_F(PairingServiceTest, P14_ResettingEndsCodesAsWellAsLinksOfThisBoardAlone) {
     const auto theirs = service_.createCouple(store_, {"desk", "Al", {}}, noon)->value();
     const auto code = newCode();
-    const auto kept = service_.createCode(store_, theirs.coupleId, *store_.members(theirs.coupleId)->findDevice("desk"), "", noon);
+    const auto kept =
+        service_.createCode(store_, theirs.coupleId, *store_.members(theirs.coupleId)->findDevice("desk"), "", noon);
     ASSERT_TRUE(service_.resetLinks(store_, id(), device("laptop"), noon)->has_value());
     EXPECT_EQ(joinByCode(code, {"tower", "Bo", {}}), "410 code_used");
     EXPECT_EQ(joinByLink({"tower", "Bo", {}}), "410 invite_expired");

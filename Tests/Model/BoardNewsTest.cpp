@@ -27,7 +27,8 @@ BoardItem withPayload(Payload payload) {
 TEST(BoardNews, TellsANoteOnOneLineThatEndsBehindAWord) {
     const std::string family = "\U0001F469\u200D\U0001F469\u200D\U0001F467";
     const std::vector<std::pair<std::string, std::string>> cases = {
-        {"\nbuy oranges", "buy oranges"},
+        {"\nbuy oranges\nand bread\n", "buy oranges\nand bread"},
+        {"1\n2\n3\n4", "1 2 3 4"},
         {" \u00A0\n\u200B\n\n  one\n\ntwo \n\t\n\u2028three\u0085four\x01\x1b[0m", "\u200B one two three four [0m"},
         {"\u202Bשלום", "\u202Bשלום"},
         {"\u200B\u2060\uFEFF\u00AD", "a note"},

@@ -72,7 +72,8 @@ TEST_F(TwoBoardsTest, OneWithSomethingOnItOrSomebodyIsAskedAbout) {
     http.answer(HttpResponse{404, R"({"code":"code_not_found","message":""})"});
     EXPECT_EQ(app->board().items.size(), 1U);
     app->pairing().forgetFailure();
-    ASSERT_TRUE(app->editor().undo());
+    ASSERT_TRUE(app->liveBoard().act(
+        *Edits::takeDown(app->board(), app->board().items.front().id, {PartnerID::a, clock.now()})));
     rooms.say(ServerMessage::Roster{PartnerSet::both(), SlotNames{"Ann", "Ben"}});
     enterCode();
     EXPECT_TRUE(std::holds_alternative<PairingPhase::Asking>(state().pairing.value));
@@ -147,7 +148,7 @@ TEST_F(TwoBoardsTest, NoLinkOrCodeIsShownThatEnded) {
 TEST_F(TwoBoardsTest, WhatIsNoLinkIsCalledThat) {
     for (const auto& [text, told] : std::vector<std::pair<std::string, std::string>>{
              {" \n", "paste the link they sent you, and in you come."},
-             {"https://example.org/", "that's no lumaro link. paste the whole message they sent?"}}) {
+             {"https://example.org/", "that's no lumaro link. paste the whole message they sent you?"}}) {
         app->pairing().joinByLink(text);
         EXPECT_EQ(std::get<PairingPhase::Failed>(state().pairing.value).message, told);
     }

@@ -39,10 +39,21 @@ std::string summaryOf(const NotePayload& note) {
     return isBlank(text) ? "a note" : std::move(text);
 }
 
+/// A few short lines stand as they were written; anything else is one.
+std::string told(std::string_view summary) {
+    constexpr auto mostBreaks = 2;
+    const auto text = trimmed(summary);
+    const auto isControl = [](char c) { return (static_cast<unsigned char>(c) < 0x20 && c != '\n') || c == 0x7f; };
+    const bool isShort = firstCharacters(text, longestNews).size() == text.size();
+    const bool standsAsItIs =
+        isShort && std::ranges::count(text, '\n') <= mostBreaks && std::ranges::none_of(text, isControl);
+    return standsAsItIs ? std::string{text} : shortened(text, longestNews);
+}
+
 std::string bodyOf(std::span<const BoardItem* const> items, const Board& board, std::string_view name) {
     if (items.size() > 1) return std::string{name} + " sent " + std::to_string(items.size()) + " things";
     const auto summary = summaryOf(*items.front(), board);
-    return summary ? shortened(*summary, longestNews) : std::string{name} + " pinned something up";
+    return summary ? told(*summary) : std::string{name} + " pinned something up";
 }
 
 std::string titleOf(std::string_view name) {
@@ -73,7 +84,9 @@ std::optional<std::string> summaryOf(const BoardItem& item, const Board& board) 
 }
 
 LocalNotification newsOf(std::span<const BoardItem* const> items, const Board& board, std::string_view partnerName) {
-    return {.title = titleOf(partnerName), .body = bodyOf(items, board, inSentence(partnerName)), .picturePath = std::nullopt};
+    return {.title = titleOf(partnerName),
+            .body = bodyOf(items, board, inSentence(partnerName)),
+            .picturePath = std::nullopt};
 }
 
 LocalNotification newsOfMany(std::size_t count, std::string_view partnerName) {
@@ -84,7 +97,9 @@ LocalNotification newsOfMany(std::size_t count, std::string_view partnerName) {
 
 LocalNotification newsOf(const PomodoroPayload& timer, std::string_view partnerName) {
     if (timer.phase == PomodoroPhase::coolDown) {
-        return {.title = "the cool-down is over", .body = "another block, whenever you two like.", .picturePath = std::nullopt};
+        return {.title = "the cool-down is over",
+                .body = "another block, whenever you two like.",
+                .picturePath = std::nullopt};
     }
     const auto who = Pomodoro::isShared(timer) ? "you and " + inSentence(partnerName) + " made it." : "you made it.";
     return {.title = "the block is over", .body = who + " cool down a little, or rest?", .picturePath = std::nullopt};

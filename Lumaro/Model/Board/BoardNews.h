@@ -12,10 +12,11 @@
 
 namespace lumaro {
 
-// What notifications say, without pictures and actions. Each is one line; names end after 40 characters, notes after 120,
-// behind a word.
+// What notifications say, without pictures and actions. Names end after 40 characters; a note that is longer than 120,
+// or than three lines, is told on one line and ends behind a word.
 
-/// What people are told of an item that their partner put up, as long as it is; none for kinds without words of their own.
+/// What people are told of an item that their partner put up, as long as it is; none for kinds without words of their
+/// own.
 std::optional<std::string> summaryOf(const BoardItem& item, const Board& board);
 
 /// All of these, which are on `board` and not none, came at once. The title is the partner's name, or the application's

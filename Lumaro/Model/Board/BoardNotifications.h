@@ -22,9 +22,9 @@ struct NewsAnswer {
     UUID item;
 };
 
-/// Notifies the person of what happens on the board, as far as the settings say so, and hears what they do with that. What
-/// the partner puts up is one notification, which counts until the person has seen the board. Nothing here survives a
-/// restart.
+/// Notifies the person of what happens on the board, as far as the settings say so, and hears what they do with that.
+/// What the partner puts up is one notification, which counts until the person has seen the board. Nothing here
+/// survives a restart.
 class BoardNotifications {
 public:
     /// Both outlive this.
@@ -55,9 +55,9 @@ private:
     Ports ports_;
     std::function<void(const NewsAnswer&)> answered_;
     bool isLooking_ = false;
-    std::size_t count_ = 0;             ///< of items that were told of and not seen
-    std::optional<UUID> newest_;        ///< of them
-    std::optional<UUID> block_;         ///< the card that was told of last
+    std::size_t count_ = 0;      ///< of items that were told of and not seen
+    std::optional<UUID> newest_; ///< of them
+    std::optional<UUID> block_;  ///< the card that was told of last
 };
 
 } // namespace lumaro

@@ -63,12 +63,12 @@ void Invitations::askForLink(bool isQuiet) {
 void Invitations::resetLinks() {
     if (!neighbours_.who.token) return;
     state_.linkFailure.reset();
-    linksCall_ = neighbours_.service.client().resetLinks(
-        *neighbours_.who.token, [this](const std::expected<void, PairingFailure>& reset) {
-            const auto call = std::move(linksCall_);
-            const Announcer::Update update{neighbours_.announcer};
-            reset ? replaced() : linkFailed(reset.error());
-        });
+    linksCall_ = neighbours_.service.client().resetLinks(*neighbours_.who.token,
+                                                         [this](const std::expected<void, PairingFailure>& reset) {
+                                                             const auto call = std::move(linksCall_);
+                                                             const Announcer::Update update{neighbours_.announcer};
+                                                             reset ? replaced() : linkFailed(reset.error());
+                                                         });
 }
 
 // A code that is on its way may have been made before the others ended.

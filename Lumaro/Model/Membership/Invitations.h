@@ -45,8 +45,8 @@ public:
     void mintCode();
     /// Asks for the board's link; those that are out stay good.
     void mintLink();
-    /// Somebody looks at the link: the partner's device may have replaced it. Nothing is said when the service cannot be
-    /// asked.
+    /// Somebody looks at the link: the partner's device may have replaced it. Nothing is said when the service cannot
+    /// be asked.
     void checkLink();
     /// Ends the board's links and codes, and makes another link.
     void resetLinks();

@@ -154,8 +154,8 @@ void Pairing::joinByCode(std::string_view typed, JoinTerms terms) {
     });
 }
 
-// Nobody else is, or was, on the board, and nothing hangs there. Before the room has spoken that is known of a board that
-// this device has just made.
+// Nobody else is, or was, on the board, and nothing hangs there. Before the room has spoken that is known of a board
+// that this device has just made.
 bool Pairing::isOnlyStarted() const {
     const auto& token = neighbours_.who.token;
     const auto& names = neighbours_.names;
@@ -253,8 +253,8 @@ void Pairing::joined(const std::expected<Joined, PairingFailure>& answer) {
     setOnboarding(OnboardingStep::welcome);
 }
 
-// The board that was is left once the new one's key is safe. That it is to be left is on the disk before that key, so that
-// a program that ends in between leaves no device behind on a board that nobody has a key to.
+// The board that was is left once the new one's key is safe. That it is to be left is on the disk before that key, so
+// that a program that ends in between leaves no device behind on a board that nobody has a key to.
 void Pairing::keepToken(const Joined& joined) {
     auto token = CoupleToken::parse(joined.token);
     auto asked = std::move(*std::exchange(join_, std::nullopt));

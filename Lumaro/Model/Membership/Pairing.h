@@ -69,8 +69,8 @@ public:
     void sessionRestored(bool isNew);
 
     void startOurBoard(std::optional<std::string> name = std::nullopt);
-    /// What happens to the board that this device is on is said in the terms. It is left once the other is joined, and not
-    /// when that does not work.
+    /// What happens to the board that this device is on is said in the terms. It is left once the other is joined, and
+    /// not when that does not work.
     void joinByCode(std::string_view typed, JoinTerms terms = {});
     /// A link, or a text around one. One that leads away from this device's board, or that the program was opened with
     /// and that names another server, is asked about first (`PairingPhase::Asking`).

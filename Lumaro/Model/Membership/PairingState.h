@@ -36,8 +36,8 @@ struct PairingPhase {
         std::optional<PartnerID> suggested;
         bool operator==(const Choosing&) const = default;
     };
-    /// An invite or a code to another board than the one that this device is on, or to another server than it knows: the
-    /// person must say whether they want that.
+    /// An invite or a code to another board than the one that this device is on, or to another server than it knows:
+    /// the person must say whether they want that.
     struct Asking {
         std::string inviter;     ///< empty when the service does not know
         std::string server;      ///< base URL of the invite's

@@ -24,6 +24,7 @@ enum class AppChange : std::uint8_t {
     permissions,
     music,    ///< whether it is shared, and what of it
     place,    ///< whether it is shared, and what is known of it
+    hours,    ///< whether they are shared
     pictures, ///< one has come
 };
 

@@ -2,6 +2,7 @@
 #include "Lumaro/UI/Board/SpokenItem.h"
 
 #include "DesignSystem/Words.h"
+#include "Lumaro/UI/Board/WhoseWords.h"
 #include "Lumaro/UI/Text.h"
 #include "LumaroCore/Support/EnumNames.h"
 #include "LumaroCore/Support/Overloaded.h"
@@ -81,7 +82,7 @@ QString lightIn(const WindowFace& face) {
 QString spoken(const BoardItem& item, const ItemFace& face, const LiveContext& live) {
     const auto pinned = [&](const QString& what, const QString& text) {
         const auto whose = Words::tr("%1 from %2", "a photo, a person").arg(what, personName(item.author, live));
-        return joined({whose, since(item.createdAt, live), text});
+        return joined({whose, since(item.createdAt, live), text, isSeen(item, live) ? Words::tr("seen") : QString{}});
     };
     return std::visit(
         Overloaded{

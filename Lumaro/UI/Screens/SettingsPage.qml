@@ -57,6 +57,10 @@ Sheet {
     PlaceSection {
         place: page.place
     }
+    HoursSection {
+        view: page.view
+        place: page.place
+    }
     Section {
         heading: qsTr("telling you")
 

@@ -62,8 +62,7 @@ protected:
     // A signal of the daemon.
     void emitSignal(const QString& name, const QString& signature, const QVariantList& arguments) const {
         call(daemonName, QStringLiteral("/org/freedesktop/Notifications"), QStringLiteral("org.freedesktop.DBus.Mock"),
-             QStringLiteral("EmitSignal"),
-             {daemonName, name, signature, QVariant::fromValue(arguments)});
+             QStringLiteral("EmitSignal"), {daemonName, name, signature, QVariant::fromValue(arguments)});
     }
 
     DesktopNotifications center_{bus()};

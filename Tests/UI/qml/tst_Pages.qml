@@ -140,6 +140,49 @@ Item {
             sheet.close();
         }
 
+        function test_hoursAreSharedOnlyAfterThePersonHasReadWhat() {
+            Bed.make();
+            const sheet = open(settingsPage);
+            comeTo("let them see your hours");
+            keyClick(Qt.Key_Space);
+            verify(!Bed.place.sharesHours);
+            compare(room.Window.activeFocusItem.Accessible.name, "no");
+            keyClick(Qt.Key_Backtab);
+            keyClick(Qt.Key_Return);
+            verify(Bed.place.sharesHours);
+            compare(room.Window.activeFocusItem.Accessible.name, "let them see your hours");
+            keyClick(Qt.Key_Space);
+            verify(!Bed.place.sharesHours);
+            comeTo("let them see what i've seen");
+            verify(!Bed.view.face.sharesSeen);
+            keyClick(Qt.Key_Space);
+            verify(Bed.view.face.sharesSeen);
+            sheet.close();
+        }
+
+        function test_aResetLinkIsGoneAtOnce() {
+            Bed.makeOnBoard();
+            const sheet = open(boardPage);
+            comeTo("make a link");
+            keyClick(Qt.Key_Return);
+            verify(Bed.answer(201, '{"inviteId":"abcdefgh12","link":"https://x/for/abcdefgh12","expiresAt":1900000000000}'));
+            comeTo("make a code");
+            keyClick(Qt.Key_Return);
+            verify(Bed.answer(201, '{"code":"481936","expiresAt":1790000540000,"slot":"b"}'));
+            compare(Bed.view.face.code, "481 936");
+            comeTo("reset our link");
+            keyClick(Qt.Key_Return);
+            keyClick(Qt.Key_Backtab);
+            keyClick(Qt.Key_Return);
+            verify(Bed.lastRequest().startsWith("DELETE "));
+            verify(Bed.answer(200, "{}"));
+            compare(Bed.view.face.code, "");
+            compare(Bed.view.face.link, "");
+            verify(Bed.answer(201, '{"inviteId":"secondlink","link":"https://x/for/secondlink","expiresAt":1900000000000}'));
+            compare(Bed.view.face.link, "https://x/for/secondlink");
+            sheet.close();
+        }
+
         function test_theThemeFollowsTheSettings() {
             Bed.make();
             Bed.settings.appearance = "dark";
