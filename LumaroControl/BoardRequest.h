@@ -202,11 +202,13 @@ struct BoardRequest {
         std::optional<std::string> town;    ///< "i'm in …": how its name begins; empty: the computer finds out
         std::optional<std::string> country; ///< of that town, ISO 3166-1, two letters
         std::optional<std::string> name;    ///< the person's own for where they are; empty: forgotten
+        std::optional<bool> hours{};        ///< whether the partner sees the time zone, also without a place
 
         static constexpr auto fields() {
             return std::tuple{Field{"json", &Place::json},           Field{"share", &Place::share},
                               Field{"precision", &Place::precision}, Field{"town", &Place::town},
-                              Field{"country", &Place::country},     Field{"name", &Place::name}};
+                              Field{"country", &Place::country},     Field{"name", &Place::name},
+                              Field{"hours", &Place::hours}};
         }
         bool operator==(const Place&) const = default;
     };

@@ -4,10 +4,14 @@
 #include "LumaroControl/Moments.h"
 #include "LumaroCore/Presence/Pomodoro.h"
 #include "LumaroCore/Support/EnumNames.h"
+#include "LumaroCore/Support/Unicode.h"
 #include "LumaroCore/Support/Wire.h"
 
 #include <CLI/CLI.hpp>
 
+#include <array>
+#include <expected>
+#include <istream>
 #include <string>
 #include <utility>
 
@@ -65,6 +69,24 @@ CLI::IsMember oneOf() {
     return CLI::IsMember{names};
 }
 
+std::string checkName(const std::string& text) {
+    return trimmed(text).empty() ? "a name cannot be empty" : "";
+}
+
+// All of standard input without the line ends behind it; why not, for people, in the error.
+std::expected<std::string, std::string> noteFrom(std::istream& in) {
+    std::string text;
+    for (std::array<char, 4096> chunk{}; in && text.size() <= BoardSpec::maxItemJSONBytes;) {
+        in.read(chunk.data(), chunk.size());
+        text.append(chunk.data(), static_cast<std::size_t>(in.gcount()));
+    }
+    if (in.bad()) return std::unexpected("standard input cannot be read");
+    if (text.size() > BoardSpec::maxItemJSONBytes) return std::unexpected("that is too long for a note");
+    if (!isUtf8(text)) return std::unexpected("standard input is not UTF-8");
+    while (text.ends_with('\n') || text.ends_with('\r')) text.pop_back();
+    return text;
+}
+
 std::string checkPoint(const std::string& text) {
     return parsePoint(text) ? "" : "\"" + text + "\" is no place like 640,480";
 }
@@ -105,14 +127,20 @@ public:
                 return v.network.app ? v.send(streams, BoardRequest::Start{v.name})
                                      : runStart(v.network, streams, v.name);
             });
-        start->add_option("--name", values_.name, "your name, as your partner sees it")->required()->type_name("NAME");
+        start->add_option("--name", values_.name, "your name, as your partner sees it")
+            ->required()
+            ->check(checkName)
+            ->type_name("NAME");
         auto* join = verb("join", "Join a partner's board.", [](const V& v, Streams streams) {
             const auto slot = fromName<PartnerID>(v.slot);
             return v.network.app ? v.send(streams, BoardRequest::Join{v.codeOrLink, v.name, slot, v.leave})
                                  : runJoin(v.network, streams, {v.name, v.codeOrLink, slot, v.leave});
         });
         join->add_option("CODE|LINK", values_.codeOrLink, "six digits, or a link")->required()->type_name("");
-        join->add_option("--name", values_.name, "your name, as your partner sees it")->required()->type_name("NAME");
+        join->add_option("--name", values_.name, "your name, as your partner sees it")
+            ->required()
+            ->check(checkName)
+            ->type_name("NAME");
         join->add_option("--as", values_.slot, "which of the two you are, where both are on the board")
             ->check(oneOf<PartnerID>());
         join->add_flag("--leave", values_.leave, "leave the board that this profile is on, once the join has worked");
@@ -190,6 +218,16 @@ public:
         share->add_option("yes|no", values_.text, "whether they see it")
             ->required()
             ->check(CLI::IsMember{std::vector<std::string>{"yes", "no"}})
+            ->type_name("");
+        auto* hours = verbs.verb("hours", "Let the partner see your time zone alone, or no longer.",
+                                 [](const V& v, Streams streams) {
+                                     BoardRequest::Place asked;
+                                     asked.hours = v.text == "on";
+                                     return v.sendPlace(streams, asked);
+                                 });
+        hours->add_option("on|off", values_.text, "whether they see it")
+            ->required()
+            ->check(CLI::IsMember{std::vector<std::string>{"on", "off"}})
             ->type_name("");
         auto* precision = verbs.verb("precision", "Say how exactly.", [](const V& v, Streams streams) {
             BoardRequest::Place asked;
@@ -298,12 +336,14 @@ private:
 
     void addNoteAndCountdown() {
         auto* note = kind("note", "A note.", [](const V& v, Streams streams) {
-            NotePayload payload{pm::docOfLines(v.text), v.paper, "brass", std::nullopt};
+            const auto text = v.text == "-" ? noteFrom(streams.in) : v.text;
+            if (!text) return fail(streams, ExitStatus::data, " put: " + text.error());
+            NotePayload payload{pm::docOfLines(*text), v.paper, "brass", std::nullopt};
             // Whoever puts it up counts the day from that instant.
             if (!v.keep) payload.expiresAt = present() + BoardSpec::noteLifespan;
             return v.putUp(streams, std::move(payload));
         });
-        note->add_option("TEXT", values_.text, "what it says")->required()->type_name("");
+        note->add_option("TEXT", values_.text, "what it says; - reads standard input")->required()->type_name("");
         note->add_option("--paper", values_.paper, "the paper's colour")->type_name("NAME");
         note->add_flag("--keep", values_.keep, "let it stay up for longer than a day");
         auto* countdown = kind("countdown", "A countdown.", [](const V& v, Streams streams) {

@@ -18,6 +18,11 @@ FocusScope {
     signal accepted
     signal edited
 
+    /// The keys go here; what is typed takes the place of what stands here.
+    function takeKeys(): void {
+        forceActiveFocus(Qt.TabFocusReason);
+        input.selectAll();
+    }
     function selectAll(): void {
         input.selectAll();
     }

@@ -3,6 +3,7 @@
 
 #include "DesignSystem/Fonts.h"
 #include "DesignSystem/Furnish.h"
+#include "DesignSystem/SystemWords.h"
 #include "Lumaro/UI/Text.h"
 #include "Lumaro/Windows/FrameLog.h"
 
@@ -29,6 +30,7 @@ QVariant shared(Object& object) {
 
 void prepareWindows() {
     registerFonts();
+    SystemWords::install();
 }
 
 Windows::Windows(AppView::Setup setup, Ports ports, std::function<void()> quit)
@@ -76,6 +78,10 @@ void Windows::hear(const AppNews& news) {
         view_.refresh();
         tray_.show(trayState(view_.face()));
     }
+    if (news.isBoardWanted) {
+        openBoard();
+        QMetaObject::invokeMethod(boardWindow_.get(), "showBoard");
+    }
     for (const auto& text : news.quickNotes) openQuickNote(qText(text.value_or("")));
 }
 
@@ -106,6 +112,8 @@ void Windows::openBoard() {
         QObject::connect(boardWindow_.get(), &QWindow::visibleChanged, &view_, [this](bool isVisible) {
             if (!isVisible) letGoOfBoard();
         });
+        QObject::connect(boardWindow_.get(), &QWindow::activeChanged, &view_,
+                         [this] { ports_.app.setLooking(boardWindow_ && boardWindow_->isActive()); });
     }
     boardWindow_->show();
     boardWindow_->raise();
@@ -114,6 +122,7 @@ void Windows::openBoard() {
 
 void Windows::letGoOfBoard() {
     editor_.finishWriting();
+    ports_.app.setLooking(false);
     // Its pictures go with it: most of the time the board is seen on the desktop alone.
     boardWindow_.release()->deleteLater();
 }

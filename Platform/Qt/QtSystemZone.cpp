@@ -3,6 +3,8 @@
 
 #include <QTimeZone>
 
+#include <algorithm>
+
 namespace lumaro {
 namespace {
 
@@ -20,6 +22,18 @@ std::string QtSystemZone::identifier() {
     // An empty one would be valid there: it is UTC.
     if (id.isEmpty() || isRule(id) || !QTimeZone{id}.isValid()) return {};
     return id.toStdString();
+}
+
+bool QtSystemZone::isKnown(std::string_view name) {
+    // The longest in the table has 38; Qt would look for any other as a file, or read it as a rule.
+    constexpr std::size_t longest = 64;
+    const auto isOfName = [](char c) {
+        return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_' || c == '+' ||
+               c == '-' || c == '/';
+    };
+    if (name.empty() || name.size() > longest || !std::ranges::all_of(name, isOfName)) return false;
+    const QByteArray id{name.data(), static_cast<qsizetype>(name.size())};
+    return !isRule(id) && QTimeZone::isTimeZoneIdAvailable(id);
 }
 
 } // namespace lumaro

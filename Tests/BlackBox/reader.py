@@ -3,7 +3,7 @@
 import re
 import time
 
-from screen import until
+from screen import Failure, until
 
 LISTENER = """
 import gi
@@ -79,3 +79,18 @@ class Reader:
                 count, since = len(self.speech()), time.monotonic()
             time.sleep(0.1)
 
+    def focused(self):
+        """The name of what the reader is at."""
+        lines = [line for line in self.events() if ":focused" in line]
+        return lines[-1].split("|", 2)[2].strip() if lines else ""
+
+    def walk_to(self, person, name, key="Tab", most=80):
+        """Presses the key until the reader is at something of that name."""
+        for _ in range(most):
+            if name in self.focused():
+                return
+            before = len(self.events())
+            person.keys(key)
+            until(f"focus to move on from '{self.focused()}' to '{name}'", lambda: len(self.events()) > before, 10)
+            time.sleep(0.15)
+        raise Failure(f"no way by {key} to '{name}', at '{self.focused()}'")

@@ -3,6 +3,7 @@
 #include "Lumaro/UI/Board/CardFaces.h"
 #include "Lumaro/UI/Board/PlaceWords.h"
 #include "Lumaro/UI/Board/SpokenItem.h"
+#include "Lumaro/UI/Board/WhoseWords.h"
 #include "LumaroCore/BoardModel/BoardSpec.h"
 #include "LumaroCore/Presence/Pomodoro.h"
 
@@ -91,13 +92,71 @@ struct LiveCardsTest : testing::Test {
     }
 };
 
+TEST_F(LiveCardsTest, theClocksTellSharedHoursAndThoseOfAPlaceFirst) {
+    partner.zone = "Asia/Tokyo";
+    EXPECT_EQ(clocks().theirs.time, "23:13");
+    EXPECT_EQ(clocks().between, "7 hours ahead");
+    partnerIsIn("Europe/Lisbon", now);
+    EXPECT_EQ(clocks().theirs.time, "15:13");
+    partnerIsIn("", now);
+    EXPECT_EQ(clocks().theirs.time, "23:13");
+    partner = {};
+    partner.zone = "Mars/Base";
+    EXPECT_EQ(clocks().theirs.time, "");
+}
+
+TEST_F(LiveCardsTest, anItemTellsWhoseItIsAndSinceWhen) {
+    auto one = item(NotePayload{});
+    const auto told = [&](Instant createdAt) {
+        one.createdAt = createdAt;
+        return whoseAndWhen(one, live());
+    };
+    EXPECT_EQ(told(now), "bo, 16:13");
+    EXPECT_EQ(told(now - 8h), "bo, 8:13");
+    EXPECT_EQ(told(now - 24h), "bo, sunday 16:13");
+    EXPECT_EQ(told(now - 24h * 7), "bo, 14 september");
+    EXPECT_EQ(told(now - 24h * 365), "bo, 21 september 2025");
+    EXPECT_EQ(told(now + 24h), "bo, 22 september") << "by a clock that is ahead";
+    names.clear();
+    EXPECT_EQ(told(now), "they, 16:13");
+    one.author = PartnerID::a;
+    EXPECT_EQ(told(now), "you, 16:13");
+    partner.seen = now;
+    EXPECT_EQ(told(now), "you, 16:13 · seen");
+    EXPECT_EQ(told(now + 1s), "you, 16:13");
+}
+
+TEST_F(LiveCardsTest, whatIsMissingOnThePartnersCardsIsToldWithWhatTheyCanDo) {
+    const auto isTold = [&](Payload payload) {
+        const auto card = item(std::move(payload));
+        return std::pair{!whatTheyCanDo(card, live()).isEmpty(), !questionToThem(card, live()).isEmpty()};
+    };
+    const std::pair both{true, true};
+    const std::pair none{false, false};
+    EXPECT_EQ(isTold(TimezonesPayload{}), both);
+    EXPECT_EQ(isTold(LocationPayload{PartnerID::b}), both);
+    EXPECT_EQ(isTold(NowPlayingSlotPayload{PartnerID::b}), both);
+    EXPECT_EQ(isTold(CalendarPayload{PartnerID::b}), std::pair(true, false));
+    for (const auto& own : {Payload{LocationPayload{PartnerID::a}}, Payload{NowPlayingSlotPayload{PartnerID::a}},
+                            Payload{NotePayload{}}}) {
+        EXPECT_EQ(isTold(own), none);
+    }
+    partnerIsIn("Europe/Lisbon", now);
+    partnerPlays(0, 1000);
+    partner.calendarStatus[PartnerID::b] = CalendarStatus::connected;
+    for (const auto& full : {Payload{TimezonesPayload{}}, Payload{LocationPayload{PartnerID::b}},
+                             Payload{NowPlayingSlotPayload{PartnerID::b}}, Payload{CalendarPayload{PartnerID::b}}}) {
+        EXPECT_EQ(isTold(full), none);
+    }
+}
+
 TEST_F(LiveCardsTest, cardsSayWhatTheyDoNotKnow) {
     EXPECT_EQ(face<MusicFace>(NowPlayingSlotPayload{PartnerID::b}).words, "nothing playing");
     EXPECT_EQ(face<WindowFace>(LocationPayload{PartnerID::a}).words, "let it see where you are");
     EXPECT_EQ(face<DayFace>(CalendarPayload{PartnerID::a}).words, "no calendar yet");
     partner.isPartnerOnline = true;
     EXPECT_EQ(face<WindowFace>(LocationPayload{PartnerID::b}).words, "waiting for a fix");
-    EXPECT_EQ(face<ClocksFace>(TimezonesPayload{}).theirs.words, "waiting for a fix");
+    EXPECT_EQ(face<ClocksFace>(TimezonesPayload{}).theirs.words, "hours not shared");
     EXPECT_EQ(face<ClocksFace>(TimezonesPayload{}).mine.time, "16:13");
 }
 

@@ -27,6 +27,11 @@ void Announcer::did(std::vector<PartnerDeed> deeds) {
     std::ranges::move(deeds, std::back_inserter(news_.deeds));
 }
 
+void Announcer::askForBoard() {
+    const Update update{*this};
+    news_.isBoardWanted = true;
+}
+
 // Still within the update, so that what the listener does is told after what it was told.
 void Announcer::end() {
     while (updates_ == 1 && !news_.isEmpty()) {

@@ -46,6 +46,7 @@ public:
     void askForQuickNote(std::optional<std::string> text);
     /// The partner did this.
     void did(std::vector<PartnerDeed> deeds);
+    void askForBoard();
 
 private:
     void end();

@@ -3,6 +3,7 @@
 
 #include "Lumaro/UI/Board/CardFaces.h"
 #include "Lumaro/UI/Board/LiveCards.h"
+#include "Lumaro/UI/Board/WhoseWords.h"
 #include "Lumaro/UI/Text.h"
 #include "LumaroCore/BoardModel/BoardSpec.h"
 #include "LumaroCore/BoardModel/Media.h"
@@ -75,6 +76,21 @@ TrackWords BoardScene::trackOf(const QString& itemId) const {
     return card != nullptr ? trackWords(*card, live()) : TrackWords{};
 }
 
+QString BoardScene::whoseOf(const QString& itemId) const {
+    const auto* const item = shownItem(itemId);
+    return item != nullptr ? whoseAndWhen(*item, live()) : QString{};
+}
+
+QString BoardScene::missingOf(const QString& itemId) const {
+    const auto* const item = shownItem(itemId);
+    return item != nullptr ? whatTheyCanDo(*item, live()) : QString{};
+}
+
+QString BoardScene::questionOf(const QString& itemId) const {
+    const auto* const item = shownItem(itemId);
+    return item != nullptr ? questionToThem(*item, live()) : QString{};
+}
+
 PlaceWords BoardScene::placeOf(const QString& itemId) const {
     const auto* const item = shownItem(itemId);
     const auto* const card = item != nullptr ? item->payload.as<LocationPayload>() : nullptr;
@@ -106,7 +122,7 @@ Board BoardScene::withHand() const {
 void BoardScene::hear(AppChanges changed) {
     constexpr std::array ofTheBoard{AppChange::board,  AppChange::partner,    AppChange::ownPresence,
                                     AppChange::people, AppChange::membership, AppChange::pictures,
-                                    AppChange::music,  AppChange::place};
+                                    AppChange::music,  AppChange::place,      AppChange::hours};
     if (std::ranges::any_of(ofTheBoard, [&](AppChange change) { return changed.has(change); })) {
         refresh();
     } else if (changed.has(AppChange::editor)) {

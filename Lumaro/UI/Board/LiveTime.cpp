@@ -29,8 +29,12 @@ std::optional<QTimeZone> zoneOf(PartnerID slot, const LiveContext& live) {
     if (live.isMe(slot)) return live.zone;
     const auto& here = live.here(slot);
     // An empty name would be UTC.
-    if (!here || here->tz.empty()) return std::nullopt;
-    const QTimeZone zone{QByteArray::fromStdString(here->tz)};
+    if (here && !here->tz.empty()) {
+        const QTimeZone zone{QByteArray::fromStdString(here->tz)};
+        if (zone.isValid()) return zone;
+    }
+    if (!live.partner.zone) return std::nullopt;
+    const QTimeZone zone{QByteArray::fromStdString(*live.partner.zone)};
     return zone.isValid() ? std::optional{zone} : std::nullopt;
 }
 

@@ -53,7 +53,7 @@ ClocksFace::Side side(PartnerID slot, const LiveContext& live) {
     if (zone)
         side.time = clockText(timeAt(live.now, *zone));
     else
-        side.words = noPlace(slot, live);
+        side.words = Words::tr("hours not shared");
     return side;
 }
 

@@ -2,6 +2,7 @@
 #include "Lumaro/UI/Board/SpokenItem.h"
 
 #include "DesignSystem/Words.h"
+#include "Lumaro/UI/Board/WhoseWords.h"
 #include "Lumaro/UI/Text.h"
 #include "LumaroCore/Support/EnumNames.h"
 #include "LumaroCore/Support/Overloaded.h"
@@ -84,7 +85,8 @@ QString spoken(const BoardItem& item, const ItemFace& face, const LiveContext& l
     const auto locked = item.isLocked ? Words::tr("locked") : QString{};
     const auto pinned = [&](const QString& what, const QString& text) {
         const auto whose = Words::tr("%1 from %2", "a photo, a person").arg(what, creator);
-        return joined({whose, since(item.createdAt, live), text, locked});
+        const auto seen = isSeen(item, live) ? Words::tr("seen") : QString{};
+        return joined({whose, since(item.createdAt, live), text, seen, locked});
     };
     // What a card tells comes first.
     const auto card = [&](const QString& told) {
@@ -105,11 +107,11 @@ QString spoken(const BoardItem& item, const ItemFace& face, const LiveContext& l
             },
             [&](const MusicFace& it) {
                 const auto* const record = item.payload.as<NowPlayingSlotPayload>();
-                return card(music(it, record != nullptr ? record->slot : item.author, live));
+                return card(music(it, record != nullptr ? record->slot : item.creator(), live));
             },
             [&](const WindowFace& it) {
                 const auto* const window = item.payload.as<LocationPayload>();
-                const auto slot = window != nullptr ? window->slot : item.author;
+                const auto slot = window != nullptr ? window->slot : item.creator();
                 const auto name = knownName(slot, live);
                 auto whose = name.isEmpty() ? Words::tr("their window") : Words::tr("%1's window").arg(name);
                 if (live.isMe(slot)) whose = Words::tr("your window");

@@ -119,6 +119,7 @@ FocusScope {
         visible: page.editor.selected.isThere && !page.editor.isDoodling && !page.editor.isWriting && !page.isQuiet && !hands.isDragging
         onEditWanted: page.editSelected()
         onSharingWanted: sheets.changeSharing()
+        onHoursWanted: sheets.shareHours()
         onKeysLeft: page.takeKeys()
     }
 

@@ -35,6 +35,14 @@ Item {
         }
     }
 
+    /// The same of one's hours, which a card asks for.
+    function shareHours(): void {
+        if (place.isHoursDecided)
+            place.shareHours(true);
+        else
+            (hours.create() as HoursSheet).ask();
+    }
+
     OnDemand {
         id: countdown
 
@@ -59,6 +67,15 @@ Item {
         sourceComponent: MusicSheet {}
         properties: ({
                 music: sheets.music
+            })
+        onClosed: sheets.closed()
+    }
+    OnDemand {
+        id: hours
+
+        sourceComponent: HoursSheet {}
+        properties: ({
+                place: sheets.place
             })
         onClosed: sheets.closed()
     }

@@ -19,6 +19,8 @@ Rectangle {
     signal editWanted
     /// One's own music is to be shared, or no longer.
     signal sharingWanted
+    /// The same of one's hours.
+    signal hoursWanted
     /// The bar had the keyboard focus when it went.
     signal keysLeft
 
@@ -38,8 +40,8 @@ Rectangle {
 
     x: Math.round(Math.max(Theme.size.small, Math.min(board.width - width - Theme.size.small, middle - width / 2)))
     y: Math.round(below + height + 96 < board.height ? below : Math.max(Theme.size.small, above))
-    width: Math.max(row.implicitWidth, track.width) + 2 * Theme.size.tiny
-    height: track.height + row.implicitHeight + 2 * Theme.size.tiny
+    width: Math.max(row.implicitWidth, track.width, whose.width) + 2 * Theme.size.tiny
+    height: whose.height + track.height + row.implicitHeight + 2 * Theme.size.tiny
     radius: Theme.size.radius
     color: Theme.color.raised
     border.width: 1
@@ -63,11 +65,19 @@ Rectangle {
         anchors.fill: parent
     }
 
+    WhoseLine {
+        id: whose
+
+        anchors.horizontalCenter: parent.horizontalCenter
+        scene: bar.scene
+        itemId: bar.item.itemId
+    }
+
     TrackLines {
         id: track
 
         anchors.horizontalCenter: parent.horizontalCenter
-        y: Theme.size.tiny
+        y: whose.height + Theme.size.tiny
         scene: bar.scene
         itemId: bar.item.kind === "nowPlayingSlot" ? bar.item.itemId : ""
     }
@@ -76,7 +86,7 @@ Rectangle {
         id: keys
 
         anchors.horizontalCenter: parent.horizontalCenter
-        y: Theme.size.tiny + track.height
+        y: Theme.size.tiny + whose.height + track.height
         width: row.implicitWidth
         height: row.implicitHeight
 
@@ -129,6 +139,19 @@ Rectangle {
                 text: bar.item.isOwnPlace ? bar.place.offer : qsTr("where they are")
                 iconName: "house"
                 onClicked: bar.editWanted()
+            }
+            Word {
+                visible: bar.item.kind === "timezones" && !bar.place.areHoursKnown
+                text: qsTr("let them see your hours")
+                iconName: "clock"
+                onClicked: bar.hoursWanted()
+            }
+            Word {
+                readonly property string question: whose.missing === "" ? "" : bar.scene.questionOf(bar.item.itemId)
+
+                visible: question !== ""
+                text: qsTr("ask them")
+                onClicked: bar.place.askThem(question)
             }
             PaperSwatches {
                 visible: bar.item.kind === "note"

@@ -24,6 +24,12 @@ Window {
         ((page === "settings" ? settingsPage : boardPage).create() as Sheet).open();
     }
 
+    /// The board without a page over it.
+    function showBoard(): void {
+        for (const opened of [boardPage, settingsPage])
+            (opened.instance as Sheet)?.close();
+    }
+
     width: 1180
     height: 780
     minimumWidth: 900

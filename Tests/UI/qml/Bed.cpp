@@ -98,6 +98,7 @@ void Bed::build() {
         scene_->hear(news.changed);
         editor_->hear(news);
         music_->hear(news.changed);
+        for (const auto& text : news.quickNotes) quickNote_ = qText(text.value_or(""));
     });
     Q_EMIT made();
 }
@@ -248,6 +249,20 @@ void Bed::partnerIsInLisbon() {
                                             .windDeg = 270.0,
                                             .windKmh = 24.0,
                                             .sampledAt = app_->clock.now()}};
+    app_->rooms.say(std::move(presence));
+}
+
+void Bed::partnerSharesHours(const QString& zone) {
+    ServerMessage::Presence presence;
+    presence.from = PartnerID::b;
+    presence.zone = zone.toStdString();
+    app_->rooms.say(std::move(presence));
+}
+
+void Bed::partnerHasSeen() {
+    ServerMessage::Presence presence;
+    presence.from = PartnerID::b;
+    presence.seen = app_->clock.now();
     app_->rooms.say(std::move(presence));
 }
 

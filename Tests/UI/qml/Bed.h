@@ -33,6 +33,8 @@ class Bed final : public QObject {
     Q_PROPERTY(lumaro::BoardScene* scene READ scene NOTIFY made)
     Q_PROPERTY(lumaro::EditorView* editor READ editor NOTIFY made)
     Q_PROPERTY(lumaro::PictureExchange* pictures READ pictures NOTIFY made)
+    /// The text with which a quick note was asked for last.
+    Q_PROPERTY(QString quickNote MEMBER quickNote_)
 
 public:
     Bed() { make(); }
@@ -84,6 +86,9 @@ public:
     Q_INVOKABLE QString toldPosition() const;
     /// The partner is in Lisbon, where it rains.
     Q_INVOKABLE void partnerIsInLisbon();
+    Q_INVOKABLE void partnerSharesHours(const QString& zone);
+    /// They have looked at everything.
+    Q_INVOKABLE void partnerHasSeen();
     Q_INVOKABLE void partnerTakesDown(const QString& itemId);
     /// The room no longer knows this device.
     Q_INVOKABLE void refuse();
@@ -120,6 +125,7 @@ private:
     PseudoLanguage pseudo_;
     PlaceTable towns_ = PlaceTable::open(placesData()).value();
     int decodedAtOnce_ = 0;
+    QString quickNote_;
     std::unique_ptr<AppFixture> app_;
     std::unique_ptr<AppView> view_;
     std::unique_ptr<SettingsView> settings_;
