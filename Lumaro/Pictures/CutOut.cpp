@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Lumaro/Pictures/CutOut.h"
 
+#include "Lumaro/Pictures/SubjectGuess.h"
+
 #include <opencv2/imgproc.hpp>
 
 #include <algorithm>
@@ -18,6 +20,9 @@ constexpr int fewestSamples = 32;
 // Parts and holes that are smaller than this share of what is kept are errors of the method.
 constexpr double smallestPart = 0.04;
 constexpr double smallestHole = 0.01;
+// Nobody has pointed at anything yet: one thing is guessed, and whole but for where the background is seen through it.
+constexpr double smallestGuessedPart = 0.25;
+constexpr double smallestGuessedHole = 1e9;
 // In pixels of the working picture.
 constexpr double edgeSoftness = 1.6;
 constexpr double outlineSlack = 0.7;
@@ -111,6 +116,7 @@ struct CutOut::Work {
 
     QImage picture;
     bool isCutAlready;
+    bool isGuessed = false; ///< what is cut was guessed at first
     double scale = 1; ///< of the working picture
     cv::Mat colours;
     cv::Mat scribbles;  ///< what people said of each pixel, if anything
@@ -158,9 +164,10 @@ void CutOut::Work::cut() {
 void CutOut::Work::smoothen() {
     cv::Mat mask = (labels & 1) * 255;
     const int largest = largestPiece(mask);
-    dropSmall(mask, smallestPart * largest, scribbles == cv::GC_FGD);
+    dropSmall(mask, (isGuessed ? smallestGuessedPart : smallestPart) * largest, scribbles == cv::GC_FGD);
     cv::Mat holes = ~mask;
-    dropSmall(holes, smallestHole * largest, scribbles == cv::GC_BGD);
+    dropSmall(holes, (isGuessed ? smallestGuessedHole : smallestHole) * largest,
+              isGuessed ? labels == cv::GC_BGD : scribbles == cv::GC_BGD);
     mask = ~holes;
     cv::Mat blurred;
     cv::medianBlur(mask, mask, 5);
@@ -178,8 +185,17 @@ bool CutOut::isCutAlready() const {
     return work_->isCutAlready;
 }
 
+void CutOut::guess() {
+    if (work_->isCutAlready) return;
+    work_->labels = guessedSubject(work_->colours);
+    work_->background.release();
+    work_->isGuessed = true;
+    work_->cut();
+}
+
 void CutOut::setFrame(const QRectF& frame) {
     if (work_->isCutAlready) return;
+    work_->isGuessed = false;
     work_->labels.setTo(cv::GC_BGD);
     work_->labels(work_->inWork(frame)).setTo(cv::GC_PR_FGD);
     work_->background.release();

@@ -31,6 +31,8 @@ public:
 
     /// The picture was cut before it came here.
     bool isCutAlready() const;
+    /// Looks for what the picture is of, before anybody points at anything; nothing is kept when nothing stands out.
+    void guess();
     /// What is wanted lies wholly within; what was scribbled stays.
     void setFrame(const QRectF& frame);
     /// One stroke of a brush. Without a frame, what is wanted is looked for around what is scribbled.
