@@ -21,7 +21,8 @@ bool isFine(const heif_error& error) {
 
 ImportRefusal refusalOf(const heif_error& error) {
     if (error.subcode == heif_suberror_End_of_data) return {ImportFault::cutShort};
-    const bool isUnknown = error.code == heif_error_Unsupported_filetype || error.code == heif_error_Unsupported_feature;
+    const bool isUnknown =
+        error.code == heif_error_Unsupported_filetype || error.code == heif_error_Unsupported_feature;
     return {isUnknown ? ImportFault::notAPicture : ImportFault::damaged};
 }
 
@@ -72,10 +73,10 @@ std::expected<QImage, ImportRefusal> readHeif(std::string_view file) {
     const Picture picture{decoded, heif_image_release};
     const QImage seen = pixelsOf(decoded, hasAlpha);
     if (seen.isNull()) return std::unexpected(ImportRefusal{ImportFault::damaged});
-    const QImage smaller = std::max(seen.width(), seen.height()) > longestPictureSide
-                               ? seen.scaled(longestPictureSide, longestPictureSide, Qt::KeepAspectRatio,
-                                             Qt::SmoothTransformation)
-                               : seen.copy();
+    const QImage smaller =
+        std::max(seen.width(), seen.height()) > longestPictureSide
+            ? seen.scaled(longestPictureSide, longestPictureSide, Qt::KeepAspectRatio, Qt::SmoothTransformation)
+            : seen.copy();
     QImage coloured = smaller;
     coloured.setColorSpace(coloursOf(first));
     return coloured;

@@ -63,8 +63,7 @@ std::string_view textOf(ImportFault fault) {
     switch (fault) {
     case ImportFault::notAPicture:
         return "that couldn't go up — it isn't a picture we can read. save it as a jpeg and try again.";
-    case ImportFault::tooManyPixels:
-        return "that picture is too large — %1 pixels. save it smaller, and it can go up.";
+    case ImportFault::tooManyPixels: return "that picture is too large — %1 pixels. save it smaller, and it can go up.";
     case ImportFault::tooManyBytes: return "that picture couldn't go up — the file is far too big.";
     case ImportFault::damaged: return "that picture couldn't go up — something in it is broken.";
     case ImportFault::cutShort: return "that picture couldn't go up — its end is missing. was it still on its way?";

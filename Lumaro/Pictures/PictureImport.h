@@ -44,6 +44,10 @@ using PictureImport = std::expected<ImportedPicture, ImportRefusal>;
 /// Larger files are refused unread.
 constexpr std::int64_t largestPictureFile = std::int64_t{256} * 1024 * 1024;
 
+/// Lets readers of this process hold a picture as large as `importPicture` takes. Once, before other threads read
+/// pictures.
+void allowLargePictures();
+
 /// Takes a file of any usual picture format; of a moving one, its first frame. Takes up to some seconds; on any thread.
 PictureImport importPicture(std::string_view file);
 /// The same for a picture of the clipboard.

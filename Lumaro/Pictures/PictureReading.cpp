@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <mutex>
 #include <string>
 #include <utility>
 
@@ -44,20 +45,28 @@ qint64 pixelsIn(QSize size) {
     return qint64{size.width()} * size.height();
 }
 
-// What the reader has to hold of a picture at once, in bytes. A JPEG in several passes is held as numbers of two bytes; in
-// one pass it comes row by row, made smaller by 2, 4 or 8 as its blocks are decoded.
+// What the reader has to hold of a picture at once, in bytes. A JPEG in several passes is held as numbers of two bytes;
+// in one pass it comes row by row, made smaller by 2, 4 or 8 as its blocks are decoded.
 qint64 heldAtOnce(std::string_view file, const QImageReader& reader, QSize size) {
     const auto pixels = pixelsIn(size);
     if (const auto jpeg = jpegFrame(file)) {
         return jpeg->isProgressive ? std::llround(static_cast<double>(pixels) * jpeg->samplesPerPixel * 2) : 0;
     }
     if (isPngByRows(file)) return 0;
+    // Readers of a broken file may name a format that there is not.
     const auto format = reader.imageFormat();
-    const int bits = format == QImage::Format_Invalid ? 32 : QImage::toPixelFormat(format).bitsPerPixel();
+    const bool isKnown = format > QImage::Format_Invalid && format < QImage::NImageFormats;
+    const int bits = isKnown ? QImage::toPixelFormat(format).bitsPerPixel() : 32;
     return pixels * std::max(bits, 8) / 8;
 }
 
 } // namespace
+
+// One limit for all readers of the program; those for smaller pictures have their own below it.
+void allowLargePictures() {
+    static std::once_flag once;
+    std::call_once(once, [] { QImageReader::setAllocationLimit(static_cast<int>(mostDecodedBytes / 1024 / 1024)); });
+}
 
 ImportRefusal tooLarge(QSize size) {
     return {ImportFault::tooManyPixels, std::to_string(size.width()) + " × " + std::to_string(size.height())};
@@ -86,8 +95,7 @@ std::expected<QImage, ImportRefusal> readPicture(std::string_view file) {
         if (!picture) return picture;
         return madeSmall(std::move(*picture));
     }
-    // One limit for all readers of the program; those for smaller pictures have their own below it.
-    QImageReader::setAllocationLimit(static_cast<int>(mostDecodedBytes / 1024 / 1024));
+    allowLargePictures();
     QByteArray bytes = QByteArray::fromRawData(file.data(), static_cast<qsizetype>(file.size()));
     QBuffer buffer{&bytes};
     buffer.open(QIODevice::ReadOnly);
@@ -95,11 +103,11 @@ std::expected<QImage, ImportRefusal> readPicture(std::string_view file) {
     if (std::ranges::find(formats, reader.format()) == formats.end()) {
         return std::unexpected(ImportRefusal{ImportFault::notAPicture});
     }
+    if (!isWhole(file)) return std::unexpected(ImportRefusal{ImportFault::cutShort});
     const QSize size = reader.size();
     if (pixelsIn(size) > mostPixels || heldAtOnce(file, reader, size) > mostDecodedBytes) {
         return std::unexpected(tooLarge(size));
     }
-    if (!isWhole(file)) return std::unexpected(ImportRefusal{ImportFault::cutShort});
     const bool isMadeSmallerByReader = jpegFrame(file).has_value() || isPngByRows(file);
     if (isMadeSmallerByReader && size.isValid() && small(size) != size) reader.setScaledSize(small(size));
     QImage picture = reader.read();

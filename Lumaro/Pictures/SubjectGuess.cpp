@@ -139,8 +139,8 @@ cv::Mat steepest(const cv::Mat& slope, const cv::Mat& known) {
     return distance;
 }
 
-// How far each pixel stands out from the known background: soft shadows and gradients change without a steep place, grain
-// has steep places without a change.
+// How far each pixel stands out from the known background: soft shadows and gradients change without a steep place,
+// grain has steep places without a change.
 cv::Mat standingOut(const cv::Mat& lab, const cv::Mat& known) {
     std::vector<cv::Mat> channels;
     cv::split(lab, channels);
@@ -187,8 +187,8 @@ cv::Mat linesFromTheEdge(const cv::Mat& subject) {
     return lines;
 }
 
-// What is seen through a handle, or between a tail and its cat: it has the colour that the background has beside or above
-// the subject. Not below, where a table has the colour of coffee.
+// What is seen through a handle, or between a tail and its cat: it has the colour that the background has beside or
+// above the subject. Not below, where a table has the colour of coffee.
 cv::Mat shiningThrough(const cv::Mat& lab, const cv::Mat& subject) {
     cv::Mat apart;
     cv::dilate(subject, apart, cv::getStructuringElement(cv::MORPH_ELLIPSE, {7, 7}));

@@ -5,9 +5,9 @@
 
 namespace lumaro {
 
-/// What a photo is probably of, as labels for `cv::grabCut`: what stands out from what runs in from the picture's edges.
-/// Everything is probable background when nothing does. `colours` is a small RGB picture without grain; the same one gives
-/// the same labels.
+/// What a photo is probably of, as labels for `cv::grabCut`: what stands out from what runs in from the picture's
+/// edges. Everything is probable background when nothing does. `colours` is a small RGB picture without grain; the same
+/// one gives the same labels.
 ///
 /// Three steps. The colours along the edges are sorted into clusters; one that fills most of a side, or lies on two, is
 /// background, one on a single side may be somebody who stands there. From the background's pixels the minimum barrier

@@ -204,9 +204,10 @@ bool isPngByRows(std::string_view file) {
 }
 
 bool isHeif(std::string_view file) {
-    constexpr std::array brands{"heic"sv, "heix"sv, "heim"sv, "heis"sv, "hevc"sv, "hevx"sv,
-                                "mif1"sv, "msf1"sv, "avif"sv, "avis"sv};
-    return file.size() >= 12 && file.substr(4, 4) == "ftyp" && std::ranges::find(brands, file.substr(8, 4)) != brands.end();
+    constexpr std::array brands{"heic"sv, "heix"sv, "heim"sv, "heis"sv, "hevc"sv,
+                                "hevx"sv, "mif1"sv, "msf1"sv, "avif"sv, "avis"sv};
+    return file.size() >= 12 && file.substr(4, 4) == "ftyp" &&
+           std::ranges::find(brands, file.substr(8, 4)) != brands.end();
 }
 
 } // namespace lumaro

@@ -11,7 +11,8 @@ namespace lumaro {
 /// so this follows the parts of the file to where its own lengths and end marks say that it ends (of a moving GIF, its
 /// first picture). True for formats whose readers notice. Pure; reads no further than the file.
 ///
-/// JPEG: ISO 10918-1 B.1; PNG: its chunks; GIF: GIF89a; WebP: its RIFF length; BMP: rows by the header; HEIF: ISO 14496-12.
+/// JPEG: ISO 10918-1 B.1; PNG: its chunks; GIF: GIF89a; WebP: its RIFF length; BMP: rows by the header; HEIF: ISO
+/// 14496-12.
 bool isWhole(std::string_view file);
 
 /// What a JPEG says of itself before its pixels.
@@ -25,7 +26,8 @@ struct JpegFrame {
 };
 std::optional<JpegFrame> jpegFrame(std::string_view file);
 
-/// A PNG whose rows can be read and made smaller one by one: eight bits for each of three or four channels, not interlaced.
+/// A PNG whose rows can be read and made smaller one by one: eight bits for each of three or four channels, not
+/// interlaced.
 bool isPngByRows(std::string_view file);
 
 /// ISO 23008-12 by its brands: HEIC as phones write it, AVIF, and the sequences of both.

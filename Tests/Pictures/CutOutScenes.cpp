@@ -98,8 +98,10 @@ private:
 
     void shapePerson() {
         const double x = within(300, 500);
-        const QColor skin = QColor::fromHsvF(float(within(0.04, 0.08)), float(within(0.3, 0.55)), float(within(0.45, 0.95)));
-        const QColor hair = QColor::fromHsvF(float(within(0.03, 0.1)), float(within(0.3, 0.7)), float(within(0.08, 0.45)));
+        const QColor skin =
+            QColor::fromHsvF(float(within(0.04, 0.08)), float(within(0.3, 0.55)), float(within(0.45, 0.95)));
+        const QColor hair =
+            QColor::fromHsvF(float(within(0.03, 0.1)), float(within(0.3, 0.7)), float(within(0.08, 0.45)));
         const QColor shirt = colour(0.5, 0.5, 0.25, 0.8, 0.6);
         part(oval(x, 200, 92, 112), hair);
         QPainterPath locks;

@@ -14,8 +14,9 @@ struct CutOutScene {
     QImage photo;
     QImage truth; ///< white where the subject is
 
-    /// With a plain background as people have them: a wall with its light, out of focus, a table under it; shadows, grain.
-    /// The same seed makes the same scene; colours, places and light follow from it. 4 to 3, `width` pixels wide.
+    /// With a plain background as people have them: a wall with its light, out of focus, a table under it; shadows,
+    /// grain. The same seed makes the same scene; colours, places and light follow from it. 4 to 3, `width` pixels
+    /// wide.
     static CutOutScene make(Subject subject, unsigned seed, int width);
 };
 
