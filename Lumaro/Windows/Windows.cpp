@@ -69,6 +69,7 @@ void Windows::dress(const QString& appearance, bool isMotionReduced) {
 void Windows::hear(const AppNews& news) {
     scene_.hear(news.changed);
     editor_.hear(news);
+    pictures_.hear(news.changed);
     music_.hear(news.changed);
     // No page shows what a hand does, which changes many times a second.
     if (!news.changed.isOnly(AppChange::editor)) {
@@ -112,6 +113,7 @@ void Windows::openBoard() {
 
 void Windows::letGoOfBoard() {
     editor_.finishWriting();
+    pictures_.large()->close();
     // Its pictures go with it: most of the time the board is seen on the desktop alone.
     boardWindow_.release()->deleteLater();
 }

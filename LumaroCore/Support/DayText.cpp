@@ -57,7 +57,7 @@ std::vector<Piece> piecesOf(std::string_view text) {
 
 // Words between the parts of a date, in the languages that write them, and the endings of numbers.
 bool isFiller(std::string_view word) {
-    constexpr std::array<std::string_view, 14> fillers{"of", "the", "on", "de",  "den", "der", "am",
+    constexpr std::array<std::string_view, 14> fillers{"of", "the", "on", "de", "den", "der", "am",
                                                        "le", "el",  "il", "st", "nd",  "rd",  "th"};
     return std::ranges::find(fillers, word) != fillers.end();
 }
@@ -167,7 +167,8 @@ unsigned weekdayOf(year_month_day day) {
 std::optional<int> takeDigits(std::string_view& text, std::size_t most) {
     int number = 0;
     std::size_t count = 0;
-    for (; count < text.size() && count < most && isDigit(text[count]); ++count) number = number * 10 + text[count] - '0';
+    for (; count < text.size() && count < most && isDigit(text[count]); ++count)
+        number = number * 10 + text[count] - '0';
     text.remove_prefix(count);
     return count == 0 ? std::nullopt : std::optional{number};
 }

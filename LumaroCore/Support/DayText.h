@@ -29,9 +29,9 @@ enum class DayFault : std::uint8_t {
     otherWeekday, ///< that day is on another day of the week
 };
 
-/// The day that people mean: "2026-12-24", "24.12.2026", "24.12.", "12/24" as the language has it, "24 dec", "dec 24, 2026",
-/// "thursday, 24 december 2026", "tomorrow", "friday". Without a year it is the next such day from today on; a day of the
-/// week is the next one after today. Years of two digits are those from 2000.
+/// The day that people mean: "2026-12-24", "24.12.2026", "24.12.", "12/24" as the language has it, "24 dec", "dec 24,
+/// 2026", "thursday, 24 december 2026", "tomorrow", "friday". Without a year it is the next such day from today on; a
+/// day of the week is the next one after today. Years of two digits are those from 2000.
 std::expected<std::chrono::year_month_day, DayFault> parseDay(std::string_view text, const DayWords& words,
                                                               std::chrono::year_month_day today);
 

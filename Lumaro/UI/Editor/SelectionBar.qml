@@ -17,6 +17,7 @@ Rectangle {
     readonly property bool isBlock: item.kind === "pomodoro"
 
     signal editWanted
+    signal captionWanted
     /// One's own music is to be shared, or no longer.
     signal sharingWanted
     /// The bar had the keyboard focus when it went.
@@ -141,6 +142,20 @@ Rectangle {
                 hint: qsTr("Enter")
                 iconName: "pencil"
                 onClicked: bar.editWanted()
+            }
+            Tool {
+                visible: bar.item.canOpen
+                text: qsTr("see it large")
+                hint: qsTr("Enter")
+                iconName: "image"
+                onClicked: bar.editWanted()
+            }
+            Tool {
+                visible: bar.item.canCaption
+                text: qsTr("caption")
+                hint: "C"
+                iconName: "pencil"
+                onClicked: bar.captionWanted()
             }
             Tool {
                 visible: bar.item.canKeep
