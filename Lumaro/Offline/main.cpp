@@ -8,6 +8,8 @@
 #include <CLI/CLI.hpp>
 #include <QtCore/QDate>
 #include <QtCore/QTimer>
+#include <QtGui/QKeyEvent>
+#include <QtGui/QKeySequence>
 #include <QtQuick/QQuickView>
 #include <QtWidgets/QApplication>
 
@@ -40,6 +42,7 @@ struct Arguments {
     std::string day = "2026-06-21";
     double density = 1;
     bool doesWeatherMove = false;
+    std::string keys;
 };
 
 template <class Enum>
@@ -88,6 +91,24 @@ QQuickWindow* open(Rehearsal& rehearsal, const Arguments& arguments) {
     return window;
 }
 
+/// Presses keys such as "Tab, Ctrl+Z", one after the other.
+void pressKeys(QQuickWindow& window, const QString& keys) {
+    int wait = 1000;
+    for (const auto& name : keys.split(QLatin1Char{','}, Qt::SkipEmptyParts)) {
+        const auto sequence = QKeySequence::fromString(name.trimmed());
+        if (sequence.isEmpty()) continue;
+        QTimer::singleShot(wait, &window, [&window, key = sequence[0]] {
+            for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+                const bool isLetter = key.key() < 0x80 && key.keyboardModifiers() == Qt::NoModifier;
+                QKeyEvent event{type, key.key(), key.keyboardModifiers(),
+                                isLetter ? QString{QChar{static_cast<char16_t>(key.key())}}.toLower() : QString{}};
+                QCoreApplication::sendEvent(&window, &event);
+            }
+        });
+        wait += 150;
+    }
+}
+
 /// The sheet of a city's windows into a file.
 int writeSheet(const Arguments& arguments) {
     const auto date = QDate::fromString(qText(std::string_view{arguments.day}), Qt::ISODate);
@@ -107,6 +128,7 @@ int run(QApplication& application, const Arguments& arguments) {
     Rehearsal rehearsal{{.scene = scene, .sky = sky, .hour = arguments.hour}};
     rehearsal.windows().dress(qText(std::string_view{arguments.appearance}), arguments.isMotionReduced);
     auto* const window = open(rehearsal, arguments);
+    pressKeys(*window, qText(std::string_view{arguments.keys}));
     if (arguments.doesWeatherMove) window->setProperty("weatherMoves", true);
     if (!arguments.grab.empty()) {
         QTimer::singleShot(static_cast<int>(arguments.after * 1000), window, [&, window] {
@@ -140,6 +162,7 @@ int main(int argc, char** argv) {
     app.add_option("--day", arguments.day, "of the sheet")->check(lumaro::checkDay)->type_name("YYYY-MM-DD");
     app.add_option("--density", arguments.density, "pixels for a point of the sheet")->check(CLI::Range(0.1, 3.0));
     app.add_flag("--moving-weather", arguments.doesWeatherMove, "rain and snow fall before the windows");
+    app.add_option("--keys", arguments.keys, "to press after a second: Tab, Return, Ctrl+Z")->type_name("KEYS");
     CLI11_PARSE(app, argc, argv);
     QApplication application{argc, argv};
     if (!arguments.sheet.empty()) return lumaro::writeSheet(arguments);

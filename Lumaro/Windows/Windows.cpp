@@ -71,6 +71,7 @@ void Windows::dress(const QString& appearance, bool isMotionReduced) {
 void Windows::hear(const AppNews& news) {
     scene_.hear(news.changed);
     editor_.hear(news);
+    pictures_.hear(news.changed);
     music_.hear(news.changed);
     speech_.hear(news);
     // No page shows what a hand does, which changes many times a second.
@@ -123,6 +124,7 @@ void Windows::openBoard() {
 void Windows::letGoOfBoard() {
     editor_.finishWriting();
     ports_.app.setLooking(false);
+    pictures_.large()->close();
     // Its pictures go with it: most of the time the board is seen on the desktop alone.
     boardWindow_.release()->deleteLater();
 }

@@ -417,6 +417,18 @@ TEST_F(LiveCardsTest, whatChangesByItselfSaysWhenAndThenLooksDifferent) {
     EXPECT_EQ(nextChange(item(NotePayload{pm::emptyDoc(), "butter", "brass", std::nullopt}), live()), std::nullopt);
 }
 
+TEST_F(LiveCardsTest, aCountdownCelebratesWhatCameWhileItHung) {
+    const auto celebrates = [&](std::chrono::minutes hung, std::chrono::minutes came) {
+        auto chip = item(CountdownPayload{now + came, "x"});
+        chip.updatedAt = now + hung;
+        return faceOf(chip, live()).as<CountdownFace>()->isCelebrated;
+    };
+    EXPECT_TRUE(celebrates(-60min, 0min));
+    EXPECT_TRUE(celebrates(-60min, -30min));
+    EXPECT_FALSE(celebrates(-60min, 1min)) << "not yet";
+    EXPECT_FALSE(celebrates(-30min, -60min)) << "hung up, or changed, for a day that had been";
+}
+
 TEST_F(LiveCardsTest, countsAndNamesThatAreNotKnownReadAsPeopleSayThem) {
     const std::vector<std::pair<std::chrono::minutes, const char*>> countdowns{
         {72h, "days"}, {1h + 30min, "hours"}, {30min, "minutes"}, {1min, "minute"}};

@@ -163,7 +163,7 @@ Sheet music() {
                 countdown({u"23"_s, u"days"_s, u"until lisbon"_s, false}),
                 countdown({u"1204"_s, u"days"_s, u"until we have paid for the little boat"_s, false}),
                 countdown({u"47"_s, u"hours"_s, u"your train 🚆"_s, false}),
-                countdown({u"now"_s, {}, u"you are here!"_s, true}),
+                countdown({u"now"_s, {}, u"you are here!"_s, true, true}),
                 music("playing", {landscape({500, 500}, 340), title, artist, {}, playing, steps * 3 / 10}),
                 music("plain", {{}, u"a song with quite a long name, really"_s, u"somebody"_s, {}, playing}),
                 music("paused", {landscape({500, 500}, 40), title, artist, u"paused"_s, paused, steps}),

@@ -100,7 +100,7 @@ void paintFace(QPainter& painter, const CountdownFace& face, QSizeF size) {
     } else {
         drawLines(painter, label, Qt::AlignVCenter | Qt::AlignLeft, face.label, hand(28, QFont::Bold), 2);
     }
-    if (face.isThere) paintConfetti(painter, size);
+    if (face.isCelebrated) paintConfetti(painter, size);
 }
 
 } // namespace lumaro

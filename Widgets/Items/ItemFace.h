@@ -63,7 +63,8 @@ struct CountdownFace {
     QString figure;
     QString unit;
     QString label;
-    bool isThere = false; ///< the day has come
+    bool isThere = false;      ///< the day has come
+    bool isCelebrated = false; ///< while it hung here
 
     bool operator==(const CountdownFace&) const = default;
 };

@@ -67,11 +67,12 @@ QString unitOf(const Countdown::Reading& reading) {
     std::unreachable();
 }
 
-CountdownFace countdownFace(const CountdownPayload& countdown, const LiveContext& live) {
+CountdownFace countdownFace(const CountdownPayload& countdown, Instant written, const LiveContext& live) {
     const auto reading = Countdown::reading(countdown.targetDate, live.now);
     CountdownFace face;
     face.label = qText(countdown.label);
     face.isThere = reading.unit == Countdown::Unit::there;
+    face.isCelebrated = Countdown::isCelebrated(countdown.targetDate, written, live.now);
     if (face.isThere) {
         face.figure = Words::tr("now");
         return face;
@@ -130,7 +131,7 @@ ItemFace faceOf(const BoardItem& item, const LiveContext& live) {
     return std::visit(
         Overloaded{[&](const NotePayload& it) { return ItemFace{noteFace(it, live)}; },
                    [&](const PhotoPayload& it) { return ItemFace{photoFace(it, item.scale, live)}; },
-                   [&](const CountdownPayload& it) { return ItemFace{countdownFace(it, live)}; },
+                   [&](const CountdownPayload& it) { return ItemFace{countdownFace(it, item.updatedAt, live)}; },
                    [&](const NowPlayingSlotPayload& it) { return ItemFace{musicFace(it, item.scale, live)}; },
                    [&](const LocationPayload& it) { return ItemFace{windowFace(it, live)}; },
                    [&](const TimezonesPayload& it) { return ItemFace{clocksFace(it, live)}; },

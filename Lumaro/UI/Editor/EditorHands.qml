@@ -16,6 +16,8 @@ FocusScope {
 
     signal menuWanted(place: point)
     signal editWanted
+    /// What is written under the selected photo is to be changed.
+    signal captionWanted
     /// One's own music is to be shared, or no longer.
     signal sharingWanted
     signal quickNoteWanted
@@ -100,6 +102,10 @@ FocusScope {
         case Qt.Key_Space:
             barWanted();
             return true;
+        case Qt.Key_C:
+            if (editor.selected.canCaption)
+                captionWanted();
+            return editor.selected.canCaption;
         case Qt.Key_K:
             editor.setKept(!editor.selected.isKept);
             return true;

@@ -87,6 +87,7 @@ FocusScope {
         isFixOffered: page.editor.selected.isOwnPlace && page.place.isOff
         onMenuWanted: place => (menu.create() as ItemMenu).popup(place.x, place.y)
         onEditWanted: page.editSelected()
+        onCaptionWanted: sheets.editCaption()
         onSharingWanted: sheets.changeSharing()
         onQuickNoteWanted: page.quickNoteWanted()
         onDoodleWanted: page.editor.beginDoodle(page.editor.selected.itemId)
@@ -118,6 +119,7 @@ FocusScope {
         place: page.place
         visible: page.editor.selected.isThere && !page.editor.isDoodling && !page.editor.isWriting && !page.isQuiet && !hands.isDragging
         onEditWanted: page.editSelected()
+        onCaptionWanted: sheets.editCaption()
         onSharingWanted: sheets.changeSharing()
         onHoursWanted: sheets.shareHours()
         onKeysLeft: page.takeKeys()
@@ -226,7 +228,8 @@ FocusScope {
             page.editor.startWriting();
             break;
         case "photo":
-            sheets.editCaption();
+        case "sticker":
+            page.pictures.large.open();
             break;
         case "countdown":
             sheets.editCountdown();

@@ -59,7 +59,8 @@ Item {
         properties: ({
                 editor: sheets.editor
             })
-        onClosed: sheets.closed()
+        // Over a large picture the keys go back to that.
+        onClosed: if (!large.instance) sheets.closed()
     }
     OnDemand {
         id: sharing
@@ -88,6 +89,23 @@ Item {
                 scene: sheets.scene
             })
         onClosed: sheets.closed()
+    }
+    OnDemand {
+        id: large
+
+        sourceComponent: LargePage {}
+        properties: ({
+                pictures: sheets.pictures
+            })
+        isWanted: sheets.pictures.large.isOpen
+        onClosed: sheets.closed()
+    }
+    Connections {
+        target: large.instance as LargePage
+
+        function onCaptionWanted(): void {
+            sheets.editCaption();
+        }
     }
     OnDemand {
         sourceComponent: CutOutPage {}

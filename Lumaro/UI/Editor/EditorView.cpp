@@ -6,13 +6,9 @@
 #include "LumaroCore/Geometry/ItemAt.h"
 #include "LumaroCore/Presence/Pomodoro.h"
 #include "LumaroCore/Support/EnumNames.h"
-#include "LumaroCore/Support/WrittenMoment.h"
-
-#include <QtCore/QDateTime>
 
 #include <algorithm>
 #include <chrono>
-#include <limits>
 #include <utility>
 
 namespace lumaro {
@@ -50,7 +46,8 @@ std::optional<Payload> cardOf(ItemKind kind, PartnerID partner) {
 } // namespace
 
 EditorView::EditorView(AppModel& app, WallClock& clock, QObject* parent)
-    : QObject(parent), app_(app), editor_(app.editor()), hand_(editor_.inHand()), pen_(editor_.pen()), clock_(clock) {
+    : QObject(parent), app_(app), editor_(app.editor()), hand_(editor_.inHand()), pen_(editor_.pen()), clock_(clock),
+      countdown_(clock, QLocale{}, QTimeZone::systemTimeZone()) {
     refresh();
 }
 
@@ -187,7 +184,9 @@ template <class Value, class Change>
 void EditorView::change(Change change) {
     const auto* const item = selectedOnBoard();
     const auto* const current = item == nullptr ? nullptr : item->payload.as<Value>();
-    if (current != nullptr) replacePayload(*item, change(*current));
+    if (current != nullptr) return replacePayload(*item, change(*current));
+    // A sheet was open while the partner took down what it is about.
+    if (item == nullptr) Q_EMIT noticed(Words::tr("that has been taken down meanwhile."));
 }
 
 void EditorView::startWriting() {
@@ -319,33 +318,6 @@ void EditorView::putBack() {
 
 void EditorView::letBe() {
     hand_.cancel();
-}
-
-// Moments.
-
-double EditorView::momentFrom(const QString& day, const QString& time) {
-    const auto text = day.trimmed() + (time.trimmed().isEmpty() ? QString{} : QLatin1Char(' ') + time.trimmed());
-    const auto moment = parseWrittenMoment(text.toStdString());
-    if (!moment) return std::numeric_limits<double>::quiet_NaN();
-    const QDate date{static_cast<int>(moment->day.year()), static_cast<int>(static_cast<unsigned>(moment->day.month())),
-                     static_cast<int>(static_cast<unsigned>(moment->day.day()))};
-    const auto clock = QTime::fromMSecsSinceStartOfDay(static_cast<int>(moment->time.count()) * 1000);
-    const QDateTime written{date, clock, moment->isUtc ? Qt::UTC : Qt::LocalTime};
-    return written.isValid() ? static_cast<double>(written.toMSecsSinceEpoch())
-                             : std::numeric_limits<double>::quiet_NaN();
-}
-
-QString EditorView::dayOf(double ms) {
-    return QDateTime::fromMSecsSinceEpoch(static_cast<qint64>(ms)).date().toString(Qt::ISODate);
-}
-
-QString EditorView::timeOf(double ms) {
-    return QDateTime::fromMSecsSinceEpoch(static_cast<qint64>(ms)).time().toString(QStringLiteral("HH:mm"));
-}
-
-double EditorView::inDays(int days) {
-    return static_cast<double>(
-        QDate::currentDate().addDays(days).startOfDay().addSecs(qint64{18} * 3600).toMSecsSinceEpoch());
 }
 
 } // namespace lumaro

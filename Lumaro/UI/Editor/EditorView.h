@@ -2,6 +2,7 @@
 #pragma once
 
 #include "Lumaro/Model/AppModel.h"
+#include "Lumaro/UI/Editor/CountdownChoices.h"
 #include "Lumaro/UI/Editor/Grip.h"
 #include "Lumaro/UI/Editor/SelectedItem.h"
 
@@ -25,6 +26,7 @@ class EditorView final : public QObject {
     Q_PROPERTY(bool isWriting READ isWriting NOTIFY changed)
     Q_PROPERTY(bool isDoodling READ isDoodling NOTIFY changed)
     Q_PROPERTY(bool isTakenAway READ isTakenAway NOTIFY changed)
+    Q_PROPERTY(lumaro::CountdownChoices* countdown READ countdown CONSTANT)
 
 public:
     /// Both outlive the view.
@@ -37,6 +39,7 @@ public:
     bool isDoodling() const { return pen_.session().has_value(); }
     /// What was in the hand was taken down meanwhile, and can be put back.
     bool isTakenAway() const { return hand_.draft() && hand_.draft()->isGone(); }
+    CountdownChoices* countdown() { return &countdown_; }
     EditorModel& model() { return editor_; }
 
     /// What changed, and what people are to be told.
@@ -100,12 +103,6 @@ public:
     /// Leaves what was taken away where it is.
     Q_INVOKABLE void letBe();
 
-    /// A moment in this device's time from what people type, "2026-12-24 18:00" or the day alone; NaN when it is none.
-    Q_INVOKABLE static double momentFrom(const QString& day, const QString& time);
-    Q_INVOKABLE static QString dayOf(double ms);
-    Q_INVOKABLE static QString timeOf(double ms);
-    Q_INVOKABLE static double inDays(int days);
-
 Q_SIGNALS:
     void changed();
     /// Ink or eraser changed what is being drawn.
@@ -128,6 +125,7 @@ private:
     ItemInHand& hand_;
     PenInHand& pen_;
     WallClock& clock_;
+    CountdownChoices countdown_;
     SelectedItem selected_;
     std::optional<Grip> grip_;
     bool isStepping_ = false; ///< a gesture of keys or the wheel is under way

@@ -53,6 +53,18 @@ T.Menu {
         onTriggered: menu.hands.editWanted()
     }
     MenuEntry {
+        visible: menu.item.canOpen
+        text: qsTr("see it large")
+        hint: qsTr("Enter")
+        onTriggered: menu.hands.editWanted()
+    }
+    MenuEntry {
+        visible: menu.item.canCaption
+        text: qsTr("caption")
+        hint: "C"
+        onTriggered: menu.hands.captionWanted()
+    }
+    MenuEntry {
         visible: menu.item.canKeep
         text: menu.item.isKept ? qsTr("let it go after a day") : qsTr("keep it up")
         hint: "K"

@@ -14,9 +14,9 @@ namespace {
 bool canEdit(ItemKind kind) {
     switch (kind) {
     case ItemKind::note:
-    case ItemKind::photo:
     case ItemKind::countdown:
     case ItemKind::doodle: return true;
+    case ItemKind::photo:
     case ItemKind::sticker:
     case ItemKind::nowPlayingSlot:
     case ItemKind::location:
@@ -58,6 +58,10 @@ SelectedItem selectedItem(const BoardItem& item, PartnerID me, Instant now) {
         selected.paper = qText(note->paper);
     } else if (const auto* const photo = item.payload.as<PhotoPayload>()) {
         selected.text = qText(photo->caption);
+        selected.canOpen = true;
+        selected.canCaption = true;
+    } else if (item.payload.as<StickerPayload>() != nullptr) {
+        selected.canOpen = true;
     } else if (const auto* const countdown = item.payload.as<CountdownPayload>()) {
         selected.text = qText(countdown->label);
         selected.targetMs = static_cast<double>(

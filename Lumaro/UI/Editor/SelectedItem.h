@@ -24,6 +24,8 @@ struct SelectedItem {
     Q_PROPERTY(double itemScale MEMBER itemScale CONSTANT)
     Q_PROPERTY(bool canResize MEMBER canResize CONSTANT)
     Q_PROPERTY(bool canEdit MEMBER canEdit CONSTANT)
+    Q_PROPERTY(bool canOpen MEMBER canOpen CONSTANT)
+    Q_PROPERTY(bool canCaption MEMBER canCaption CONSTANT)
     Q_PROPERTY(bool canKeep MEMBER canKeep CONSTANT)
     Q_PROPERTY(bool isKept MEMBER isKept CONSTANT)
     Q_PROPERTY(QString paper MEMBER paper CONSTANT)
@@ -49,6 +51,8 @@ public:
     double itemScale = 1;
     bool canResize = false;
     bool canEdit = false; ///< there is something to write, draw or set
+    bool canOpen = false; ///< it is a picture that can be seen large
+    bool canCaption = false;
     bool canKeep = false;
     bool isKept = false;
     QString paper{};     ///< of a note

@@ -17,6 +17,7 @@ Rectangle {
     readonly property bool isBlock: item.kind === "pomodoro"
 
     signal editWanted
+    signal captionWanted
     /// One's own music is to be shared, or no longer.
     signal sharingWanted
     /// The same of one's hours.
@@ -164,6 +165,20 @@ Rectangle {
                 hint: qsTr("Enter")
                 iconName: "pencil"
                 onClicked: bar.editWanted()
+            }
+            Tool {
+                visible: bar.item.canOpen
+                text: qsTr("see it large")
+                hint: qsTr("Enter")
+                iconName: "image"
+                onClicked: bar.editWanted()
+            }
+            Tool {
+                visible: bar.item.canCaption
+                text: qsTr("caption")
+                hint: "C"
+                iconName: "pencil"
+                onClicked: bar.captionWanted()
             }
             Tool {
                 visible: bar.item.canKeep

@@ -97,6 +97,7 @@ void Bed::build() {
         view_->refresh();
         scene_->hear(news.changed);
         editor_->hear(news);
+        pictures_->hear(news.changed);
         music_->hear(news.changed);
         for (const auto& text : news.quickNotes) quickNote_ = qText(text.value_or(""));
     });
@@ -297,6 +298,22 @@ QUrl Bed::picture() const {
     const auto path = folder_.filePath(QStringLiteral("square.png"));
     if (!picture.save(path)) qFatal("no picture can be written");
     return QUrl::fromLocalFile(path);
+}
+
+void Bed::putUpSticker(const QUrl& file) {
+    pictures_->putUp(file, true, std::nullopt);
+    app_->background.runAll();
+}
+
+void Bed::fillDisk(bool isFull) {
+    app_->files.fault = [isFull](std::string_view call) {
+        return isFull && call == "writeFile" ? std::optional{FileFault::noSpace} : std::nullopt;
+    };
+}
+
+bool Bed::hasCopiedPicture() const {
+    const auto* const data = QGuiApplication::clipboard()->mimeData();
+    return data != nullptr && data->hasImage();
 }
 
 bool Bed::choose(const QUrl& file) const {

@@ -103,6 +103,14 @@ public:
     Q_INVOKABLE void pass(double seconds) { app_->pass(Seconds{seconds}); }
     /// A file with a red square on white paper, twice as wide as high.
     Q_INVOKABLE QUrl picture() const;
+    Q_INVOKABLE void putUpSticker(const QUrl& file);
+    /// From now on the disk takes no more, or does again.
+    Q_INVOKABLE void fillDisk(bool isFull);
+    /// Whether the clipboard holds a picture.
+    Q_INVOKABLE bool hasCopiedPicture() const;
+    /// A path in a folder of the tests' own, and whether a picture is there.
+    Q_INVOKABLE QString path(const QString& name) const { return folder_.filePath(name); }
+    Q_INVOKABLE bool isPictureAt(const QString& path) const { return !QImage{path}.isNull(); }
     /// Types the file's name into the dialog that asks for one; false when none does.
     Q_INVOKABLE bool choose(const QUrl& file) const;
     /// Lets something fall that comes from another program.
