@@ -13,13 +13,6 @@ namespace {
 // A notification shows the first lines; a note may hold thousands.
 constexpr std::size_t longestNews = 200;
 
-bool isBlank(std::string_view text) {
-    while (const auto character = takeCharacter(text)) {
-        if (!isInvisible(*character)) return false;
-    }
-    return true;
-}
-
 std::string_view withoutBlankLines(std::string_view text) {
     for (auto end = text.find('\n'); end != std::string_view::npos && isBlank(text.substr(0, end));
          end = text.find('\n')) {
