@@ -123,6 +123,7 @@ Item {
         face: item.frame.written === item.itemId ? item.face.withoutText() : item.weatherMoves ? item.face.withoutFall() : item.face
         pointScale: item.pointScale
         naturalSize: Qt.size(item.naturalWidth, item.naturalHeight)
+        dark: Theme.isDark
         x: -bleedLeft
         y: -bleedTop
     }
