@@ -16,10 +16,14 @@ FocusScope {
     property bool isQuiet: false
     property alias weatherMoves: board.weatherMoves
 
-    /// The person wants the page about the board, the settings, or a quick note.
+    /// The person wants the page about the board, or the settings.
     signal boardPageWanted
     signal settingsWanted
-    signal quickNoteWanted
+
+    /// A note that was not finished when the program ended is in the hand again.
+    readonly property bool resumesNote: editor.isNoteOffered && !isQuiet && !editor.isWriting && !editor.isDoodling
+    onResumesNoteChanged: if (resumesNote) editor.beginNote()
+    Component.onCompleted: if (resumesNote) editor.beginNote()
 
     function takeKeys(): void {
         if (page.editor.isWriting) {
@@ -87,7 +91,9 @@ FocusScope {
         onMenuWanted: place => (menu.create() as ItemMenu).popup(place.x, place.y)
         onEditWanted: page.editSelected()
         onSharingWanted: sheets.changeSharing()
-        onQuickNoteWanted: page.quickNoteWanted()
+        onNoteWanted: page.editor.beginNote()
+        onReadWanted: sheets.readNote()
+        onLinkWanted: sheets.openLinks()
         onDoodleWanted: page.editor.beginDoodle(page.editor.selected.itemId)
         onBarWanted: selectionBar.takeKeys()
     }
@@ -98,6 +104,7 @@ FocusScope {
         height: visible ? page.height : 0
         visible: page.editor.isDoodling
         editor: page.editor
+        dark: Theme.isDark
         canvas: board.canvas
     }
 
@@ -117,6 +124,8 @@ FocusScope {
         place: page.place
         visible: page.editor.selected.isThere && !page.editor.isDoodling && !page.editor.isWriting && !page.isQuiet && !hands.isDragging
         onEditWanted: page.editSelected()
+        onReadWanted: sheets.readNote()
+        onLinkWanted: sheets.openLinks()
         onSharingWanted: sheets.changeSharing()
         onKeysLeft: page.takeKeys()
     }
@@ -221,7 +230,12 @@ FocusScope {
     function editSelected(): void {
         switch (page.editor.selected.kind) {
         case "note":
-            page.editor.startWriting();
+            // What is not all seen on its paper is read first.
+            if (page.editor.isLongNote()) {
+                sheets.readNote();
+            } else {
+                page.editor.startWriting();
+            }
             break;
         case "photo":
             sheets.editCaption();

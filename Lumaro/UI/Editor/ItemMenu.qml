@@ -53,6 +53,18 @@ T.Menu {
         onTriggered: menu.hands.editWanted()
     }
     MenuEntry {
+        visible: menu.item.kind === "note"
+        text: qsTr("read")
+        hint: "V"
+        onTriggered: menu.hands.readWanted()
+    }
+    MenuEntry {
+        visible: menu.item.hasLinks
+        text: qsTr("open a link")
+        hint: "L"
+        onTriggered: menu.hands.linkWanted()
+    }
+    MenuEntry {
         visible: menu.item.canKeep
         text: menu.item.isKept ? qsTr("let it go after a day") : qsTr("keep it up")
         hint: "K"
