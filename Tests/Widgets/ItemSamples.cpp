@@ -70,14 +70,19 @@ Sheet notes() {
 // Every paper, pin and tape, short and long texts, scripts, emoji and links.
 Sheet looks() {
     Sheet sheet{.name = "looks", .columns = 5, .items = {}};
+    const auto faceOn = [](std::string_view paper, std::string_view pin, PMNode text) {
+        NoteFace face;
+        face.text = std::move(text);
+        face.paper = QString::fromStdString(std::string{paper});
+        face.pin = QString::fromStdString(std::string{pin});
+        return face;
+    };
     const std::array texts{
         "i love you", "buy oranges", "日本語 中文 한국어", "שלום\nسلام\nпривет", "👩‍👩‍👧 🏳️‍🌈 1️⃣\n❤️‍🔥 🧑🏽‍🚀",
         "hi", "see https://lumaro.app/for/us, then call me"};
     std::size_t at = 0;
     for (const auto pin : notePins) {
-        NoteFace face{.text = lines(texts[at % texts.size()])};
-        face.paper = QString::fromStdString(std::string{notePapers[at % notePapers.size()]});
-        face.pin = QString::fromStdString(std::string{pin});
+        auto face = faceOn(notePapers[at % notePapers.size()], pin, lines(texts[at % texts.size()]));
         if (at % 2 == 0) face.until = u"until 9:14"_s;
         sheet.items.push_back(note("look", std::move(face)));
         ++at;
@@ -86,8 +91,8 @@ Sheet looks() {
     for (const auto& ink : textInks) {
         inked.push_back(pm::paragraph({pm::text("a letter in ink", {{pm::textColor(ink.stored)}})}));
     }
-    for (const char16_t* const paper : {u"butter", u"kraft"}) {
-        sheet.items.push_back(note("inks", {.text = pm::doc(inked), .paper = QString::fromUtf16(paper), .pin = u"tape"_s}));
+    for (const char* const paper : {"butter", "kraft"}) {
+        sheet.items.push_back(note("inks", faceOn(paper, "tape", pm::doc(inked))));
     }
     return sheet;
 }

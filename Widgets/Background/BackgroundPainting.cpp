@@ -60,7 +60,7 @@ void paintLamplight(QPainter& painter, const QRectF& rect, const BackgroundTone&
     room.setColorAt(1, tone.deep);
     painter.fillRect(rect, room);
     const QPointF lamp{rect.left() + rect.width() * 0.26, rect.top() + rect.height() * 0.10};
-    QRadialGradient pool{lamp, reach * 0.62};
+    QRadialGradient pool{lamp, reach * 0.74};
     // Light falls off with the square of the way, and the eye sees steps in it: many stops make none.
     constexpr int stops = 12;
     for (int i = 0; i <= stops; ++i) {
@@ -87,7 +87,7 @@ void paintBackground(QPainter& painter, QSizeF size, const QString& background, 
     whole.addRect(rect);
     if (appearance == Appearance::dark) {
         paintLamplight(painter, rect, tone);
-        paintGrain(painter, whole, 0.75);
+        paintGrain(painter, whole, 0.4);
         return paintGlassEdge(painter, rect);
     }
     QLinearGradient light{0, 0, size.width() * 0.18, size.height()};

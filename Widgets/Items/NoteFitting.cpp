@@ -78,8 +78,10 @@ void joinEmoji(QTextDocument& document) {
                 --to;
                 continue;
             }
+            // Not `deleteChar`, which takes all that people count as one.
             cursor.setPosition(block.position() + static_cast<int>(from));
-            cursor.deleteChar();
+            cursor.setPosition(cursor.position() + 1, QTextCursor::KeepAnchor);
+            cursor.removeSelectedText();
         }
         for (const auto& [start, length] : keycapsIn(block.text())) {
             QTextCharFormat format;

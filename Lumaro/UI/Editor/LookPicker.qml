@@ -47,7 +47,6 @@ T.Popup {
     component Look: Pressable {
         id: look
 
-        required property string name
         property alias paper: sample.paper
         property alias pin: sample.pin
 
@@ -55,7 +54,6 @@ T.Popup {
         implicitHeight: 44
         checkable: true
         give: 0.9
-        text: picker.label(name)
         Accessible.role: Accessible.RadioButton
 
         Tip {
@@ -145,7 +143,7 @@ T.Popup {
                 Look {
                     required property string modelData
 
-                    name: modelData
+                    text: picker.label(modelData)
                     paper: modelData
                     checked: picker.paper === modelData
                     onClicked: {
@@ -170,7 +168,7 @@ T.Popup {
                 Look {
                     required property string modelData
 
-                    name: modelData
+                    text: picker.label(modelData)
                     pin: modelData
                     paper: picker.paper
                     checked: picker.pin === modelData
