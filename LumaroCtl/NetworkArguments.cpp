@@ -2,6 +2,7 @@
 #include "LumaroCtl/NetworkArguments.h"
 
 #include "LumaroControl/Moments.h"
+#include "LumaroCore/BoardModel/NoteLook.h"
 #include "LumaroCore/Presence/Pomodoro.h"
 #include "LumaroCore/Support/EnumNames.h"
 #include "LumaroCore/Support/Unicode.h"
@@ -14,6 +15,7 @@
 #include <istream>
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace lumaro {
 
@@ -30,7 +32,8 @@ struct NetworkValues {
     std::string at;
     std::string to;
     std::string item;
-    std::string paper = "butter";
+    std::string paper{defaultPaper};
+    std::string pin{defaultPin};
     std::string background;
     std::string units = "celsius";
     std::string directory;
@@ -338,13 +341,18 @@ private:
         auto* note = kind("note", "A note.", [](const V& v, Streams streams) {
             const auto text = v.text == "-" ? noteFrom(streams.in) : v.text;
             if (!text) return fail(streams, ExitStatus::data, " put: " + text.error());
-            NotePayload payload{pm::docOfLines(*text), v.paper, "brass", std::nullopt};
+            NotePayload payload{pm::docOfLines(*text), v.paper, v.pin, std::nullopt};
             // Whoever puts it up counts the day from that instant.
             if (!v.keep) payload.expiresAt = present() + BoardSpec::noteLifespan;
             return v.putUp(streams, std::move(payload));
         });
         note->add_option("TEXT", values_.text, "what it says; - reads standard input")->required()->type_name("");
-        note->add_option("--paper", values_.paper, "the paper's colour")->type_name("NAME");
+        note->add_option("--paper", values_.paper, "what it is written on")
+            ->check(CLI::IsMember(std::vector<std::string>{notePapers.begin(), notePapers.end()}))
+            ->type_name("NAME");
+        note->add_option("--pin", values_.pin, "the pin or tape that holds it")
+            ->check(CLI::IsMember(std::vector<std::string>{notePins.begin(), notePins.end()}))
+            ->type_name("NAME");
         note->add_flag("--keep", values_.keep, "let it stay up for longer than a day");
         auto* countdown = kind("countdown", "A countdown.", [](const V& v, Streams streams) {
             return v.putUp(streams, CountdownPayload{parseMoment(v.to).value_or(Instant{}), v.text});

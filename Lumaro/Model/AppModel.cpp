@@ -62,6 +62,7 @@ AppModel::AppModel(Setup setup, Ports ports)
               .changedByOthers = [this] { editor_.boardChanged(); },
               .answered = [this](const NewsAnswer& news) { answer(news); },
               .partnerName = state_.partnerDisplayName}),
+      drafts_(setup_.profile + "/drafts", {ports.files, ports.sleeper, ports.background, ports.log}),
       editor_({board_, ports.ids, ports.clock, ports.sleeper, announcer_}),
       feeds_(setup_.artwork,
              {.sleeper = ports.sleeper,
@@ -83,6 +84,7 @@ AppModel::AppModel(Setup setup, Ports ports)
         log(LogLevel::error, "the profile's folder cannot be made: " + made.error().message);
     }
     if (const auto& fault = media_.fault()) log(LogLevel::error, "the pictures cannot be read: " + fault->message);
+    editor_.inHand().onNewNote([this](const BoardItem* note) { drafts_.keep(note); });
     editor_.setAuthor(slot());
     editor_.boardChanged();
 }
@@ -107,6 +109,9 @@ void AppModel::start() {
 void AppModel::shutdown() {
     feeds_.stop();
     desktop_.stop();
+    // A new note goes up when its window goes.
+    static_cast<void>(editor_.inHand().endEditing());
+    drafts_.flush();
     board_.flush();
     media_.flush();
 }
@@ -160,6 +165,9 @@ void AppModel::cameOntoBoard(bool isAnotherBoard) {
     people_.adopt(token);
     editor_.setAuthor(token.slot);
     board_.adopt(token);
+    if (!editor_.inHand().isNew()) {
+        if (auto note = drafts_.enter(token.coupleId)) editor_.offerNote(std::move(*note));
+    }
     connect();
 }
 

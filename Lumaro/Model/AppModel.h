@@ -4,6 +4,7 @@
 #include "Lumaro/Model/AppPorts.h"
 #include "Lumaro/Model/AppState.h"
 #include "Lumaro/Model/Editor/EditorModel.h"
+#include "Lumaro/Model/Editor/NoteDrafts.h"
 #include "Lumaro/Model/Presence/Feeds.h"
 #include "LumaroCore/Services/SystemSignals.h"
 
@@ -52,6 +53,7 @@ public:
     SeenSharing& seen() { return feeds_.seen(); }
     DesktopSwitch& desktop() { return desktop_; }
     MediaCache& media() { return media_; }
+    NoteDrafts& drafts() { return drafts_; }
 
     const Board& board() const { return board_.board(); }
 
@@ -128,6 +130,7 @@ private:
     Pairing pairing_;
     Connection connection_;
     LiveBoard board_;
+    NoteDrafts drafts_;
     EditorModel editor_;
     Feeds feeds_;
     std::unique_ptr<SystemSignals::Listening> listening_;

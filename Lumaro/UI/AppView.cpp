@@ -152,8 +152,5 @@ void AppView::openFolder() const {
     QDesktopServices::openUrl(QUrl::fromLocalFile(setup_.folder));
 }
 
-void AppView::askForQuickNote() {
-    app_.requestQuickNote(std::nullopt);
-}
 
 } // namespace lumaro

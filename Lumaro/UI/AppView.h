@@ -73,7 +73,6 @@ public:
     /// The same, where the person says in a dialog.
     Q_INVOKABLE void askWhereToExport();
     Q_INVOKABLE void openFolder() const;
-    Q_INVOKABLE void askForQuickNote();
 
 Q_SIGNALS:
     /// A text for people that passes.

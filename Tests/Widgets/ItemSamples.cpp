@@ -1,12 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Tests/Widgets/ItemSamples.h"
 
+#include "DesignSystem/Tokens.h"
 #include "LumaroCore/BoardModel/BoardSpec.h"
+#include "LumaroCore/BoardModel/NoteLook.h"
 
 #include <QtGui/QLinearGradient>
 #include <QtGui/QPainter>
 #include <QtGui/QPainterPath>
 
+#include <array>
 #include <cmath>
 
 namespace lumaro::samples {
@@ -62,6 +65,36 @@ Sheet notes() {
                  {.text = lines("the day we met:\n4 june"), .paper = u"oat"_s, .pin = u"tape"_s, .isKept = true}),
             note("empty", {.text = pm::emptyDoc(), .paper = u"sage"_s, .pin = u"tape"_s}),
         }};
+}
+
+// Every paper, pin and tape, short and long texts, scripts, emoji and links.
+Sheet looks() {
+    Sheet sheet{.name = "looks", .columns = 5, .items = {}};
+    const auto faceOn = [](std::string_view paper, std::string_view pin, PMNode text) {
+        NoteFace face;
+        face.text = std::move(text);
+        face.paper = QString::fromStdString(std::string{paper});
+        face.pin = QString::fromStdString(std::string{pin});
+        return face;
+    };
+    const std::array texts{
+        "i love you", "buy oranges", "日本語 中文 한국어", "שלום\nسلام\nпривет", "👩‍👩‍👧 🏳️‍🌈 1️⃣\n❤️‍🔥 🧑🏽‍🚀",
+        "hi", "see https://lumaro.app/for/us, then call me"};
+    std::size_t at = 0;
+    for (const auto pin : notePins) {
+        auto face = faceOn(notePapers[at % notePapers.size()], pin, lines(texts[at % texts.size()]));
+        if (at % 2 == 0) face.until = u"until 9:14"_s;
+        sheet.items.push_back(note("look", std::move(face)));
+        ++at;
+    }
+    std::vector<PMNode> inked;
+    for (const auto& ink : textInks) {
+        inked.push_back(pm::paragraph({pm::text("a letter in ink", {{pm::textColor(ink.stored)}})}));
+    }
+    for (const char* const paper : {"butter", "kraft"}) {
+        sheet.items.push_back(note("inks", faceOn(paper, "tape", pm::doc(inked))));
+    }
+    return sheet;
 }
 
 // A fox's head: something with ears and cheeks to cut out.
@@ -304,7 +337,7 @@ QImage landscape(QSize size, int hue) {
 }
 
 std::vector<Sheet> itemSheets() {
-    return {notes(), pictures(), music(), cards(), windows()};
+    return {notes(), looks(), pictures(), music(), cards(), windows()};
 }
 
 } // namespace lumaro::samples

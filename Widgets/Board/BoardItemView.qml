@@ -31,6 +31,8 @@ Item {
     readonly property bool weatherMoves: kind === "location" && frame.weatherMoves && !Theme.isMotionReduced
     readonly property bool isSelected: frame?.selected === itemId
     readonly property bool isAttended: isSelected && (frame?.hasKeys ?? false)
+    /// Notes are written on upright, where caret and selection are whole.
+    readonly property bool isWritten: frame.written === itemId
     property bool isSettled: false
     property real placeX: centerX
     property real placeY: centerY
@@ -41,7 +43,7 @@ Item {
     x: frame.canvas.viewX(placeX + frame.canvas.inwardX(anchorX)) - width / 2
     y: frame.canvas.viewY(placeY + frame.canvas.inwardY(anchorY)) - height / 2 + drop
     z: stack
-    rotation: tilt
+    rotation: isWritten ? 0 : tilt
 
     Accessible.role: Accessible.Graphic
     Accessible.name: spoken
@@ -72,7 +74,7 @@ Item {
         }
     }
     Behavior on rotation {
-        enabled: item.isSpringing
+        enabled: item.isSpringing || (item.isWritten && item.isSettled && !Theme.isMotionReduced && !item.frame.isPaused)
         SpringAnimation {
             spring: Theme.motion.spring
             damping: Theme.motion.damping
@@ -128,9 +130,10 @@ Item {
 
     ItemPaper {
         part: item.kind === "nowPlayingSlot" ? ItemPaper.Under : ItemPaper.Whole
-        face: item.frame.written === item.itemId ? item.face.withoutText() : item.weatherMoves ? item.face.withoutFall() : item.face
+        face: item.isWritten ? item.face.withoutText() : item.weatherMoves ? item.face.withoutFall() : item.face
         pointScale: item.pointScale
         naturalSize: Qt.size(item.naturalWidth, item.naturalHeight)
+        dark: Theme.isDark
         x: -bleedLeft
         y: -bleedTop
     }

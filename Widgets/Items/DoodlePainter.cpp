@@ -7,15 +7,32 @@
 #include <QtGui/QPainter>
 #include <QtGui/QPainterPath>
 
+#include <algorithm>
+
 namespace lumaro {
 namespace {
 
-QColor inkColour(const std::string& name) {
+/// An ink in the light in which it is painted, and the rim around its strokes, if it has one.
+struct ShownInk {
+    QColor colour;
+    QColor rim{};
+};
+
+ShownInk shownInk(const std::string& name) {
+    const auto shown = [](const InkTone& tone) -> ShownInk {
+        const bool isRimmed = tone.rim != 0 && !InLight::isLamp();
+        return {QColor::fromRgba(tone.shown(InLight::isLamp())), isRimmed ? QColor::fromRgba(tone.rim) : QColor{}};
+    };
     for (const auto& tone : inkTones) {
-        if (name == tone.name) return QColor{tone.color};
+        if (name == tone.name) return shown(tone);
     }
     const QColor own = name.starts_with('#') ? QColor{QString::fromStdString(name)} : QColor{};
-    return own.isValid() ? own : QColor{inkTones.front().color};
+    return own.isValid() ? ShownInk{own} : shown(inkTones.front());
+}
+
+/// How far a rim reaches beyond the stroke on each side, in points.
+double rimWidth(const InkStroke& stroke) {
+    return std::clamp(usableInkWidth(stroke.width) * 0.16, 0.9, 2.2);
 }
 
 QPointF place(Point point) {
@@ -38,8 +55,8 @@ QPainterPath inkPath(const InkStroke& stroke) {
     return path;
 }
 
-QPen penOf(const InkStroke& stroke, const QColor& colour) {
-    return {colour, usableInkWidth(stroke.width), Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin};
+QPen penOf(const InkStroke& stroke, const QColor& colour, double wider = 0) {
+    return {colour, usableInkWidth(stroke.width) + wider, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin};
 }
 
 } // namespace
@@ -52,7 +69,10 @@ void paintFace(QPainter& painter, const DoodleFace& face, QSizeF size) {
         painter.strokePath(inkPath(stroke).translated(0.9, 1.7), penOf(stroke, faint(tint::umber, 0.13)));
     }
     for (const auto& stroke : face.doodle.strokes) {
-        painter.strokePath(inkPath(stroke), penOf(stroke, inkColour(stroke.ink)));
+        const auto ink = shownInk(stroke.ink);
+        const auto path = inkPath(stroke);
+        if (ink.rim.isValid()) painter.strokePath(path, penOf(stroke, ink.rim, 2 * rimWidth(stroke)));
+        painter.strokePath(path, penOf(stroke, ink.colour));
     }
 }
 

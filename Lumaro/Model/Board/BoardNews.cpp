@@ -17,13 +17,6 @@ namespace {
 constexpr std::size_t longestNews = 120;
 constexpr std::size_t longestName = 40;
 
-bool isBlank(std::string_view text) {
-    while (const auto character = takeCharacter(text)) {
-        if (!isInvisible(*character)) return false;
-    }
-    return true;
-}
-
 std::string summaryOf(const DoodlePayload& doodle, const Board& board) {
     const auto surface = doodle.on ? std::ranges::find(board.items, *doodle.on, &BoardItem::id) : board.items.end();
     if (surface == board.items.end()) return "drew on the board";

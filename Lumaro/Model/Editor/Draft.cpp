@@ -15,6 +15,12 @@ std::optional<Draft> Draft::of(const Board& shown, const UUID& id) {
     return Draft{std::move(held)};
 }
 
+Draft Draft::ofNew(BoardItem item) {
+    Draft draft{{std::move(item)}};
+    draft.isNew_ = true;
+    return draft;
+}
+
 std::vector<BoardItem> Draft::items() const {
     Board own;
     own.items = held_;
@@ -58,8 +64,20 @@ Draft::Done Draft::changePayload(Payload payload) {
     return {};
 }
 
+Draft::Done Draft::changeLook(std::optional<std::string> paper, std::optional<std::string> pin) {
+    const auto* const note = held_.front().payload.as<NotePayload>();
+    if (note == nullptr) return std::unexpected(EditFault::wrongKind);
+    auto changed = *note;
+    if (paper) changed.paper = std::move(*paper);
+    if (pin) changed.pin = std::move(*pin);
+    held_.front().payload = Payload{std::move(changed)};
+    return {};
+}
+
 void Draft::follow(const Board& shown) {
     auto held = EditorOps::withDoodles(shown, id());
+    if (isNew_ && held.empty()) return;
+    isNew_ = false;
     isGone_ = held.empty();
     if (!isGone_) held_ = std::move(held);
 }
@@ -86,6 +104,10 @@ Edits::Result Draft::contentOps(const Board& board, Hand hand) const {
 Edits::Result Draft::writing(const Board& board, Hand hand) const {
     if (!hasUnwritten()) return std::vector<Op>{};
     return contentOps(board, hand);
+}
+
+Edits::Result Draft::puttingUp(const Board& board, Hand hand) const {
+    return EditorOps::putUpAnew(board, items(), {}, hand);
 }
 
 Edits::Result Draft::puttingBack(const Board& board, UUIDSource& ids, Hand hand) const {

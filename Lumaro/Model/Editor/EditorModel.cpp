@@ -2,6 +2,8 @@
 #include "Lumaro/Model/Editor/EditorModel.h"
 
 #include "Lumaro/Model/Editor/EditorOps.h"
+#include "LumaroCore/BoardModel/NoteLook.h"
+#include "LumaroCore/Support/Unicode.h"
 
 #include <map>
 #include <string>
@@ -12,12 +14,11 @@ namespace {
 
 using Update = Announcer::Update;
 
-// What a pasted note looks like.
-constexpr std::string_view pastedPaper = "butter";
-constexpr std::string_view pastedPin = "brass";
-
-bool hasNoText(std::string_view text) {
-    return text.find_first_not_of(" \t\r\n") == std::string_view::npos;
+NotePayload noteForADay(PMNode text, Instant now) {
+    return {.pm = std::move(text),
+            .paper = std::string{defaultPaper},
+            .pin = std::string{defaultPin},
+            .expiresAt = Edits::lifespanFrom(now)};
 }
 
 } // namespace
@@ -39,6 +40,7 @@ void EditorModel::boardChanged() {
 void EditorModel::discardDraft() {
     const Update update{ports_.announcer};
     inHand_.cancel();
+    if (std::exchange(offered_, std::nullopt)) inHand_.forgetNewNote();
     inHand_.select(std::nullopt);
     pen_.cancel();
     acts_.forget();
@@ -55,6 +57,10 @@ EditorAct EditorModel::carryOut(const BoardVerb& verb) {
     const Update update{ports_.announcer};
     // With what was typed on it, so that taking this back brings that too.
     const auto* const gone = std::get_if<BoardVerb::TakeDown>(&verb.value);
+    if (gone != nullptr && inHand_.isNew() && inHand_.draft()->id() == gone->item) {
+        inHand_.cancel();
+        return std::nullopt;
+    }
     if (gone != nullptr && inHand_.draft() && inHand_.draft()->id() == gone->item) {
         static_cast<void>(inHand_.writeNow());
     }
@@ -77,11 +83,40 @@ std::expected<UUID, EditorFault> EditorModel::putUp(Payload payload, std::option
 
 std::expected<UUID, EditorFault> EditorModel::pasteText(std::string_view text) {
     const Update update{ports_.announcer};
-    if (hasNoText(text)) return concludePutUp({}, std::unexpected(ActFault::invalid));
-    return putUp(NotePayload{.pm = pm::docOfLines(text),
-                             .paper = std::string{pastedPaper},
-                             .pin = std::string{pastedPin},
-                             .expiresAt = ports_.clock.now()});
+    if (isBlank(text)) return concludePutUp({}, std::unexpected(ActFault::invalid));
+    return putUp(noteForADay(pm::docOfLines(text), ports_.clock.now()));
+}
+
+EditorDone EditorModel::beginNote() {
+    const Update update{ports_.announcer};
+    if (inHand_.isNew()) return {};
+    if (offered_) return resumeNote();
+    if (acts_.board().items.size() >= BoardSpec::maxLiveItems) {
+        return acts_.conclude(EditorDone{std::unexpected(ActFault::windowFull)});
+    }
+    auto put = Edits::putUp(acts_.board(), ports_.ids.next(), noteForADay(pm::emptyDoc(), ports_.clock.now()),
+                            std::nullopt, acts_.hand());
+    return inHand_.beginNote(std::get<Upsert>(put->front().value).item);
+}
+
+void EditorModel::offerNote(BoardItem note) {
+    const Update update{ports_.announcer};
+    offered_ = std::move(note);
+    acts_.announce();
+}
+
+EditorDone EditorModel::resumeNote() {
+    const Update update{ports_.announcer};
+    auto note = std::exchange(offered_, std::nullopt);
+    if (!note) return {};
+    const auto& board = acts_.board();
+    // It may have gone up just before the program ended.
+    if (board.find(note->id) != nullptr || board.tombstones.contains(note->id)) {
+        inHand_.forgetNewNote();
+        acts_.announce();
+        return {};
+    }
+    return inHand_.beginNote(std::move(*note));
 }
 
 std::expected<UUID, EditorFault> EditorModel::duplicate(const UUID& id) {
@@ -106,6 +141,8 @@ EditorDone EditorModel::replacePayload(const UUID& id, Payload payload) {
 
 EditorAct EditorModel::takeBack(UndoHistory::Way way) {
     const Update update{ports_.announcer};
+    // What is typed on a new note is no act yet; the field takes it back, letter by letter.
+    if (inHand_.isNew()) return std::nullopt;
     // What was typed is taken back first, as the latest act.
     if (const auto written = inHand_.writeNow(); !written) {
         return acts_.conclude(EditorAct{std::unexpected(written.error())});

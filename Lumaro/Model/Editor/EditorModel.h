@@ -14,7 +14,8 @@ namespace lumaro {
 /// A person's hands on the board: the item in the hand, the pen, acts of one step, and what can be taken back. Every
 /// act goes to the board as one batch; one that is refused leaves the board as it is, and says why.
 ///
-/// Owned by the application model and used on the main thread. Nothing here survives a restart.
+/// Owned by the application model and used on the main thread. A note that is not up yet survives a restart, by
+/// `NoteDrafts`; nothing else here does.
 class EditorModel {
 public:
     struct Ports {
@@ -34,8 +35,11 @@ public:
     const ItemInHand& inHand() const { return inHand_; }
     PenInHand& pen() { return pen_; }
     const PenInHand& pen() const { return pen_; }
-    bool canUndo() const { return acts_.can(UndoHistory::Way::undo) || inHand_.hasUnwritten(); }
-    bool canRedo() const { return acts_.can(UndoHistory::Way::redo); }
+    /// Neither while a new note is written, which is no act yet.
+    bool canUndo() const { return !inHand_.isNew() && (acts_.can(UndoHistory::Way::undo) || inHand_.hasUnwritten()); }
+    bool canRedo() const { return !inHand_.isNew() && acts_.can(UndoHistory::Way::redo); }
+    /// A new note that was not let go of when the program ended waits to be written on.
+    bool isNoteOffered() const { return offered_.has_value(); }
     /// The person is at it: something is in the hand, being written or drawn.
     bool isBusy() const { return inHand_.isBusy() || pen_.session(); }
 
@@ -46,6 +50,8 @@ public:
     void boardChanged();
     /// Another board comes, or none: draft, doodle, selection and history go with the one that was.
     void discardDraft();
+    /// A new note from a run before, to be taken in the hand when the person comes to the board.
+    void offerNote(BoardItem note);
     /// The batch could not be stored and is shown no more: it cannot be taken back.
     void withdraw(const UUID& batch);
 
@@ -58,6 +64,11 @@ public:
     std::expected<UUID, EditorFault> putUp(Payload payload, std::optional<Point> at = std::nullopt);
     /// A note of these lines that comes down after its lifespan.
     std::expected<UUID, EditorFault> pasteText(std::string_view text);
+    /// Takes a new note for a day in the hand; it goes up when the hand lets go of it with something written on it. One
+    /// that is offered comes first.
+    EditorDone beginNote();
+    /// Takes the note that is offered in the hand.
+    EditorDone resumeNote();
     /// A copy with the doodles on it, a little aside.
     std::expected<UUID, EditorFault> duplicate(const UUID& id);
     /// What a card's button does; typing goes through the hand.
@@ -76,6 +87,7 @@ private:
     EditorActs acts_;
     ItemInHand inHand_;
     PenInHand pen_;
+    std::optional<BoardItem> offered_;
 };
 
 } // namespace lumaro

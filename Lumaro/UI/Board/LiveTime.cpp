@@ -47,4 +47,14 @@ QString ageText(Instant sampledAt, Instant now, const QTimeZone& zone) {
         .arg(Words::locale().toString(time.date(), QStringLiteral("d MMMM")).toLower(), clockText(time));
 }
 
+QString comesDown(Instant at, Instant now, const QTimeZone& zone) {
+    const auto time = timeAt(at, zone);
+    const auto clock = time.toString(QStringLiteral("H:mm"));
+    const auto days = timeAt(now, zone).date().daysTo(time.date());
+    if (days <= 0) return Words::tr("comes down today at %1").arg(clock);
+    if (days == 1) return Words::tr("comes down tomorrow at %1").arg(clock);
+    return Words::tr("comes down on %1 at %2", "3 may, 9:14")
+        .arg(Words::locale().toString(time.date(), QStringLiteral("d MMMM")).toLower(), clock);
+}
+
 } // namespace lumaro

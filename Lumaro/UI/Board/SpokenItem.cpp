@@ -2,6 +2,7 @@
 #include "Lumaro/UI/Board/SpokenItem.h"
 
 #include "DesignSystem/Words.h"
+#include "Lumaro/UI/Board/LiveTime.h"
 #include "Lumaro/UI/Board/WhoseWords.h"
 #include "Lumaro/UI/Text.h"
 #include "LumaroCore/Support/EnumNames.h"
@@ -95,8 +96,12 @@ QString spoken(const BoardItem& item, const ItemFace& face, const LiveContext& l
     return std::visit(
         Overloaded{
             [&](const NoteFace& it) {
+                const auto* const note = item.payload.as<NotePayload>();
+                const auto end = note != nullptr && note->expiresAt
+                                     ? comesDown(*note->expiresAt, live.now, live.zone)
+                                     : QString{};
                 return pinned(it.isKept ? Words::tr("kept note") : Words::tr("note"),
-                              quoted(qText(std::string_view{it.text.plainText()})));
+                              joined({quoted(qText(std::string_view{it.text.plainText()})), end}));
             },
             [&](const PhotoFace& it) { return pinned(Words::tr("photo"), joined({quoted(it.caption), it.words})); },
             [&](const StickerFace& it) { return pinned(Words::tr("sticker"), it.words); },

@@ -20,7 +20,10 @@ FocusScope {
     signal captionWanted
     /// One's own music is to be shared, or no longer.
     signal sharingWanted
-    signal quickNoteWanted
+    signal noteWanted
+    /// The selected note is to be read large; a link in it is to be opened.
+    signal readWanted
+    signal linkWanted
     signal doodleWanted
     /// The keyboard focus is to go to the bar with what can be done to the selected item.
     signal barWanted
@@ -59,7 +62,7 @@ FocusScope {
             editor.selectNothing();
             return true;
         case Qt.Key_N:
-            quickNoteWanted();
+            noteWanted();
             return true;
         case Qt.Key_D:
             doodleWanted();
@@ -106,6 +109,14 @@ FocusScope {
             if (editor.selected.canCaption)
                 captionWanted();
             return editor.selected.canCaption;
+        case Qt.Key_V:
+            if (editor.selected.kind === "note")
+                readWanted();
+            return true;
+        case Qt.Key_O:
+            if (editor.selected.hasLinks)
+                linkWanted();
+            return true;
         case Qt.Key_K:
             editor.setKept(!editor.selected.isKept);
             return true;

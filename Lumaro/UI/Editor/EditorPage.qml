@@ -16,10 +16,14 @@ FocusScope {
     property bool isQuiet: false
     property alias weatherMoves: board.weatherMoves
 
-    /// The person wants the page about the board, the settings, or a quick note.
+    /// The person wants the page about the board, or the settings.
     signal boardPageWanted
     signal settingsWanted
-    signal quickNoteWanted
+
+    /// A note that was not finished when the program ended is in the hand again.
+    readonly property bool resumesNote: editor.isNoteOffered && !isQuiet && !editor.isWriting && !editor.isDoodling
+    onResumesNoteChanged: if (resumesNote) editor.beginNote()
+    Component.onCompleted: if (resumesNote) editor.beginNote()
 
     function takeKeys(): void {
         if (page.editor.isWriting) {
@@ -89,7 +93,9 @@ FocusScope {
         onEditWanted: page.editSelected()
         onCaptionWanted: sheets.editCaption()
         onSharingWanted: sheets.changeSharing()
-        onQuickNoteWanted: page.quickNoteWanted()
+        onNoteWanted: page.editor.beginNote()
+        onReadWanted: sheets.readNote()
+        onLinkWanted: sheets.openLinks()
         onDoodleWanted: page.editor.beginDoodle(page.editor.selected.itemId)
         onBarWanted: selectionBar.takeKeys()
     }
@@ -100,6 +106,7 @@ FocusScope {
         height: visible ? page.height : 0
         visible: page.editor.isDoodling
         editor: page.editor
+        dark: Theme.isDark
         canvas: board.canvas
     }
 
@@ -120,6 +127,8 @@ FocusScope {
         visible: page.editor.selected.isThere && !page.editor.isDoodling && !page.editor.isWriting && !page.isQuiet && !hands.isDragging
         onEditWanted: page.editSelected()
         onCaptionWanted: sheets.editCaption()
+        onReadWanted: sheets.readNote()
+        onLinkWanted: sheets.openLinks()
         onSharingWanted: sheets.changeSharing()
         onHoursWanted: sheets.shareHours()
         onKeysLeft: page.takeKeys()
@@ -225,7 +234,12 @@ FocusScope {
     function editSelected(): void {
         switch (page.editor.selected.kind) {
         case "note":
-            page.editor.startWriting();
+            // What is not all seen on its paper is read first.
+            if (page.editor.isLongNote()) {
+                sheets.readNote();
+            } else {
+                page.editor.startWriting();
+            }
             break;
         case "photo":
         case "sticker":

@@ -23,6 +23,14 @@ Item {
     function editCaption(): void {
         (caption.create() as CaptionSheet).edit();
     }
+    /// The selected note, large.
+    function readNote(): void {
+        (reader.create() as NoteReader).read();
+    }
+    /// Asks whether the links of the selected note are to be opened.
+    function openLinks(): void {
+        (linkQuestion.create() as LinkQuestion).ask(editor.links());
+    }
     function showPlace(): void {
         (whereabouts.create() as PlaceSheet).show(editor.selected.itemId, editor.selected.isOwnPlace);
     }
@@ -61,6 +69,31 @@ Item {
             })
         // Over a large picture the keys go back to that.
         onClosed: if (!large.instance) sheets.closed()
+    }
+    OnDemand {
+        id: reader
+
+        sourceComponent: NoteReader {}
+        properties: ({
+                editor: sheets.editor
+            })
+        onClosed: sheets.closed()
+    }
+    Connections {
+        target: reader.instance as NoteReader
+
+        function onLinkWanted(link: string): void {
+            (linkQuestion.create() as LinkQuestion).ask([link]);
+        }
+    }
+    OnDemand {
+        id: linkQuestion
+
+        sourceComponent: LinkQuestion {}
+        properties: ({
+                editor: sheets.editor
+            })
+        onClosed: sheets.closed()
     }
     OnDemand {
         id: sharing

@@ -6,6 +6,11 @@
 #include "LumaroCore/Geometry/ItemAt.h"
 #include "LumaroCore/Presence/Pomodoro.h"
 #include "LumaroCore/Support/EnumNames.h"
+#include "Widgets/Items/ItemPainting.h"
+#include "Widgets/Items/NoteLinks.h"
+#include "Widgets/Items/NoteText.h"
+
+#include <QtGui/QDesktopServices>
 
 #include <algorithm>
 #include <chrono>
@@ -198,10 +203,48 @@ void EditorView::finishWriting() {
 }
 
 void EditorView::setPaper(const QString& paper) {
+    if (hand_.isNew()) return static_cast<void>(hand_.changeLook(paper.toStdString(), std::nullopt));
     change<NotePayload>([&](NotePayload note) {
         note.paper = paper.toStdString();
         return note;
     });
+}
+
+void EditorView::setPin(const QString& pin) {
+    if (hand_.isNew()) return static_cast<void>(hand_.changeLook(std::nullopt, pin.toStdString()));
+    change<NotePayload>([&](NotePayload note) {
+        note.pin = pin.toStdString();
+        return note;
+    });
+}
+
+bool EditorView::isLongNote() const {
+    const auto item = itemInSight();
+    const auto* const note = item ? item->payload.as<NotePayload>() : nullptr;
+    return note != nullptr &&
+           overflows(note->pm, noteTextBox({BoardSpec::noteSize.width, BoardSpec::noteSize.height}).size());
+}
+
+QStringList EditorView::links() const {
+    const auto item = itemInSight();
+    const auto* const note = item ? item->payload.as<NotePayload>() : nullptr;
+    QStringList links;
+    if (note == nullptr) return links;
+    for (const auto& link : linksIn(qText(std::string_view{note->pm.plainText()}))) {
+        const auto address = link.url.toString(QUrl::FullyEncoded);
+        if (!links.contains(address)) links.append(address);
+    }
+    return links;
+}
+
+QString EditorView::placeOf(const QString& link) {
+    return lumaro::placeOf(QUrl{link});
+}
+
+void EditorView::openLink(const QString& link) {
+    // Only what would be told apart as a link in a text.
+    const auto links = linksIn(link);
+    if (links.size() == 1 && links.front().length == link.size()) QDesktopServices::openUrl(links.front().url);
 }
 
 void EditorView::setCaption(const QString& caption) {
@@ -235,10 +278,16 @@ void EditorView::rest() {
 
 // Putting up.
 
-void EditorView::putUpNote(const QString& paper) {
-    // That it has a time to come down makes it a note for a day.
-    const auto id = editor_.putUp(NotePayload{pm::emptyDoc(), paper.toStdString(), "brass", clock_.now()});
-    if (id) startWriting();
+void EditorView::beginNote() {
+    static_cast<void>(editor_.beginNote());
+}
+
+QString EditorView::quickNote() const {
+    return qText(app_.drafts().quickNote());
+}
+
+void EditorView::keepQuickNote(const QString& text) {
+    app_.drafts().keepQuickNote(text.toStdString());
 }
 
 bool EditorView::putUpText(const QString& text) {

@@ -25,6 +25,7 @@ class EditorView final : public QObject {
     Q_PROPERTY(bool canRedo READ canRedo NOTIFY changed)
     Q_PROPERTY(bool isWriting READ isWriting NOTIFY changed)
     Q_PROPERTY(bool isDoodling READ isDoodling NOTIFY changed)
+    Q_PROPERTY(bool isNoteOffered READ isNoteOffered NOTIFY changed)
     Q_PROPERTY(bool isTakenAway READ isTakenAway NOTIFY changed)
     Q_PROPERTY(lumaro::CountdownChoices* countdown READ countdown CONSTANT)
 
@@ -36,11 +37,15 @@ public:
     bool canUndo() const { return editor_.canUndo(); }
     bool canRedo() const { return editor_.canRedo(); }
     bool isWriting() const { return hand_.isEditing(); }
+    /// A note that was not finished when the program ended waits to be written on.
+    bool isNoteOffered() const { return editor_.isNoteOffered(); }
     bool isDoodling() const { return pen_.session().has_value(); }
     /// What was in the hand was taken down meanwhile, and can be put back.
     bool isTakenAway() const { return hand_.draft() && hand_.draft()->isGone(); }
     CountdownChoices* countdown() { return &countdown_; }
     EditorModel& model() { return editor_; }
+    /// The selected one, as the hand shows it.
+    std::optional<BoardItem> itemInSight() const;
 
     /// What changed, and what people are to be told.
     void hear(const AppNews& news);
@@ -73,6 +78,14 @@ public:
     Q_INVOKABLE void startWriting();
     Q_INVOKABLE void finishWriting();
     Q_INVOKABLE void setPaper(const QString& paper);
+    Q_INVOKABLE void setPin(const QString& pin);
+    /// Whether a part of the note is not seen on its paper.
+    Q_INVOKABLE bool isLongNote() const;
+    /// The web addresses in the selected note, in order, none twice; and where one leads, to be read before it is opened.
+    Q_INVOKABLE QStringList links() const;
+    Q_INVOKABLE static QString placeOf(const QString& link);
+    /// Opens a web address in whatever program the person has for them; nothing else is opened.
+    Q_INVOKABLE static void openLink(const QString& link);
     Q_INVOKABLE void setCaption(const QString& caption);
     Q_INVOKABLE void setCountdown(const QString& label, double targetMs);
     Q_INVOKABLE void startBlock(int minutes);
@@ -81,9 +94,14 @@ public:
     Q_INVOKABLE void rest();
 
     // Putting up.
-    Q_INVOKABLE void putUpNote(const QString& paper);
+    /// Begins a note for a day, which goes up when it is let go of with something written on it; or goes on with the one
+    /// that was not finished.
+    Q_INVOKABLE void beginNote();
     /// A note of that text, which comes down after its day.
     Q_INVOKABLE bool putUpText(const QString& text);
+    /// What was jotted down and not put up, kept on this computer until it is.
+    Q_INVOKABLE QString quickNote() const;
+    Q_INVOKABLE void keepQuickNote(const QString& text);
     Q_INVOKABLE void putUpCountdown(const QString& label, double targetMs);
     Q_INVOKABLE void putUpCard(const QString& kind);
     Q_INVOKABLE void setBackground(const QString& background);
@@ -114,7 +132,6 @@ private:
     const BoardItem* selectedOnBoard() const;
     /// The selected item in a gesture of keys or the wheel, which begins if none has; null when it cannot.
     std::optional<BoardItem> inStepGesture();
-    std::optional<BoardItem> itemInSight() const;
     void replacePayload(const BoardItem& item, Payload payload);
     template <class Value, class Change>
     void change(Change change);

@@ -3,6 +3,7 @@
 
 #include "LumaroCore/BoardModel/BoardSpec.h"
 #include "Widgets/Items/ItemPainting.h"
+#include "Widgets/Items/Light.h"
 
 #include <QtGui/QPainter>
 
@@ -63,6 +64,7 @@ void InkSheet::paint(QPainter* painter) {
                       .on = {}};
     if (doodle.line()) ink.strokes.push_back(*doodle.line());
     const auto& [scale, offset] = canvas_.transform();
+    const InLight light{isDark_ ? Appearance::dark : Appearance::light};
     painter->translate(offset.x, offset.y);
     painter->scale(scale, scale);
     paintItem(*painter, ItemFace{DoodleFace{std::move(ink)}},

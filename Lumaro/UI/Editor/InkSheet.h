@@ -14,6 +14,7 @@ class InkSheet : public QQuickPaintedItem {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(lumaro::EditorView* editor READ editor WRITE setEditor NOTIFY editorChanged REQUIRED)
+    Q_PROPERTY(bool dark MEMBER isDark_ NOTIFY canvasChanged)
     Q_PROPERTY(lumaro::CanvasInView canvas MEMBER canvas_ NOTIFY canvasChanged)
 
 public:
@@ -32,6 +33,7 @@ private:
 
     EditorView* editor_ = nullptr;
     CanvasInView canvas_;
+    bool isDark_ = false;
     std::size_t painted_ = 0; ///< points of the growing line
 };
 

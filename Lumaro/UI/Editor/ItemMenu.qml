@@ -65,6 +65,18 @@ T.Menu {
         onTriggered: menu.hands.captionWanted()
     }
     MenuEntry {
+        visible: menu.item.kind === "note"
+        text: qsTr("read")
+        hint: "V"
+        onTriggered: menu.hands.readWanted()
+    }
+    MenuEntry {
+        visible: menu.item.hasLinks
+        text: qsTr("open a link")
+        hint: "O"
+        onTriggered: menu.hands.linkWanted()
+    }
+    MenuEntry {
         visible: menu.item.canKeep
         text: menu.item.isKept ? qsTr("let it go after a day") : qsTr("keep it up")
         hint: "K"

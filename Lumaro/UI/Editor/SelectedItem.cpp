@@ -1,9 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Lumaro/UI/Editor/SelectedItem.h"
 
+#include "Lumaro/UI/Board/LiveTime.h"
 #include "Lumaro/UI/Text.h"
 #include "LumaroCore/Presence/Pomodoro.h"
 #include "LumaroCore/Support/EnumNames.h"
+#include "Widgets/Items/NoteLinks.h"
+
+#include <QtCore/QTimeZone>
 
 #include <chrono>
 #include <utility>
@@ -56,6 +60,9 @@ SelectedItem selectedItem(const BoardItem& item, PartnerID me, Instant now) {
         selected.canKeep = true;
         selected.isKept = note->isKept();
         selected.paper = qText(note->paper);
+        selected.pin = qText(note->pin);
+        if (note->expiresAt) selected.comesDown = comesDown(*note->expiresAt, now, QTimeZone::systemTimeZone());
+        selected.hasLinks = !linksIn(qText(std::string_view{note->pm.plainText()})).empty();
     } else if (const auto* const photo = item.payload.as<PhotoPayload>()) {
         selected.text = qText(photo->caption);
         selected.canOpen = true;

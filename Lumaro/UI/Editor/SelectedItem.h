@@ -29,6 +29,9 @@ struct SelectedItem {
     Q_PROPERTY(bool canKeep MEMBER canKeep CONSTANT)
     Q_PROPERTY(bool isKept MEMBER isKept CONSTANT)
     Q_PROPERTY(QString paper MEMBER paper CONSTANT)
+    Q_PROPERTY(QString pin MEMBER pin CONSTANT)
+    Q_PROPERTY(QString comesDown MEMBER comesDown CONSTANT)
+    Q_PROPERTY(bool hasLinks MEMBER hasLinks CONSTANT)
     Q_PROPERTY(QString text MEMBER text CONSTANT)
     Q_PROPERTY(double targetMs MEMBER targetMs CONSTANT)
     Q_PROPERTY(int minutes MEMBER minutes CONSTANT)
@@ -55,7 +58,10 @@ public:
     bool canCaption = false;
     bool canKeep = false;
     bool isKept = false;
-    QString paper{};     ///< of a note
+    QString paper{};     ///< of a note; so are the next three
+    QString pin{};
+    QString comesDown{}; ///< "comes down tomorrow at 9:14"; empty where it is kept
+    bool hasLinks = false;
     QString text{};      ///< a caption or label
     double targetMs = 0; ///< of a countdown, since 1970
     int minutes = 0;     ///< of a block

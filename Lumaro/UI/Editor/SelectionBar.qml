@@ -18,6 +18,9 @@ Rectangle {
 
     signal editWanted
     signal captionWanted
+    /// The note is to be read large; a link in it is to be opened.
+    signal readWanted
+    signal linkWanted
     /// One's own music is to be shared, or no longer.
     signal sharingWanted
     /// The same of one's hours.
@@ -154,10 +157,54 @@ Rectangle {
                 text: qsTr("ask them")
                 onClicked: bar.place.askThem(question)
             }
-            PaperSwatches {
+            Body {
+                visible: bar.item.comesDown !== ""
+                height: Theme.size.control
+                leftPadding: Theme.size.small
+                rightPadding: Theme.size.tiny
+                verticalAlignment: Text.AlignVCenter
+                text: bar.item.comesDown
+                wrapMode: Text.NoWrap
+                color: Theme.color.softInk
+                font.pixelSize: Theme.size.captionText
+            }
+            Word {
+                visible: bar.item.canKeep && !bar.item.isKept
+                text: qsTr("keep it up")
+                iconName: "heart"
+                onClicked: bar.editor.setKept(true)
+            }
+            Tool {
+                id: look
+
                 visible: bar.item.kind === "note"
-                chosen: bar.item.paper
-                onChose: name => bar.editor.setPaper(name)
+                text: qsTr("paper and pin")
+                iconName: "palette"
+                onClicked: picker.openNear(look)
+
+                LookPicker {
+                    id: picker
+
+                    paper: bar.item.paper
+                    pin: bar.item.pin
+                    onChosePaper: name => bar.editor.setPaper(name)
+                    onChosePin: name => bar.editor.setPin(name)
+                    onClosed: look.forceActiveFocus(Qt.PopupFocusReason)
+                }
+            }
+            Tool {
+                visible: bar.item.kind === "note"
+                text: qsTr("read")
+                hint: "V"
+                iconName: "book-open"
+                onClicked: bar.readWanted()
+            }
+            Tool {
+                visible: bar.item.hasLinks
+                text: qsTr("open a link")
+                hint: "O"
+                iconName: "link"
+                onClicked: bar.linkWanted()
             }
             Tool {
                 visible: bar.item.canEdit
@@ -181,13 +228,13 @@ Rectangle {
                 onClicked: bar.captionWanted()
             }
             Tool {
-                visible: bar.item.canKeep
+                visible: bar.item.canKeep && bar.item.isKept
                 checkable: true
-                checked: bar.item.isKept
-                text: bar.item.isKept ? qsTr("let it go after a day") : qsTr("keep it up")
+                checked: true
+                text: qsTr("let it go after a day")
                 hint: "K"
                 iconName: "heart"
-                onClicked: bar.editor.setKept(!bar.item.isKept)
+                onClicked: bar.editor.setKept(false)
             }
             Tool {
                 text: qsTr("to the front")

@@ -51,7 +51,6 @@ Window {
         isQuiet: window.view.face.needsPerson
         onBoardPageWanted: window.showPage("boardPage")
         onSettingsWanted: window.showPage("settings")
-        onQuickNoteWanted: window.view.askForQuickNote()
     }
 
     StatusSlip {

@@ -10,6 +10,7 @@
 #include <QtCore/QJsonObject>
 #include <QtGui/QAccessible>
 #include <QtGui/QClipboard>
+#include <QtGui/QDesktopServices>
 #include <QtGui/QDropEvent>
 #include <QtGui/QPainter>
 #include <QtQuick/QQuickWindow>
@@ -277,6 +278,18 @@ void Bed::refuse() {
 
 void Bed::breakLine() {
     app_->rooms.listener->stateChanged({ConnectionState::Waiting{.attempt = 1, .delay = Seconds{1}}});
+}
+
+double Bed::now() const {
+    return static_cast<double>(
+        std::chrono::floor<std::chrono::milliseconds>(app_->clock.now()).time_since_epoch().count());
+}
+
+void Bed::watchLinks() {
+    openedLinks_.clear();
+    for (const auto* const scheme : {"http", "https", "file"}) {
+        QDesktopServices::setUrlHandler(QString::fromLatin1(scheme), this, "opened");
+    }
 }
 
 QVariantMap Bed::item(const QString& itemId) const {

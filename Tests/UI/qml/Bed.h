@@ -100,6 +100,11 @@ public:
     Q_INVOKABLE QStringList items() const;
     /// How many batches were sent.
     Q_INVOKABLE int acts() const { return static_cast<int>(app_->rooms.sent.size()); }
+    /// Milliseconds since 1970.
+    Q_INVOKABLE double now() const;
+    /// From now on links that are opened come here.
+    Q_INVOKABLE void watchLinks();
+    Q_INVOKABLE QStringList openedLinks() const { return openedLinks_; }
     Q_INVOKABLE void pass(double seconds) { app_->pass(Seconds{seconds}); }
     /// A file with a red square on white paper, twice as wide as high.
     Q_INVOKABLE QUrl picture() const;
@@ -121,6 +126,9 @@ public:
     Q_INVOKABLE void copyPicture();
     Q_INVOKABLE int decodedAtOnce() const { return decodedAtOnce_; }
 
+public Q_SLOTS:
+    void opened(const QUrl& link) { openedLinks_.append(link.toString(QUrl::FullyEncoded)); }
+
 Q_SIGNALS:
     void made();
 
@@ -132,6 +140,7 @@ private:
     QTemporaryDir folder_;
     PseudoLanguage pseudo_;
     PlaceTable towns_ = PlaceTable::open(placesData()).value();
+    QStringList openedLinks_;
     int decodedAtOnce_ = 0;
     QString quickNote_;
     std::unique_ptr<AppFixture> app_;

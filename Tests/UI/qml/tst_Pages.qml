@@ -213,7 +213,11 @@ Item {
             keyClick("b");
             keyClick(Qt.Key_Return);
             compare(accepted.signalArguments[0][0], "a\nb");
-            compare(note.text, "");
+            // It stays until whoever puts it up has done so.
+            compare(note.text, "a\nb");
+            note.problem = "full";
+            keyClick("c");
+            compare(note.problem, "");
             keyClick(Qt.Key_Escape);
             compare(closed.count, 1);
             compare(Bed.unnamed(note), []);
