@@ -67,6 +67,10 @@ FocusScope {
             Accessible.description: field.fault === "" ? field.helper : field.fault
             onAccepted: field.accepted()
             onTextEdited: field.edited()
+            onActiveFocusChanged: {
+                if (activeFocus && (focusReason === Qt.TabFocusReason || focusReason === Qt.BacktabFocusReason))
+                    selectAll();
+            }
 
             background: Rectangle {
                 radius: Theme.size.radius - 2

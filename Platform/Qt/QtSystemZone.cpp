@@ -25,7 +25,7 @@ std::string QtSystemZone::identifier() {
 }
 
 bool QtSystemZone::isKnown(std::string_view name) {
-    // The longest in the table has 38; Qt would look for any other as a file, or read it as a rule.
+    // The longest in the table has 38. A name is looked for as a file, so no other character gets that far.
     constexpr std::size_t longest = 64;
     const auto isOfName = [](char c) {
         return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_' || c == '+' ||
@@ -33,7 +33,10 @@ bool QtSystemZone::isKnown(std::string_view name) {
     };
     if (name.empty() || name.size() > longest || !std::ranges::all_of(name, isOfName)) return false;
     const QByteArray id{name.data(), static_cast<qsizetype>(name.size())};
-    return !isRule(id) && QTimeZone::isTimeZoneIdAvailable(id);
+    const bool isOfAnArea = id.contains('/') && !id.startsWith('/');
+    const bool isPlain = !id.contains('/') && !id.contains('+') && !id.contains('-');
+    // Qt's own list leaves out the other names of zones, such as "US/Pacific".
+    return (isOfAnArea || isPlain) && !isRule(id) && QTimeZone{id}.isValid();
 }
 
 } // namespace lumaro

@@ -120,6 +120,8 @@ ClocksFace clocksFace(const TimezonesPayload& card, const LiveContext& live) {
     if (const auto zone = zoneOf(partner, live)) {
         face.between = hoursBetween(live.zone, *zone, live.now);
         face.day = dayThere(live.zone, *zone, live.now);
+    } else if (!live.own.zone && !live.own.here) {
+        face.between = Words::tr("let them see your hours");
     }
     for (auto& [side, slot] : {std::pair{&face.theirs, partner}, std::pair{&face.mine, live.me}}) {
         const auto& here = live.here(slot);

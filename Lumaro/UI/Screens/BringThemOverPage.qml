@@ -53,9 +53,9 @@ SheetPage {
         width: parent.width
         view: page.view
     }
-    Flow {
+    Row {
         visible: !page.isPartnerHere
-        width: parent.width
+        anchors.horizontalCenter: parent.horizontalCenter
         spacing: Theme.size.small
 
         Body {

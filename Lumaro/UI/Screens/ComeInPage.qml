@@ -31,7 +31,8 @@ SheetPage {
     // The focus goes to the first thing that is missing: the name, or the code or link. The name is filled in here and
     // not bound, so that nothing that the application hears of takes away what is being typed.
     function settle(): void {
-        if (name.text === "")
+        // Pages are hidden once more as they go.
+        if (name.text === "" && view)
             name.text = view.face.myName === "" ? view.suggestedName : view.face.myName;
         const isKnown = !isStart && name.text !== "";
         name.focus = !isKnown;

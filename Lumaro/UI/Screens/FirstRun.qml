@@ -39,6 +39,8 @@ Sheet {
     paperWidth: 520
     isDismissable: false
     visible: view.face.needsPerson
+    // From here on nobody is to come in, unless they ask for it anew.
+    onStageChanged: if (stage === "bringThemOver") door = ""
     onWantedChanged: if (view.face.needsPerson) page = wanted
     onClosed: door = ""
 

@@ -87,6 +87,8 @@ public:
     /// The partner is in Lisbon, where it rains.
     Q_INVOKABLE void partnerIsInLisbon();
     Q_INVOKABLE void partnerSharesHours(const QString& zone);
+    /// The person opens the notification of what the partner put up.
+    Q_INVOKABLE void openNotification() { app_->notifications.tap({NotificationAnswer::Kind::opened, "items"}); }
     /// They have looked at everything.
     Q_INVOKABLE void partnerHasSeen();
     Q_INVOKABLE void partnerTakesDown(const QString& itemId);

@@ -35,7 +35,9 @@ Item {
         }
 
         function test_theClocksOfferHoursAndTellWhatIsMissing() {
-            hang("timezones", 700, 400, {});
+            hang("timezones", 700, 400, {
+                units: "celsius"
+            });
             click(700, 400);
             verify(beginning("they haven't shared their hours"));
             press("let them see your hours");

@@ -106,6 +106,18 @@ Item {
             tryVerify(() => focused() === "the board");
         }
 
+        function test_aNotificationThatIsOpenedLeadsToItsItemUnderNoPage() {
+            Bed.makeOnBoard();
+            open();
+            hangNote();
+            window.showPage("settings");
+            tryVerify(() => focused() !== "the board");
+            Bed.openNotification();
+            window.showBoard();
+            tryVerify(() => focused() === "the board");
+            compare(Bed.editor.selected.itemId, Bed.items()[0]);
+        }
+
         function test_tabComesToEverythingInTheDock() {
             Bed.makeOnBoard();
             open();
