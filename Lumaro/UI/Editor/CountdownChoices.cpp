@@ -24,7 +24,7 @@ constexpr int lastYear = 9000;
 template <class Name>
 std::vector<std::string> names(const QLocale& locale, Name name) {
     std::vector<std::string> all;
-    for (const auto& spoken : {locale, QLocale{QLocale::English}}) {
+    for (const auto& spoken : {locale, Words::locale(), QLocale{QLocale::English}}) {
         for (const auto format : {QLocale::LongFormat, QLocale::ShortFormat}) {
             all.push_back(name(spoken, format).toStdString());
         }
@@ -208,7 +208,7 @@ QVariantList CountdownChoices::dayValues() const {
 }
 
 void CountdownChoices::choose(QDate date) {
-    if (isShowable(date)) setDay(date.toString(Qt::ISODate));
+    if (isShowable(date)) setDay(Words::locale().toString(date, QStringLiteral("d MMM yyyy")).toLower());
 }
 
 void CountdownChoices::setClock(QTime time) {

@@ -106,12 +106,18 @@ Sheet {
                     id: clock
 
                     anchors.right: parent.right
-                    y: 26
+                    y: 27
 
                     ClockHand {
                         name: qsTr("hour")
                         value: sheet.choices.hour
                         onTurned: by => sheet.choices.moveHour(by)
+                    }
+                    Body {
+                        anchors.verticalCenter: parent.verticalCenter
+                        text: ":"
+                        isSoft: true
+                        Accessible.ignored: true
                     }
                     ClockHand {
                         name: qsTr("minute")

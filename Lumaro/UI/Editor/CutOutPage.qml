@@ -42,7 +42,7 @@ Sheet {
         id: board
 
         // What is left in the window for it, without scrolling.
-        readonly property real most: Math.max(160, (sheet.parent ? sheet.parent.height : 700) - 330)
+        readonly property real most: Math.max(160, (sheet.parent ? sheet.parent.height : 700) - 284)
 
         anchors.horizontalCenter: parent.horizontalCenter
         width: Math.min(parent.width, most * sheet.session.aspect)
@@ -53,65 +53,73 @@ Sheet {
         onAccepted: if (take.enabled) sheet.session.take()
     }
 
-    Flow {
+    Item {
         width: parent.width
-        spacing: Theme.size.tiny
+        height: Math.max(tools.height, take.height)
 
-        Repeater {
-            model: [["keep", qsTr("keep"), "plus"], ["drop", qsTr("leave out"), "minus"], ["frame", qsTr("frame"), "square-dashed"]]
+        Flow {
+            id: tools
 
-            Chip {
-                required property var modelData
+            anchors.verticalCenter: parent.verticalCenter
+            width: parent.width - take.width - Theme.size.medium
+            spacing: Theme.size.tiny
 
-                text: modelData[1]
-                iconName: modelData[2]
-                checkable: true
-                checked: sheet.tool === modelData[0]
-                onClicked: sheet.chosenTool = modelData[0]
+            Repeater {
+                model: [["keep", qsTr("keep"), "plus"], ["drop", qsTr("leave out"), "minus"], ["frame", qsTr("frame"), "square-dashed"]]
+
+                Chip {
+                    required property var modelData
+
+                    text: modelData[1]
+                    iconName: modelData[2]
+                    checkable: true
+                    checked: sheet.tool === modelData[0]
+                    onClicked: sheet.chosenTool = modelData[0]
+                }
+            }
+            IconButton {
+                iconName: "undo-2"
+                text: qsTr("take the last one back")
+                hint: qsTr("Ctrl Z")
+                enabled: sheet.session.canUndo
+                onClicked: sheet.session.undo()
+            }
+            IconButton {
+                iconName: "minus"
+                text: qsTr("a finer brush")
+                hint: "-"
+                enabled: sheet.tool !== "frame"
+                onClicked: board.resizeBrush(1 / 1.3)
+            }
+            Item {
+                width: 26
+                height: Theme.size.control
+
+                Rectangle {
+                    anchors.centerIn: parent
+                    width: Math.min(26, Math.max(3, board.width * board.brush))
+                    height: width
+                    radius: width / 2
+                    color: Theme.color.softInk
+                }
+            }
+            IconButton {
+                iconName: "plus"
+                text: qsTr("a broader brush")
+                hint: "+"
+                enabled: sheet.tool !== "frame"
+                onClicked: board.resizeBrush(1.3)
             }
         }
-        IconButton {
-            iconName: "undo-2"
-            text: qsTr("take the last one back")
-            hint: qsTr("Ctrl Z")
-            enabled: sheet.session.canUndo
-            onClicked: sheet.session.undo()
-        }
-        IconButton {
-            iconName: "minus"
-            text: qsTr("a finer brush")
-            hint: "-"
-            enabled: sheet.tool !== "frame"
-            onClicked: board.resizeBrush(1 / 1.3)
-        }
-        Item {
-            width: 26
-            height: Theme.size.control
+        PaperButton {
+            id: take
 
-            Rectangle {
-                anchors.centerIn: parent
-                width: Math.min(26, Math.max(3, board.width * board.brush))
-                height: width
-                radius: width / 2
-                color: Theme.color.softInk
-            }
+            anchors.right: parent.right
+            kind: PaperButton.Primary
+            iconName: "scissors"
+            text: sheet.session.isWorking ? qsTr("looking for the edge…") : qsTr("stick it up")
+            enabled: sheet.session.hasEdge && !sheet.session.isWorking
+            onClicked: sheet.session.take()
         }
-        IconButton {
-            iconName: "plus"
-            text: qsTr("a broader brush")
-            hint: "+"
-            enabled: sheet.tool !== "frame"
-            onClicked: board.resizeBrush(1.3)
-        }
-    }
-    PaperButton {
-        id: take
-
-        anchors.right: parent.right
-        kind: PaperButton.Primary
-        iconName: "scissors"
-        text: sheet.session.isWorking ? qsTr("looking for the edge…") : qsTr("stick it up")
-        enabled: sheet.session.hasEdge && !sheet.session.isWorking
-        onClicked: sheet.session.take()
     }
 }

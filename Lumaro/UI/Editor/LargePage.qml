@@ -23,7 +23,10 @@ T.Popup {
     closePolicy: T.Popup.CloseOnEscape
     onClosed: view.close()
 
-    T.Overlay.modal: Shade {}
+    // Deeper than behind a sheet: the picture is all there is to see.
+    T.Overlay.modal: Shade {
+        strength: Theme.isDark ? 1.3 : 1.7
+    }
 
     enter: Transition {
         NumberAnimation {
