@@ -54,7 +54,7 @@ public:
     bool canEdit = false; ///< there is something to write, draw or set
     bool canKeep = false;
     bool isKept = false;
-    QString paper{};     ///< of a note; so are the next three
+    QString paper{}; ///< of a note; so are the next three
     QString pin{};
     QString comesDown{}; ///< "comes down tomorrow at 9:14"; empty where it is kept
     bool hasLinks = false;
