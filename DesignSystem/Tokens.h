@@ -98,16 +98,15 @@ struct TextInk {
 };
 
 /// Red, rust, moss, green, lagoon, blue, night, plum, rose.
-inline constexpr std::array<TextInk, 9> textInks{
-    {{"#b5472f", 0xFF9C3320, 0xFFF6A692},
-     {"#a35a12", 0xFF82470F, 0xFFF0B484},
-     {"#6d6a12", 0xFF595610, 0xFFD3D48C},
-     {"#4f7a55", 0xFF2F5F38, 0xFFA3D6A8},
-     {"#1f6f78", 0xFF175A62, 0xFF93D6DC},
-     {"#3f6f93", 0xFF28557A, 0xFFA5CDEB},
-     {"#3b4a8a", 0xFF35427E, 0xFFBEC7F6},
-     {"#7a4c84", 0xFF683B72, 0xFFDDB7E4},
-     {"#a8386a", 0xFF93295A, 0xFFF6B0C9}}};
+inline constexpr std::array<TextInk, 9> textInks{{{"#b5472f", 0xFF9C3320, 0xFFF6A692},
+                                                  {"#a35a12", 0xFF82470F, 0xFFF0B484},
+                                                  {"#6d6a12", 0xFF595610, 0xFFD3D48C},
+                                                  {"#4f7a55", 0xFF2F5F38, 0xFFA3D6A8},
+                                                  {"#1f6f78", 0xFF175A62, 0xFF93D6DC},
+                                                  {"#3f6f93", 0xFF28557A, 0xFFA5CDEB},
+                                                  {"#3b4a8a", 0xFF35427E, 0xFFBEC7F6},
+                                                  {"#7a4c84", 0xFF683B72, 0xFFDDB7E4},
+                                                  {"#a8386a", 0xFF93295A, 0xFFF6B0C9}}};
 
 /// Of links in notes.
 inline constexpr TextInk linkInk{"", 0xFF1F4E86, 0xFFA9CBF5};

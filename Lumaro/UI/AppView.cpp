@@ -152,5 +152,4 @@ void AppView::openFolder() const {
     QDesktopServices::openUrl(QUrl::fromLocalFile(setup_.folder));
 }
 
-
 } // namespace lumaro

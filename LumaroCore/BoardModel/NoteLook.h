@@ -11,12 +11,12 @@ namespace lumaro {
 // version may name others, which are shown as the defaults and kept as they came.
 
 /// The plain papers, then those with something on them or at their edge.
-inline constexpr std::array<std::string_view, 11> notePapers{
-    "butter", "blush", "sage", "sky", "lilac", "oat", "lined", "squared", "dotted", "kraft", "torn"};
+inline constexpr std::array<std::string_view, 11> notePapers{"butter", "blush",   "sage",   "sky",   "lilac", "oat",
+                                                             "lined",  "squared", "dotted", "kraft", "torn"};
 /// What holds a note up: pins, then strips of tape. "tape" is the strip that goes with the paper.
 inline constexpr std::array<std::string_view, 13> notePins{
-    "brass",       "coral",    "mint",       "ink",        "pearl",     "plum",     "heart",
-    "tape",        "tapeStripes", "tapeDots", "tapeChecks", "tapeWaves", "tapeKraft"};
+    "brass", "coral",       "mint",     "ink",        "pearl",     "plum",     "heart",
+    "tape",  "tapeStripes", "tapeDots", "tapeChecks", "tapeWaves", "tapeKraft"};
 
 inline constexpr std::string_view defaultPaper = notePapers.front();
 inline constexpr std::string_view defaultPin = notePins.front();

@@ -85,9 +85,7 @@ struct NoteDraftsTest : testing::Test {
         person.rebuild();
         person.start();
     }
-    std::string typed() {
-        return editor().inHand().draft()->items().front().payload.as<NotePayload>()->pm.plainText();
-    }
+    std::string typed() { return editor().inHand().draft()->items().front().payload.as<NotePayload>()->pm.plainText(); }
 
     AppFixture person;
 };

@@ -46,7 +46,8 @@ void paintGlassEdge(QPainter& painter, const QRectF& rect) {
         glow.setColorAt(1, faint(tint::light, 0));
         painter.fillRect(rect, glow);
     }
-    painter.fillRect(QRectF{rect.left(), rect.top(), rect.width(), 1.2}, faint(tint::light, InLight::isLamp() ? 0.35 : 0.7));
+    painter.fillRect(QRectF{rect.left(), rect.top(), rect.width(), 1.2},
+                     faint(tint::light, InLight::isLamp() ? 0.35 : 0.7));
     painter.fillRect(QRectF{rect.left(), rect.top(), 1.2, rect.height()},
                      faint(tint::light, InLight::isLamp() ? 0.25 : 0.5));
 }

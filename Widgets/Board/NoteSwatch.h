@@ -17,7 +17,7 @@ class NoteSwatch : public lumaro::PictureItem {
     Q_PROPERTY(QString pin MEMBER pin_ NOTIFY changed) ///< with one, it and no paper
     Q_PROPERTY(bool dark MEMBER isDark_ NOTIFY changed)
     Q_PROPERTY(bool isWhole MEMBER isWhole_ NOTIFY changed) ///< a sheet as large as the item, and no sample of one
-    Q_PROPERTY(QColor ink READ ink NOTIFY changed) ///< of letters on it, and of small print
+    Q_PROPERTY(QColor ink READ ink NOTIFY changed)          ///< of letters on it, and of small print
     Q_PROPERTY(QColor smallInk READ smallInk NOTIFY changed)
     Q_PROPERTY(QStringList papers READ papers CONSTANT)
     Q_PROPERTY(QStringList pins READ pins CONSTANT)

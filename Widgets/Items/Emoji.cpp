@@ -14,7 +14,8 @@ constexpr char16_t keycap = 0x20E3;
 template <class Visit>
 void forEachCluster(const QString& text, Visit visit) {
     QTextBoundaryFinder clusters{QTextBoundaryFinder::Grapheme, text};
-    for (qsizetype start = 0, end = clusters.toNextBoundary(); end > start; start = end, end = clusters.toNextBoundary())
+    for (qsizetype start = 0, end = clusters.toNextBoundary(); end > start;
+         start = end, end = clusters.toNextBoundary())
         visit(start, end - start);
 }
 

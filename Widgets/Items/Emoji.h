@@ -14,7 +14,8 @@ namespace lumaro {
 /// A text as fonts are to have it: without that sign where characters are joined, by U+200D or to a keycap.
 QString withJoinedEmoji(const QString& text);
 
-/// Where the text has keycaps: start and length. Their digits are in every font, and have to come from that of the emoji.
+/// Where the text has keycaps: start and length. Their digits are in every font, and have to come from that of the
+/// emoji.
 std::vector<std::pair<qsizetype, qsizetype>> keycapsIn(const QString& text);
 
 } // namespace lumaro

@@ -27,9 +27,9 @@ bool leadsSomewhere(const QUrl& url) {
 } // namespace
 
 std::vector<NoteLink> linksIn(const QString& text) {
-    static const QRegularExpression address{QStringLiteral(R"((?<![\p{L}\p{N}])https?://[^\s<>"\x{FFFC}\x{2028}\x{2029}]+)"),
-                                            QRegularExpression::CaseInsensitiveOption |
-                                                QRegularExpression::UseUnicodePropertiesOption};
+    static const QRegularExpression address{
+        QStringLiteral(R"((?<![\p{L}\p{N}])https?://[^\s<>"\x{FFFC}\x{2028}\x{2029}]+)"),
+        QRegularExpression::CaseInsensitiveOption | QRegularExpression::UseUnicodePropertiesOption};
     std::vector<NoteLink> links;
     auto found = address.globalMatch(text);
     while (found.hasNext() && links.size() < maxNoteLinks) {

@@ -21,8 +21,8 @@ struct NoteLink {
 inline constexpr std::size_t maxNoteLinks = 20;
 inline constexpr qsizetype maxLinkLength = 2000;
 
-/// The addresses of "http" and "https" in the text, in order; anything else is no link. A stop, comma or bracket that ends
-/// a sentence is no part of them.
+/// The addresses of "http" and "https" in the text, in order; anything else is no link. A stop, comma or bracket that
+/// ends a sentence is no part of them.
 std::vector<NoteLink> linksIn(const QString& text);
 
 /// Where the address leads, to be read before it is opened: its host in full and, if it names one, its port. A host

@@ -43,7 +43,7 @@ const std::array<NamedPaper, notePapers.size()>& papers() {
          {{95, 79, 108}, {81, 67, 93}, {64, 53, 74}, {242, 232, 248}, {158, 206, 188}}},
         {"oat",
          {{251, 244, 231}, {241, 229, 208}, {223, 205, 176}, {70, 55, 40}, {152, 190, 212}},
-         {{106, 90, 73}, {91, 77, 62}, {73, 61, 49}, {249, 239, 221}, {152, 190, 212}}},
+         {{114, 88, 70}, {98, 75, 59}, {78, 59, 47}, {251, 238, 220}, {152, 190, 212}}},
         {"lined",
          {{255, 252, 244}, {250, 246, 235}, {234, 228, 212}, {46, 52, 78}, {150, 176, 214}},
          {{92, 86, 82}, {79, 74, 70}, {63, 59, 56}, {244, 238, 228}, {150, 176, 214}},
@@ -58,7 +58,7 @@ const std::array<NamedPaper, notePapers.size()>& papers() {
          Print::dots},
         {"kraft",
          {{214, 182, 140}, {203, 169, 126}, {184, 150, 108}, {48, 30, 14}, {244, 232, 208}, 1.5},
-         {{96, 72, 48}, {83, 62, 41}, {66, 49, 32}, {250, 228, 196}, {224, 204, 170}, 1.5}},
+         {{112, 74, 46}, {97, 62, 38}, {77, 49, 30}, {253, 230, 200}, {224, 204, 170}, 1.5}},
         {"torn",
          {{255, 253, 247}, {252, 248, 238}, {239, 231, 217}, {62, 54, 46}, {226, 158, 150}},
          {{98, 90, 80}, {85, 77, 68}, {68, 61, 54}, {247, 239, 226}, {226, 158, 150}},
@@ -92,7 +92,8 @@ void ruleSheet(QPainter& painter, QSizeF size, Print print, const PaperColours& 
         painter.setBrush(mixed(colours.base, colours.tape, 0.55));
         for (double y = step / 2; y < size.height(); y += step) {
             const bool isEven = static_cast<int>(y / step) % 2 == 0;
-            for (double x = isEven ? step / 2 : step; x < size.width(); x += step) painter.drawEllipse({x, y}, 1.7, 1.7);
+            for (double x = isEven ? step / 2 : step; x < size.width(); x += step)
+                painter.drawEllipse({x, y}, 1.7, 1.7);
         }
         return;
     }

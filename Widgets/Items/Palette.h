@@ -24,12 +24,12 @@ struct Tint {
 /// light.
 namespace tint {
 
-inline constexpr Tint light{{255, 251, 240}, {172, 138, 96}};    ///< where the light falls
-inline constexpr Tint card{{253, 247, 235}, {77, 60, 46}};       ///< card and photo paper
-inline constexpr Tint cardShade{{243, 232, 212}, {57, 44, 34}};  ///< the same, away from the light
-inline constexpr Tint umber{{74, 46, 26}, {20, 12, 8}};          ///< shadows
-inline constexpr Tint ink{{66, 52, 41}, {245, 233, 212}};        ///< writing
-inline constexpr Tint softInk{{112, 94, 76}, {205, 187, 161}};   ///< small print
+inline constexpr Tint light{{255, 251, 240}, {172, 138, 96}};   ///< where the light falls
+inline constexpr Tint card{{253, 247, 235}, {77, 60, 46}};      ///< card and photo paper
+inline constexpr Tint cardShade{{243, 232, 212}, {57, 44, 34}}; ///< the same, away from the light
+inline constexpr Tint umber{{74, 46, 26}, {20, 12, 8}};         ///< shadows
+inline constexpr Tint ink{{66, 52, 41}, {245, 233, 212}};       ///< writing
+inline constexpr Tint softInk{{112, 94, 76}, {205, 187, 161}};  ///< small print
 inline constexpr Tint coral{{226, 112, 88}, {206, 102, 80}};
 inline constexpr Tint coralInk{{172, 66, 46}, {250, 176, 156}};
 inline constexpr Tint mint{{118, 183, 158}, {98, 158, 136}};

@@ -15,9 +15,9 @@
 
 namespace lumaro {
 
-/// Notes that are begun and not up yet, kept on this computer alone, so that nothing typed is lost when the program ends
-/// without warning: one for the board ("`couple id`.json", the item as on the wire), and the quick note's text, which
-/// belongs to no board ("quick-note.txt").
+/// Notes that are begun and not up yet, kept on this computer alone, so that nothing typed is lost when the program
+/// ends without warning: one for the board ("`couple id`.json", the item as on the wire), and the quick note's text,
+/// which belongs to no board ("quick-note.txt").
 ///
 /// Used on the main thread; writing is done in the background. What cannot be written is logged, and lasts as long as
 /// the program.
@@ -41,7 +41,8 @@ public:
     NoteDrafts& operator=(const NoteDrafts&) = delete;
     ~NoteDrafts() { flush(); }
 
-    /// From now on the board's draft is this couple's. Answers the one that waits from a run before. Blocks for one file.
+    /// From now on the board's draft is this couple's. Answers the one that waits from a run before. Blocks for one
+    /// file.
     std::optional<BoardItem> enter(const std::string& coupleId);
     /// The new note in the hand, or that there is none any more.
     void keep(const BoardItem* note);

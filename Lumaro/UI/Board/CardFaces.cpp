@@ -36,7 +36,8 @@ NoteFace noteFace(const NotePayload& note, const LiveContext& live) {
     face.isKept = note.isKept();
     if (note.expiresAt) {
         const auto end = timeAt(*note.expiresAt, live.zone);
-        const bool isFar = secondsBetween(live.now, *note.expiresAt) > std::chrono::seconds{BoardSpec::noteLifespan}.count();
+        const bool isFar =
+            secondsBetween(live.now, *note.expiresAt) > std::chrono::seconds{BoardSpec::noteLifespan}.count();
         face.until = Words::tr("until %1", "9:14, or 3 may")
                          .arg(isFar ? Words::locale().toString(end.date(), QStringLiteral("d MMM")).toLower()
                                     : end.toString(QStringLiteral("H:mm")));

@@ -97,9 +97,8 @@ QString spoken(const BoardItem& item, const ItemFace& face, const LiveContext& l
         Overloaded{
             [&](const NoteFace& it) {
                 const auto* const note = item.payload.as<NotePayload>();
-                const auto end = note != nullptr && note->expiresAt
-                                     ? comesDown(*note->expiresAt, live.now, live.zone)
-                                     : QString{};
+                const auto end =
+                    note != nullptr && note->expiresAt ? comesDown(*note->expiresAt, live.now, live.zone) : QString{};
                 return pinned(it.isKept ? Words::tr("kept note") : Words::tr("note"),
                               joined({quoted(qText(std::string_view{it.text.plainText()})), end}));
             },

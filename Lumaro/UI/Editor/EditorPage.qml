@@ -23,7 +23,6 @@ FocusScope {
     /// A note that was not finished when the program ended is in the hand again.
     readonly property bool resumesNote: editor.isNoteOffered && !isQuiet && !editor.isWriting && !editor.isDoodling
     onResumesNoteChanged: if (resumesNote) editor.beginNote()
-    Component.onCompleted: if (resumesNote) editor.beginNote()
 
     function takeKeys(): void {
         if (page.editor.isWriting) {
@@ -235,11 +234,7 @@ FocusScope {
         switch (page.editor.selected.kind) {
         case "note":
             // What is not all seen on its paper is read first.
-            if (page.editor.isLongNote()) {
-                sheets.readNote();
-            } else {
-                page.editor.startWriting();
-            }
+            page.editor.isLongNote() ? sheets.readNote() : page.editor.startWriting();
             break;
         case "photo":
         case "sticker":

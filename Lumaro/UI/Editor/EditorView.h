@@ -81,7 +81,8 @@ public:
     Q_INVOKABLE void setPin(const QString& pin);
     /// Whether a part of the note is not seen on its paper.
     Q_INVOKABLE bool isLongNote() const;
-    /// The web addresses in the selected note, in order, none twice; and where one leads, to be read before it is opened.
+    /// The web addresses in the selected note, in order, none twice; and where one leads, to be read before it is
+    /// opened.
     Q_INVOKABLE QStringList links() const;
     Q_INVOKABLE static QString placeOf(const QString& link);
     /// Opens a web address in whatever program the person has for them; nothing else is opened.
@@ -94,8 +95,8 @@ public:
     Q_INVOKABLE void rest();
 
     // Putting up.
-    /// Begins a note for a day, which goes up when it is let go of with something written on it; or goes on with the one
-    /// that was not finished.
+    /// Begins a note for a day, which goes up when it is let go of with something written on it; or goes on with the
+    /// one that was not finished.
     Q_INVOKABLE void beginNote();
     /// A note of that text, which comes down after its day.
     Q_INVOKABLE bool putUpText(const QString& text);

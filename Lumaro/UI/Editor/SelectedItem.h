@@ -58,7 +58,7 @@ public:
     bool canCaption = false;
     bool canKeep = false;
     bool isKept = false;
-    QString paper{};     ///< of a note; so are the next three
+    QString paper{}; ///< of a note; so are the next three
     QString pin{};
     QString comesDown{}; ///< "comes down tomorrow at 9:14"; empty where it is kept
     bool hasLinks = false;
