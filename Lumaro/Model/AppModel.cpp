@@ -95,6 +95,7 @@ void AppModel::start() {
 }
 
 void AppModel::shutdown() {
+    editor_.layDown();
     feeds_.stop();
     desktop_.stop();
     board_.flush();

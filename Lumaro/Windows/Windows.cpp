@@ -111,7 +111,7 @@ void Windows::openBoard() {
 }
 
 void Windows::letGoOfBoard() {
-    editor_.finishWriting();
+    editor_.layDown();
     // Its pictures go with it: most of the time the board is seen on the desktop alone.
     boardWindow_.release()->deleteLater();
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "Lumaro/Model/Editor/EditorFault.h"
+#include "Lumaro/Model/Editor/InkHistory.h"
 
 #include <expected>
 #include <optional>
@@ -26,7 +27,9 @@ public:
 
     /// The doodle of the board that is being changed: it shows here meanwhile.
     const std::optional<UUID>& doodle() const { return doodle_; }
-    const std::vector<InkStroke>& strokes() const { return strokes_; }
+    const std::vector<InkStroke>& strokes() const { return sweep_ ? *sweep_ : history_.strokes(); }
+    /// Whether there is ink, or less of it, that the board does not have.
+    bool isChanged() const { return line_.has_value() || strokes() != original_; }
     /// The line under the pen, through every point that it touched.
     const std::optional<InkStroke>& line() const { return line_; }
 
@@ -34,8 +37,16 @@ public:
     std::expected<void, DoodleFault> penDown(Point place, Pen pen);
     /// Nothing without a pen down.
     void penTo(Point place);
+    /// Pen or eraser leave the glass: the line, or the whole sweep, is one step.
     void penUp();
     void eraseAlong(Point from, Point to, double radius);
+
+    // Stroke by stroke. What is under the pen or the eraser ends first, and is the first to be taken back.
+
+    bool canUndo() const { return history_.canUndo() || line_ || sweep_; }
+    bool canRedo() const { return history_.canRedo() && !line_ && !sweep_; }
+    void undo();
+    void redo();
 
     /// The act that puts the ink up; none when nothing was drawn or changed. A doodle without ink left is taken down.
     /// Ink whose doodle was taken down meanwhile goes up as a new one, and on the glass when its surface is gone.
@@ -48,8 +59,9 @@ private:
     std::optional<UUID> surface_;
     std::optional<UUID> doodle_;
     std::vector<InkStroke> original_;
-    std::vector<InkStroke> strokes_;
+    InkHistory history_;
     std::optional<InkStroke> line_;
+    std::optional<std::vector<InkStroke>> sweep_; // what the eraser has left so far
 };
 
 } // namespace lumaro

@@ -28,6 +28,15 @@ EditorModel::EditorModel(Ports ports)
       inHand_(acts_, ports.ids, ports.sleeper), pen_(acts_, ports.ids) {
 }
 
+bool EditorModel::canUndo() const {
+    if (pen_.session()) return pen_.session()->canUndo();
+    return acts_.can(UndoHistory::Way::undo) || inHand_.hasUnwritten();
+}
+
+bool EditorModel::canRedo() const {
+    return pen_.session() ? pen_.session()->canRedo() : acts_.can(UndoHistory::Way::redo);
+}
+
 // For the application.
 
 void EditorModel::boardChanged() {
@@ -42,6 +51,13 @@ void EditorModel::discardDraft() {
     inHand_.select(std::nullopt);
     pen_.cancel();
     acts_.forget();
+}
+
+void EditorModel::layDown() {
+    const Update update{ports_.announcer};
+    static_cast<void>(inHand_.endGesture());
+    static_cast<void>(inHand_.endEditing());
+    static_cast<void>(pen_.finish());
 }
 
 void EditorModel::withdraw(const UUID& batch) {
@@ -106,6 +122,10 @@ EditorDone EditorModel::replacePayload(const UUID& id, Payload payload) {
 
 EditorAct EditorModel::takeBack(UndoHistory::Way way) {
     const Update update{ports_.announcer};
+    if (pen_.session()) {
+        way == UndoHistory::Way::undo ? pen_.undo() : pen_.redo();
+        return std::nullopt;
+    }
     // What was typed is taken back first, as the latest act.
     if (const auto written = inHand_.writeNow(); !written) {
         return acts_.conclude(EditorAct{std::unexpected(written.error())});

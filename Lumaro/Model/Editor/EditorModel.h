@@ -34,8 +34,8 @@ public:
     const ItemInHand& inHand() const { return inHand_; }
     PenInHand& pen() { return pen_; }
     const PenInHand& pen() const { return pen_; }
-    bool canUndo() const { return acts_.can(UndoHistory::Way::undo) || inHand_.hasUnwritten(); }
-    bool canRedo() const { return acts_.can(UndoHistory::Way::redo); }
+    bool canUndo() const;
+    bool canRedo() const;
     /// The person is at it: something is in the hand, being written or drawn.
     bool isBusy() const { return inHand_.isBusy() || pen_.session(); }
 
@@ -46,6 +46,9 @@ public:
     void boardChanged();
     /// Another board comes, or none: draft, doodle, selection and history go with the one that was.
     void discardDraft();
+    /// The window or the program closes: what is in the hand is let go of where it is, texts are written and ink is put
+    /// up. What the board refuses stays in the hand.
+    void layDown();
     /// The batch could not be stored and is shown no more: it cannot be taken back.
     void withdraw(const UUID& batch);
 
@@ -63,7 +66,7 @@ public:
     /// What a card's button does; typing goes through the hand.
     EditorDone replacePayload(const UUID& id, Payload payload);
 
-    // One's own acts, taken back and done again.
+    // One's own acts, taken back and done again; stroke by stroke while the pen is in the hand.
 
     EditorAct undo() { return takeBack(UndoHistory::Way::undo); }
     EditorAct redo() { return takeBack(UndoHistory::Way::redo); }

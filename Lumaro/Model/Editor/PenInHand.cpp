@@ -48,6 +48,18 @@ void PenInHand::eraseAlong(Point from, Point to, double radius) {
     acts_.announce();
 }
 
+void PenInHand::undo() {
+    if (!session_) return;
+    session_->undo();
+    acts_.announce();
+}
+
+void PenInHand::redo() {
+    if (!session_) return;
+    session_->redo();
+    acts_.announce();
+}
+
 EditorDone PenInHand::finish() {
     const Update update{acts_.announcer()};
     if (!session_) return {};

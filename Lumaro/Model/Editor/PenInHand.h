@@ -29,6 +29,9 @@ public:
     void moveTo(Point place);
     void up();
     void eraseAlong(Point from, Point to, double radius);
+    /// Stroke by stroke; nothing where there is none to take back, or to do again.
+    void undo();
+    void redo();
     /// Puts the ink up as one act. When that is refused the session goes on, so that no ink is lost.
     EditorDone finish();
     /// Lets go of the ink.

@@ -8,13 +8,16 @@ FocusScope {
     id: hands
 
     required property BoardView board
-    required property EditorView editor
+    required property PenView pen
     required property DoodleBar bar
 
     Accessible.role: Accessible.Canvas
     Accessible.name: qsTr("the glass, to draw on")
-    Keys.onEscapePressed: editor.cancelDoodle()
-    Keys.onReturnPressed: editor.finishDoodle()
+    Accessible.description: qsTr("escape and enter stick the ink up")
+    Keys.onEscapePressed: pen.finish()
+    Keys.onReturnPressed: pen.finish()
+    Keys.onEnterPressed: pen.finish()
+    Keys.onDeletePressed: bar.letGoWanted()
     Keys.onPressed: event => {
         if (event.key === Qt.Key_E) {
             bar.isErasing = !bar.isErasing;
@@ -35,21 +38,21 @@ FocusScope {
             hands.forceActiveFocus();
             last = place(mouse);
             if (hands.bar.isErasing) {
-                hands.editor.erase(last, last, 14);
+                hands.pen.erase(last, last, 14);
             } else {
-                hands.editor.penDown(last, hands.bar.ink, hands.bar.penWidth);
+                hands.pen.down(last, hands.bar.ink, hands.bar.penWidth);
             }
         }
         onPositionChanged: mouse => {
             const there = place(mouse);
             if (hands.bar.isErasing) {
-                hands.editor.erase(last, there, 14);
+                hands.pen.erase(last, there, 14);
             } else {
-                hands.editor.penTo(there);
+                hands.pen.moveTo(there);
             }
             last = there;
         }
-        onReleased: hands.editor.penUp()
-        onCanceled: hands.editor.penUp()
+        onReleased: hands.pen.up()
+        onCanceled: hands.pen.up()
     }
 }

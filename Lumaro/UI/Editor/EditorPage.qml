@@ -88,7 +88,7 @@ FocusScope {
         onEditWanted: page.editSelected()
         onSharingWanted: sheets.changeSharing()
         onQuickNoteWanted: page.quickNoteWanted()
-        onDoodleWanted: page.editor.beginDoodle(page.editor.selected.itemId)
+        onDoodleWanted: page.editor.pen.begin(page.editor.selected.itemId)
         onBarWanted: selectionBar.takeKeys()
     }
 
@@ -97,7 +97,7 @@ FocusScope {
         width: visible ? page.width : 0
         height: visible ? page.height : 0
         visible: page.editor.isDoodling
-        editor: page.editor
+        pen: page.editor.pen
         canvas: board.canvas
     }
 
@@ -147,7 +147,7 @@ FocusScope {
         pictures: page.pictures
         background: page.scene.background
         onCountdownWanted: sheets.putCountdown()
-        onDoodleWanted: page.editor.beginDoodle("")
+        onDoodleWanted: page.editor.pen.begin("")
         onBoardPageWanted: page.boardPageWanted()
         onSettingsWanted: page.settingsWanted()
     }
@@ -230,7 +230,7 @@ FocusScope {
             sheets.editCountdown();
             break;
         case "doodle":
-            page.editor.beginDoodle(page.editor.selected.itemId);
+            page.editor.pen.begin(page.editor.selected.itemId);
             break;
         case "location":
             sheets.showPlace();

@@ -50,7 +50,7 @@ std::optional<Payload> cardOf(ItemKind kind, PartnerID partner) {
 } // namespace
 
 EditorView::EditorView(AppModel& app, WallClock& clock, QObject* parent)
-    : QObject(parent), app_(app), editor_(app.editor()), hand_(editor_.inHand()), pen_(editor_.pen()), clock_(clock) {
+    : QObject(parent), app_(app), editor_(app.editor()), hand_(editor_.inHand()), clock_(clock), pen_(app) {
     refresh();
 }
 
@@ -80,6 +80,7 @@ void EditorView::refresh() {
     const auto item = itemInSight();
     selected_ = item ? selectedItem(*item, me(), clock_.now()) : SelectedItem{};
     Q_EMIT changed();
+    pen_.refresh();
 }
 
 // Selecting.
@@ -262,55 +263,20 @@ void EditorView::setBackground(const QString& background) {
     }
 }
 
-// Pen and eraser.
-
-void EditorView::beginDoodle(const QString& onItem) {
-    const auto id = idOf(onItem);
-    const auto* const item = id ? app_.board().find(*id) : nullptr;
-    if (item != nullptr && item->kind() == ItemKind::doodle) {
-        static_cast<void>(pen_.edit(*id));
-    } else {
-        pen_.begin(item != nullptr ? id : std::nullopt);
-    }
-    Q_EMIT inkChanged();
-}
-
-void EditorView::penDown(QPointF place, const QString& ink, double width) {
-    static_cast<void>(pen_.down(point(place), {ink.toStdString(), width}));
-    Q_EMIT inkChanged();
-}
-
-void EditorView::penTo(QPointF place) {
-    pen_.moveTo(point(place));
-    Q_EMIT inkChanged();
-}
-
-void EditorView::penUp() {
-    pen_.up();
-    Q_EMIT inkChanged();
-}
-
-void EditorView::erase(QPointF from, QPointF to, double radius) {
-    pen_.eraseAlong(point(from), point(to), radius);
-    Q_EMIT inkChanged();
-}
-
-void EditorView::finishDoodle() {
-    static_cast<void>(pen_.finish());
-    Q_EMIT inkChanged();
-}
-
-void EditorView::cancelDoodle() {
-    pen_.cancel();
-    Q_EMIT inkChanged();
-}
+// Taking back.
 
 void EditorView::undo() {
+    if (isDoodling()) return pen_.undo();
     static_cast<void>(editor_.undo());
 }
 
 void EditorView::redo() {
+    if (isDoodling()) return pen_.redo();
     static_cast<void>(editor_.redo());
+}
+
+void EditorView::layDown() {
+    editor_.layDown();
 }
 
 void EditorView::putBack() {

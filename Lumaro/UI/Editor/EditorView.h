@@ -3,6 +3,7 @@
 
 #include "Lumaro/Model/AppModel.h"
 #include "Lumaro/UI/Editor/Grip.h"
+#include "Lumaro/UI/Editor/PenView.h"
 #include "Lumaro/UI/Editor/SelectedItem.h"
 
 #include <QtCore/QObject>
@@ -20,6 +21,7 @@ class EditorView final : public QObject {
     QML_ELEMENT
     QML_UNCREATABLE("the application has it")
     Q_PROPERTY(lumaro::SelectedItem selected READ selected NOTIFY changed)
+    Q_PROPERTY(lumaro::PenView* pen READ pen CONSTANT)
     Q_PROPERTY(bool canUndo READ canUndo NOTIFY changed)
     Q_PROPERTY(bool canRedo READ canRedo NOTIFY changed)
     Q_PROPERTY(bool isWriting READ isWriting NOTIFY changed)
@@ -31,10 +33,11 @@ public:
     EditorView(AppModel& app, WallClock& clock, QObject* parent = nullptr);
 
     const SelectedItem& selected() const { return selected_; }
+    PenView* pen() { return &pen_; }
     bool canUndo() const { return editor_.canUndo(); }
     bool canRedo() const { return editor_.canRedo(); }
     bool isWriting() const { return hand_.isEditing(); }
-    bool isDoodling() const { return pen_.session().has_value(); }
+    bool isDoodling() const { return pen_.isInHand(); }
     /// What was in the hand was taken down meanwhile, and can be put back.
     bool isTakenAway() const { return hand_.draft() && hand_.draft()->isGone(); }
     EditorModel& model() { return editor_; }
@@ -85,17 +88,11 @@ public:
     Q_INVOKABLE void putUpCard(const QString& kind);
     Q_INVOKABLE void setBackground(const QString& background);
 
-    // Pen and eraser.
-    Q_INVOKABLE void beginDoodle(const QString& onItem);
-    Q_INVOKABLE void penDown(QPointF place, const QString& ink, double width);
-    Q_INVOKABLE void penTo(QPointF place);
-    Q_INVOKABLE void penUp();
-    Q_INVOKABLE void erase(QPointF from, QPointF to, double radius);
-    Q_INVOKABLE void finishDoodle();
-    Q_INVOKABLE void cancelDoodle();
-
+    /// Of the board, or of the pen while that is in the hand.
     Q_INVOKABLE void undo();
     Q_INVOKABLE void redo();
+    /// The window closes: writes, puts up and lets go of what is in the hand.
+    void layDown();
     Q_INVOKABLE void putBack();
     /// Leaves what was taken away where it is.
     Q_INVOKABLE void letBe();
@@ -108,8 +105,6 @@ public:
 
 Q_SIGNALS:
     void changed();
-    /// Ink or eraser changed what is being drawn.
-    void inkChanged();
     void noticed(const QString& text);
 
 private:
@@ -126,8 +121,8 @@ private:
     AppModel& app_;
     EditorModel& editor_;
     ItemInHand& hand_;
-    PenInHand& pen_;
     WallClock& clock_;
+    PenView pen_;
     SelectedItem selected_;
     std::optional<Grip> grip_;
     bool isStepping_ = false; ///< a gesture of keys or the wheel is under way

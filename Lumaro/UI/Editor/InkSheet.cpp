@@ -30,17 +30,17 @@ InkSheet::InkSheet(QQuickItem* parent) : QQuickPaintedItem(parent) {
     connect(this, &InkSheet::canvasChanged, this, [this] { update(); });
 }
 
-void InkSheet::setEditor(EditorView* editor) {
-    if (editor_ == editor) return;
-    if (editor_ != nullptr) editor_->disconnect(this);
-    editor_ = editor;
-    if (editor_ != nullptr) connect(editor_, &EditorView::inkChanged, this, &InkSheet::inkChanged);
-    Q_EMIT editorChanged();
+void InkSheet::setPen(PenView* pen) {
+    if (pen_ == pen) return;
+    if (pen_ != nullptr) pen_->disconnect(this);
+    pen_ = pen;
+    if (pen_ != nullptr) connect(pen_, &PenView::changed, this, &InkSheet::inkChanged);
+    Q_EMIT penChanged();
     update();
 }
 
 void InkSheet::inkChanged() {
-    const auto& doodle = editor_->model().pen().session();
+    const auto& doodle = pen_->session();
     const auto* const line = doodle && doodle->line() ? &*doodle->line() : nullptr;
     if (line == nullptr || line->points.size() < painted_ || painted_ == 0) {
         painted_ = line == nullptr ? 0 : line->points.size();
@@ -55,8 +55,8 @@ void InkSheet::inkChanged() {
 }
 
 void InkSheet::paint(QPainter* painter) {
-    if (editor_ == nullptr || !editor_->model().pen().session()) return;
-    const auto& doodle = *editor_->model().pen().session();
+    if (pen_ == nullptr || !pen_->session()) return;
+    const auto& doodle = *pen_->session();
     DoodlePayload ink{.width = BoardSpec::canvasSize.width,
                       .height = BoardSpec::canvasSize.height,
                       .strokes = doodle.strokes(),

@@ -148,9 +148,9 @@ Item {
             open();
             keyClick(Qt.Key_D);
             const names = walk();
-            for (const name of Theme.inks().concat("fine", "pen", "brush", "eraser", "leave it", "stick it up"))
+            for (const name of Theme.inks().concat("fine", "pen", "brush", "eraser", "let it go", "stick it up"))
                 verify(names.includes(name), name);
-            comeTo("leave it");
+            comeTo("let it go");
             keyClick(Qt.Key_Return);
             compare(focused(), "the board");
         }
