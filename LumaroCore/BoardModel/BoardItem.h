@@ -18,7 +18,8 @@ struct BoardItem {
     std::int64_t z = 0; ///< stacking order, higher in front
     PartnerID author = PartnerID::a;
     Instant createdAt;
-    Instant updatedAt; ///< what the last-writer rule compares
+    Instant updatedAt;     ///< what the last-writer rule compares
+    bool isLocked = false; ///< hands leave it where and as it is; the rules of the board do not ask for it
     Payload payload;
 
     ItemKind kind() const { return payload.kind(); }
@@ -38,7 +39,8 @@ struct BoardItem {
                           Field{"z", &BoardItem::z},
                           Field{"author", &BoardItem::author},
                           Field{"createdAt", &BoardItem::createdAt},
-                          Field{"updatedAt", &BoardItem::updatedAt}};
+                          Field{"updatedAt", &BoardItem::updatedAt},
+                          FieldIfSet{"locked", &BoardItem::isLocked}};
     }
     void hashInto(Hasher& hasher) const;
     bool operator==(const BoardItem&) const = default;

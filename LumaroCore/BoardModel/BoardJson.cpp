@@ -102,9 +102,7 @@ bool readOpFromRoom(JsonReader& reader, JsonValue value, std::optional<Op>& out)
 
 void writeJson(JsonWriter& writer, const BoardItem& item) {
     static constexpr auto fields = BoardItem::fields();
-    const auto write = [&](const auto& field) {
-        writeValueUnderKey(writer, {field.written.data(), field.written.size()}, item.*field.member);
-    };
+    const auto write = [&](const auto& field) { writeField(writer, field, item); };
     writer.openObject();
     std::apply(
         [&](const auto& id, const auto&... others) {

@@ -62,6 +62,8 @@ void writeFields(JsonWriter& writer, const ClientMessage::Presence& presence) {
     writeOrNull(writer, "\"nowPlaying\":", presence.nowPlaying);
     writeOrNull(writer, "\"here\":", presence.here);
     writeValueUnderKey(writer, "\"activity\":", presence.activity);
+    writeValueUnderKey(writer, "\"zone\":", presence.zone);
+    writeValueUnderKey(writer, "\"seen\":", presence.seen);
 }
 
 bool readJson(JsonReader& reader, JsonValue value, ClientMessage& out) {

@@ -37,16 +37,19 @@ struct ClientMessage {
         static constexpr auto fields() { return std::tuple{Field{"batchId", &Ops::batchId}, Field{"ops", &Ops::ops}}; }
         bool operator==(const Ops&) const = default;
     };
-    /// What is not known is written as null.
+    /// Music and place that are not known are written as null.
     struct Presence {
         static constexpr std::string_view tag = "presence";
         std::optional<NowPlaying> nowPlaying;
         std::optional<Here> here;
         Activity activity = Activity::idle;
+        std::optional<std::string> zone; ///< the IANA name of the time zone, where that is shared without a place
+        std::optional<Instant> seen;     ///< everything that the partner put up until then has been seen
 
         static constexpr auto fields() {
             return std::tuple{FieldIfKnown{"nowPlaying", &Presence::nowPlaying}, FieldIfKnown{"here", &Presence::here},
-                              Field{"activity", &Presence::activity}};
+                              Field{"activity", &Presence::activity}, FieldIfKnown{"zone", &Presence::zone},
+                              FieldIfKnown{"seen", &Presence::seen}};
         }
         bool operator==(const Presence&) const = default;
     };
@@ -114,10 +117,13 @@ struct ServerMessageCases {
         std::optional<NowPlaying> nowPlaying;
         std::optional<Here> here;
         Activity activity = Activity::idle;
+        std::optional<std::string> zone;
+        std::optional<Instant> seen;
 
         static constexpr auto fields() {
-            return std::tuple{Field{"from", &Presence::from}, FieldIfKnown{"nowPlaying", &Presence::nowPlaying},
-                              FieldIfKnown{"here", &Presence::here}, Field{"activity", &Presence::activity}};
+            return std::tuple{Field{"from", &Presence::from},        FieldIfKnown{"nowPlaying", &Presence::nowPlaying},
+                              FieldIfKnown{"here", &Presence::here}, Field{"activity", &Presence::activity},
+                              FieldIfKnown{"zone", &Presence::zone}, FieldIfKnown{"seen", &Presence::seen}};
         }
         bool operator==(const Presence&) const = default;
     };

@@ -36,6 +36,15 @@ struct FieldOr : Field<N, Owner, T> {
         : Field<N, Owner, T>(key, which), fallback(otherwise) {}
 };
 
+/// A flag: false when it is absent or null on reading, and left out unless it is set.
+template <std::size_t N, class Owner>
+struct FieldIfSet : FieldOr<N, Owner, bool> {
+    consteval FieldIfSet(const char (&key)[N], bool Owner::* which) : FieldOr<N, Owner, bool>(key, which, false) {}
+};
+
+template <class Field>
+concept IsFlag = requires(Field field) { []<std::size_t N, class Owner>(const FieldIfSet<N, Owner>&) {}(field); };
+
 /// A `std::optional` field that is absent as well when what is there is no value that this version knows: a value of
 /// tomorrow costs its field, not what holds it. Text that is not JSON is an error here too.
 template <std::size_t N, class Owner, class T>

@@ -133,6 +133,19 @@ bool readIfKnown(JsonReader& reader, JsonValue value, std::optional<T>& out) {
     return reader.forgive() && reader.skipFromStart(object);
 }
 
+template <class T>
+    requires std::same_as<T, std::string> || std::same_as<T, Instant>
+bool readIfKnown(JsonReader& reader, JsonValue value, std::optional<T>& out) {
+    using enum simdjson::ondemand::json_type;
+    out.reset();
+    simdjson::ondemand::json_type type{};
+    constexpr auto expected = std::same_as<T, std::string> ? string : number;
+    if (value.type().get(type) || type != expected) return reader.skip(value);
+    if (readJson(reader, value, out.emplace())) return true;
+    out.reset();
+    return reader.forgive();
+}
+
 /// The work behind `Wire::decode`: parses `text` and hands its root to `read`; the error, if any.
 std::optional<DecodeError> decodeWith(std::string_view text, bool (*read)(JsonReader&, JsonValue, void*), void* target);
 

@@ -145,15 +145,19 @@ void writeValueUnderKey(JsonWriter& writer, std::string_view writtenKey, const s
     if (value) writeValueUnderKey(writer, writtenKey, *value);
 }
 
+template <class Bound, class T>
+void writeField(JsonWriter& writer, const Bound& field, const T& value) {
+    if constexpr (IsFlag<Bound>) {
+        if (!(value.*field.member)) return;
+    }
+    writeValueUnderKey(writer, {field.written.data(), field.written.size()}, value.*field.member);
+}
+
 /// The fields of a value, without the braces around them.
 template <HasFields T>
 void writeFields(JsonWriter& writer, const T& value) {
     static constexpr auto fields = T::fields();
-    std::apply(
-        [&](const auto&... field) {
-            (writeValueUnderKey(writer, {field.written.data(), field.written.size()}, value.*field.member), ...);
-        },
-        fields);
+    std::apply([&](const auto&... field) { (writeField(writer, field, value), ...); }, fields);
 }
 
 template <IsFieldsAlone T>

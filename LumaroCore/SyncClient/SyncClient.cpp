@@ -251,11 +251,15 @@ void SyncClient::releaseMedia(const UUID& id) {
     if (heldMedia_.erase(id) > 0) transmitWaiting();
 }
 
-void SyncClient::sendPresence(std::optional<NowPlaying> nowPlaying, std::optional<Here> here, Activity activity) {
+void SyncClient::sendPresence(const ClientMessage::Presence& presence) {
     if (!isConnected()) return;
-    const auto frame =
-        Wire::encode(ClientMessage{ClientMessage::Presence{std::move(nowPlaying), std::move(here), activity}});
+    const auto frame = Wire::encode(ClientMessage{presence});
     if (frame) static_cast<void>(connection_->send(*frame));
+}
+
+void SyncClient::sendPresence(std::optional<NowPlaying> nowPlaying, std::optional<Here> here, Activity activity) {
+    sendPresence(
+        {.nowPlaying = std::move(nowPlaying), .here = std::move(here), .activity = activity, .zone = {}, .seen = {}});
 }
 
 std::unique_ptr<HttpClient::Call>

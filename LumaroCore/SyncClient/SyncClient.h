@@ -143,6 +143,7 @@ public:
     void releaseMedia(const UUID& id);
 
     /// Sends what this device lets the partner see of its person; dropped without a connection.
+    void sendPresence(const ClientMessage::Presence& presence);
     void sendPresence(std::optional<NowPlaying> nowPlaying, std::optional<Here> here, Activity activity);
 
     const DurableOutbox& outbox() const { return outbox_; }

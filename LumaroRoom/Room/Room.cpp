@@ -311,7 +311,9 @@ RoomStep Room::take(const Socket& sender, ClientMessage::Presence message, Pace 
     kept = frameOf(ServerMessage::Presence{.from = sender.slot,
                                            .nowPlaying = std::move(message.nowPlaying),
                                            .here = std::move(message.here),
-                                           .activity = message.activity});
+                                           .activity = message.activity,
+                                           .zone = std::move(message.zone),
+                                           .seen = message.seen});
     for (const auto& socket : sockets_) {
         if (socket.slot != sender.slot) send(step, socket.id, kept);
     }

@@ -86,6 +86,15 @@ TEST(BoardJson, W5_W6_NamesEachRequiredKeyThatIsMissing) {
     }
 }
 
+TEST(BoardJson, W14_ALockStandsOnlyWhereItIsSet) {
+    const auto with = [](const std::string& lock) { return replaced(location, R"("payload")", lock + R"("payload")"); };
+    EXPECT_EQ(*Wire::encode(valueOf<BoardItem>(with(R"("locked":true,)"))), with(R"("locked":true,)"));
+    EXPECT_NE(valueOf<BoardItem>(with(R"("locked":true,)")), valueOf<BoardItem>(location));
+    for (const char* open : {R"("locked":false,)", R"("locked":null,)"})
+        EXPECT_EQ(*Wire::encode(valueOf<BoardItem>(with(open))), location);
+    EXPECT_EQ(errorOf<BoardItem>(with(R"("locked":"yes",)")).fault, wrongType);
+}
+
 TEST(BoardJson, W10_W14_ReadsAnItemWithoutAScaleAtScaleOne) {
     for (const char* scale : {"", R"("scale":null,)", R"("scale":1.0,)"})
         EXPECT_EQ(*Wire::encode(valueOf<BoardItem>(replaced(location, R"("scale":1,)", scale))), location);

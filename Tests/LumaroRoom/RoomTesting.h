@@ -45,7 +45,8 @@ inline std::string batch(std::uint64_t id, std::vector<Op> ops) {
     return Wire::encode(ClientMessage{ClientMessage::Ops{samples::numberedId(id), std::move(ops)}}).value();
 }
 inline std::string presence(Activity activity) {
-    return Wire::encode(ClientMessage{ClientMessage::Presence{.nowPlaying = {}, .here = {}, .activity = activity}})
+    return Wire::encode(ClientMessage{ClientMessage::Presence{
+                            .nowPlaying = {}, .here = {}, .activity = activity, .zone = {}, .seen = {}}})
         .value();
 }
 

@@ -160,6 +160,26 @@ TEST(Messages, P43_AValueOfTomorrowCostsItsFieldNeverTheMessage) {
     }
 }
 
+TEST(Messages, P24_P25_P43_ZoneAndWhatWasSeenTravelWhereTheyCanBeRead) {
+    const std::vector<std::pair<std::string, std::string>> cases = {
+        {R"(,"zone":"Asia/Tokyo","seen":1700000000123)", R"(,"zone":"Asia/Tokyo","seen":1700000000123)"},
+        {R"(,"zone":null,"seen":null)", ""},
+        {R"(,"zone":{"name":["x"]},"seen":"today")", ""},
+        {R"(,"zone":7,"seen":0.5)", ""},
+        {R"(,"zone":"UTC","seen":9223372036854776)", R"(,"zone":"UTC")"}};
+    for (const auto& [given, same] : cases) {
+        const std::string ofDevice = R"({"v":1,"type":"presence","nowPlaying":null,"here":null,"activity":"idle")";
+        EXPECT_EQ(rewritten<ClientMessage>(ofDevice + given + "}"), ofDevice + same + "}");
+        const std::string ofRoom = R"({"v":1,"type":"presence","from":"b","activity":"idle")";
+        EXPECT_EQ(rewritten<ServerMessage>(ofRoom + given + "}"), ofRoom + same + "}");
+    }
+    for (const char* broken : {R"("zone":tru)", R"("seen":1-)", R"("seen":nul)"}) {
+        const auto read =
+            Wire::decode<ClientMessage>(std::string{R"({"type":"presence","activity":"idle",)"} + broken + "}");
+        EXPECT_EQ(read ? DecodeFault{} : read.error().fault, malformed) << broken;
+    }
+}
+
 TEST(ClientMessage, P24_P27_IsReadStrictlySoThatNoOpIsLostOnTheWay) {
     const auto batch = [](const std::string& op) { return R"({"type":"ops",)" + id + R"(,"ops":[)" + op + "]}"; };
     EXPECT_EQ(rewritten<ClientMessage>(batch(R"({"op":"upsert","item":)" + location + "}")),

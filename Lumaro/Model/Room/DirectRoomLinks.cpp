@@ -28,7 +28,7 @@ void DirectRoomLink::send(const UUID& batchId, std::vector<Op> ops) {
 }
 
 void DirectRoomLink::sendPresence(OwnPresence presence) {
-    client_.sendPresence(std::move(presence.nowPlaying), std::move(presence.here), presence.activity);
+    client_.sendPresence(presence);
 }
 
 std::expected<std::unique_ptr<RoomLink>, std::string> DirectRoomLinks::open(Address address,
