@@ -1,11 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "DesignSystem/Tokens.h"
 #include "LumaroCore/Geometry/InkLine.h"
+#include "LumaroCore/Geometry/InkWidths.h"
+#include "Widgets/Items/InkRibbon.h"
 #include "Widgets/Items/Painters.h"
 #include "Widgets/Items/Palette.h"
 
 #include <QtGui/QPainter>
 #include <QtGui/QPainterPath>
+
+#include <vector>
 
 namespace lumaro {
 namespace {
@@ -18,28 +22,44 @@ QColor inkColour(const std::string& name) {
     return own.isValid() ? own : QColor{inkTones.front().color};
 }
 
-QPointF place(Point point) {
-    return {point.x, point.y};
-}
-
-// From middle to middle of the points, each point pulling the curve: no corner is left.
-QPainterPath inkPath(const InkStroke& stroke) {
-    std::vector<Point> points;
+// As little of a stroke as can be told without looking at each of its points closely.
+bool isInSight(const InkStroke& stroke, const QRectF& sight) {
+    if (sight.isEmpty()) return true;
+    QRectF box;
+    const double reach = usableInkWidth(stroke.width) * thickInk;
     for (const auto point : stroke.points) {
-        if (isInkPoint(point)) points.push_back(point);
+        if (isInkPoint(point)) box |= QRectF{point.x - reach, point.y - reach, 2 * reach, 2 * reach};
     }
-    if (points.empty()) return {};
-    QPainterPath path{place(points.front())};
-    for (std::size_t i = 1; i + 1 < points.size(); ++i) {
-        path.quadTo(place(points[i]), place(between(points[i], points[i + 1], 0.5)));
-    }
-    // A dot is a line to itself; its round caps make it one.
-    path.lineTo(place(points.back()) + (points.size() == 1 ? QPointF{0.01, 0} : QPointF{}));
-    return path;
+    return box.intersects(sight);
 }
 
-QPen penOf(const InkStroke& stroke, const QColor& colour) {
-    return {colour, usableInkWidth(stroke.width), Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin};
+/// A stroke ready to be painted: a live line as what its ink covers, any other as a path for a pen.
+struct Line {
+    QPainterPath path;
+    double width = 0;
+    QColor colour;
+    bool isLive = false;
+
+    void paint(QPainter& painter, QPointF aside, const QColor& ink) const {
+        if (isLive) {
+            painter.fillPath(path.translated(aside), ink);
+        } else {
+            painter.strokePath(path.translated(aside), {ink, width, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin});
+        }
+    }
+};
+
+std::vector<Line> linesOf(const DoodlePayload& doodle, const QRectF& sight) {
+    std::vector<Line> lines;
+    for (const auto& stroke : doodle.strokes) {
+        if (!isInSight(stroke, sight)) continue;
+        const bool isLive = isLiveInk(stroke.points);
+        lines.push_back({.path = isLive ? inkRibbon(stroke) : inkPath(stroke),
+                         .width = usableInkWidth(stroke.width),
+                         .colour = inkColour(stroke.ink),
+                         .isLive = isLive});
+    }
+    return lines;
 }
 
 } // namespace
@@ -47,13 +67,10 @@ QPen penOf(const InkStroke& stroke, const QColor& colour) {
 void paintFace(QPainter& painter, const DoodleFace& face, QSizeF size) {
     const auto own = face.doodle.size();
     if (own.width > 0 && own.height > 0) painter.scale(size.width() / own.width, size.height() / own.height);
+    const auto lines = linesOf(face.doodle, painter.hasClipping() ? painter.clipBoundingRect() : QRectF{});
     // Ink on glass stands a hair's breadth before the paper behind it.
-    for (const auto& stroke : face.doodle.strokes) {
-        painter.strokePath(inkPath(stroke).translated(0.9, 1.7), penOf(stroke, faint(tint::umber, 0.13)));
-    }
-    for (const auto& stroke : face.doodle.strokes) {
-        painter.strokePath(inkPath(stroke), penOf(stroke, inkColour(stroke.ink)));
-    }
+    for (const auto& line : lines) line.paint(painter, {0.9, 1.7}, faint(tint::umber, 0.13));
+    for (const auto& line : lines) line.paint(painter, {}, line.colour);
 }
 
 } // namespace lumaro
