@@ -225,7 +225,7 @@ TEST_F(EditorModelTest, ADuplicateHangsAsideWithItsOwnDoodles) {
 }
 
 TEST_F(EditorModelTest, ADoodleSessionIsOneAct) {
-    pen_.begin(noteId);
+    EXPECT_TRUE(pen_.begin(noteId));
     draw({480, 480}, {520, 480});
     draw({480, 520}, {520, 520});
     pen_.eraseAlong({500, 470}, {500, 490}, 5);
@@ -248,7 +248,7 @@ TEST_F(EditorModelTest, ADoodleSessionIsOneAct) {
 
 TEST_F(EditorModelTest, WithThePenInTheHandUndoGoesStrokeByStrokeAndNeverToTheBoard) {
     EXPECT_TRUE(editor_.carryOut({BoardVerb::Move{chipId, {1, 1}}}));
-    pen_.begin(std::nullopt);
+    EXPECT_TRUE(pen_.begin(std::nullopt));
     EXPECT_FALSE(editor_.canUndo());
     draw({100, 100}, {200, 100});
     draw({100, 300}, {200, 300});
@@ -280,7 +280,7 @@ TEST_F(EditorModelTest, WithThePenInTheHandUndoGoesStrokeByStrokeAndNeverToTheBo
 }
 
 TEST_F(EditorModelTest, WhatIsInTheHandIsLaidDownWhenTheWindowCloses) {
-    pen_.begin(std::nullopt);
+    EXPECT_TRUE(pen_.begin(std::nullopt));
     EXPECT_TRUE(pen_.down({100, 100}, {"red", 4}));
     pen_.moveTo({200, 100});
     EXPECT_TRUE(hand_.beginEditing(noteId));
@@ -302,7 +302,7 @@ TEST_F(EditorModelTest, InkWhoseDoodleOrSurfaceIsGoneGoesUpOnTheGlass) {
 }
 
 TEST_F(EditorModelTest, ADoodleOverItsCapsIsRefusedAndKept) {
-    pen_.begin(std::nullopt);
+    EXPECT_TRUE(pen_.begin(std::nullopt));
     for (int i = 0; i < 400; ++i) draw({i * 3.0, 10}, {i * 3.0, 20});
     EXPECT_EQ(pen_.down({0, 0}, {"red", 4}).error(), EditorFault{DoodleFault::tooManyStrokes});
     pen_.eraseAlong({0, 15}, {1200, 15}, 1);
@@ -344,7 +344,7 @@ TEST_F(EditorModelTest, NothingFollowsToAnotherBoardAndWithdrawnActsAreNotTakenB
     type("not for others");
     EXPECT_TRUE(editor_.canUndo());
     EXPECT_TRUE(editor_.carryOut({BoardVerb::SetBackground{BackgroundID::sky}}));
-    pen_.begin(std::nullopt);
+    EXPECT_TRUE(pen_.begin(std::nullopt));
     editor_.discardDraft();
     EXPECT_FALSE(hand_.draft() || pen_.session() || hand_.selection() || editor_.canUndo());
     person_.advance(1s);

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Lumaro/Model/Editor/DoodleSession.h"
 
+#include "Lumaro/Model/Editor/EditorOps.h"
 #include "LumaroCore/BoardLogic/EditParts.h"
 #include "LumaroCore/Geometry/InkEraser.h"
-#include "LumaroCore/Geometry/InkSmoothing.h"
 
 #include <utility>
 
@@ -21,15 +21,25 @@ std::expected<DoodleSession, EditFault> DoodleSession::over(const Board& board, 
     return session;
 }
 
-std::expected<void, DoodleFault> DoodleSession::penDown(Point place, Pen pen) {
+std::expected<void, DoodleFault> DoodleSession::penDown(Point place, Pen pen, Touch touch) {
     penUp();
     if (strokes().size() >= BoardSpec::maxStrokesPerDoodle) return std::unexpected(DoodleFault::tooManyStrokes);
-    line_ = InkStroke{.ink = std::move(pen.ink), .width = pen.width, .points = {place}};
+    line_ = Line{.pen = std::move(pen), .samples = {{place, touch.seconds, touch.pressure}}};
     return {};
 }
 
-void DoodleSession::penTo(Point place) {
-    if (line_) line_->points.push_back(place);
+void DoodleSession::penTo(Point place, Touch touch) {
+    if (!line_) return;
+    line_->samples.push_back({place, touch.seconds, touch.pressure});
+    if (line_->samples.size() < maxSamples) return;
+    const Pen pen = line_->pen;
+    // One stroke too many leaves the pen up.
+    static_cast<void>(penDown(place, pen, touch));
+}
+
+std::optional<InkStroke> DoodleSession::line() const {
+    if (!line_) return std::nullopt;
+    return penStroke(line_->samples, line_->pen.ink, line_->pen.width);
 }
 
 void DoodleSession::penUp() {
@@ -38,12 +48,11 @@ void DoodleSession::penUp() {
         sweep_.reset();
         history_.record(std::move(left));
     }
-    if (!line_) return;
-    auto stroke = inkStroke(line_->points, std::move(line_->ink), line_->width);
+    auto stroke = line();
     line_.reset();
-    if (stroke.points.empty()) return;
+    if (!stroke || stroke->points.empty()) return;
     auto strokes = history_.strokes();
-    strokes.push_back(std::move(stroke));
+    strokes.push_back(std::move(*stroke));
     history_.record(std::move(strokes));
 }
 
@@ -87,13 +96,11 @@ std::expected<std::vector<Op>, EditorFault> DoodleSession::redraw(const Board& b
 
 std::expected<std::vector<Op>, EditorFault> DoodleSession::putUp(const Board& board, const UUID& newId,
                                                                  Hand hand) const {
-    const bool hasSurface = surface_ && board.find(*surface_) != nullptr;
+    const auto* const surface = surface_ ? board.find(*surface_) : nullptr;
+    const bool hasSurface = surface != nullptr && !Edits::isLocked(board, *surface);
     auto made = makeDoodle(strokes(), hasSurface ? surface_ : std::nullopt);
     if (!made) return std::unexpected(made.error());
-    auto put = Edits::putUp(board, newId, Payload{std::move(made->payload)}, made->center, hand);
-    // Ink stays where it was drawn: no tilt of its own.
-    if (put) std::get<Upsert>(put->front().value).item.rotationDegrees = 0;
-    return put;
+    return EditorOps::putUpInk(board, newId, std::move(*made), hand);
 }
 
 } // namespace lumaro

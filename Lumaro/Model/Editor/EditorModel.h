@@ -1,13 +1,18 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "Lumaro/Model/Editor/GroupInHand.h"
 #include "Lumaro/Model/Editor/ItemInHand.h"
 #include "Lumaro/Model/Editor/PenInHand.h"
 #include "LumaroCore/BoardLogic/BoardVerb.h"
+#include "LumaroCore/BoardLogic/Stacking.h"
 
 #include <expected>
+#include <functional>
 #include <optional>
+#include <span>
 #include <string_view>
+#include <vector>
 
 namespace lumaro {
 
@@ -32,12 +37,17 @@ public:
 
     ItemInHand& inHand() { return inHand_; }
     const ItemInHand& inHand() const { return inHand_; }
+    /// What is selected is chosen here, be it one or several.
+    GroupInHand& group() { return group_; }
+    const GroupInHand& group() const { return group_; }
+    /// Everything that the hand holds over the board, as it shows it.
+    std::vector<BoardItem> held() const;
     PenInHand& pen() { return pen_; }
     const PenInHand& pen() const { return pen_; }
     bool canUndo() const;
     bool canRedo() const;
     /// The person is at it: something is in the hand, being written or drawn.
-    bool isBusy() const { return inHand_.isBusy() || pen_.session(); }
+    bool isBusy() const { return inHand_.isBusy() || group_.draft() || pen_.session(); }
 
     // For the application.
 
@@ -63,6 +73,18 @@ public:
     std::expected<UUID, EditorFault> pasteText(std::string_view text);
     /// A copy with the doodles on it, a little aside.
     std::expected<UUID, EditorFault> duplicate(const UUID& id);
+
+    // Acts of one step on the whole group, each one act.
+
+    using VerbOn = std::function<BoardVerb(const UUID&)>;
+    /// What the verb does not fit is left out.
+    EditorAct carryOutOnGroup(const VerbOn& verbOn);
+    EditorAct stackGroup(Edits::StackEnd end);
+    /// The copies are selected then.
+    EditorAct duplicateGroup();
+
+    /// A small heart drawn on the item, or beside it when it is a doodle. What is selected stays so.
+    EditorAct giveHeart(const UUID& id);
     /// What a card's button does; typing goes through the hand.
     EditorDone replacePayload(const UUID& id, Payload payload);
 
@@ -73,11 +95,14 @@ public:
 
 private:
     EditorAct takeBack(UndoHistory::Way way);
+    void followBoard(ItemInHand::By by);
+    EditorAct performCopies(std::span<const UUID> ids, std::vector<UUID>& copies);
     std::expected<UUID, EditorFault> concludePutUp(const UUID& id, EditorDone done);
 
     Ports ports_;
     EditorActs acts_;
     ItemInHand inHand_;
+    GroupInHand group_;
     PenInHand pen_;
 };
 

@@ -56,6 +56,8 @@ EditorDone ItemInHand::takeInHand(const UUID& id) {
         if (draft_ && !draft_->isGone()) return let;
         drop();
     }
+    const auto* const item = acts_.board().find(id);
+    if (!draft_ && item != nullptr && Edits::isLocked(acts_.board(), *item)) return std::unexpected(EditFault::locked);
     if (!draft_) draft_ = Draft::of(acts_.board(), id);
     if (!draft_) return std::unexpected(EditFault::noSuchItem);
     selection_ = id;

@@ -25,34 +25,29 @@ FocusScope {
         }
     }
 
-    MouseArea {
+    PenArea {
         property point last
 
-        function place(mouse: var): point {
-            return hands.board.canvas.canvasPoint(Qt.point(mouse.x, mouse.y));
-        }
-
         anchors.fill: parent
-        cursorShape: Qt.CrossCursor
-        onPressed: mouse => {
+        onPressed: (place, seconds, pressure) => {
             hands.forceActiveFocus();
-            last = place(mouse);
+            last = hands.board.canvas.canvasPoint(place);
             if (hands.bar.isErasing) {
                 hands.pen.erase(last, last, 14);
             } else {
-                hands.pen.down(last, hands.bar.ink, hands.bar.penWidth);
+                hands.pen.take(hands.bar.ink, hands.bar.penWidth);
+                hands.pen.down(last, seconds, pressure);
             }
         }
-        onPositionChanged: mouse => {
-            const there = place(mouse);
+        onMoved: (place, seconds, pressure) => {
+            const there = hands.board.canvas.canvasPoint(place);
             if (hands.bar.isErasing) {
                 hands.pen.erase(last, there, 14);
             } else {
-                hands.pen.moveTo(there);
+                hands.pen.moveTo(there, seconds, pressure);
             }
             last = there;
         }
         onReleased: hands.pen.up()
-        onCanceled: hands.pen.up()
     }
 }

@@ -54,6 +54,8 @@ FocusScope {
         background: page.scene.background
         isThreadTied: page.scene.isThreadTied
         selected: page.editor.selected.itemId
+        members: page.editor.members
+        walkedTo: page.editor.walkedTo
         written: page.editor.isWriting ? page.editor.selected.itemId : ""
         onDensityChanged: page.scene.wantPixels(density)
     }
@@ -219,7 +221,11 @@ FocusScope {
 
     /// Whatever the selected one has to edit.
     function editSelected(): void {
-        switch (page.editor.selected.kind) {
+        const kind = page.editor.selected.kind;
+        if (kind !== "location" && !page.editor.mayEdit()) {
+            return;
+        }
+        switch (kind) {
         case "note":
             page.editor.startWriting();
             break;

@@ -32,7 +32,7 @@ private:
 
     PenView* pen_ = nullptr;
     CanvasInView canvas_;
-    std::size_t painted_ = 0; ///< points of the growing line
+    std::size_t painted_ = 0; ///< samples of the growing line
 };
 
 } // namespace lumaro

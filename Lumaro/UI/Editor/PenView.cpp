@@ -8,6 +8,10 @@ Point onCanvas(QPointF place) {
     return {place.x(), place.y()};
 }
 
+DoodleSession::Touch touch(double seconds, double pressure) {
+    return {seconds, pressure >= 0 ? std::optional{pressure} : std::nullopt};
+}
+
 } // namespace
 
 PenView::PenView(AppModel& app, QObject* parent) : QObject(parent), app_(app), pen_(app.editor().pen()) {
@@ -19,16 +23,20 @@ void PenView::begin(const QString& onItem) {
     if (item != nullptr && item->kind() == ItemKind::doodle) {
         static_cast<void>(pen_.edit(*id));
     } else {
-        pen_.begin(item != nullptr ? id : std::nullopt);
+        static_cast<void>(pen_.begin(item != nullptr ? id : std::nullopt));
     }
 }
 
-void PenView::down(QPointF place, const QString& ink, double width) {
-    static_cast<void>(pen_.down(onCanvas(place), {ink.toStdString(), width}));
+void PenView::take(const QString& ink, double width) {
+    taken_ = {ink.toStdString(), width};
 }
 
-void PenView::moveTo(QPointF place) {
-    pen_.moveTo(onCanvas(place));
+void PenView::down(QPointF place, double seconds, double pressure) {
+    static_cast<void>(pen_.down(onCanvas(place), taken_, touch(seconds, pressure)));
+}
+
+void PenView::moveTo(QPointF place, double seconds, double pressure) {
+    pen_.moveTo(onCanvas(place), touch(seconds, pressure));
 }
 
 void PenView::up() {

@@ -34,8 +34,11 @@ public:
 
     /// New ink on that item, the doodle that it is, or new ink on the glass.
     Q_INVOKABLE void begin(const QString& onItem);
-    Q_INVOKABLE void down(QPointF place, const QString& ink, double width);
-    Q_INVOKABLE void moveTo(QPointF place);
+    /// The ink and width of the lines that follow.
+    Q_INVOKABLE void take(const QString& ink, double width);
+    /// As `PenArea` tells them.
+    Q_INVOKABLE void down(QPointF place, double seconds, double pressure);
+    Q_INVOKABLE void moveTo(QPointF place, double seconds, double pressure);
     Q_INVOKABLE void up();
     Q_INVOKABLE void erase(QPointF from, QPointF to, double radius);
     Q_INVOKABLE void undo();
@@ -55,6 +58,7 @@ Q_SIGNALS:
 private:
     AppModel& app_;
     PenInHand& pen_;
+    DoodleSession::Pen taken_{"ink", 6};
 };
 
 } // namespace lumaro

@@ -72,5 +72,23 @@ Item {
             compare(Bed.items(), []);
             compare(Bed.acts(), 0);
         }
+
+        function test_aPensPressureIsTheWidthOfItsLine() {
+            keyClick(Qt.Key_D);
+            tryVerify(() => Bed.editor.isDoodling);
+            // As wide as x is off its tenth.
+            const widths = stroke => stroke.p.filter((_, i) => i % 2 === 0).map(x => Math.round(x * 100) - 10 * Math.round(x * 10));
+            for (const [y, pressure] of [[300, 1], [500, 0]]) {
+                const [start, end] = [place(400, y), place(700, y)];
+                Bed.pressPen(page, start, pressure);
+                mousePress(page, start.x, start.y);
+                mouseMove(page, (start.x + end.x) / 2, start.y, 10);
+                mouseMove(page, end.x, end.y, 10);
+                mouseRelease(page, end.x, end.y);
+            }
+            keyClick(Qt.Key_Return);
+            compare(widths(strokes()[0]).every(steps => steps === 4), true);
+            compare(widths(strokes()[1]).every(steps => steps === -4), true);
+        }
     }
 }

@@ -114,7 +114,7 @@ Item {
         }
 
         function test_spaceGoesToWhatCanBeDoneWithAnItem() {
-            const verbs = ["butter", "blush", "sage", "sky", "lilac", "oat", "edit", "let it go after a day", "to the front", "take down"];
+            const verbs = ["butter", "blush", "sage", "sky", "lilac", "oat", "edit", "let it go after a day", "a heart on it", "to the front", "to the back", "lock", "take down"];
             Bed.makeOnBoard();
             open();
             hangNote();
