@@ -190,8 +190,8 @@ public:
             return v.send(streams, BoardRequest::Secrets{v.inFile});
         });
         secrets->add_flag("--file,!--no-file", values_.inFile, "keep the token in a file that only you can read");
-        verb("unlock", "Ask a keyring that would not open once more (--app).",
-             [](const V& v, Streams streams) { return v.send(streams, BoardRequest::Unlock{}); });
+        verb("unlock-keyring", "Ask a keyring that would not open once more (--app).",
+             [](const V& v, Streams streams) { return v.send(streams, BoardRequest::UnlockKeyring{}); });
     }
 
     void addPlace() {
@@ -289,12 +289,20 @@ public:
             return v.send(streams, BoardRequest::Resize{v.item, v.number});
         });
         resize->add_option("--to", values_.number, "0.5 to 2")->required()->type_name("SCALE");
+        onItem("to-front", "Bring an item in front of all others.",
+               [](const V& v, Streams streams) { return v.send(streams, BoardRequest::ToFront{v.item}); });
+        onItem("to-back", "Put an item behind all others.",
+               [](const V& v, Streams streams) { return v.send(streams, BoardRequest::ToBack{v.item}); });
         onItem("take-down", "Take an item down.",
                [](const V& v, Streams streams) { return v.send(streams, BoardRequest::TakeDown{v.item}); });
         onItem("keep", "Let a note stay up.",
                [](const V& v, Streams streams) { return v.send(streams, BoardRequest::Keep{v.item}); });
         onItem("unkeep", "Let a note come down a day from now.",
                [](const V& v, Streams streams) { return v.send(streams, BoardRequest::Unkeep{v.item}); });
+        onItem("lock", "Leave an item as it is until it is unlocked.",
+               [](const V& v, Streams streams) { return v.send(streams, BoardRequest::Lock{v.item}); });
+        onItem("unlock", "Let an item be changed again.",
+               [](const V& v, Streams streams) { return v.send(streams, BoardRequest::Unlock{v.item}); });
         auto* paint = verb("background", "Change the paper of the board.", [](const V& v, Streams streams) {
             const auto background = fromName<BackgroundID>(v.background).value_or(BackgroundID::butter);
             return v.send(streams, BoardRequest::SetBackground{background});

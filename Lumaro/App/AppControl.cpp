@@ -221,7 +221,7 @@ AppControl::Outcome AppControl::answer(const BoardRequest::Secrets& secrets) {
     return paired();
 }
 
-AppControl::Outcome AppControl::answer(const BoardRequest::Unlock&) {
+AppControl::Outcome AppControl::answer(const BoardRequest::UnlockKeyring&) {
     app_.retryKeychain();
     return atOnce({});
 }

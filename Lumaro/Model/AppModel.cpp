@@ -107,6 +107,7 @@ void AppModel::start() {
 }
 
 void AppModel::shutdown() {
+    editor_.layDown();
     feeds_.stop();
     desktop_.stop();
     // A new note goes up when its window goes.

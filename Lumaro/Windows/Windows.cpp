@@ -122,7 +122,7 @@ void Windows::openBoard() {
 }
 
 void Windows::letGoOfBoard() {
-    editor_.finishWriting();
+    editor_.layDown();
     ports_.app.setLooking(false);
     pictures_.large()->close();
     // Its pictures go with it: most of the time the board is seen on the desktop alone.

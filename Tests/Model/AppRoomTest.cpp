@@ -230,7 +230,7 @@ TEST_F(AppRoomTest, WhoeverHasSomethingInTheHandIsSeenEditing) {
     pass(Seconds{0.3});
     EXPECT_EQ(rooms.presences.back().activity, Activity::editing);
     ASSERT_TRUE(app->editor().inHand().endGesture());
-    app->editor().pen().begin(std::nullopt);
+    EXPECT_TRUE(app->editor().pen().begin(std::nullopt));
     EXPECT_EQ(state().ownPresence.activity, Activity::editing);
     app->editor().pen().cancel();
     pass(Seconds{0.3});

@@ -4,6 +4,8 @@
 #include "DesignSystem/Tokens.h"
 #include "LumaroCore/BoardModel/BoardSpec.h"
 #include "LumaroCore/BoardModel/NoteLook.h"
+#include "LumaroCore/Geometry/Heart.h"
+#include "LumaroCore/Geometry/InkSmoothing.h"
 
 #include <QtGui/QLinearGradient>
 #include <QtGui/QPainter>
@@ -175,6 +177,42 @@ Sheet pictures() {
             }};
 }
 
+/// A pen that runs through curls at this many points a second, at first, and three times as fast at the end.
+InkStroke curls(const char* ink, double width, double top, double speed) {
+    std::vector<PenSample> samples;
+    double way = 0;
+    for (int i = 0; way < 420; ++i) {
+        const double turn = way / 11;
+        samples.push_back({{28 + way * 0.48 + 15 * std::sin(turn), top + 17 * std::cos(turn)}, i * 0.008, {}});
+        way += speed * (1 + 2 * way / 420) * 0.008;
+    }
+    return penStroke(samples, ink, width);
+}
+
+/// A straight line that is pressed, and let go of.
+InkStroke pressed(double top) {
+    std::vector<PenSample> samples;
+    for (int i = 0; i <= 40; ++i) samples.push_back({{20 + 5.4 * i, top + 4 * std::sin(i * 0.3)}, 0, 1 - i / 40.0});
+    return penStroke(samples, "ink", 14);
+}
+
+Sheet ink() {
+    const auto shown = [](const char* name, std::vector<InkStroke> strokes) {
+        DoodlePayload doodle{.width = 260, .height = 150, .strokes = std::move(strokes), .on = std::nullopt};
+        return ShownItem{QString::fromUtf8(name), DoodleFace{doodle}, QSizeF{doodle.width, doodle.height}};
+    };
+    BoardItem doodle;
+    doodle.payload = DoodlePayload{.width = 24, .height = 24, .strokes = {}, .on = {}};
+    doodle.center = {60, 60};
+    const auto heart = heartFor({}, doodle, UUID{}).value();
+    auto [w, h] = heart.payload.size();
+    return {.name = "ink",
+            .columns = 2,
+            .items = {shown("slow and fast", {curls("ink", 6, 36, 150), curls("coral", 3, 104, 500)}),
+                      shown("a brush", {curls("plum", 14, 40, 300), pressed(110)}),
+                      {u"a heart"_s, DoodleFace{heart.payload}, QSizeF{w, h}}}};
+}
+
 ShownItem music(const char* name, MusicFace face) {
     return {QString::fromUtf8(name), std::move(face), points(BoardSpec::musicDiskSize)};
 }
@@ -342,7 +380,7 @@ QImage landscape(QSize size, int hue) {
 }
 
 std::vector<Sheet> itemSheets() {
-    return {notes(), looks(), pictures(), music(), cards(), windows()};
+    return {notes(), looks(), pictures(), ink(), music(), cards(), windows()};
 }
 
 } // namespace lumaro::samples

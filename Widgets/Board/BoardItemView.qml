@@ -3,8 +3,8 @@ import QtQuick
 import DesignSystem
 import Widgets
 
-/// One item where it hangs. It springs to a new place unless it is in somebody's hand, drops in when it arrives, and falls
-/// out of the window when it is taken down.
+/// One item where it hangs. It springs to a new place unless it is in somebody's hand, drops in when it arrives, beats
+/// once when a doodle arrives on it, and falls out of the window when it is taken down.
 Item {
     id: item
 
@@ -25,12 +25,15 @@ Item {
     required property bool isArriving
     required property bool isFalling
     required property bool isInHand
+    required property bool isTouched
 
     readonly property real pointScale: frame.canvas.scale * itemScale
     readonly property bool isSpringing: !isInHand && isSettled && !Theme.isMotionReduced && !frame.isPaused
+    readonly property bool isMember: frame.members.includes(itemId)
+    readonly property bool isWalkedTo: frame.walkedTo === itemId
     readonly property bool weatherMoves: kind === "location" && frame.weatherMoves && !Theme.isMotionReduced
     readonly property bool isSelected: frame?.selected === itemId
-    readonly property bool isAttended: isSelected && (frame?.hasKeys ?? false)
+    readonly property bool isAttended: (frame?.hasKeys ?? false) && (isWalkedTo || (isSelected && frame.walkedTo === ""))
     /// Notes are written on upright, where caret and selection are whole.
     readonly property bool isWritten: frame.written === itemId
     property bool isSettled: false
@@ -47,10 +50,11 @@ Item {
 
     Accessible.role: Accessible.Graphic
     Accessible.name: spoken
+    Accessible.description: isAttended ? qsTr("space goes to what can be done with it") : ""
     Accessible.ignored: !(frame?.isRead ?? false) || isFalling
     Accessible.focusable: true
     Accessible.focused: isAttended
-    Accessible.selected: isSelected
+    Accessible.selected: isSelected || isMember
     Accessible.selectable: true
     onIsAttendedChanged: {
         if (isAttended)
@@ -92,6 +96,11 @@ Item {
     onIsArrivingChanged: {
         if (isArriving) {
             arrive();
+        }
+    }
+    onIsTouchedChanged: {
+        if (isTouched && !isArriving && !Theme.isMotionReduced && frame && !frame.isPaused) {
+            beat.restart();
         }
     }
     onIsFallingChanged: {
@@ -150,6 +159,13 @@ Item {
         source: "MovingWeather.qml"
     }
 
+    Loader {
+        anchors.fill: parent
+        anchors.margins: item.isWalkedTo ? -9 : -4
+        active: item.isMember || item.isWalkedTo
+        source: "MemberRing.qml"
+    }
+
     ParallelAnimation {
         id: land
 
@@ -170,6 +186,26 @@ Item {
             duration: Theme.motion.land
             easing.type: Easing.OutBack
             easing.overshoot: Theme.motion.overshoot
+        }
+    }
+
+    // Whose heart it is, it feels once.
+    SequentialAnimation {
+        id: beat
+
+        NumberAnimation {
+            target: item
+            property: "scale"
+            to: 1.06
+            duration: Theme.motion.quick
+            easing.type: Easing.OutQuad
+        }
+        NumberAnimation {
+            target: item
+            property: "scale"
+            to: 1
+            duration: Theme.motion.land
+            easing.type: Easing.OutBack
         }
     }
 

@@ -17,6 +17,8 @@ Item {
     property alias isPaused: frame.isPaused
     property alias weatherMoves: frame.weatherMoves
     property alias selected: frame.selected
+    property alias members: frame.members
+    property alias walkedTo: frame.walkedTo
     property alias written: frame.written
     property alias isRead: frame.isRead
     property alias hasKeys: frame.hasKeys

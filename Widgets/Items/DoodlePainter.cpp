@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "DesignSystem/Tokens.h"
 #include "LumaroCore/Geometry/InkLine.h"
+#include "LumaroCore/Geometry/InkWidths.h"
+#include "Widgets/Items/InkRibbon.h"
 #include "Widgets/Items/Painters.h"
 #include "Widgets/Items/Palette.h"
 
@@ -8,6 +10,7 @@
 #include <QtGui/QPainterPath>
 
 #include <algorithm>
+#include <vector>
 
 namespace lumaro {
 namespace {
@@ -35,28 +38,45 @@ double rimWidth(const InkStroke& stroke) {
     return std::clamp(usableInkWidth(stroke.width) * 0.16, 0.9, 2.2);
 }
 
-QPointF place(Point point) {
-    return {point.x, point.y};
-}
-
-// From middle to middle of the points, each point pulling the curve: no corner is left.
-QPainterPath inkPath(const InkStroke& stroke) {
-    std::vector<Point> points;
+// As little of a stroke as can be told without looking at each of its points closely.
+bool isInSight(const InkStroke& stroke, const QRectF& sight) {
+    if (sight.isEmpty()) return true;
+    QRectF box;
+    const double reach = usableInkWidth(stroke.width) * thickInk;
     for (const auto point : stroke.points) {
-        if (isInkPoint(point)) points.push_back(point);
+        if (isInkPoint(point)) box |= QRectF{point.x - reach, point.y - reach, 2 * reach, 2 * reach};
     }
-    if (points.empty()) return {};
-    QPainterPath path{place(points.front())};
-    for (std::size_t i = 1; i + 1 < points.size(); ++i) {
-        path.quadTo(place(points[i]), place(between(points[i], points[i + 1], 0.5)));
-    }
-    // A dot is a line to itself; its round caps make it one.
-    path.lineTo(place(points.back()) + (points.size() == 1 ? QPointF{0.01, 0} : QPointF{}));
-    return path;
+    return box.intersects(sight);
 }
 
-QPen penOf(const InkStroke& stroke, const QColor& colour, double wider = 0) {
-    return {colour, usableInkWidth(stroke.width) + wider, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin};
+/// A stroke ready to be painted: a live line as what its ink covers, any other as a path for a pen.
+struct Line {
+    QPainterPath path;
+    double width = 0;
+    double rimWidth = 0;
+    ShownInk ink;
+    bool isLive = false;
+
+    void paint(QPainter& painter, QPointF aside, const QColor& colour, double wider = 0) const {
+        const auto placed = path.translated(aside);
+        const QPen pen{colour, isLive ? wider : width + wider, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin};
+        if (isLive) painter.fillPath(placed, colour);
+        if (pen.widthF() > 0) painter.strokePath(placed, pen);
+    }
+};
+
+std::vector<Line> linesOf(const DoodlePayload& doodle, const QRectF& sight) {
+    std::vector<Line> lines;
+    for (const auto& stroke : doodle.strokes) {
+        if (!isInSight(stroke, sight)) continue;
+        const bool isLive = isLiveInk(stroke.points);
+        lines.push_back({.path = isLive ? inkRibbon(stroke) : inkPath(stroke),
+                         .width = usableInkWidth(stroke.width),
+                         .rimWidth = rimWidth(stroke),
+                         .ink = shownInk(stroke.ink),
+                         .isLive = isLive});
+    }
+    return lines;
 }
 
 } // namespace
@@ -64,15 +84,12 @@ QPen penOf(const InkStroke& stroke, const QColor& colour, double wider = 0) {
 void paintFace(QPainter& painter, const DoodleFace& face, QSizeF size) {
     const auto own = face.doodle.size();
     if (own.width > 0 && own.height > 0) painter.scale(size.width() / own.width, size.height() / own.height);
+    const auto lines = linesOf(face.doodle, painter.hasClipping() ? painter.clipBoundingRect() : QRectF{});
     // Ink on glass stands a hair's breadth before the paper behind it.
-    for (const auto& stroke : face.doodle.strokes) {
-        painter.strokePath(inkPath(stroke).translated(0.9, 1.7), penOf(stroke, faint(tint::umber, 0.13)));
-    }
-    for (const auto& stroke : face.doodle.strokes) {
-        const auto ink = shownInk(stroke.ink);
-        const auto path = inkPath(stroke);
-        if (ink.rim.isValid()) painter.strokePath(path, penOf(stroke, ink.rim, 2 * rimWidth(stroke)));
-        painter.strokePath(path, penOf(stroke, ink.colour));
+    for (const auto& line : lines) line.paint(painter, {0.9, 1.7}, faint(tint::umber, 0.13));
+    for (const auto& line : lines) {
+        if (line.ink.rim.isValid()) line.paint(painter, {}, line.ink.rim, 2 * line.rimWidth);
+        line.paint(painter, {}, line.ink.colour);
     }
 }
 

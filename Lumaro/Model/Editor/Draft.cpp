@@ -4,11 +4,22 @@
 #include "Lumaro/Model/Editor/EditorOps.h"
 #include "LumaroCore/Support/Overloaded.h"
 
+#include <algorithm>
 #include <cmath>
 #include <map>
 #include <utility>
 
 namespace lumaro {
+namespace {
+
+Board unlocked(Board board, const UUID& id) {
+    const auto item = std::ranges::find(board.items, id, &BoardItem::id);
+    if (item != board.items.end()) item->isLocked = false;
+    return board;
+}
+
+} // namespace
+
 std::optional<Draft> Draft::of(const Board& shown, const UUID& id) {
     auto held = EditorOps::withDoodles(shown, id);
     if (held.empty()) return std::nullopt;
@@ -95,10 +106,14 @@ Edits::Result Draft::placing(const Board& board, Hand hand) const {
 
 Edits::Result Draft::contentOps(const Board& board, Hand hand) const {
     if (!content_) return std::vector<Op>{};
-    return std::visit(
-        Overloaded{[&](const PMNode& text) { return Edits::changeText(board, id(), text, hand); },
-                   [&](const Payload& payload) { return Edits::changePayload(board, id(), payload, hand); }},
+    auto ops = std::visit(
+        Overloaded{
+            [&](const PMNode& text) { return Edits::changeText(unlocked(board, id()), id(), text, hand); },
+            [&](const Payload& payload) { return Edits::changePayload(unlocked(board, id()), id(), payload, hand); }},
         *content_);
+    if (!ops) return ops;
+    for (auto& op : *ops) std::get<Upsert>(op.value).item.isLocked = board.find(id())->isLocked;
+    return ops;
 }
 
 Edits::Result Draft::writing(const Board& board, Hand hand) const {

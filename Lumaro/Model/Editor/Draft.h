@@ -72,6 +72,8 @@ public:
 private:
     explicit Draft(std::vector<BoardItem> held) : held_(std::move(held)) {}
 
+    /// A lock that came while somebody wrote takes no text from them: what is in the hand is finished, and stays
+    /// locked.
     Edits::Result contentOps(const Board& board, Hand hand) const;
 
     std::vector<BoardItem> held_; // as the board last had them, the item first

@@ -62,6 +62,8 @@ EditorDone ItemInHand::letGoOfOther(const UUID& id) {
 
 EditorDone ItemInHand::takeInHand(const UUID& id) {
     if (auto let = letGoOfOther(id); draft_ && draft_->id() != id) return let;
+    const auto* const item = acts_.board().find(id);
+    if (!draft_ && item != nullptr && Edits::isLocked(acts_.board(), *item)) return std::unexpected(EditFault::locked);
     if (!draft_) draft_ = Draft::of(acts_.board(), id);
     if (!draft_) return std::unexpected(EditFault::noSuchItem);
     selection_ = id;

@@ -111,7 +111,7 @@ void BoardScene::setFahrenheit(bool isFahrenheit) {
 Board BoardScene::withHand() const {
     Board board = ports_.app.state().board;
     const auto& editor = ports_.app.editor();
-    if (editor.inHand().draft()) layOver(board, editor.inHand().draft()->items());
+    layOver(board, editor.held());
     // A doodle that is under the pen again shows there.
     if (editor.pen().session() && editor.pen().session()->doodle()) {
         std::erase_if(board.items, [&](const BoardItem& item) { return item.id == *editor.pen().session()->doodle(); });
@@ -156,12 +156,9 @@ void BoardScene::refresh() {
 
 void BoardScene::refreshHand() {
     const auto& state = ports_.app.state();
-    const auto& draft = ports_.app.editor().inHand().draft();
     auto board = withHand();
     std::set<UUID> inHand;
-    if (draft) {
-        for (const auto& item : draft->items()) inHand.insert(item.id);
-    }
+    for (const auto& item : ports_.app.editor().held()) inHand.insert(item.id);
     auto rows = board == settled_ && inHand.empty() ? settledRows_
                                                     : rowsOf(board, {state.arriving, state.falling, inHand}, live());
     shown_ = board;

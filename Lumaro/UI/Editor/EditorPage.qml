@@ -57,6 +57,8 @@ FocusScope {
         background: page.scene.background
         isThreadTied: page.scene.isThreadTied
         selected: page.editor.selected.itemId
+        members: page.editor.members
+        walkedTo: page.editor.walkedTo
         hasKeys: hands.activeFocus
         written: page.editor.isWriting ? page.editor.selected.itemId : ""
         onDensityChanged: page.scene.wantPixels(density)
@@ -95,7 +97,7 @@ FocusScope {
         onNoteWanted: page.editor.beginNote()
         onReadWanted: sheets.readNote()
         onLinkWanted: sheets.openLinks()
-        onDoodleWanted: page.editor.beginDoodle(page.editor.selected.itemId)
+        onDoodleWanted: page.editor.pen.begin(page.editor.selected.itemId)
         onBarWanted: selectionBar.takeKeys()
     }
 
@@ -104,7 +106,7 @@ FocusScope {
         width: visible ? page.width : 0
         height: visible ? page.height : 0
         visible: page.editor.isDoodling
-        editor: page.editor
+        pen: page.editor.pen
         dark: Theme.isDark
         canvas: board.canvas
     }
@@ -159,7 +161,7 @@ FocusScope {
         pictures: page.pictures
         background: page.scene.background
         onCountdownWanted: sheets.putCountdown()
-        onDoodleWanted: page.editor.beginDoodle("")
+        onDoodleWanted: page.editor.pen.begin("")
         onBoardPageWanted: page.boardPageWanted()
         onSettingsWanted: page.settingsWanted()
     }
@@ -231,7 +233,11 @@ FocusScope {
 
     /// Whatever the selected one has to edit.
     function editSelected(): void {
-        switch (page.editor.selected.kind) {
+        const kind = page.editor.selected.kind;
+        if (kind !== "location" && !page.editor.mayEdit()) {
+            return;
+        }
+        switch (kind) {
         case "note":
             // What is not all seen on its paper is read first.
             page.editor.isLongNote() ? sheets.readNote() : page.editor.startWriting();
@@ -244,7 +250,7 @@ FocusScope {
             sheets.editCountdown();
             break;
         case "doodle":
-            page.editor.beginDoodle(page.editor.selected.itemId);
+            page.editor.pen.begin(page.editor.selected.itemId);
             break;
         case "location":
             sheets.showPlace();

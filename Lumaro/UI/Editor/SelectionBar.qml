@@ -4,7 +4,7 @@ import DesignSystem
 import Widgets
 import Lumaro.UI
 
-/// A slip of paper under the selected item with what can be done to it.
+/// A slip of paper under what is selected with what can be done to it.
 Rectangle {
     id: bar
 
@@ -99,6 +99,15 @@ Rectangle {
 
             spacing: 2
 
+            Body {
+                visible: bar.item.count > 1
+                height: Theme.size.control
+                leftPadding: Theme.size.small
+                rightPadding: Theme.size.small
+                verticalAlignment: Text.AlignVCenter
+                isSoft: true
+                text: qsTr("%n things", "", bar.item.count)
+            }
             Word {
                 visible: bar.isBlock && bar.item.canJoin
                 text: qsTr("join")
@@ -169,7 +178,7 @@ Rectangle {
                 font.pixelSize: Theme.size.captionText
             }
             Word {
-                visible: bar.item.canKeep && !bar.item.isKept
+                visible: bar.item.canKeep && !bar.item.isKept && !bar.item.isLocked
                 text: qsTr("keep it up")
                 iconName: "heart"
                 onClicked: bar.editor.setKept(true)
@@ -177,7 +186,7 @@ Rectangle {
             Tool {
                 id: look
 
-                visible: bar.item.kind === "note"
+                visible: bar.item.kind === "note" && !bar.item.isLocked
                 text: qsTr("paper and pin")
                 iconName: "palette"
                 onClicked: picker.openNear(look)
@@ -207,7 +216,7 @@ Rectangle {
                 onClicked: bar.linkWanted()
             }
             Tool {
-                visible: bar.item.canEdit
+                visible: bar.item.canEdit && !bar.item.isLocked
                 text: qsTr("edit")
                 hint: qsTr("Enter")
                 iconName: "pencil"
@@ -221,28 +230,50 @@ Rectangle {
                 onClicked: bar.editWanted()
             }
             Tool {
-                visible: bar.item.canCaption
+                visible: bar.item.canCaption && !bar.item.isLocked
                 text: qsTr("caption")
                 hint: "C"
                 iconName: "pencil"
                 onClicked: bar.captionWanted()
             }
             Tool {
-                visible: bar.item.canKeep && bar.item.isKept
+                visible: bar.item.canKeep && bar.item.isKept && !bar.item.isLocked
                 checkable: true
                 checked: true
                 text: qsTr("let it go after a day")
                 hint: "K"
-                iconName: "heart"
+                iconName: "pin"
                 onClicked: bar.editor.setKept(false)
             }
             Tool {
+                visible: bar.item.count === 1 && !bar.item.isLocked
+                text: qsTr("a heart on it")
+                hint: "H"
+                iconName: "heart"
+                onClicked: bar.editor.giveHeart()
+            }
+            Tool {
+                visible: !bar.item.isLocked
                 text: qsTr("to the front")
                 hint: "F"
                 iconName: "bring-to-front"
                 onClicked: bar.editor.bringToFront()
             }
             Tool {
+                visible: !bar.item.isLocked
+                text: qsTr("to the back")
+                hint: "B"
+                iconName: "send-to-back"
+                onClicked: bar.editor.putToBack()
+            }
+            Tool {
+                text: bar.item.isLocked ? qsTr("unlock") : qsTr("lock")
+                hint: "L"
+                iconName: bar.item.isLocked ? "lock-open" : "lock"
+                onClicked: bar.editor.setLocked(!bar.item.isLocked)
+            }
+            Tool {
+                visible: !bar.item.isLocked
                 text: qsTr("take down")
                 hint: qsTr("Delete")
                 iconName: "trash-2"

@@ -4,7 +4,8 @@ import DesignSystem
 import Widgets
 import Lumaro.UI
 
-/// A dashed line around the selected item, a handle above it that turns it, and one at each corner that resizes it.
+/// A line around what is selected, a handle above it that turns it, and one at each corner that resizes it; around what
+/// is locked a small lock instead.
 Item {
     id: frame
 
@@ -12,6 +13,7 @@ Item {
     required property EditorView editor
 
     readonly property real reach: 10
+    readonly property bool canResize: editor.selected.canResize && !editor.selected.isLocked
 
     x: board.canvas.viewX(editor.selected.centerX) - width / 2
     y: board.canvas.viewY(editor.selected.centerY) - height / 2
@@ -29,7 +31,31 @@ Item {
         antialiasing: true
     }
 
+    Icon {
+        anchors {
+            horizontalCenter: parent.right
+            verticalCenter: parent.top
+        }
+        visible: frame.editor.selected.isLocked
+        name: "lock"
+        side: 16
+        ink: Theme.color.accent
+
+        Rectangle {
+            anchors.centerIn: parent
+            z: -1
+            width: 30
+            height: 30
+            radius: 15
+            color: Theme.color.raised
+            border.width: 2
+            border.color: Theme.color.accent
+            antialiasing: true
+        }
+    }
+
     Rectangle {
+        visible: !frame.editor.selected.isLocked
         anchors {
             bottom: parent.top
             horizontalCenter: parent.horizontalCenter
@@ -44,6 +70,7 @@ Item {
     Handle {
         x: (frame.width - width) / 2
         y: -18 - height / 2
+        visible: !frame.editor.selected.isLocked
         iconName: "rotate-cw"
         name: qsTr("turn")
         board: frame.board
@@ -55,7 +82,7 @@ Item {
     Handle {
         x: 0 - width / 2
         y: 0 - height / 2
-        visible: frame.editor.selected.canResize
+        visible: frame.canResize
         name: qsTr("smaller")
         onStepped: frame.editor.resizeBy(1 / 1.08)
         board: frame.board
@@ -67,7 +94,7 @@ Item {
     Handle {
         x: frame.width - width / 2
         y: 0 - height / 2
-        visible: frame.editor.selected.canResize
+        visible: frame.canResize
         name: ""
         board: frame.board
         editor: frame.editor
@@ -78,7 +105,7 @@ Item {
     Handle {
         x: 0 - width / 2
         y: frame.height - height / 2
-        visible: frame.editor.selected.canResize
+        visible: frame.canResize
         name: ""
         board: frame.board
         editor: frame.editor
@@ -89,7 +116,7 @@ Item {
     Handle {
         x: frame.width - width / 2
         y: frame.height - height / 2
-        visible: frame.editor.selected.canResize
+        visible: frame.canResize
         name: qsTr("larger")
         onStepped: frame.editor.resizeBy(1.08)
         board: frame.board

@@ -13,6 +13,8 @@
 #include <QtGui/QDesktopServices>
 #include <QtGui/QDropEvent>
 #include <QtGui/QPainter>
+#include <QtGui/QPointingDevice>
+#include <QtGui/QTabletEvent>
 #include <QtQuick/QQuickWindow>
 #include <QtTest/QTest>
 #include <QtWidgets/QApplication>
@@ -355,6 +357,24 @@ void Bed::fall(QQuickItem& on, QPointF place, QMimeData& dragged) const {
         QCoreApplication::sendEvent(on.window(), event);
     }
     app_->background.runAll();
+}
+
+void Bed::pressPen(QQuickItem* on, QPointF place, double pressure) const {
+    const auto at = on->mapToScene(place);
+    QTabletEvent event{QEvent::TabletPress,
+                       QPointingDevice::primaryPointingDevice(),
+                       at,
+                       at,
+                       pressure,
+                       0,
+                       0,
+                       0,
+                       0,
+                       0,
+                       Qt::NoModifier,
+                       Qt::LeftButton,
+                       Qt::LeftButton};
+    QCoreApplication::sendEvent(on->window(), &event);
 }
 
 QByteArray Bed::pictureBytes() const {

@@ -124,6 +124,8 @@ public:
     Q_INVOKABLE void drop(QQuickItem* on, QPointF place, const QString& type, const QString& data) const;
     /// The same for a picture that a browser holds: its encoded bytes beside where it was found.
     Q_INVOKABLE void dropPicture(QQuickItem* on, QPointF place) const;
+    /// A tablet tells how hard its pen is pressed; the pointer's event that the system makes of it is the test's.
+    Q_INVOKABLE void pressPen(QQuickItem* on, QPointF place, double pressure) const;
     /// Another program copies a picture; how often Qt was asked to decode it at once since then.
     Q_INVOKABLE void copyPicture();
     Q_INVOKABLE int decodedAtOnce() const { return decodedAtOnce_; }

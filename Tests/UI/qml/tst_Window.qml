@@ -126,7 +126,7 @@ Item {
         }
 
         function test_spaceGoesToWhatCanBeDoneWithAnItem() {
-            const verbs = ["paper and pin", "read", "edit", "let it go after a day", "to the front", "take down"];
+            const verbs = ["paper and pin", "read", "edit", "let it go after a day", "a heart on it", "to the front", "to the back", "lock", "take down"];
             Bed.makeOnBoard();
             open();
             hangNote();
@@ -160,9 +160,9 @@ Item {
             open();
             keyClick(Qt.Key_D);
             const names = walk();
-            for (const name of Theme.inks().concat("fine", "pen", "brush", "eraser", "leave it", "stick it up"))
+            for (const name of Theme.inks().concat("fine", "pen", "brush", "eraser", "let it go", "stick it up"))
                 verify(names.includes(name), name);
-            comeTo("leave it");
+            comeTo("let it go");
             keyClick(Qt.Key_Return);
             compare(focused(), "the board");
         }
