@@ -137,9 +137,9 @@ TEST_F(LiveCardsTest, whatIsMissingOnThePartnersCardsIsToldWithWhatTheyCanDo) {
     EXPECT_EQ(isTold(LocationPayload{PartnerID::b}), both);
     EXPECT_EQ(isTold(NowPlayingSlotPayload{PartnerID::b}), both);
     EXPECT_EQ(isTold(CalendarPayload{PartnerID::b}), std::pair(true, false));
-    for (const auto& own : {Payload{LocationPayload{PartnerID::a}}, Payload{NowPlayingSlotPayload{PartnerID::a}},
-                            Payload{NotePayload{}}}) {
-        EXPECT_EQ(isTold(own), none);
+    for (const auto& ours : {Payload{LocationPayload{PartnerID::a}}, Payload{NowPlayingSlotPayload{PartnerID::a}},
+                             Payload{NotePayload{}}}) {
+        EXPECT_EQ(isTold(ours), none);
     }
     partnerIsIn("Europe/Lisbon", now);
     partnerPlays(0, 1000);

@@ -35,6 +35,12 @@ QString when(Instant instant, const LiveContext& live) {
         .toLower();
 }
 
+/// The one text with the partner's name in it, or the other as long as that is not known.
+QString ofThem(const QString& named, const QString& unnamed, const LiveContext& live) {
+    const auto name = knownName(other(live.me), live);
+    return name.isEmpty() ? unnamed : named.arg(name);
+}
+
 Missing missingMusic(const NowPlayingSlotPayload& card, const LiveContext& live) {
     if (musicFace(card, 1, live).state != MusicFace::State::none) return {};
     return {Words::tr("nothing plays there, or it isn't shared. that's a switch in their settings."),
@@ -43,13 +49,15 @@ Missing missingMusic(const NowPlayingSlotPayload& card, const LiveContext& live)
 
 Missing missingPlace(const LocationPayload& card, const LiveContext& live) {
     if (live.here(card.slot)) return {};
-    return {Words::tr("they haven't said where they are. that's a switch in their settings."),
+    return {ofThem(Words::tr("%1 hasn't said where they are. that's a switch in their settings."),
+                   Words::tr("they haven't said where they are. that's a switch in their settings."), live),
             Words::tr("where are you? (settings, “where you are”)")};
 }
 
 Missing missingHours(const LiveContext& live) {
     if (zoneOf(other(live.me), live)) return {};
-    return {Words::tr("they haven't shared their hours. that's a switch in their settings."),
+    return {ofThem(Words::tr("%1 hasn't shared their hours. that's a switch in their settings."),
+                   Words::tr("they haven't shared their hours. that's a switch in their settings."), live),
             Words::tr("what time is it where you are? (settings, “our hours”)")};
 }
 

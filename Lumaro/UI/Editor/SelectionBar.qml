@@ -42,8 +42,11 @@ Rectangle {
     readonly property real below: board.canvas.viewY(item.centerY + item.height / 2) + 28
     readonly property real above: board.canvas.viewY(item.centerY - item.height / 2) - 64 - height
 
+    /// From under the status line.
+    readonly property real highest: Theme.size.medium + 32 + Theme.size.small
+
     x: Math.round(Math.max(Theme.size.small, Math.min(board.width - width - Theme.size.small, middle - width / 2)))
-    y: Math.round(below + height + 96 < board.height ? below : Math.max(Theme.size.small, above))
+    y: Math.round(below + height + 96 < board.height ? below : Math.max(highest, above))
     width: Math.max(row.implicitWidth, track.width, whose.width) + 2 * Theme.size.tiny
     height: whose.height + track.height + row.implicitHeight + 2 * Theme.size.tiny
     radius: Theme.size.radius

@@ -56,7 +56,8 @@ TEST_F(SystemZoneTest, IsTheNameAsItIsNowAndEmptyWhenThereIsNone) {
 
 TEST_F(SystemZoneTest, KnowsTheNamesOfItsTableAloneWhoeverSaysThem) {
     QtSystemZone zone;
-    for (const char* const known : {"Europe/Berlin", "America/Argentina/Ushuaia", "UTC", "EST5EDT", "US/Pacific", "Etc/GMT+5"}) {
+    for (const char* const known :
+         {"Europe/Berlin", "America/Argentina/Ushuaia", "UTC", "EST5EDT", "US/Pacific", "Etc/GMT+5"}) {
         EXPECT_TRUE(zone.isKnown(known)) << known;
     }
     for (const auto& other :

@@ -208,8 +208,20 @@ Item {
                 failure: [2, () => {
                         onBoard();
                         Bed.view.joinByCode("111111");
+                        Bed.view.acceptInvite(true);
                         Bed.answer(404, '{"code":"code_not_found","message":""}');
                         verify(Bed.view.face.failure !== "");
+                    }],
+                askedByCode: [4, () => {
+                        onBoard();
+                        Bed.view.joinByCode("111111");
+                    }],
+                clocks: [5, () => {
+                        onBoard();
+                        hang("timezones", {
+                            units: "celsius"
+                        });
+                        find(window.contentItem, item => item instanceof SelectionBar).hoursWanted();
                     }],
                 emptyBoard: [1, () => onBoard()],
                 offline: [1, () => {

@@ -39,7 +39,7 @@ Item {
                 units: "celsius"
             });
             click(700, 400);
-            verify(beginning("they haven't shared their hours"));
+            verify(beginning("bo hasn't shared their hours"));
             press("let them see your hours");
             tryVerify(() => named("yes, share"));
             verify(beginning("what leaves this computer"));
@@ -52,7 +52,7 @@ Item {
             press("ask them");
             verify(Bed.quickNote.startsWith("what time is it where you are?"));
             Bed.partnerSharesHours("Europe/Lisbon");
-            tryVerify(() => !beginning("they haven't shared their hours") && !named("ask them"));
+            tryVerify(() => !beginning("bo hasn't shared their hours") && !named("ask them"));
         }
     }
 }
