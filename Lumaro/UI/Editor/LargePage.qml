@@ -51,9 +51,10 @@ T.Popup {
         }
     }
 
-    contentItem: FocusScope {
+    FocusScope {
         id: room
 
+        anchors.fill: parent
         focus: true
         Accessible.role: Accessible.Dialog
         Accessible.name: page.spoken
