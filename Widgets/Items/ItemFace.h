@@ -28,6 +28,7 @@ struct NoteFace {
     PMNode text;
     QString paper;
     QString pin;
+    QString until{}; ///< when it comes down, where it does
     double fade = 0; ///< 0 for a fresh note, 1 for one whose day is over
     bool isKept = false;
     bool hidesText = false; ///< while somebody writes on it, the text is drawn by the composer above

@@ -32,6 +32,7 @@ public:
         ArrivingRole,
         FallingRole,
         InHandRole,
+        TouchedRole,
     };
 
     using QAbstractListModel::QAbstractListModel;

@@ -3,12 +3,16 @@
 
 #include "DesignSystem/Words.h"
 #include "Lumaro/UI/Board/LiveCards.h"
+#include "Lumaro/UI/Board/LiveTime.h"
 #include "Lumaro/UI/Text.h"
 #include "LumaroCore/BoardModel/BoardSpec.h"
 #include "LumaroCore/Presence/Countdown.h"
 #include "LumaroCore/Presence/Pomodoro.h"
 #include "LumaroCore/Support/EnumNames.h"
 #include "LumaroCore/Support/Overloaded.h"
+
+#include <QtCore/QDateTime>
+#include <QtCore/QLocale>
 
 #include <algorithm>
 #include <chrono>
@@ -31,6 +35,12 @@ NoteFace noteFace(const NotePayload& note, const LiveContext& live) {
     face.pin = qText(note.pin);
     face.isKept = note.isKept();
     if (note.expiresAt) {
+        const auto end = timeAt(*note.expiresAt, live.zone);
+        const bool isFar =
+            secondsBetween(live.now, *note.expiresAt) > std::chrono::seconds{BoardSpec::noteLifespan}.count();
+        face.until = Words::tr("until %1", "9:14, or 3 may")
+                         .arg(isFar ? Words::locale().toString(end.date(), QStringLiteral("d MMM")).toLower()
+                                    : end.toString(QStringLiteral("H:mm")));
         const double steps =
             std::floor(secondsBetween(live.now, *note.expiresAt) * 1e6 / static_cast<double>(fadeStep.count()));
         face.fade = 1 - std::clamp((steps + 1) / fadeSteps, 0.0, 1.0);

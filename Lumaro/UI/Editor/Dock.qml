@@ -57,7 +57,7 @@ Rectangle {
             text: qsTr("a note")
             hint: "N"
             iconName: "sticky-note"
-            onClicked: dock.editor.putUpNote("butter")
+            onClicked: dock.editor.beginNote()
         }
         Tool {
             text: qsTr("a photo")

@@ -16,10 +16,13 @@ FocusScope {
     property bool isQuiet: false
     property alias weatherMoves: board.weatherMoves
 
-    /// The person wants the page about the board, the settings, or a quick note.
+    /// The person wants the page about the board, or the settings.
     signal boardPageWanted
     signal settingsWanted
-    signal quickNoteWanted
+
+    /// A note that was not finished when the program ended is in the hand again.
+    readonly property bool resumesNote: editor.isNoteOffered && !isQuiet && !editor.isWriting && !editor.isDoodling
+    onResumesNoteChanged: if (resumesNote) editor.beginNote()
 
     function takeKeys(): void {
         if (page.editor.isWriting) {
@@ -54,6 +57,9 @@ FocusScope {
         background: page.scene.background
         isThreadTied: page.scene.isThreadTied
         selected: page.editor.selected.itemId
+        members: page.editor.members
+        walkedTo: page.editor.walkedTo
+        hasKeys: hands.activeFocus
         written: page.editor.isWriting ? page.editor.selected.itemId : ""
         onDensityChanged: page.scene.wantPixels(density)
     }
@@ -88,8 +94,10 @@ FocusScope {
         onEditWanted: page.editSelected()
         onCaptionWanted: sheets.editCaption()
         onSharingWanted: sheets.changeSharing()
-        onQuickNoteWanted: page.quickNoteWanted()
-        onDoodleWanted: page.editor.beginDoodle(page.editor.selected.itemId)
+        onNoteWanted: page.editor.beginNote()
+        onReadWanted: sheets.readNote()
+        onLinkWanted: sheets.openLinks()
+        onDoodleWanted: page.editor.pen.begin(page.editor.selected.itemId)
         onBarWanted: selectionBar.takeKeys()
     }
 
@@ -98,7 +106,8 @@ FocusScope {
         width: visible ? page.width : 0
         height: visible ? page.height : 0
         visible: page.editor.isDoodling
-        editor: page.editor
+        pen: page.editor.pen
+        dark: Theme.isDark
         canvas: board.canvas
     }
 
@@ -119,7 +128,10 @@ FocusScope {
         visible: page.editor.selected.isThere && !page.editor.isDoodling && !page.editor.isWriting && !page.isQuiet && !hands.isDragging
         onEditWanted: page.editSelected()
         onCaptionWanted: sheets.editCaption()
+        onReadWanted: sheets.readNote()
+        onLinkWanted: sheets.openLinks()
         onSharingWanted: sheets.changeSharing()
+        onHoursWanted: sheets.shareHours()
         onKeysLeft: page.takeKeys()
     }
 
@@ -149,7 +161,7 @@ FocusScope {
         pictures: page.pictures
         background: page.scene.background
         onCountdownWanted: sheets.putCountdown()
-        onDoodleWanted: page.editor.beginDoodle("")
+        onDoodleWanted: page.editor.pen.begin("")
         onBoardPageWanted: page.boardPageWanted()
         onSettingsWanted: page.settingsWanted()
     }
@@ -221,9 +233,14 @@ FocusScope {
 
     /// Whatever the selected one has to edit.
     function editSelected(): void {
-        switch (page.editor.selected.kind) {
+        const kind = page.editor.selected.kind;
+        if (kind !== "location" && !page.editor.mayEdit()) {
+            return;
+        }
+        switch (kind) {
         case "note":
-            page.editor.startWriting();
+            // What is not all seen on its paper is read first.
+            page.editor.isLongNote() ? sheets.readNote() : page.editor.startWriting();
             break;
         case "photo":
         case "sticker":
@@ -233,7 +250,7 @@ FocusScope {
             sheets.editCountdown();
             break;
         case "doodle":
-            page.editor.beginDoodle(page.editor.selected.itemId);
+            page.editor.pen.begin(page.editor.selected.itemId);
             break;
         case "location":
             sheets.showPlace();

@@ -23,6 +23,14 @@ Item {
     function editCaption(): void {
         (caption.create() as CaptionSheet).edit();
     }
+    /// The selected note, large.
+    function readNote(): void {
+        (reader.create() as NoteReader).read();
+    }
+    /// Asks whether the links of the selected note are to be opened.
+    function openLinks(): void {
+        (linkQuestion.create() as LinkQuestion).ask(editor.links());
+    }
     function showPlace(): void {
         (whereabouts.create() as PlaceSheet).show(editor.selected.itemId, editor.selected.isOwnPlace);
     }
@@ -33,6 +41,14 @@ Item {
         } else {
             (sharing.create() as MusicSheet).ask();
         }
+    }
+
+    /// The same of one's hours, which a card asks for.
+    function shareHours(): void {
+        if (place.isHoursDecided)
+            place.shareHours(true);
+        else
+            (hours.create() as HoursSheet).ask();
     }
 
     OnDemand {
@@ -55,11 +71,45 @@ Item {
         onClosed: if (!large.instance) sheets.closed()
     }
     OnDemand {
+        id: reader
+
+        sourceComponent: NoteReader {}
+        properties: ({
+                editor: sheets.editor
+            })
+        onClosed: sheets.closed()
+    }
+    Connections {
+        target: reader.instance as NoteReader
+
+        function onLinkWanted(link: string): void {
+            (linkQuestion.create() as LinkQuestion).ask([link]);
+        }
+    }
+    OnDemand {
+        id: linkQuestion
+
+        sourceComponent: LinkQuestion {}
+        properties: ({
+                editor: sheets.editor
+            })
+        onClosed: sheets.closed()
+    }
+    OnDemand {
         id: sharing
 
         sourceComponent: MusicSheet {}
         properties: ({
                 music: sheets.music
+            })
+        onClosed: sheets.closed()
+    }
+    OnDemand {
+        id: hours
+
+        sourceComponent: HoursSheet {}
+        properties: ({
+                place: sheets.place
             })
         onClosed: sheets.closed()
     }

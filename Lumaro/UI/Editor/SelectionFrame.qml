@@ -4,7 +4,8 @@ import DesignSystem
 import Widgets
 import Lumaro.UI
 
-/// A dashed line around the selected item, a handle above it that turns it, and one at each corner that resizes it.
+/// A line around what is selected, a handle above it that turns it, and one at each corner that resizes it; around what
+/// is locked a small lock instead.
 Item {
     id: frame
 
@@ -12,6 +13,7 @@ Item {
     required property EditorView editor
 
     readonly property real reach: 10
+    readonly property bool canResize: editor.selected.canResize && !editor.selected.isLocked
 
     x: board.canvas.viewX(editor.selected.centerX) - width / 2
     y: board.canvas.viewY(editor.selected.centerY) - height / 2
@@ -29,7 +31,31 @@ Item {
         antialiasing: true
     }
 
+    Icon {
+        anchors {
+            horizontalCenter: parent.right
+            verticalCenter: parent.top
+        }
+        visible: frame.editor.selected.isLocked
+        name: "lock"
+        side: 16
+        ink: Theme.color.accent
+
+        Rectangle {
+            anchors.centerIn: parent
+            z: -1
+            width: 30
+            height: 30
+            radius: 15
+            color: Theme.color.raised
+            border.width: 2
+            border.color: Theme.color.accent
+            antialiasing: true
+        }
+    }
+
     Rectangle {
+        visible: !frame.editor.selected.isLocked
         anchors {
             bottom: parent.top
             horizontalCenter: parent.horizontalCenter
@@ -44,18 +70,21 @@ Item {
     Handle {
         x: (frame.width - width) / 2
         y: -18 - height / 2
+        visible: !frame.editor.selected.isLocked
         iconName: "rotate-cw"
         name: qsTr("turn")
         board: frame.board
         editor: frame.editor
+        onStepped: frame.editor.turnBy(2)
         onPulled: place => frame.editor.turnTo(place)
     }
 
     Handle {
         x: 0 - width / 2
         y: 0 - height / 2
-        visible: frame.editor.selected.canResize
-        name: qsTr("resize")
+        visible: frame.canResize
+        name: qsTr("smaller")
+        onStepped: frame.editor.resizeBy(1 / 1.08)
         board: frame.board
         editor: frame.editor
         cursor: Qt.SizeFDiagCursor
@@ -65,8 +94,8 @@ Item {
     Handle {
         x: frame.width - width / 2
         y: 0 - height / 2
-        visible: frame.editor.selected.canResize
-        name: qsTr("resize")
+        visible: frame.canResize
+        name: ""
         board: frame.board
         editor: frame.editor
         cursor: Qt.SizeBDiagCursor
@@ -76,8 +105,8 @@ Item {
     Handle {
         x: 0 - width / 2
         y: frame.height - height / 2
-        visible: frame.editor.selected.canResize
-        name: qsTr("resize")
+        visible: frame.canResize
+        name: ""
         board: frame.board
         editor: frame.editor
         cursor: Qt.SizeBDiagCursor
@@ -87,8 +116,9 @@ Item {
     Handle {
         x: frame.width - width / 2
         y: frame.height - height / 2
-        visible: frame.editor.selected.canResize
-        name: qsTr("resize")
+        visible: frame.canResize
+        name: qsTr("larger")
+        onStepped: frame.editor.resizeBy(1.08)
         board: frame.board
         editor: frame.editor
         cursor: Qt.SizeFDiagCursor

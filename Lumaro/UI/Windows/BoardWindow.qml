@@ -14,6 +14,7 @@ Window {
     required property SettingsView settings
     required property MusicView music
     required property PlaceView place
+    required property PartnerSpeech speech
     required property var screens
     required property bool hangsBehindIcons
     property alias weatherMoves: page.weatherMoves
@@ -21,6 +22,12 @@ Window {
     /// Opens a page: "settings" or "boardPage".
     function showPage(page: string): void {
         ((page === "settings" ? settingsPage : boardPage).create() as Sheet).open();
+    }
+
+    /// The board without a page over it.
+    function showBoard(): void {
+        for (const opened of [boardPage, settingsPage])
+            (opened.instance as Sheet)?.close();
     }
 
     width: 1180
@@ -44,7 +51,6 @@ Window {
         isQuiet: window.view.face.needsPerson
         onBoardPageWanted: window.showPage("boardPage")
         onSettingsWanted: window.showPage("settings")
-        onQuickNoteWanted: window.view.askForQuickNote()
     }
 
     StatusSlip {
@@ -105,6 +111,18 @@ Window {
 
         function onNoticed(text: string): void {
             page.say(text);
+        }
+    }
+
+    SpokenLine {
+        id: spoken
+    }
+
+    Connections {
+        target: window.speech
+
+        function onSpoke(text: string): void {
+            spoken.say(text);
         }
     }
 }

@@ -257,6 +257,26 @@ Item {
                         onBoard();
                         keyClick(Qt.Key_D);
                     }],
+                letInkGo: [3, () => {
+                        onBoard();
+                        Bed.editor.pen.begin("");
+                        Bed.editor.pen.down(Qt.point(300, 300), 0, -1);
+                        keyClick(Qt.Key_Delete);
+                        verify(find(window.contentItem, item => item instanceof LetInkGo));
+                    }],
+                group: [1, () => {
+                        onBoard();
+                        hangNote();
+                        hangNote();
+                        keyClick(Qt.Key_A, Qt.ControlModifier);
+                        verify(Bed.editor.selected.count === 2);
+                    }],
+                lockedItem: [3, () => {
+                        onBoard();
+                        hangNote();
+                        keyClick(Qt.Key_L);
+                        keyClick(Qt.Key_Menu);
+                    }],
                 countdown: [5, () => {
                         onBoard();
                         hang("countdown", {
