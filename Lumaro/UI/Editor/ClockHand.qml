@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 import QtQuick
 import DesignSystem
-import Lumaro.UI
 
 /// The hours or the minutes of a time: arrows and the wheel turn them.
 Row {

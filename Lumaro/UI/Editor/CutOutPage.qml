@@ -64,18 +64,26 @@ Sheet {
             width: parent.width - take.width - Theme.size.medium
             spacing: Theme.size.tiny
 
-            Repeater {
-                model: [["keep", qsTr("keep"), "plus"], ["drop", qsTr("leave out"), "minus"], ["frame", qsTr("frame"), "square-dashed"]]
-
-                Chip {
-                    required property var modelData
-
-                    text: modelData[1]
-                    iconName: modelData[2]
-                    checkable: true
-                    checked: sheet.tool === modelData[0]
-                    onClicked: sheet.chosenTool = modelData[0]
-                }
+            Chip {
+                text: qsTr("keep")
+                iconName: "plus"
+                checkable: true
+                checked: sheet.tool === "keep"
+                onClicked: sheet.chosenTool = "keep"
+            }
+            Chip {
+                text: qsTr("leave out")
+                iconName: "minus"
+                checkable: true
+                checked: sheet.tool === "drop"
+                onClicked: sheet.chosenTool = "drop"
+            }
+            Chip {
+                text: qsTr("frame")
+                iconName: "square-dashed"
+                checkable: true
+                checked: sheet.tool === "frame"
+                onClicked: sheet.chosenTool = "frame"
             }
             IconButton {
                 iconName: "undo-2"

@@ -51,9 +51,10 @@ T.Popup {
         }
     }
 
-    contentItem: FocusScope {
+    FocusScope {
         id: room
 
+        anchors.fill: parent
         focus: true
         Accessible.role: Accessible.Dialog
         Accessible.name: page.spoken
@@ -70,9 +71,9 @@ T.Popup {
             id: sight
 
             readonly property real white: page.view.isPhoto ? 14 : 0
-            readonly property real foot: !page.view.isPhoto ? 0 : page.view.caption === "" ? white : caption.height + Theme.size.large
+            readonly property real foot: !page.view.isPhoto ? 0 : page.view.caption === "" ? white : 76
             readonly property real roomWidth: room.width - 2 * (Theme.size.huge + Theme.size.control) - 2 * white
-            readonly property real roomHeight: tools.y - Theme.size.large - Theme.size.medium - white - foot
+            readonly property real roomHeight: tools.y - 2 * Theme.size.large - Theme.size.medium - white - foot
             readonly property real printWidth: Math.max(1, Math.min(roomWidth, roomHeight * page.view.aspect))
 
             activeFocusOnTab: true
@@ -130,13 +131,16 @@ T.Popup {
                 id: caption
 
                 anchors.bottom: parent.bottom
-                anchors.bottomMargin: Theme.size.small
                 x: sight.white
                 width: sight.printWidth
+                height: sight.foot
                 visible: text !== ""
                 horizontalAlignment: Text.AlignHCenter
+                verticalAlignment: Text.AlignVCenter
                 wrapMode: Text.Wrap
                 maximumLineCount: 2
+                fontSizeMode: Text.Fit
+                minimumPixelSize: 15
                 elide: Text.ElideRight
                 color: "#3B322B"
                 font.pixelSize: 30
