@@ -109,6 +109,7 @@ TEST_F(NoteDraftsTest, ADraftComesBackAfterACrashAndGoesUpOnce) {
 }
 
 TEST_F(NoteDraftsTest, WhatIsNoDraftIsLeftOut) {
+    ASSERT_TRUE(person.files.createDirectories("/profile/drafts"));
     for (const auto& bytes : {std::string{"{"}, std::string{"\xff"}, std::string(NoteDrafts::maxBytes + 1, ' ')}) {
         ASSERT_TRUE(person.files.writeFile("/profile/drafts/q3m7xk2p.json", bytes));
         ASSERT_TRUE(person.files.writeFile("/profile/drafts/quick-note.txt", bytes == "{" ? "\xff" : bytes));

@@ -88,10 +88,15 @@ Rectangle {
             readonly property var called: ({
                     ink: qsTr("ink"),
                     coral: qsTr("coral"),
+                    rust: qsTr("rust"),
                     sun: qsTr("sun"),
+                    moss: qsTr("moss"),
                     mint: qsTr("mint"),
+                    lagoon: qsTr("lagoon"),
                     sky: qsTr("sky"),
+                    night: qsTr("night"),
                     plum: qsTr("plum"),
+                    rose: qsTr("rose"),
                     chalk: qsTr("chalk")
                 })
 

@@ -47,8 +47,8 @@ Rectangle {
 
         readonly property real wanted: {
             let sum = -spacing;
-            for (const child of children) {
-                sum += child.width + spacing;
+            for (let i = 0; i < children.length; ++i) {
+                sum += children[i].width + spacing;
             }
             return sum;
         }
@@ -94,7 +94,10 @@ Rectangle {
             // As a note stores them; "" is the paper's own.
             names: [""].concat(Theme.textInks())
             labels: [qsTr("the paper's ink"), qsTr("red"), qsTr("rust"), qsTr("moss"), qsTr("green"), qsTr("lagoon"), qsTr("blue"), qsTr("night"), qsTr("plum"), qsTr("rose")]
-            colors: names.map(name => bar.composer.inkOf(name))
+            colors: {
+                const own = bar.composer.ink; // of the paper, as are all of them
+                return names.map(name => name === "" ? own : bar.composer.inkOf(name));
+            }
             side: 30
             chosen: bar.composer.color
             onChose: name => bar.composer.setColor(name)

@@ -42,6 +42,7 @@ void NoteComposer::begin() {
     const auto held = note();
     if (!held) return;
     original_ = held->pm;
+    hasBegun_ = true;
     paper_ = coloursOf(*held);
     Q_EMIT setUp();
     isFilling_ = true;
@@ -59,13 +60,15 @@ PaperColours NoteComposer::coloursOf(const NotePayload& note) const {
 
 void NoteComposer::setDark(bool isDark) {
     if (std::exchange(isDark_, isDark) == isDark) return;
-    if (editor_ != nullptr && document_ != nullptr && !isFilling_) takePaper();
+    takePaper();
     Q_EMIT setUp();
 }
 
 void NoteComposer::takePaper() {
+    // Before that the field is empty, and nothing that happens to it is meant.
+    if (!hasBegun_) return;
     const auto held = note();
-    if (!held || document_ == nullptr) return;
+    if (!held) return;
     paper_ = coloursOf(*held);
     Q_EMIT setUp();
     isFilling_ = true;

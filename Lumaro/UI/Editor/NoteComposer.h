@@ -90,6 +90,7 @@ private:
     PaperColours paper_;
     bool isDark_ = false;
     PMNode original_;
+    bool hasBegun_ = false;
     bool isFilling_ = true; ///< also until it begins
 };
 

@@ -136,12 +136,15 @@ T.Popup {
     }
 
     // There is more below.
-    HandText {
-        anchors.horizontalCenter: flick.horizontalCenter
-        y: flick.y + flick.height - 6
+    Text {
+        anchors.left: flick.left
+        y: flick.y + flick.height
         visible: flick.contentY + flick.height < flick.contentHeight - 1
         text: "…"
+        textFormat: Text.PlainText
         color: reading.ink
+        font.family: Theme.hand
+        font.pixelSize: 34
         Accessible.ignored: true
     }
 

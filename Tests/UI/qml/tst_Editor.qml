@@ -81,9 +81,9 @@ Item {
             const at = place(700, 500);
             mouseDoubleClickSequence(page, at.x, at.y);
             tryVerify(() => focused() === "the note's text");
-            keyClick(Qt.Key_Home);
+            keyClick(Qt.Key_Home, Qt.ControlModifier);
             keyClick(Qt.Key_B, Qt.ControlModifier);
-            keyClick(Qt.Key_End);
+            keyClick(Qt.Key_End, Qt.ControlModifier);
             keys("!");
             keyClick(Qt.Key_Escape);
             compare(texts(id)[0].marks, [

@@ -51,7 +51,7 @@ Item {
             hangNote(700, 500);
             data.ask();
             tryVerify(() => named("once more"));
-            for (const verb of ["edit", "let it go after a day", "draw on it", "a heart on it", "to the front", "to the back", "lock", "copy", "once more", "take down"]) {
+            for (const verb of ["edit", "read", "let it go after a day", "draw on it", "a heart on it", "to the front", "to the back", "lock", "copy", "once more", "take down"]) {
                 keyClick(Qt.Key_Down);
                 compare(focused(), verb);
             }

@@ -79,7 +79,7 @@ Item {
         }
 
         function test_everyControlHasANameWhateverLiesOnTheBoard_data() {
-            return [["the board", () => {}, 14], ["an item", () => keyClick(Qt.Key_Tab), 24], ["the pen", () => keyClick(Qt.Key_D), 12], ["the writing", () => {
+            return [["the board", () => {}, 14], ["an item", () => keyClick(Qt.Key_Tab), 20], ["the pen", () => keyClick(Qt.Key_D), 12], ["the writing", () => {
                     keyClick(Qt.Key_Tab);
                     keyClick(Qt.Key_Return);
                 }, 20], ["the board page", () => window.showPage("boardPage"), 20], ["the settings", () => window.showPage("settings"), 20]].map(([tag, lay, least]) => ({
