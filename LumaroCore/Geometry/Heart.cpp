@@ -82,12 +82,12 @@ bool isDoodleNear(const Board& board, const UUID& surface, Point place) {
     });
 }
 
-// On the paper: below on the right, where notes seldom reach, and from there around it.
+// On the paper; below on the right, where a kept note has its mark, only when all else is taken.
 Point freeCorner(const Board& board, const BoardItem& item) {
     const Size size = item.naturalSize() * item.scale;
     const double across = std::max(0.0, size.width / 2 - inset);
     const double down = std::max(0.0, size.height / 2 - inset);
-    const std::array<Point, 4> corners{{{across, down}, {across, -down}, {-across, down}, {-across, -down}}};
+    const std::array<Point, 4> corners{{{across, -down}, {-across, down}, {-across, -down}, {across, down}}};
     const double angle = item.rotationDegrees * std::numbers::pi / 180;
     for (const auto corner : corners) {
         const Point place = item.center + turned(corner, angle);

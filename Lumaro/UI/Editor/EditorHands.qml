@@ -14,6 +14,7 @@ FocusScope {
     /// The selected item says that something is to be fixed: a click is enough.
     property bool isFixOffered: false
     readonly property alias isDragging: pointer.isDragging
+    readonly property bool isLassoing: pointer.drag === BoardPointer.Lasso
 
     signal menuWanted(place: point)
     signal editWanted

@@ -114,7 +114,7 @@ FocusScope {
     SelectionFrame {
         board: board
         editor: page.editor
-        visible: page.editor.selected.isThere && !page.editor.isDoodling && !page.editor.isWriting && !page.isQuiet
+        visible: page.editor.selected.isThere && !page.editor.isDoodling && !page.editor.isWriting && !page.isQuiet && !hands.isLassoing
     }
 
     SelectionBar {

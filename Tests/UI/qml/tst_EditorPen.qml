@@ -40,7 +40,7 @@ Item {
             compare(focused(), "the board");
         }
 
-        function test_theBarTakesBackASweepAndANewSessionBeginsWithAPen() {
+        function test_theBarTakesBackASweepAndDrawingBeginsWithAPen() {
             keyClick(Qt.Key_D);
             line(400);
             keyClick(Qt.Key_E);
