@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Lumaro/UI/Board/LiveCards.h"
 #include "Lumaro/UI/Board/CardFaces.h"
+#include "Lumaro/UI/Board/LiveTime.h"
 #include "Lumaro/UI/Board/PlaceWords.h"
 #include "Lumaro/UI/Board/SpokenItem.h"
 #include "Lumaro/UI/Board/WhoseWords.h"
@@ -550,11 +551,15 @@ TEST_F(LiveCardsTest, aTrackIsToldInFullAndSpoken) {
 
 TEST_F(LiveCardsTest, itemsReadAsASentence) {
     const auto note = item(NotePayload{pm::docOfLines("buy\noranges"), "butter", "brass", now + 1h});
-    EXPECT_EQ(spoken(note, faceOf(note, live()), live()), "note from bo, pinned today, 'buy oranges'");
     auto moved = note;
     moved.setAuthor(PartnerID::a);
     EXPECT_EQ(spoken(moved, faceOf(moved, live()), live()), spoken(note, faceOf(note, live()), live()))
         << "whoever moved it, it is bo's";
+    const auto said = spoken(note, faceOf(note, live()), live()).toStdString();
+    EXPECT_TRUE(said.starts_with("note from bo, pinned today, 'buy oranges', comes down ")) << said;
+    const Instant noon{std::chrono::seconds{1'790'000'000}}; // 14:13 in UTC
+    EXPECT_EQ(comesDown(noon + 1h, noon, QTimeZone::utc()).toStdString(), "comes down today at 15:13");
+    EXPECT_EQ(comesDown(noon + 24h, noon, QTimeZone::utc()).toStdString(), "comes down tomorrow at 14:13");
     auto old = item(PhotoPayload{.mediaId = {}, .caption = "the lake", .takenAt = {}, .aspect = {}});
     old.author = PartnerID::a;
     old.isLocked = true;

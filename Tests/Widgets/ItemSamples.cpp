@@ -79,14 +79,15 @@ Sheet looks() {
         face.pin = QString::fromStdString(std::string{pin});
         return face;
     };
-    const std::array texts{"i love you",
-                           "buy oranges",
-                           "नमस्ते, जान",
-                           "שלום\nسلام\nпривет",
-                           "the family 👩‍👩‍👧, the flag 🏳️‍🌈, and number 1️⃣ of all ❤️‍🔥 in space "
-                           "🧑🏽‍🚀",
-                           "hi",
-                           "see https://lumaro.app/for/us, then call me"};
+    const std::array texts{
+        "i love you",
+        "buy oranges",
+        "नमस्ते, जान",
+        "שלום\nسلام\nпривет",
+        "the family 👩‍👩‍👧, the flag 🏳️‍🌈, and number 1️⃣ of all ❤️‍🔥 in space "
+        "🧑🏽‍🚀",
+        "hi",
+        "see https://lumaro.app/for/us, then call me"};
     std::size_t at = 0;
     for (const auto pin : notePins) {
         auto face = faceOn(notePapers[at % notePapers.size()], pin, lines(texts[at % texts.size()]));

@@ -8,9 +8,9 @@ Sheet {
     id: sheet
 
     required property EditorView editor
-    property list<string> links
+    property var links: []
 
-    function ask(found: list<string>): void {
+    function ask(found: var): void {
         links = found;
         open();
         stay.forceActiveFocus(Qt.PopupFocusReason);
@@ -19,43 +19,13 @@ Sheet {
     title: links.length > 1 ? qsTr("open one of these?") : qsTr("open this?")
     paperWidth: 480
 
-    Repeater {
-        model: sheet.links
-
-        Column {
-            id: entry
-
-            required property string modelData
-
-            width: parent?.width ?? 0
-            spacing: Theme.size.tiny
-
-            Body {
-                width: parent.width
-                text: sheet.editor.placeOf(entry.modelData)
-                wrapMode: Text.WrapAnywhere
-                font.weight: Font.ExtraBold
-                font.pixelSize: Theme.size.titleText
-            }
-            Body {
-                width: parent.width
-                text: entry.modelData
-                wrapMode: Text.WrapAnywhere
-                maximumLineCount: 3
-                elide: Text.ElideRight
-                color: Theme.color.softInk
-                font.pixelSize: Theme.size.captionText
-            }
-            PaperButton {
-                kind: PaperButton.Primary
-                iconName: "link"
-                text: qsTr("open it")
-                Accessible.description: sheet.editor.placeOf(entry.modelData)
-                onClicked: {
-                    sheet.close();
-                    sheet.editor.openLink(entry.modelData);
-                }
-            }
+    LinkList {
+        width: parent.width
+        editor: sheet.editor
+        links: sheet.links
+        onWanted: link => {
+            sheet.close();
+            sheet.editor.openLink(link);
         }
     }
     PaperButton {

@@ -92,7 +92,7 @@ Rectangle {
         }
         Swatches {
             // As a note stores them; "" is the paper's own.
-            names: [""].concat(Theme.textInks())
+            names: ["", ...Theme.textInks()]
             labels: [qsTr("the paper's ink"), qsTr("red"), qsTr("rust"), qsTr("moss"), qsTr("green"), qsTr("lagoon"), qsTr("blue"), qsTr("night"), qsTr("plum"), qsTr("rose")]
             colors: {
                 const own = bar.composer.ink; // of the paper, as are all of them
