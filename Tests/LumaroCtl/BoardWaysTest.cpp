@@ -188,8 +188,8 @@ TEST_F(BoardWays, LeaveALockedItemAsItIs) {
     app.goOnBoardWith(startingBoard(), noon);
     Terminal terminal{startingBoard()};
     for (const auto& verb : verbs) {
-        EXPECT_EQ(terminal.ask(verb).status, 65) << verb.value.index();
-        EXPECT_EQ(ask(app, verb).status, 65) << verb.value.index();
+        EXPECT_EQ(terminal.ask(verb).status, 65) << verb.index();
+        EXPECT_EQ(ask(app, verb).status, 65) << verb.index();
     }
     EXPECT_EQ(look(terminal.board()), look(startingBoard()));
     EXPECT_EQ(look(app.app->board()), look(startingBoard()));
