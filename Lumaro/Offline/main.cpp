@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // The real windows over a computer that is not there, for people who work on the look.
+#include "Lumaro/Offline/PlayedHands.h"
 #include "Lumaro/Offline/Rehearsal.h"
 #include "Lumaro/Offline/WindowSheet.h"
 #include "Lumaro/UI/Text.h"
@@ -35,6 +36,8 @@ struct Arguments {
     std::string day = "2026-06-21";
     double density = 1;
     bool doesWeatherMove = false;
+    std::string keys;
+    std::string drag;
 };
 
 template <class Enum>
@@ -106,6 +109,10 @@ int run(QApplication& application, const Arguments& arguments) {
     rehearsal.windows().dress(qText(std::string_view{arguments.appearance}), arguments.isMotionReduced);
     auto* const window = open(rehearsal, arguments);
     if (arguments.doesWeatherMove) window->setProperty("weatherMoves", true);
+    QTimer::singleShot(1200, window, [&, window] {
+        press(*window, arguments.keys);
+        drag(*window, arguments.drag);
+    });
     if (!arguments.grab.empty()) {
         QTimer::singleShot(static_cast<int>(arguments.after * 1000), window, [&, window] {
             const bool isSaved = window->grabWindow().save(qText(std::string_view{arguments.grab}));
@@ -124,7 +131,7 @@ int main(int argc, char** argv) {
     app.add_option("--scene", arguments.scene, "what is going on: " + lumaro::namesIn<lumaro::Scene>());
     app.add_option("--sky", arguments.sky, "over the partner's roofs: " + lumaro::namesIn<lumaro::Sky>());
     app.add_option("--hour", arguments.hour, "that the partner's clock strikes")->check(CLI::Range(0, 23));
-    app.add_option("--show", arguments.show, "board, desktop, gallery, boardPage or settings");
+    app.add_option("--show", arguments.show, "board, desktop, gallery, boardPage, settings or help");
     app.add_option("--appearance", arguments.appearance, "light or dark");
     app.add_flag("--reduced-motion", arguments.isMotionReduced, "fades instead of springs");
     app.add_option("--width", arguments.width, "of the window")->type_name("PX");
@@ -136,6 +143,8 @@ int main(int argc, char** argv) {
     app.add_option("--day", arguments.day, "of the sheet")->type_name("YYYY-MM-DD");
     app.add_option("--density", arguments.density, "pixels for a point of the sheet, up to 3");
     app.add_flag("--moving-weather", arguments.doesWeatherMove, "rain and snow fall before the windows");
+    app.add_option("--keys", arguments.keys, "to press in the window after a second")->type_name("\"Tab, Space\"");
+    app.add_option("--drag", arguments.drag, "drag that over the board: \"words\", or the name of a file");
     CLI11_PARSE(app, argc, argv);
     QApplication application{argc, argv};
     if (!arguments.sheet.empty()) return lumaro::writeSheet(arguments);

@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <string>
+
+class QQuickWindow;
+
+namespace lumaro {
+
+// What a person would do in a window, for pictures of how it looks then.
+
+/// Presses keys one after the other, as "Tab, Tab, Space" has them.
+void press(QQuickWindow& window, const std::string& keys);
+
+/// Drags something from another program over the middle of the window: "words", or else a file of that name. Nothing
+/// when it is empty.
+void drag(QQuickWindow& window, const std::string& what);
+
+} // namespace lumaro
