@@ -20,6 +20,8 @@ Q_IMPORT_QML_PLUGIN(Lumaro_UIPlugin)
 namespace lumaro {
 namespace {
 
+constexpr const char* boardWindowKey = "boardWindow";
+
 template <class Object>
 QVariant shared(Object& object) {
     return QVariant::fromValue(&object);
@@ -101,13 +103,12 @@ void Windows::openBoard() {
                              {QStringLiteral("place"), shared(place_)},
                              {QStringLiteral("screens"), shared(screens_)},
                              {QStringLiteral("hangsBehindIcons"), ports_.desktop.level() != DesktopLevel::bottomMost}});
+        boardPlace_ = new WindowKeeper{*boardWindow_, ports_.defaults, boardWindowKey};
         QObject::connect(boardWindow_.get(), &QWindow::visibleChanged, &view_, [this](bool isVisible) {
             if (!isVisible) letGoOfBoard();
         });
     }
-    boardWindow_->show();
-    boardWindow_->raise();
-    boardWindow_->requestActivate();
+    boardPlace_->show();
 }
 
 void Windows::letGoOfBoard() {

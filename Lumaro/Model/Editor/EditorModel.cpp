@@ -75,13 +75,14 @@ std::expected<UUID, EditorFault> EditorModel::putUp(Payload payload, std::option
     return concludePutUp(id, doneOf(acts_.perform(opsOf(verb, acts_.board(), acts_.hand()))));
 }
 
-std::expected<UUID, EditorFault> EditorModel::pasteText(std::string_view text) {
+std::expected<UUID, EditorFault> EditorModel::pasteText(std::string_view text, std::optional<Point> at) {
     const Update update{ports_.announcer};
     if (hasNoText(text)) return concludePutUp({}, std::unexpected(ActFault::invalid));
     return putUp(NotePayload{.pm = pm::docOfLines(text),
                              .paper = std::string{pastedPaper},
                              .pin = std::string{pastedPin},
-                             .expiresAt = ports_.clock.now()});
+                             .expiresAt = ports_.clock.now()},
+                 at);
 }
 
 std::expected<UUID, EditorFault> EditorModel::duplicate(const UUID& id) {

@@ -20,6 +20,7 @@ FocusScope {
     signal sharingWanted
     signal quickNoteWanted
     signal doodleWanted
+    signal helpWanted
     /// The keyboard focus is to go to the bar with what can be done to the selected item.
     signal barWanted
 
@@ -200,22 +201,6 @@ FocusScope {
 
             interval: 350
             onTriggered: hands.editor.letGo()
-        }
-    }
-
-    DropArea {
-        anchors.fill: parent
-        onDropped: drop => {
-            const place = hands.board.canvas.canvasPoint(Qt.point(drop.x, drop.y));
-            const format = hands.pictures.pictureFormat(drop.formats);
-            const hasFile = drop.urls.some(url => url.toString().startsWith("file:"));
-            if (format !== "" && !hasFile) {
-                hands.pictures.dropPicture(drop.getDataAsArrayBuffer(format), place);
-            } else if (drop.hasUrls) {
-                hands.pictures.drop(drop.urls, place);
-            } else if (drop.hasText) {
-                hands.editor.putUpText(drop.text);
-            }
         }
     }
 }

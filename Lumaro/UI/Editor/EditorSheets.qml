@@ -23,6 +23,9 @@ Item {
     function editCaption(): void {
         (caption.create() as CaptionSheet).edit();
     }
+    function help(): void {
+        (keys.create() as HelpSheet).open();
+    }
     function showPlace(): void {
         (whereabouts.create() as PlaceSheet).show(editor.selected.itemId, editor.selected.isOwnPlace);
     }
@@ -78,6 +81,13 @@ Item {
                 session: sheets.pictures.cutOut
             })
         isWanted: sheets.pictures.cutOut.isOpen
+        onClosed: sheets.closed()
+    }
+    OnDemand {
+        id: keys
+
+        sourceComponent: HelpSheet {}
+        properties: ({})
         onClosed: sheets.closed()
     }
 }

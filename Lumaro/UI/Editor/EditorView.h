@@ -81,6 +81,8 @@ public:
     Q_INVOKABLE void putUpNote(const QString& paper);
     /// A note of that text, which comes down after its day.
     Q_INVOKABLE bool putUpText(const QString& text);
+    /// The same at a place of the canvas.
+    Q_INVOKABLE bool putUpTextAt(const QString& text, QPointF place);
     Q_INVOKABLE void putUpCountdown(const QString& label, double targetMs);
     Q_INVOKABLE void putUpCard(const QString& kind);
     Q_INVOKABLE void setBackground(const QString& background);

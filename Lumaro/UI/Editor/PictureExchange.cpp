@@ -22,7 +22,6 @@ constexpr qint64 largestFile = qint64{256} * 1024 * 1024;
 /// Those that are most likely without loss come first.
 constexpr std::array pictureFormats{"image/png",  "image/webp", "image/jpeg", "image/avif",
                                     "image/heic", "image/tiff", "image/gif",  "image/bmp"};
-constexpr double step = 36; ///< points between pictures that are dropped together
 
 std::expected<ImportedPicture, ImportFault> importBytes(const QByteArray& bytes) {
     if (bytes.size() > largestFile) return std::unexpected(ImportFault::tooManyPixels);
@@ -88,12 +87,8 @@ bool PictureExchange::paste() {
 }
 
 void PictureExchange::drop(const QList<QUrl>& urls, QPointF place) {
-    double away = 0;
-    for (const auto& url : urls) {
-        const bool isPlaced = !place.isNull();
-        putUp(url, false, isPlaced ? std::optional{Point{place.x() + away, place.y() + away}} : std::nullopt);
-        away += step;
-    }
+    auto where = place.isNull() ? std::nullopt : std::optional{Point{place.x(), place.y()}};
+    for (const auto& url : urls) putUp(url, false, std::exchange(where, std::nullopt));
 }
 
 void PictureExchange::dropPicture(const QByteArray& bytes, QPointF place) {

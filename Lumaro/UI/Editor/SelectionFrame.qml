@@ -12,6 +12,10 @@ Item {
     required property EditorView editor
 
     readonly property real reach: 10
+    /// As it lies before it is turned.
+    readonly property rect flat: Qt.rect(x, y, width, height)
+    /// Somebody turns or resizes the item at a handle.
+    readonly property bool isPulled: turn.isPulled || topLeft.isPulled || topRight.isPulled || bottomLeft.isPulled || bottomRight.isPulled
 
     x: board.canvas.viewX(editor.selected.centerX) - width / 2
     y: board.canvas.viewY(editor.selected.centerY) - height / 2
@@ -42,6 +46,8 @@ Item {
     }
 
     Handle {
+        id: turn
+
         x: (frame.width - width) / 2
         y: -18 - height / 2
         iconName: "rotate-cw"
@@ -52,6 +58,8 @@ Item {
     }
 
     Handle {
+        id: topLeft
+
         x: 0 - width / 2
         y: 0 - height / 2
         visible: frame.editor.selected.canResize
@@ -63,6 +71,8 @@ Item {
     }
 
     Handle {
+        id: topRight
+
         x: frame.width - width / 2
         y: 0 - height / 2
         visible: frame.editor.selected.canResize
@@ -74,6 +84,8 @@ Item {
     }
 
     Handle {
+        id: bottomLeft
+
         x: 0 - width / 2
         y: frame.height - height / 2
         visible: frame.editor.selected.canResize
@@ -85,6 +97,8 @@ Item {
     }
 
     Handle {
+        id: bottomRight
+
         x: frame.width - width / 2
         y: frame.height - height / 2
         visible: frame.editor.selected.canResize

@@ -18,15 +18,19 @@ Window {
     required property bool hangsBehindIcons
     property alias weatherMoves: page.weatherMoves
 
-    /// Opens a page: "settings" or "boardPage".
-    function showPage(page: string): void {
-        ((page === "settings" ? settingsPage : boardPage).create() as Sheet).open();
+    /// Opens a page: "settings", "boardPage" or "help".
+    function showPage(name: string): void {
+        if (name === "help")
+            page.sheets.help();
+        else
+            ((name === "settings" ? settingsPage : boardPage).create() as Sheet).open();
     }
 
+    // On a screen that has room for them; `WindowKeeper` sees to the others.
     width: 1180
     height: 780
-    minimumWidth: 900
-    minimumHeight: 600
+    minimumWidth: 780
+    minimumHeight: 480
     title: view.face.isOnBoard && view.face.hasPartner ? qsTr("lumaro · you and %1").arg(view.face.partnerName) : "lumaro"
     color: Theme.color.room
 
@@ -48,7 +52,11 @@ Window {
     }
 
     StatusSlip {
+        id: slip
+
         view: window.view
+        // The handles of an item under it are to be seen; it takes no clicks.
+        opacity: FrameRoom.areNear(page.reach, Qt.rect(x, y, width, height), 0) ? 0.25 : 0.94
         anchors {
             top: parent.top
             topMargin: Theme.size.medium
@@ -56,14 +64,14 @@ Window {
         }
     }
 
-    // A page that closes gives the keyboard focus back to the board.
+    // A page that closes gives the keyboard focus back to what had it, or to the board.
     OnDemand {
         sourceComponent: FirstRun {}
         properties: ({
                 view: window.view
             })
         isWanted: window.view.face.needsPerson
-        onClosed: page.takeKeys()
+        onClosed: page.giveKeysBack()
     }
 
     OnDemand {
@@ -72,7 +80,7 @@ Window {
                 view: window.view
             })
         isWanted: window.view.face.inviteQuestion.isAsked
-        onClosed: page.takeKeys()
+        onClosed: page.giveKeysBack()
     }
 
     OnDemand {
@@ -82,7 +90,7 @@ Window {
         properties: ({
                 view: window.view
             })
-        onClosed: page.takeKeys()
+        onClosed: page.giveKeysBack()
     }
 
     OnDemand {
@@ -97,14 +105,14 @@ Window {
                 screens: window.screens,
                 hangsBehindIcons: window.hangsBehindIcons
             })
-        onClosed: page.takeKeys()
+        onClosed: page.giveKeysBack()
     }
 
     Connections {
         target: window.view
 
         function onNoticed(text: string): void {
-            page.say(text);
+            page.toast.show(text, "");
         }
     }
 }
