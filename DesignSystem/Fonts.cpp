@@ -17,7 +17,7 @@ namespace {
 QFont font(const QString& family, double pixels, QFont::Weight weight) {
     QFont font;
     // Without a named font for emoji several come out black and white.
-    font.setFamilies({family, QStringLiteral("Noto Sans"), QStringLiteral("Noto Color Emoji")});
+    font.setFamilies({family, QStringLiteral("Noto Sans"), emojiFamily});
     font.setPixelSize(std::max(1, qRound(pixels)));
     font.setWeight(weight);
     return font;

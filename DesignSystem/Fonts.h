@@ -11,6 +11,9 @@ inline const QString sansFamily = QStringLiteral("Nunito");
 /// The family of notes and captions.
 inline const QString handFamily = QStringLiteral("Caveat");
 
+/// The family of emoji, where it is installed.
+inline const QString emojiFamily = QStringLiteral("Noto Color Emoji");
+
 /// Makes the fonts that come with the program known, and the sans the application's. Once, after the application
 /// object.
 void registerFonts();

@@ -28,12 +28,25 @@ void Theme::setMotionReduced(bool isReduced) {
 }
 
 QColor Theme::backgroundColor(const QString& background) const {
-    return toneOf(fromName<BackgroundID>(background.toStdString()).value_or(BackgroundID::butter)).base;
+    return toneOf(fromName<BackgroundID>(background.toStdString()).value_or(BackgroundID::butter), false).base;
 }
 
 QColor Theme::inkColor(const QString& ink) const {
     const auto* const tone = std::ranges::find(inkTones, ink, [](const InkTone& it) { return QLatin1String{it.name}; });
-    return QColor::fromRgba(tone == inkTones.end() ? inkTones.front().color : tone->color);
+    return QColor::fromRgba((tone == inkTones.end() ? inkTones.front() : *tone).shown(isDark_));
+}
+
+QStringList Theme::textInks() const {
+    QStringList stored;
+    for (const auto& ink : lumaro::textInks) stored.append(QLatin1String{ink.stored});
+    return stored;
+}
+
+QColor Theme::textInkColor(const QString& stored) const {
+    for (const auto& ink : lumaro::textInks) {
+        if (stored == QLatin1String{ink.stored}) return QColor::fromRgba(ink.shown(isDark_));
+    }
+    return palette(isDark_).ink;
 }
 
 QStringList Theme::inks() const {

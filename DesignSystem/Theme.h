@@ -35,10 +35,14 @@ public:
     void setDark(bool isDark);
     void setMotionReduced(bool isReduced);
 
-    /// How the board's paper colour of that name looks.
+    /// How the board's paper colour of that name looks by day.
     Q_INVOKABLE QColor backgroundColor(const QString& background) const;
+    /// How an ink of the doodles looks now.
     Q_INVOKABLE QColor inkColor(const QString& ink) const;
     Q_INVOKABLE QStringList inks() const;
+    /// The inks of letters as notes store them.
+    Q_INVOKABLE QStringList textInks() const;
+    Q_INVOKABLE QColor textInkColor(const QString& stored) const;
 
 Q_SIGNALS:
     void changed();

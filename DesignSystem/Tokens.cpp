@@ -38,7 +38,25 @@ Palette palette(bool isDark) {
             .shade = QColor{0x3B, 0x2E, 0x22, 0x66}};
 }
 
-BackgroundTone toneOf(BackgroundID background) {
+namespace {
+
+// What the lamp makes of each: the pool, its far edge, and the corner that it does not reach.
+BackgroundTone byLamp(BackgroundID background) {
+    switch (background) {
+    case BackgroundID::butter: return {QColor{0x795326}, QColor{0x41301F}, QColor{0x221910}};
+    case BackgroundID::blush: return {QColor{0x77472E}, QColor{0x40281F}, QColor{0x211613}};
+    case BackgroundID::sage: return {QColor{0x6A5433}, QColor{0x373021}, QColor{0x1D1A14}};
+    case BackgroundID::sky: return {QColor{0x62513F}, QColor{0x312F2C}, QColor{0x1A1919}};
+    case BackgroundID::lilac: return {QColor{0x6D4A40}, QColor{0x39292B}, QColor{0x1E1719}};
+    case BackgroundID::oat: return {QColor{0x724F32}, QColor{0x3C2E21}, QColor{0x1F1914}};
+    }
+    std::unreachable();
+}
+
+} // namespace
+
+BackgroundTone toneOf(BackgroundID background, bool isDark) {
+    if (isDark) return byLamp(background);
     switch (background) {
     case BackgroundID::butter: return {QColor{0xFFF8E1}, QColor{0xF9ECC4}, QColor{0xEFD9A2}};
     case BackgroundID::blush: return {QColor{0xFDF0EC}, QColor{0xF6DCD5}, QColor{0xE9C1B8}};

@@ -60,21 +60,56 @@ struct BackgroundTone {
     QColor deep; ///< away from it
 };
 
-BackgroundTone toneOf(BackgroundID background);
+/// By day, or by lamplight: then `light` is the middle of the lamp's pool.
+BackgroundTone toneOf(BackgroundID background, bool isDark);
 
-/// An ink of the doodles: what the board stores, and what it looks like.
+/// An ink of the doodles: what the board stores, and what it looks like by day and by lamplight. It, or the rim around
+/// its strokes, stands at least 3 to 1 against every background.
 struct InkTone {
     const char* name;
     QRgb color;
+    QRgb lamp;
+    QRgb rim = 0; ///< by day, around an ink that the day's glass would swallow; 0: none
+
+    QRgb shown(bool isDark) const { return isDark ? lamp : color; }
 };
 
-inline constexpr std::array<InkTone, 7> inkTones{{{"ink", 0xFF3B322B},
-                                                  {"coral", 0xFFCB5A45},
-                                                  {"sun", 0xFFE2A63B},
-                                                  {"mint", 0xFF5E9C7B},
-                                                  {"sky", 0xFF5B8FB3},
-                                                  {"plum", 0xFF86588F},
-                                                  {"chalk", 0xFFFFF8EA}}};
+inline constexpr std::array<InkTone, 12> inkTones{{{"ink", 0xFF3B322B, 0xFFF3E6D0},
+                                                   {"coral", 0xFFB5402B, 0xFFF7A08B},
+                                                   {"rust", 0xFF8F4A18, 0xFFEBAA79},
+                                                   {"sun", 0xFFE2A63B, 0xFFF2C25E, 0xFF7A5206},
+                                                   {"moss", 0xFF5A671B, 0xFFC1CD7C},
+                                                   {"mint", 0xFF2B6F52, 0xFF93D2B1},
+                                                   {"lagoon", 0xFF1D6B74, 0xFF84CFD6},
+                                                   {"sky", 0xFF2C638D, 0xFF98C6E7},
+                                                   {"night", 0xFF2E3A6B, 0xFFB4BEF3},
+                                                   {"plum", 0xFF74447E, 0xFFD6AADF},
+                                                   {"rose", 0xFFAA3762, 0xFFF5A6C2},
+                                                   {"chalk", 0xFFFFF8EA, 0xFFFFF8EA, 0xFF6E5E49}}};
+
+/// An ink of the letters on notes: what a note stores, and what it looks like by day and by lamplight. On a paper
+/// where that is hard to read it is shown darker or lighter.
+struct TextInk {
+    const char* stored;
+    QRgb color;
+    QRgb lamp;
+
+    QRgb shown(bool isDark) const { return isDark ? lamp : color; }
+};
+
+/// Red, rust, moss, green, lagoon, blue, night, plum, rose.
+inline constexpr std::array<TextInk, 9> textInks{{{"#b5472f", 0xFF9C3320, 0xFFF6A692},
+                                                  {"#a35a12", 0xFF82470F, 0xFFF0B484},
+                                                  {"#6d6a12", 0xFF595610, 0xFFD3D48C},
+                                                  {"#4f7a55", 0xFF2F5F38, 0xFFA3D6A8},
+                                                  {"#1f6f78", 0xFF175A62, 0xFF93D6DC},
+                                                  {"#3f6f93", 0xFF28557A, 0xFFA5CDEB},
+                                                  {"#3b4a8a", 0xFF35427E, 0xFFBEC7F6},
+                                                  {"#7a4c84", 0xFF683B72, 0xFFDDB7E4},
+                                                  {"#a8386a", 0xFF93295A, 0xFFF6B0C9}}};
+
+/// Of links in notes.
+inline constexpr TextInk linkInk{"", 0xFF1F4E86, 0xFFA9CBF5};
 
 /// Lengths in points, times in milliseconds.
 struct Metrics {

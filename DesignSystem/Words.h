@@ -11,9 +11,9 @@
 namespace lumaro {
 
 /// Where C++ turns texts into the language of the person, as QML does with `qsTr`: `Words::tr("quick note")`. The
-/// English text is the key, and is shown where there is no translation. A text with a count is two: the one for a
-/// single thing, and one with "%n" for the rest, of which a translation may have as many forms as its language needs.
-/// On any thread.
+/// English text is the key, and is shown where there is no translation; `SystemWords` puts in what this system is
+/// called. A text with a count is two: the one for a single thing, and one with "%n" for the rest, of which a
+/// translation may have as many forms as its language needs. On any thread.
 class Words {
     Q_DECLARE_TR_FUNCTIONS(Words)
 

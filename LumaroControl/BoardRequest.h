@@ -4,6 +4,9 @@
 #include "LumaroControl/NewItem.h"
 #include "LumaroCore/Protocol/Messages.h"
 
+#include <algorithm>
+#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -12,6 +15,15 @@
 #include <variant>
 
 namespace lumaro {
+
+/// What a verb is called where it travels.
+struct VerbName {
+    template <std::size_t size>
+    consteval VerbName(const char (&name)[size]) { // NOLINT(*-avoid-c-arrays, google-explicit-constructor)
+        std::ranges::copy(name, text.begin());
+    }
+    std::array<char, 16> text{};
+};
 
 /// What a verb wants of the process that has the profile. Travels between processes as one line of JSON.
 struct BoardRequest {
@@ -55,27 +67,30 @@ struct BoardRequest {
         }
         bool operator==(const Resize&) const = default;
     };
-    struct TakeDown {
-        static constexpr std::string_view tag = "take-down";
+    /// What needs to know nothing.
+    template <VerbName name>
+    struct Bare {
+        static constexpr std::string_view tag{name.text.data()};
+
+        static constexpr auto fields() { return std::tuple{}; }
+        bool operator==(const Bare&) const = default;
+    };
+    /// What needs to know of no more than the item.
+    template <VerbName name>
+    struct OnItem {
+        static constexpr std::string_view tag{name.text.data()};
         std::string item;
 
-        static constexpr auto fields() { return std::tuple{Field{"item", &TakeDown::item}}; }
-        bool operator==(const TakeDown&) const = default;
+        static constexpr auto fields() { return std::tuple{Field{"item", &OnItem::item}}; }
+        bool operator==(const OnItem&) const = default;
     };
-    struct Keep {
-        static constexpr std::string_view tag = "keep";
-        std::string item;
-
-        static constexpr auto fields() { return std::tuple{Field{"item", &Keep::item}}; }
-        bool operator==(const Keep&) const = default;
-    };
-    struct Unkeep {
-        static constexpr std::string_view tag = "unkeep";
-        std::string item;
-
-        static constexpr auto fields() { return std::tuple{Field{"item", &Unkeep::item}}; }
-        bool operator==(const Unkeep&) const = default;
-    };
+    using ToFront = OnItem<"to-front">;
+    using ToBack = OnItem<"to-back">;
+    using TakeDown = OnItem<"take-down">;
+    using Keep = OnItem<"keep">;
+    using Unkeep = OnItem<"unkeep">;
+    using Lock = OnItem<"lock">;
+    using Unlock = OnItem<"unlock">;
     struct SetBackground {
         static constexpr std::string_view tag = "background";
         BackgroundID background = BackgroundID::butter;
@@ -145,18 +160,8 @@ struct BoardRequest {
         static constexpr auto fields() { return std::tuple{}; }
         bool operator==(const Leave&) const = default;
     };
-    struct Undo {
-        static constexpr std::string_view tag = "undo";
-
-        static constexpr auto fields() { return std::tuple{}; }
-        bool operator==(const Undo&) const = default;
-    };
-    struct Redo {
-        static constexpr std::string_view tag = "redo";
-
-        static constexpr auto fields() { return std::tuple{}; }
-        bool operator==(const Redo&) const = default;
-    };
+    using Undo = Bare<"undo">;
+    using Redo = Bare<"redo">;
     /// Opens the composer of a quick note, with a text in it perhaps.
     struct QuickNote {
         static constexpr std::string_view tag = "quick-note";
@@ -202,11 +207,13 @@ struct BoardRequest {
         std::optional<std::string> town;    ///< "i'm in …": how its name begins; empty: the computer finds out
         std::optional<std::string> country; ///< of that town, ISO 3166-1, two letters
         std::optional<std::string> name;    ///< the person's own for where they are; empty: forgotten
+        std::optional<bool> hours{};        ///< whether the partner sees the time zone, also without a place
 
         static constexpr auto fields() {
             return std::tuple{Field{"json", &Place::json},           Field{"share", &Place::share},
                               Field{"precision", &Place::precision}, Field{"town", &Place::town},
-                              Field{"country", &Place::country},     Field{"name", &Place::name}};
+                              Field{"country", &Place::country},     Field{"name", &Place::name},
+                              Field{"hours", &Place::hours}};
         }
         bool operator==(const Place&) const = default;
     };
@@ -219,16 +226,12 @@ struct BoardRequest {
         bool operator==(const Secrets&) const = default;
     };
     /// Asks a keyring that would not open once more.
-    struct Unlock {
-        static constexpr std::string_view tag = "unlock";
-
-        static constexpr auto fields() { return std::tuple{}; }
-        bool operator==(const Unlock&) const = default;
-    };
+    using UnlockKeyring = Bare<"unlock-keyring">;
 
     struct Verb {
-        std::variant<PutUp, Move, Turn, Resize, TakeDown, Keep, Unkeep, SetBackground, Show, Pending, Status, Start,
-                     Join, Code, Link, Leave, Undo, Redo, QuickNote, Open, Presence, Listening, Place, Secrets, Unlock>
+        std::variant<PutUp, Move, Turn, Resize, ToFront, ToBack, TakeDown, Keep, Unkeep, Lock, Unlock, SetBackground,
+                     Show, Pending, Status, Start, Join, Code, Link, Leave, Undo, Redo, QuickNote, Open, Presence,
+                     Listening, Place, Secrets, UnlockKeyring>
             value;
 
         bool operator==(const Verb&) const = default;

@@ -86,8 +86,8 @@ std::string boardText(const Board& board, const SlotNames& names) {
     for (const auto& item : board.items) items.push_back(&item);
     std::ranges::stable_sort(items, {}, [](const BoardItem* item) { return item->z; });
     for (const auto* item : items) {
-        text << shortId(item->id) << "  " << nameOfSlot(names, item->author) << "  " << placeText(item->center) << "  "
-             << itemText(*item) << '\n';
+        text << shortId(item->id) << "  " << nameOfSlot(names, item->creator()) << "  " << placeText(item->center)
+             << "  " << itemText(*item) << '\n';
     }
     return std::move(text).str();
 }

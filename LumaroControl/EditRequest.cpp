@@ -54,6 +54,14 @@ AskedVerb verbOf(const BoardRequest::Resize& resize, const Board& board) {
     return onItem(board, resize.item, [&](const UUID& id) { return BoardVerb::Resize{id, resize.scale}; });
 }
 
+AskedVerb verbOf(const BoardRequest::ToFront& raised, const Board& board) {
+    return onItem(board, raised.item, [](const UUID& id) { return BoardVerb::ToFront{id}; });
+}
+
+AskedVerb verbOf(const BoardRequest::ToBack& lowered, const Board& board) {
+    return onItem(board, lowered.item, [](const UUID& id) { return BoardVerb::ToBack{id}; });
+}
+
 AskedVerb verbOf(const BoardRequest::TakeDown& gone, const Board& board) {
     return onItem(board, gone.item, [](const UUID& id) { return BoardVerb::TakeDown{id}; });
 }
@@ -64,6 +72,14 @@ AskedVerb verbOf(const BoardRequest::Keep& kept, const Board& board) {
 
 AskedVerb verbOf(const BoardRequest::Unkeep& unkept, const Board& board) {
     return onItem(board, unkept.item, [](const UUID& id) { return BoardVerb::Unkeep{id}; });
+}
+
+AskedVerb verbOf(const BoardRequest::Lock& locked, const Board& board) {
+    return onItem(board, locked.item, [](const UUID& id) { return BoardVerb::Lock{id}; });
+}
+
+AskedVerb verbOf(const BoardRequest::Unlock& freed, const Board& board) {
+    return onItem(board, freed.item, [](const UUID& id) { return BoardVerb::Unlock{id}; });
 }
 
 AskedVerb verbOf(const BoardRequest::SetBackground& wanted, const Board& /*board*/) {

@@ -23,9 +23,13 @@ AskedVerb verbOf(const BoardRequest::PutUp& put, const Board& board);
 AskedVerb verbOf(const BoardRequest::Move& move, const Board& board);
 AskedVerb verbOf(const BoardRequest::Turn& turn, const Board& board);
 AskedVerb verbOf(const BoardRequest::Resize& resize, const Board& board);
+AskedVerb verbOf(const BoardRequest::ToFront& raised, const Board& board);
+AskedVerb verbOf(const BoardRequest::ToBack& lowered, const Board& board);
 AskedVerb verbOf(const BoardRequest::TakeDown& gone, const Board& board);
 AskedVerb verbOf(const BoardRequest::Keep& kept, const Board& board);
 AskedVerb verbOf(const BoardRequest::Unkeep& unkept, const Board& board);
+AskedVerb verbOf(const BoardRequest::Lock& locked, const Board& board);
+AskedVerb verbOf(const BoardRequest::Unlock& freed, const Board& board);
 AskedVerb verbOf(const BoardRequest::SetBackground& wanted, const Board& board);
 
 /// A request that edits.

@@ -43,8 +43,12 @@ std::string whereaboutsJson(const Whereabouts& whereabouts) {
 }
 
 std::string whereaboutsText(const Whereabouts& whereabouts, std::string_view partner) {
-    return "you: " + ownText(whereabouts) + "\n" + std::string{partner} + ": " +
-           (whereabouts.partner ? placeText(*whereabouts.partner) : "no word from there yet") + "\n";
+    const auto hours = [](const std::optional<std::string>& zone) {
+        return zone ? "; hours of " + onOneLine(*zone) : std::string{};
+    };
+    return "you: " + ownText(whereabouts) + hours(whereabouts.zone) + "\n" + std::string{partner} + ": " +
+           (whereabouts.partner ? placeText(*whereabouts.partner) : "no word from there yet") +
+           hours(whereabouts.partnerZone) + "\n";
 }
 
 } // namespace lumaro

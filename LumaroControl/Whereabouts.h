@@ -21,6 +21,8 @@ struct Whereabouts {
     std::optional<ChosenPlace> chosen; ///< the person says that they are there
     std::optional<Here> own;           ///< as it is shared
     std::optional<Here> partner;
+    std::optional<std::string> zone;        ///< of this computer, where it is shared without a place
+    std::optional<std::string> partnerZone; ///< theirs, as they said last
 
     static constexpr auto fields() {
         return std::tuple{Field{"shares", &Whereabouts::shares},
@@ -28,7 +30,9 @@ struct Whereabouts {
                           Field{"precision", &Whereabouts::precision},
                           Field{"chosen", &Whereabouts::chosen},
                           Field{"own", &Whereabouts::own},
-                          Field{"partner", &Whereabouts::partner}};
+                          Field{"partner", &Whereabouts::partner},
+                          Field{"zone", &Whereabouts::zone},
+                          Field{"partnerZone", &Whereabouts::partnerZone}};
     }
 };
 

@@ -27,6 +27,7 @@ std::string textOf(EditFault fault) {
     case EditFault::wrongKind: return "an item of this kind has no such edit";
     case EditFault::cannotResize: return "an item of this kind keeps its size";
     case EditFault::notFinite: return "a number is missing";
+    case EditFault::locked: return "the item is locked";
     }
     return "";
 }

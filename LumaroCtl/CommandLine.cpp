@@ -143,6 +143,21 @@ void addTilt(CLI::App& app, Options& options, RunVerb& run) {
     });
 }
 
+// The word that stands where a verb should, behind the verbs that were understood.
+std::optional<std::string> unknownVerb(const CLI::App& app) {
+    const auto* deepest = &app;
+    std::string path;
+    while (!deepest->get_subcommands().empty()) {
+        deepest = deepest->get_subcommands().front();
+        path += deepest->get_name() + " ";
+    }
+    if (deepest->get_require_subcommand_min() == 0) return std::nullopt;
+    for (const auto& word : app.remaining(true)) {
+        if (!word.starts_with('-')) return path + word;
+    }
+    return std::nullopt;
+}
+
 ExitStatus parseAndRun(std::span<char* const> arguments, Streams streams) {
     CLI::App app{"The board of two people, from a terminal.", "lumaroctl"};
     Options options;
@@ -154,12 +169,19 @@ ExitStatus parseAndRun(std::span<char* const> arguments, Streams streams) {
     addSpot(app, options, run);
     addTilt(app, options, run);
     const NetworkArguments network{app, run};
+    app.set_version_flag("--version", "lumaroctl " LUMARO_VERSION, "print the version");
     try {
         app.parse(static_cast<int>(arguments.size()), arguments.data());
     } catch (const CLI::CallForHelp& help) {
         app.exit(help, streams.out, streams.err);
         return ExitStatus::ok;
+    } catch (const CLI::CallForVersion& version) {
+        streams.out << version.what() << '\n';
+        return ExitStatus::ok;
     } catch (const CLI::ParseError& error) {
+        if (const auto unknown = unknownVerb(app)) {
+            return fail(streams, ExitStatus::usage, ": there is no verb \"" + *unknown + "\" (see --help)");
+        }
         return fail(streams, ExitStatus::usage, std::string{": "} + error.what() + " (see --help)");
     }
     return run(streams);

@@ -2,14 +2,20 @@
 #include "LumaroCtl/NetworkArguments.h"
 
 #include "LumaroControl/Moments.h"
+#include "LumaroCore/BoardModel/NoteLook.h"
 #include "LumaroCore/Presence/Pomodoro.h"
 #include "LumaroCore/Support/EnumNames.h"
+#include "LumaroCore/Support/Unicode.h"
 #include "LumaroCore/Support/Wire.h"
 
 #include <CLI/CLI.hpp>
 
+#include <array>
+#include <expected>
+#include <istream>
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace lumaro {
 
@@ -26,7 +32,8 @@ struct NetworkValues {
     std::string at;
     std::string to;
     std::string item;
-    std::string paper = "butter";
+    std::string paper{defaultPaper};
+    std::string pin{defaultPin};
     std::string background;
     std::string units = "celsius";
     std::string directory;
@@ -63,6 +70,24 @@ CLI::IsMember oneOf() {
     std::vector<std::string> names;
     for (const auto name : namesOf(E{})) names.emplace_back(name);
     return CLI::IsMember{names};
+}
+
+std::string checkName(const std::string& text) {
+    return trimmed(text).empty() ? "a name cannot be empty" : "";
+}
+
+// All of standard input without the line ends behind it; why not, for people, in the error.
+std::expected<std::string, std::string> noteFrom(std::istream& in) {
+    std::string text;
+    for (std::array<char, 4096> chunk{}; in && text.size() <= BoardSpec::maxItemJSONBytes;) {
+        in.read(chunk.data(), chunk.size());
+        text.append(chunk.data(), static_cast<std::size_t>(in.gcount()));
+    }
+    if (in.bad()) return std::unexpected("standard input cannot be read");
+    if (text.size() > BoardSpec::maxItemJSONBytes) return std::unexpected("that is too long for a note");
+    if (!isUtf8(text)) return std::unexpected("standard input is not UTF-8");
+    while (text.ends_with('\n') || text.ends_with('\r')) text.pop_back();
+    return text;
 }
 
 std::string checkPoint(const std::string& text) {
@@ -105,14 +130,20 @@ public:
                 return v.network.app ? v.send(streams, BoardRequest::Start{v.name})
                                      : runStart(v.network, streams, v.name);
             });
-        start->add_option("--name", values_.name, "your name, as your partner sees it")->required()->type_name("NAME");
+        start->add_option("--name", values_.name, "your name, as your partner sees it")
+            ->required()
+            ->check(checkName)
+            ->type_name("NAME");
         auto* join = verb("join", "Join a partner's board.", [](const V& v, Streams streams) {
             const auto slot = fromName<PartnerID>(v.slot);
             return v.network.app ? v.send(streams, BoardRequest::Join{v.codeOrLink, v.name, slot, v.leave})
                                  : runJoin(v.network, streams, {v.name, v.codeOrLink, slot, v.leave});
         });
         join->add_option("CODE|LINK", values_.codeOrLink, "six digits, or a link")->required()->type_name("");
-        join->add_option("--name", values_.name, "your name, as your partner sees it")->required()->type_name("NAME");
+        join->add_option("--name", values_.name, "your name, as your partner sees it")
+            ->required()
+            ->check(checkName)
+            ->type_name("NAME");
         join->add_option("--as", values_.slot, "which of the two you are, where both are on the board")
             ->check(oneOf<PartnerID>());
         join->add_flag("--leave", values_.leave, "leave the board that this profile is on, once the join has worked");
@@ -159,8 +190,8 @@ public:
             return v.send(streams, BoardRequest::Secrets{v.inFile});
         });
         secrets->add_flag("--file,!--no-file", values_.inFile, "keep the token in a file that only you can read");
-        verb("unlock", "Ask a keyring that would not open once more (--app).",
-             [](const V& v, Streams streams) { return v.send(streams, BoardRequest::Unlock{}); });
+        verb("unlock-keyring", "Ask a keyring that would not open once more (--app).",
+             [](const V& v, Streams streams) { return v.send(streams, BoardRequest::UnlockKeyring{}); });
     }
 
     void addPlace() {
@@ -190,6 +221,16 @@ public:
         share->add_option("yes|no", values_.text, "whether they see it")
             ->required()
             ->check(CLI::IsMember{std::vector<std::string>{"yes", "no"}})
+            ->type_name("");
+        auto* hours = verbs.verb("hours", "Let the partner see your time zone alone, or no longer.",
+                                 [](const V& v, Streams streams) {
+                                     BoardRequest::Place asked;
+                                     asked.hours = v.text == "on";
+                                     return v.sendPlace(streams, asked);
+                                 });
+        hours->add_option("on|off", values_.text, "whether they see it")
+            ->required()
+            ->check(CLI::IsMember{std::vector<std::string>{"on", "off"}})
             ->type_name("");
         auto* precision = verbs.verb("precision", "Say how exactly.", [](const V& v, Streams streams) {
             BoardRequest::Place asked;
@@ -248,12 +289,20 @@ public:
             return v.send(streams, BoardRequest::Resize{v.item, v.number});
         });
         resize->add_option("--to", values_.number, "0.5 to 2")->required()->type_name("SCALE");
+        onItem("to-front", "Bring an item in front of all others.",
+               [](const V& v, Streams streams) { return v.send(streams, BoardRequest::ToFront{v.item}); });
+        onItem("to-back", "Put an item behind all others.",
+               [](const V& v, Streams streams) { return v.send(streams, BoardRequest::ToBack{v.item}); });
         onItem("take-down", "Take an item down.",
                [](const V& v, Streams streams) { return v.send(streams, BoardRequest::TakeDown{v.item}); });
         onItem("keep", "Let a note stay up.",
                [](const V& v, Streams streams) { return v.send(streams, BoardRequest::Keep{v.item}); });
         onItem("unkeep", "Let a note come down a day from now.",
                [](const V& v, Streams streams) { return v.send(streams, BoardRequest::Unkeep{v.item}); });
+        onItem("lock", "Leave an item as it is until it is unlocked.",
+               [](const V& v, Streams streams) { return v.send(streams, BoardRequest::Lock{v.item}); });
+        onItem("unlock", "Let an item be changed again.",
+               [](const V& v, Streams streams) { return v.send(streams, BoardRequest::Unlock{v.item}); });
         auto* paint = verb("background", "Change the paper of the board.", [](const V& v, Streams streams) {
             const auto background = fromName<BackgroundID>(v.background).value_or(BackgroundID::butter);
             return v.send(streams, BoardRequest::SetBackground{background});
@@ -298,13 +347,20 @@ private:
 
     void addNoteAndCountdown() {
         auto* note = kind("note", "A note.", [](const V& v, Streams streams) {
-            NotePayload payload{pm::docOfLines(v.text), v.paper, "brass", std::nullopt};
+            const auto text = v.text == "-" ? noteFrom(streams.in) : v.text;
+            if (!text) return fail(streams, ExitStatus::data, " put: " + text.error());
+            NotePayload payload{pm::docOfLines(*text), v.paper, v.pin, std::nullopt};
             // Whoever puts it up counts the day from that instant.
             if (!v.keep) payload.expiresAt = present() + BoardSpec::noteLifespan;
             return v.putUp(streams, std::move(payload));
         });
-        note->add_option("TEXT", values_.text, "what it says")->required()->type_name("");
-        note->add_option("--paper", values_.paper, "the paper's colour")->type_name("NAME");
+        note->add_option("TEXT", values_.text, "what it says; - reads standard input")->required()->type_name("");
+        note->add_option("--paper", values_.paper, "what it is written on")
+            ->check(CLI::IsMember(std::vector<std::string>{notePapers.begin(), notePapers.end()}))
+            ->type_name("NAME");
+        note->add_option("--pin", values_.pin, "the pin or tape that holds it")
+            ->check(CLI::IsMember(std::vector<std::string>{notePins.begin(), notePins.end()}))
+            ->type_name("NAME");
         note->add_flag("--keep", values_.keep, "let it stay up for longer than a day");
         auto* countdown = kind("countdown", "A countdown.", [](const V& v, Streams streams) {
             return v.putUp(streams, CountdownPayload{parseMoment(v.to).value_or(Instant{}), v.text});

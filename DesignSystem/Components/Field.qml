@@ -18,6 +18,11 @@ FocusScope {
     signal accepted
     signal edited
 
+    /// The keys go here; what is typed takes the place of what stands here.
+    function takeKeys(): void {
+        forceActiveFocus(Qt.TabFocusReason);
+        input.selectAll();
+    }
     function selectAll(): void {
         input.selectAll();
     }
@@ -62,6 +67,10 @@ FocusScope {
             Accessible.description: field.fault === "" ? field.helper : field.fault
             onAccepted: field.accepted()
             onTextEdited: field.edited()
+            onActiveFocusChanged: {
+                if (activeFocus && (focusReason === Qt.TabFocusReason || focusReason === Qt.BacktabFocusReason))
+                    selectAll();
+            }
 
             background: Rectangle {
                 radius: Theme.size.radius - 2

@@ -17,7 +17,11 @@ Item {
     function show(what: string, action: string): void {
         text = what;
         actionText = action;
+        // What comes into sight is read anyway.
+        const isInSight = slip.visible;
         isShown = true;
+        if (isInSight)
+            ScreenReader.say(slip);
         leaving.restart();
     }
 
@@ -39,7 +43,7 @@ Item {
         color: Theme.color.raised
         border.width: 1
         border.color: Theme.color.edge
-        Accessible.role: Accessible.AlertMessage
+        Accessible.role: Accessible.Notification
         Accessible.name: toast.text
 
         Shadow {

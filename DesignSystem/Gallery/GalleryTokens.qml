@@ -154,7 +154,7 @@ Column {
         heading: "icons"
 
         Repeater {
-            model: ["bold", "bring-to-front", "calendar-heart", "check", "chevron-left", "chevron-right", "clock", "copy", "disc-3", "download", "eraser", "folder", "heart", "hourglass", "house", "image", "italic", "lasso", "link", "log-out", "minus", "monitor", "music", "music-2", "palette", "pen", "pencil", "plus", "redo-2", "refresh-cw", "rotate-cw", "scissors", "settings", "square-dashed", "sticker", "sticky-note", "strikethrough", "timer", "trash-2", "type", "underline", "undo-2", "users", "x"]
+            model: ["bold", "bring-to-front", "calendar-heart", "check", "chevron-left", "chevron-right", "clock", "copy", "disc-3", "download", "eraser", "folder", "heart", "hourglass", "house", "image", "italic", "lasso", "link", "lock", "lock-open", "log-out", "minus", "monitor", "music", "music-2", "palette", "pen", "pencil", "pin", "plus", "redo-2", "refresh-cw", "rotate-cw", "scissors", "send-to-back", "settings", "square-dashed", "sticker", "sticky-note", "strikethrough", "timer", "trash-2", "type", "underline", "undo-2", "users", "x"]
 
             Icon {
                 required property string modelData

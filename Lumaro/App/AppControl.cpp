@@ -11,6 +11,7 @@
 #include "LumaroCore/Support/Fatal.h"
 #include "LumaroCore/Support/OneLine.h"
 #include "LumaroCore/Support/Overloaded.h"
+#include "LumaroCore/Support/Unicode.h"
 #include "LumaroCore/Support/Wire.h"
 #include "Platform/Posix/SystemClock.h"
 
@@ -20,6 +21,8 @@
 
 namespace lumaro {
 namespace {
+
+constexpr std::string_view emptyName = "a name cannot be empty";
 
 BoardAnswer refusal(ExitStatus status, std::string_view line) {
     return {std::to_underlying(status), "", onOneLine(line) + "\n"};
@@ -160,20 +163,23 @@ AppControl::Outcome AppControl::answer(const BoardRequest::Status&) {
 // Who is on it.
 
 AppControl::Outcome AppControl::answer(const BoardRequest::Start& start) {
+    if (trimmed(start.name).empty()) return atOnce(refusal(ExitStatus::usage, emptyName));
     app_.pairing().startOurBoard(start.name);
     return paired();
 }
 
 AppControl::Outcome AppControl::answer(const BoardRequest::Join& join) {
+    if (trimmed(join.name).empty()) return atOnce(refusal(ExitStatus::usage, emptyName));
     if (const auto fault = faultOfCodeOrLink(join.codeOrLink)) return atOnce(refusal(ExitStatus::usage, *fault));
     const bool mayLeave = join.leave.value_or(false);
+    const auto ownBoard = mayLeave ? OwnBoard::left : OwnBoard::stays;
     if (app_.state().token && !mayLeave) return atOnce(refusal(ExitStatus::refused, joinWhileOnABoard));
     if (join.slot && std::holds_alternative<PairingPhase::Choosing>(app_.state().pairing.value)) {
         app_.pairing().chooseOneself(*join.slot);
     } else if (inviteIdIn(join.codeOrLink)) {
-        app_.pairing().joinByLink(join.codeOrLink, {mayLeave, join.name});
+        app_.pairing().joinByLink(join.codeOrLink, {ownBoard, join.name});
     } else {
-        app_.pairing().joinByCode(join.codeOrLink, {mayLeave, join.name});
+        app_.pairing().joinByCode(join.codeOrLink, {ownBoard, join.name});
     }
     return paired();
 }
@@ -215,7 +221,7 @@ AppControl::Outcome AppControl::answer(const BoardRequest::Secrets& secrets) {
     return paired();
 }
 
-AppControl::Outcome AppControl::answer(const BoardRequest::Unlock&) {
+AppControl::Outcome AppControl::answer(const BoardRequest::UnlockKeyring&) {
     app_.retryKeychain();
     return atOnce({});
 }
@@ -259,6 +265,7 @@ AppControl::Outcome AppControl::answer(const BoardRequest::Place& place) {
     }
     if (place.precision) sharing.setPrecision(*place.precision);
     if (place.share) sharing.share(*place.share);
+    if (place.hours) app_.hours().share(*place.hours);
     const auto& state = app_.state();
     if (place.name) {
         if (!state.ownPresence.here) return atOnce(refusal(ExitStatus::refused, "it is not known where you are"));
@@ -270,7 +277,9 @@ AppControl::Outcome AppControl::answer(const BoardRequest::Place& place) {
                             .precision = state.precision,
                             .chosen = state.chosenPlace,
                             .own = state.ownPresence.here,
-                            .partner = state.presence.here};
+                            .partner = state.presence.here,
+                            .zone = state.ownPresence.zone,
+                            .partnerZone = state.presence.zone};
     return atOnce(
         {0, place.json ? whereaboutsJson(known) : whereaboutsText(known, nameOfSlot(namesOf(state), partner)), ""});
 }

@@ -74,7 +74,7 @@ private:
     Outcome answer(const BoardRequest::Link&);
     Outcome answer(const BoardRequest::Leave&);
     Outcome answer(const BoardRequest::Secrets& secrets);
-    Outcome answer(const BoardRequest::Unlock&);
+    Outcome answer(const BoardRequest::UnlockKeyring&);
     Outcome answer(const BoardRequest::QuickNote& note);
     Outcome answer(const BoardRequest::Open& open);
     Outcome answer(const BoardRequest::Presence& seen);

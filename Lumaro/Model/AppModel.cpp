@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Lumaro/Model/AppModel.h"
 
+#include "LumaroCore/Presence/Pomodoro.h"
+
 #include <utility>
 #include <variant>
 
@@ -23,22 +25,24 @@ AppModel::AppModel(Setup setup, Ports ports)
       invitations_({ports.secretBackground, ports.log}, state_,
                    {membership_, state_, state_.myDisplayName, service_, announcer_}),
       people_({ports.defaults, ports.contacts, ports.log}, state_, service_, announcer_),
-      leaving_({ports.secretBackground, ports.log}, membership_, service_), pairing_({.sleeper = ports.sleeper,
-                                                                                      .clock = ports.clock,
-                                                                                      .log = ports.log,
-                                                                                      .background = ports.background,
-                                                                                      .defaults = ports.defaults,
-                                                                                      .origin = ports.origin},
-                                                                                     state_,
-                                                                                     {.membership = membership_,
-                                                                                      .who = state_,
-                                                                                      .people = people_,
-                                                                                      .names = state_,
-                                                                                      .invitations = invitations_,
-                                                                                      .invitation = state_,
-                                                                                      .leaving = leaving_,
-                                                                                      .service = service_,
-                                                                                      .announcer = announcer_}),
+      leaving_({ports.secretBackground, ports.log}, membership_, service_),
+      pairing_({.sleeper = ports.sleeper,
+                .clock = ports.clock,
+                .log = ports.log,
+                .background = ports.background,
+                .defaults = ports.defaults,
+                .origin = ports.origin},
+               state_,
+               {.membership = membership_,
+                .who = state_,
+                .people = people_,
+                .names = state_,
+                .invitations = invitations_,
+                .invitation = state_,
+                .leaving = leaving_,
+                .service = service_,
+                .announcer = announcer_,
+                .itemsOnBoard = [this] { return board().items.size(); }}),
       connection_({ports.sleeper, ports.log, ports.http, ports.background, ports.rooms}, state_, media_, announcer_,
                   *this),
       board_(setup_.profile + "/boards",
@@ -51,7 +55,14 @@ AppModel::AppModel(Setup setup, Ports ports)
               .defaults = ports.defaults,
               .notifications = ports.notifications,
               .sounds = ports.sounds},
-             state_, {connection_, media_, announcer_, [this] { editor_.boardChanged(); }}),
+             state_,
+             {.connection = connection_,
+              .media = media_,
+              .announcer = announcer_,
+              .changedByOthers = [this] { editor_.boardChanged(); },
+              .answered = [this](const NewsAnswer& news) { answer(news); },
+              .partnerName = state_.partnerDisplayName}),
+      drafts_(setup_.profile + "/drafts", {ports.files, ports.sleeper, ports.background, ports.log}),
       editor_({board_, ports.ids, ports.clock, ports.sleeper, announcer_}),
       feeds_(setup_.artwork,
              {.sleeper = ports.sleeper,
@@ -73,6 +84,7 @@ AppModel::AppModel(Setup setup, Ports ports)
         log(LogLevel::error, "the profile's folder cannot be made: " + made.error().message);
     }
     if (const auto& fault = media_.fault()) log(LogLevel::error, "the pictures cannot be read: " + fault->message);
+    editor_.inHand().onNewNote([this](const BoardItem* note) { drafts_.keep(note); });
     editor_.setAuthor(slot());
     editor_.boardChanged();
 }
@@ -95,8 +107,12 @@ void AppModel::start() {
 }
 
 void AppModel::shutdown() {
+    editor_.layDown();
     feeds_.stop();
     desktop_.stop();
+    // A new note goes up when its window goes.
+    static_cast<void>(editor_.inHand().endEditing());
+    drafts_.flush();
     board_.flush();
     media_.flush();
 }
@@ -106,6 +122,31 @@ void AppModel::becameActive() {
     permissions_.refreshContacts();
     permissions_.refreshNotifications();
     people_.refreshFaces();
+    hours().lookAgain();
+}
+
+void AppModel::setLooking(bool isLooking) {
+    board_.setLooking(isLooking);
+    feeds_.seen().setLooking(isLooking);
+}
+
+// What the person wants of what they were notified of. What is in their hand stays there.
+void AppModel::answer(const NewsAnswer& news) {
+    const Announcer::Update update{announcer_};
+    if (news.wish != NewsAnswer::Wish::show) return endBlock(news);
+    if (!editor_.isBusy() && board().find(news.item) != nullptr) editor_.inHand().select(news.item);
+    announcer_.askForBoard();
+}
+
+// The partner may have been quicker: then nothing is left to end.
+void AppModel::endBlock(const NewsAnswer& news) {
+    const auto* const card = board().find(news.item);
+    const auto* const timer = card == nullptr ? nullptr : card->payload.as<PomodoroPayload>();
+    const auto now = ports_.clock.now();
+    if (timer == nullptr || Pomodoro::face(*timer, now) != Pomodoro::Face::rung) return;
+    const bool cools = news.wish == NewsAnswer::Wish::coolDown;
+    static_cast<void>(editor_.replacePayload(news.item, cools ? Pomodoro::coolingDown(*timer, slot(), now)
+                                                              : Pomodoro::rested(*timer)));
 }
 
 // Onto a board and off it.
@@ -125,16 +166,19 @@ void AppModel::cameOntoBoard(bool isAnotherBoard) {
     people_.adopt(token);
     editor_.setAuthor(token.slot);
     board_.adopt(token);
+    if (!editor_.inHand().isNew()) {
+        if (auto note = drafts_.enter(token.coupleId)) editor_.offerNote(std::move(*note));
+    }
     connect();
 }
 
 void AppModel::foundLeftBoard(const CoupleToken& token) {
-    leaving_.tellWhatIsKept();
+    leaving_.tellWhatIsKept(std::nullopt);
     leaving_.tell(token, membership_.serverURL());
 }
 
 void AppModel::sessionRestored(bool isNew) {
-    if (!state_.keychainLocked) leaving_.tellWhatIsKept();
+    if (!state_.keychainLocked) leaving_.tellWhatIsKept(state_.token);
     pairing_.sessionRestored(isNew);
 }
 
@@ -164,6 +208,10 @@ void AppModel::forgetBoard() {
     feeds_.leave();
 }
 
+void AppModel::releasePartner() {
+    people_.releasePartner([this] { invitations_.replaced(); });
+}
+
 void AppModel::keepSecretsInFile(bool agreed) {
     const Announcer::Update update{announcer_};
     const bool isAsked = state_.secretPlace == SecretPlace::asking;
@@ -179,13 +227,26 @@ void AppModel::received(const ServerMessage& message) {
 
 void AppModel::take(const ServerMessage::Welcome& welcome) {
     board_.take(welcome);
-    people_.meet(welcome.paired, welcome.names);
+    meet(welcome.paired, welcome.names);
     feeds_.begin(welcome.roster, slot());
 }
 
 void AppModel::take(const ServerMessage::Roster& roster) {
-    people_.meet(roster.paired, roster.names);
+    meet(roster.paired, roster.names);
     feeds_.partner().meet(roster.online, slot());
+}
+
+void AppModel::take(const ServerMessage::Presence& presence) {
+    feeds_.partner().take(presence, slot(), newestOf(slot(), board(), ports_.clock.now()));
+}
+
+// Whoever comes onto the board has used up the code that brought them.
+void AppModel::meet(PartnerSet paired, const std::optional<SlotNames>& names) {
+    const auto partner = other(slot());
+    const bool wasThere = state_.paired && state_.paired->contains(partner);
+    people_.meet(paired, names);
+    if (!wasThere && paired.contains(partner)) invitations_.forgetCode();
+    if (!paired.contains(partner)) feeds_.partner().forgetPerson();
 }
 
 void AppModel::notStored(const UUID& batchId) {

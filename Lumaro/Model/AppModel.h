@@ -4,6 +4,7 @@
 #include "Lumaro/Model/AppPorts.h"
 #include "Lumaro/Model/AppState.h"
 #include "Lumaro/Model/Editor/EditorModel.h"
+#include "Lumaro/Model/Editor/NoteDrafts.h"
 #include "Lumaro/Model/Presence/Feeds.h"
 #include "LumaroCore/Services/SystemSignals.h"
 
@@ -48,8 +49,11 @@ public:
     PresenceSender& presence() { return feeds_.presence(); }
     MusicSharing& music() { return feeds_.music(); }
     PlaceSharing& place() { return feeds_.place(); }
+    HoursSharing& hours() { return feeds_.hours(); }
+    SeenSharing& seen() { return feeds_.seen(); }
     DesktopSwitch& desktop() { return desktop_; }
     MediaCache& media() { return media_; }
+    NoteDrafts& drafts() { return drafts_; }
 
     const Board& board() const { return board_.board(); }
 
@@ -64,12 +68,16 @@ public:
     /// Adopts a raw token; `then` hears of a token that is none, or a keychain that refuses.
     void pair(std::string_view token, Membership::Kept then);
     void leaveBoard();
+    /// Takes the partner's devices off the board; its links and codes end with that.
+    void releasePartner();
     /// The answer to `SecretPlace::asking`.
     void keepSecretsInFile(bool agreed);
     void retryKeychain() { membership_.retry(); }
     std::string serverURL() const { return membership_.serverURL(); }
     /// The person has turned to the application.
     void becameActive();
+    /// The board's window is the one that the person has before them, or no longer.
+    void setLooking(bool isLooking);
     /// Opens the quick note, with a text to begin with.
     void requestQuickNote(std::optional<std::string> text) { announcer_.askForQuickNote(std::move(text)); }
     /// Stores a picture and sends it to the room; `then` puts up the item that names it.
@@ -82,16 +90,17 @@ private:
 
     void opened(std::vector<PendingBatch> waiting) override { board_.opened(std::move(waiting)); }
     void received(const ServerMessage& message) override;
-    void refused() override { feeds_.partner().forget(); }
+    void refused() override { feeds_.partner().hide(); }
     void stored(const UUID& batchId) override { board_.stored(batchId); }
     void notStored(const UUID& batchId) override;
     void couldNotGoUp(const UUID& mediaId, MediaFault why) override;
 
     void take(const ServerMessage::Welcome& welcome);
     void take(const ServerMessage::Roster& roster);
-    void take(const ServerMessage::Ops& relayed) { board_.take(relayed, state_.partnerDisplayName); }
+    void meet(PartnerSet paired, const std::optional<SlotNames>& names);
+    void take(const ServerMessage::Ops& relayed) { board_.take(relayed); }
     void take(const ServerMessage::Ack& ack) { board_.take(ack); }
-    void take(const ServerMessage::Presence& presence) { feeds_.partner().take(presence, slot()); }
+    void take(const ServerMessage::Presence& presence);
     void take(const ServerMessage::Calendar& calendar) { feeds_.partner().take(calendar); }
     void take(const ServerMessage::Thread& thread) { board_.take(thread); }
     void take(const ServerMessage::Error&) {} // the connection's
@@ -100,6 +109,8 @@ private:
     void networkChanged() override;
 
     void forgetBoard();
+    void answer(const NewsAnswer& news);
+    void endBlock(const NewsAnswer& news);
     void completeNews(const AppNews& news);
     PartnerID slot() const { return state_.token ? state_.token->slot : PartnerID::a; }
     void log(LogLevel level, std::string_view message) { ports_.log.write(level, "app", message); }
@@ -119,6 +130,7 @@ private:
     Pairing pairing_;
     Connection connection_;
     LiveBoard board_;
+    NoteDrafts drafts_;
     EditorModel editor_;
     Feeds feeds_;
     std::unique_ptr<SystemSignals::Listening> listening_;

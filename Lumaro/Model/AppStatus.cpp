@@ -85,7 +85,8 @@ static void writeJson(JsonWriter& writer, const PairingPhase& pairing) {
                               entries.put("phase", "asking")
                                   .put("inviter", one.inviter)
                                   .put("server", one.server)
-                                  .put("leavesBoard", one.leavesBoard);
+                                  .put("leavesBoard", one.leavesBoard)
+                                  .put("byCode", one.isByCode);
                           },
                           [&](const PairingPhase::Failed& one) {
                               entries.put("phase", "failed").put("message", one.message);
@@ -99,6 +100,8 @@ static void writeJson(JsonWriter& writer, const BoardPresence& presence) {
         .put("activity", presence.activity)
         .put("nowPlaying", presence.nowPlaying)
         .put("here", presence.here)
+        .put("zone", presence.zone)
+        .put("seen", presence.seen)
         .put("calendarStatus", presence.calendarStatus)
         .put("calendar", presence.calendar);
 }

@@ -66,8 +66,10 @@ void DemoRoom::setOnline(bool isOnline) {
     ServerMessage::Welcome welcome;
     welcome.board = demo_.board;
     welcome.roster = {.a = true, .b = isPartnerHere_};
-    welcome.names = SlotNames{"ana", "bo"};
+    welcome.paired.b = isPaired_;
+    welcome.names = SlotNames{"ana", isPaired_ ? std::optional<std::string>{"bo"} : std::nullopt};
     say(std::move(welcome));
+    if (!isPaired_) return greet();
     say(demo_.presence);
     say(demo_.calendar);
     greet();

@@ -23,6 +23,8 @@ public:
     void hang(DemoBoard demo, bool isPartnerHere);
     void setPresence(ServerMessage::Presence presence);
     void setOnline(bool isOnline);
+    /// Whether anybody else has come onto the board yet.
+    void setPaired(bool isPaired) { isPaired_ = isPaired; }
     void refuse();
     /// The partner puts something up.
     void relay(std::vector<Op> ops);
@@ -38,6 +40,7 @@ private:
     Sleeper& sleeper_;
     DemoBoard demo_;
     bool isPartnerHere_ = true;
+    bool isPaired_ = true;
     bool isOnline_ = true;
     RoomLink::Listener* listener_ = nullptr; ///< null while there is no line
     std::deque<UUID> waiting_;               ///< batches that are not acknowledged

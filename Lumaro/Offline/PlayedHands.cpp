@@ -4,6 +4,7 @@
 #include "Lumaro/UI/Text.h"
 
 #include <QtCore/QMimeData>
+#include <QtCore/QTimer>
 #include <QtCore/QUrl>
 #include <QtGui/QDragEnterEvent>
 #include <QtGui/QKeyEvent>
@@ -13,18 +14,20 @@
 
 namespace lumaro {
 
-void press(QQuickWindow& window, const std::string& keys) {
-    window.requestActivate();
-    const auto names = qText(std::string_view{keys}).split(u',', Qt::SkipEmptyParts);
-    for (const auto& name : names) {
-        const QKeySequence sequence{name.trimmed()};
+void pressKeys(QQuickWindow& window, const QString& keys) {
+    int wait = 1000;
+    for (const auto& name : keys.split(QLatin1Char{','}, Qt::SkipEmptyParts)) {
+        const auto sequence = QKeySequence::fromString(name.trimmed());
         if (sequence.isEmpty()) continue;
-        const auto combination = sequence[0];
-        const auto text = name.trimmed().size() == 1 ? name.trimmed().toLower() : QString{};
-        for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease}) {
-            QKeyEvent event{type, combination.key(), combination.keyboardModifiers(), text};
-            QCoreApplication::sendEvent(&window, &event);
-        }
+        QTimer::singleShot(wait, &window, [&window, key = sequence[0]] {
+            for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+                const bool isLetter = key.key() < 0x80 && key.keyboardModifiers() == Qt::NoModifier;
+                QKeyEvent event{type, key.key(), key.keyboardModifiers(),
+                                isLetter ? QString{QChar{static_cast<char16_t>(key.key())}}.toLower() : QString{}};
+                QCoreApplication::sendEvent(&window, &event);
+            }
+        });
+        wait += 150;
     }
 }
 

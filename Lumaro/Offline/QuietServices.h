@@ -32,6 +32,8 @@ namespace lumaro {
 class QuietNotifications final : public NotificationCenter {
 public:
     void post(LocalNotification) override {}
+    void withdraw(std::string_view) override {}
+    void onAnswer(Listener) override {}
     std::unique_ptr<Question> permission(Answer) override { return std::make_unique<Question>(); }
     std::unique_ptr<Question> askPermission(Answer) override { return std::make_unique<Question>(); }
 };

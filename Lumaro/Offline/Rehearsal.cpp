@@ -226,14 +226,20 @@ void Rehearsal::settle() {
     defaults_.setBoolean("showsBoardOnDesktop", false);
     defaults_.setString("myDisplayName", "ana");
     if (setup_.scene == Scene::welcome) return;
-    defaults_.setString("partnerDisplayName", "bo");
+    const bool isStarted = setup_.scene == Scene::bringThemOver;
     defaults_.setString("pairedCoupleId", couple);
-    if (setup_.scene == Scene::bringThemOver) defaults_.setString("onboardingStep", "bringThemOver");
+    if (isStarted) defaults_.setString("onboardingStep", "bringThemOver");
+    if (!isStarted) defaults_.setString("partnerDisplayName", "bo");
     keyring_.hold({std::string{keychainService}, "joinToken"}, std::string{token});
     keyring_.setLocked(setup_.scene == Scene::locked);
     auto demo = boardOf(setup_.scene, clock_.now());
     if (setup_.sky) setSky(demo, *setup_.sky);
-    room_.hang(std::move(demo), setup_.scene != Scene::alone);
+    if (isStarted) {
+        demo.board.items.clear();
+        demo.board.threadTiedAt.reset();
+    }
+    room_.setPaired(!isStarted);
+    room_.hang(std::move(demo), setup_.scene != Scene::alone && !isStarted);
     room_.setOnline(setup_.scene != Scene::offline);
 }
 

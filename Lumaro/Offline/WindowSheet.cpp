@@ -54,9 +54,9 @@ std::vector<Weather> skies() {
 
 } // namespace
 
-std::string sheetCities() {
-    std::string all;
-    for (const auto& city : cities) all += (all.empty() ? "" : ", ") + std::string{city.name};
+std::vector<std::string> sheetCities() {
+    std::vector<std::string> all;
+    for (const auto& city : cities) all.emplace_back(city.name);
     return all;
 }
 

@@ -16,9 +16,14 @@
 #include <iostream>
 #include <optional>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace lumaro {
 namespace {
+
+// Of a window: a picture of it is held in memory as a whole.
+constexpr int widest = 16'384;
 
 struct Arguments {
     std::string scene = "together";
@@ -41,10 +46,19 @@ struct Arguments {
 };
 
 template <class Enum>
-std::string namesIn() {
-    std::string all;
-    for (const auto name : namesOf(Enum{})) all += (all.empty() ? "" : ", ") + std::string{name};
-    return all;
+CLI::IsMember oneOf() {
+    std::vector<std::string> names;
+    for (const auto name : namesOf(Enum{})) names.emplace_back(name);
+    return CLI::IsMember{names};
+}
+
+CLI::IsMember oneOf(std::vector<std::string> names) {
+    return CLI::IsMember{std::move(names)};
+}
+
+std::string checkDay(const std::string& text) {
+    const bool isDay = QDate::fromString(qText(std::string_view{text}), Qt::ISODate).isValid();
+    return isDay ? std::string{} : "\"" + text + "\" is no day like 2026-06-21";
 }
 
 QQuickWindow* openGallery(Rehearsal& rehearsal, const Arguments& arguments) {
@@ -83,36 +97,22 @@ int writeSheet(const Arguments& arguments) {
     const std::chrono::year_month_day day{std::chrono::year{date.year()},
                                           std::chrono::month{static_cast<unsigned>(date.month())},
                                           std::chrono::day{static_cast<unsigned>(date.day())}};
-    const auto sheet = date.isValid() && arguments.density > 0 && arguments.density <= 3
-                           ? windowSheet(arguments.city, day, arguments.density)
-                           : std::nullopt;
-    if (!sheet) {
-        std::cerr << "lumaro-offline: a sheet needs a day and one of the cities " << sheetCities() << '\n';
-        return EXIT_FAILURE;
-    }
-    return sheet->save(qText(std::string_view{arguments.sheet})) ? EXIT_SUCCESS : EXIT_FAILURE;
+    const auto sheet = windowSheet(arguments.city, day, arguments.density);
+    if (sheet && sheet->save(qText(std::string_view{arguments.sheet}))) return EXIT_SUCCESS;
+    std::cerr << "lumaro-offline: the sheet cannot be written to " << arguments.sheet << '\n';
+    return EXIT_FAILURE;
 }
 
 int run(QApplication& application, const Arguments& arguments) {
-    const auto scene = fromName<Scene>(arguments.scene);
-    if (!scene) {
-        std::cerr << "lumaro-offline: the scenes are " << namesIn<Scene>() << '\n';
-        return EXIT_FAILURE;
-    }
+    const auto scene = fromName<Scene>(arguments.scene).value_or(Scene::together);
     const auto sky = fromName<Sky>(arguments.sky);
-    if (!sky && !arguments.sky.empty()) {
-        std::cerr << "lumaro-offline: the skies are " << namesIn<Sky>() << '\n';
-        return EXIT_FAILURE;
-    }
     prepareWindows();
-    Rehearsal rehearsal{{.scene = *scene, .sky = sky, .hour = arguments.hour}};
+    Rehearsal rehearsal{{.scene = scene, .sky = sky, .hour = arguments.hour}};
     rehearsal.windows().dress(qText(std::string_view{arguments.appearance}), arguments.isMotionReduced);
     auto* const window = open(rehearsal, arguments);
+    pressKeys(*window, qText(std::string_view{arguments.keys}));
     if (arguments.doesWeatherMove) window->setProperty("weatherMoves", true);
-    QTimer::singleShot(1200, window, [&, window] {
-        press(*window, arguments.keys);
-        drag(*window, arguments.drag);
-    });
+    QTimer::singleShot(1200, window, [&, window] { drag(*window, arguments.drag); });
     if (!arguments.grab.empty()) {
         QTimer::singleShot(static_cast<int>(arguments.after * 1000), window, [&, window] {
             const bool isSaved = window->grabWindow().save(qText(std::string_view{arguments.grab}));
@@ -128,22 +128,24 @@ int run(QApplication& application, const Arguments& arguments) {
 int main(int argc, char** argv) {
     lumaro::Arguments arguments;
     CLI::App app{"The board's windows without a network, a keyring or a partner.", "lumaro-offline"};
-    app.add_option("--scene", arguments.scene, "what is going on: " + lumaro::namesIn<lumaro::Scene>());
-    app.add_option("--sky", arguments.sky, "over the partner's roofs: " + lumaro::namesIn<lumaro::Sky>());
+    using lumaro::oneOf;
+    app.add_option("--scene", arguments.scene, "what is going on")->check(oneOf<lumaro::Scene>());
+    app.add_option("--sky", arguments.sky, "over the partner's roofs")->check(oneOf<lumaro::Sky>());
     app.add_option("--hour", arguments.hour, "that the partner's clock strikes")->check(CLI::Range(0, 23));
-    app.add_option("--show", arguments.show, "board, desktop, gallery, boardPage, settings or help");
-    app.add_option("--appearance", arguments.appearance, "light or dark");
+    app.add_option("--show", arguments.show, "what is shown")
+        ->check(oneOf({"board", "desktop", "gallery", "boardPage", "settings", "help"}));
+    app.add_option("--appearance", arguments.appearance)->check(oneOf({"light", "dark"}));
     app.add_flag("--reduced-motion", arguments.isMotionReduced, "fades instead of springs");
-    app.add_option("--width", arguments.width, "of the window")->type_name("PX");
-    app.add_option("--height", arguments.height, "of the window")->type_name("PX");
+    app.add_option("--width", arguments.width, "of the window, in points")->check(CLI::Range(1, lumaro::widest));
+    app.add_option("--height", arguments.height, "of the window, in points")->check(CLI::Range(1, lumaro::widest));
     app.add_option("--grab", arguments.grab, "save a picture of the window and end")->type_name("FILE");
-    app.add_option("--after", arguments.after, "seconds before the picture")->type_name("S");
+    app.add_option("--after", arguments.after, "seconds before the picture")->check(CLI::Range(0.0, 3600.0));
     app.add_option("--sheet", arguments.sheet, "paint the windows of a city into a picture and end")->type_name("FILE");
-    app.add_option("--city", arguments.city, "of the sheet: " + lumaro::sheetCities());
-    app.add_option("--day", arguments.day, "of the sheet")->type_name("YYYY-MM-DD");
-    app.add_option("--density", arguments.density, "pixels for a point of the sheet, up to 3");
+    app.add_option("--city", arguments.city, "of the sheet")->check(oneOf(lumaro::sheetCities()));
+    app.add_option("--day", arguments.day, "of the sheet")->check(lumaro::checkDay)->type_name("YYYY-MM-DD");
+    app.add_option("--density", arguments.density, "pixels for a point of the sheet")->check(CLI::Range(0.1, 3.0));
     app.add_flag("--moving-weather", arguments.doesWeatherMove, "rain and snow fall before the windows");
-    app.add_option("--keys", arguments.keys, "to press in the window after a second")->type_name("\"Tab, Space\"");
+    app.add_option("--keys", arguments.keys, "to press after a second: Tab, Return, Ctrl+Z")->type_name("KEYS");
     app.add_option("--drag", arguments.drag, "drag that over the board: \"words\", or the name of a file");
     CLI11_PARSE(app, argc, argv);
     QApplication application{argc, argv};

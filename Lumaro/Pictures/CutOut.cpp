@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Lumaro/Pictures/CutOut.h"
 
+#include "Lumaro/Pictures/SubjectGuess.h"
+
 #include <opencv2/imgproc.hpp>
 
 #include <algorithm>
 #include <cmath>
+#include <deque>
 #include <utility>
 #include <vector>
 
@@ -18,6 +21,9 @@ constexpr int fewestSamples = 32;
 // Parts and holes that are smaller than this share of what is kept are errors of the method.
 constexpr double smallestPart = 0.04;
 constexpr double smallestHole = 0.01;
+// Nobody has pointed at anything yet: one thing is guessed, and whole but for where the background is seen through it.
+constexpr double smallestGuessedPart = 0.25;
+constexpr double smallestGuessedHole = 1e9;
 // In pixels of the working picture.
 constexpr double edgeSoftness = 1.6;
 constexpr double outlineSlack = 0.7;
@@ -85,15 +91,15 @@ struct CutOut::Work {
         const QImage small = fitted(picture, workingSide);
         scale = picture.width() > 0 ? double(small.width()) / picture.width() : 1;
         if (isCutAlready) {
-            soft = matOf(small, QImage::Format_Alpha8, CV_8UC1);
+            now.soft = matOf(small, QImage::Format_Alpha8, CV_8UC1);
             return;
         }
         // The grain of a photo is none of its shapes.
         cv::bilateralFilter(matOf(small, QImage::Format_RGB888, CV_8UC3), colours, 5, 30, 3);
-        scribbles = cv::Mat{colours.size(), CV_8UC1, cv::Scalar{unsaid}};
-        labels = cv::Mat{colours.size(), CV_8UC1, cv::Scalar{cv::GC_PR_BGD}};
-        cv::rectangle(labels, {{0, 0}, labels.size()}, cv::Scalar{cv::GC_BGD}, 2);
-        soft = cv::Mat::zeros(colours.size(), CV_8UC1);
+        now.scribbles = cv::Mat{colours.size(), CV_8UC1, cv::Scalar{unsaid}};
+        now.labels = cv::Mat{colours.size(), CV_8UC1, cv::Scalar{cv::GC_PR_BGD}};
+        cv::rectangle(now.labels, {{0, 0}, now.labels.size()}, cv::Scalar{cv::GC_BGD}, 2);
+        now.soft = cv::Mat::zeros(colours.size(), CV_8UC1);
     }
 
     cv::Rect inWork(const QRectF& place) const {
@@ -102,6 +108,17 @@ struct CutOut::Work {
         return cv::Rect{whole.x(), whole.y(), whole.width(), whole.height()} & cv::Rect{{0, 0}, colours.size()};
     }
 
+    /// What gestures change.
+    struct State {
+        cv::Mat scribbles;  ///< what people said of each pixel, if anything
+        cv::Mat labels;     ///< what each pixel is taken for
+        cv::Mat background; ///< the model of its colours; empty until something was cut
+        cv::Mat foreground;
+        cv::Mat soft;           ///< the mask
+        bool isGuessed = false; ///< what is cut was guessed at first
+    };
+
+    void remember();
     cv::Mat drawn(std::span<const QPointF> points, double width) const;
     void guessAround(const cv::Mat& stroke);
     void cut();
@@ -113,12 +130,19 @@ struct CutOut::Work {
     bool isCutAlready;
     double scale = 1; ///< of the working picture
     cv::Mat colours;
-    cv::Mat scribbles;  ///< what people said of each pixel, if anything
-    cv::Mat labels;     ///< what each pixel is taken for
-    cv::Mat background; ///< the model of its colours; empty until something was cut
-    cv::Mat foreground;
-    cv::Mat soft; ///< the mask
+    State now;
+    std::deque<State> before;
 };
+
+void CutOut::Work::remember() {
+    before.push_back({.scribbles = now.scribbles.clone(),
+                      .labels = now.labels.clone(),
+                      .background = now.background.clone(),
+                      .foreground = now.foreground.clone(),
+                      .soft = now.soft.clone(),
+                      .isGuessed = now.isGuessed});
+    if (before.size() > mostUndoable) before.pop_front();
+}
 
 cv::Mat CutOut::Work::drawn(std::span<const QPointF> points, double width) const {
     std::vector<cv::Point> line;
@@ -138,34 +162,35 @@ void CutOut::Work::guessAround(const cv::Mat& stroke) {
     const int reach = std::max(box.width, box.height) / 3 + 8;
     cv::Mat away;
     cv::distanceTransform(~stroke, away, cv::DIST_L2, cv::DIST_MASK_3);
-    labels.setTo(cv::GC_PR_FGD, (away < reach) & (labels == cv::GC_PR_BGD));
+    now.labels.setTo(cv::GC_PR_FGD, (away < reach) & (now.labels == cv::GC_PR_BGD));
 }
 
 void CutOut::Work::cut() {
-    labels.setTo(cv::GC_FGD, scribbles == cv::GC_FGD);
-    labels.setTo(cv::GC_BGD, scribbles == cv::GC_BGD);
-    const int kept = cv::countNonZero(labels & 1);
-    const int dropped = static_cast<int>(labels.total()) - kept;
+    now.labels.setTo(cv::GC_FGD, now.scribbles == cv::GC_FGD);
+    now.labels.setTo(cv::GC_BGD, now.scribbles == cv::GC_BGD);
+    const int kept = cv::countNonZero(now.labels & 1);
+    const int dropped = static_cast<int>(now.labels.total()) - kept;
     if (kept >= fewestSamples && dropped >= fewestSamples) {
         cv::theRNG().state = 1;
-        const bool isFirst = background.empty();
-        cv::grabCut(colours, labels, {}, background, foreground, isFirst ? firstRounds : laterRounds,
+        const bool isFirst = now.background.empty();
+        cv::grabCut(colours, now.labels, {}, now.background, now.foreground, isFirst ? firstRounds : laterRounds,
                     isFirst ? cv::GC_INIT_WITH_MASK : cv::GC_EVAL);
     }
     smoothen();
 }
 
 void CutOut::Work::smoothen() {
-    cv::Mat mask = (labels & 1) * 255;
+    cv::Mat mask = (now.labels & 1) * 255;
     const int largest = largestPiece(mask);
-    dropSmall(mask, smallestPart * largest, scribbles == cv::GC_FGD);
+    dropSmall(mask, (now.isGuessed ? smallestGuessedPart : smallestPart) * largest, now.scribbles == cv::GC_FGD);
     cv::Mat holes = ~mask;
-    dropSmall(holes, smallestHole * largest, scribbles == cv::GC_BGD);
+    dropSmall(holes, (now.isGuessed ? smallestGuessedHole : smallestHole) * largest,
+              now.isGuessed ? now.labels == cv::GC_BGD : now.scribbles == cv::GC_BGD);
     mask = ~holes;
     cv::Mat blurred;
     cv::medianBlur(mask, mask, 5);
     cv::GaussianBlur(mask, blurred, {}, edgeSoftness);
-    soft = sharpened(blurred, 1.6);
+    now.soft = sharpened(blurred, 1.6);
 }
 
 CutOut::CutOut(QImage picture) : work_(std::make_unique<Work>(std::move(picture))) {
@@ -178,29 +203,50 @@ bool CutOut::isCutAlready() const {
     return work_->isCutAlready;
 }
 
+void CutOut::guess() {
+    if (work_->isCutAlready) return;
+    work_->now.labels = guessedSubject(work_->colours);
+    work_->now.background.release();
+    work_->now.isGuessed = true;
+    work_->cut();
+}
+
 void CutOut::setFrame(const QRectF& frame) {
     if (work_->isCutAlready) return;
-    work_->labels.setTo(cv::GC_BGD);
-    work_->labels(work_->inWork(frame)).setTo(cv::GC_PR_FGD);
-    work_->background.release();
+    work_->remember();
+    work_->now.isGuessed = false;
+    work_->now.labels.setTo(cv::GC_BGD);
+    work_->now.labels(work_->inWork(frame)).setTo(cv::GC_PR_FGD);
+    work_->now.background.release();
     work_->cut();
 }
 
 void CutOut::scribble(std::span<const QPointF> points, double width, Scribble what) {
     if (work_->isCutAlready || points.empty()) return;
+    work_->remember();
     const cv::Mat stroke = work_->drawn(points, width);
-    work_->scribbles.setTo(what == Scribble::keep ? cv::GC_FGD : cv::GC_BGD, stroke);
+    work_->now.scribbles.setTo(what == Scribble::keep ? cv::GC_FGD : cv::GC_BGD, stroke);
     if (what == Scribble::keep) work_->guessAround(stroke);
     work_->cut();
 }
 
+void CutOut::undo() {
+    if (work_->before.empty()) return;
+    work_->now = std::move(work_->before.back());
+    work_->before.pop_back();
+}
+
+int CutOut::undoable() const {
+    return static_cast<int>(work_->before.size());
+}
+
 QImage CutOut::mask() const {
-    return imageOf(work_->soft);
+    return imageOf(work_->now.soft);
 }
 
 QPainterPath CutOut::outline() const {
     std::vector<std::vector<cv::Point>> edges;
-    cv::findContours(work_->soft >= 128, edges, cv::RETR_CCOMP, cv::CHAIN_APPROX_NONE);
+    cv::findContours(work_->now.soft >= 128, edges, cv::RETR_CCOMP, cv::CHAIN_APPROX_NONE);
     QPainterPath path;
     for (const auto& edge : edges) {
         std::vector<cv::Point> corners;
@@ -219,18 +265,18 @@ QPainterPath CutOut::outline() const {
 }
 
 QImage CutOut::sticker() const {
-    cv::Rect kept = cv::boundingRect(work_->soft >= 8);
+    cv::Rect kept = cv::boundingRect(work_->now.soft >= 8);
     if (kept.empty()) return {};
     kept =
         cv::Rect{kept.x - trimMargin, kept.y - trimMargin, kept.width + 2 * trimMargin, kept.height + 2 * trimMargin} &
-        cv::Rect{{0, 0}, work_->soft.size()};
+        cv::Rect{{0, 0}, work_->now.soft.size()};
     const double scale = work_->scale;
     const QRect place = QRectF{kept.x / scale, kept.y / scale, kept.width / scale, kept.height / scale}.toRect() &
                         work_->picture.rect();
     const QImage piece = fitted(work_->picture.copy(place), stickerSide);
     if (work_->isCutAlready) return piece.convertToFormat(QImage::Format_ARGB32_Premultiplied);
     cv::Mat alpha;
-    cv::resize(work_->soft(kept), alpha, {piece.width(), piece.height()}, 0, 0, cv::INTER_CUBIC);
+    cv::resize(work_->now.soft(kept), alpha, {piece.width(), piece.height()}, 0, 0, cv::INTER_CUBIC);
     const double growth = piece.width() / double(kept.width);
     QImage cut = piece.convertToFormat(QImage::Format_ARGB32);
     const cv::Mat edge = sharpened(alpha, std::max(1.0, growth));

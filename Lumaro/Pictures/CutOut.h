@@ -12,8 +12,8 @@
 
 namespace lumaro {
 
-/// Cuts what people point at out of a picture. They draw a frame around it or scribble over it, look at the edge, and
-/// scribble again where it is wrong. All places are in pixels of the picture.
+/// Cuts what a picture is of, or what people point at, out of it. They look at the edge that was guessed, scribble
+/// where it is wrong, or draw a frame around what they mean instead. All places are in pixels of the picture.
 ///
 /// A picture that is transparent in places is cut along them, and nothing that people point at changes that.
 ///
@@ -31,10 +31,16 @@ public:
 
     /// The picture was cut before it came here.
     bool isCutAlready() const;
+    /// Looks for what the picture is of, before anybody points at anything; nothing is kept when nothing stands out.
+    void guess();
     /// What is wanted lies wholly within; what was scribbled stays.
     void setFrame(const QRectF& frame);
     /// One stroke of a brush. Without a frame, what is wanted is looked for around what is scribbled.
     void scribble(std::span<const QPointF> points, double width, Scribble what);
+
+    /// Takes back the latest frame or stroke, if there is one; the guess stays. How many can be taken back.
+    void undo();
+    int undoable() const;
 
     /// How much of each place is kept, from 0 to 255, in the picture's proportions and at most `workingSide` long.
     QImage mask() const;
@@ -45,6 +51,8 @@ public:
 
     static constexpr int workingSide = 400;
     static constexpr int stickerSide = 1024;
+    /// Older ones than these stay: each holds about a megabyte.
+    static constexpr int mostUndoable = 40;
 
 private:
     struct Work;

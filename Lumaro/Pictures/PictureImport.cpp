@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Lumaro/Pictures/PictureImport.h"
 
+#include "Lumaro/Pictures/PictureReading.h"
 #include "LumaroCore/BoardModel/BoardSpec.h"
 
 #include <QBuffer>
-#include <QColorSpace>
-#include <QImageReader>
+#include <QFile>
+#include <QFileInfo>
 #include <QPainter>
-#include <QTransform>
 
 #include <algorithm>
 #include <array>
@@ -17,32 +17,7 @@
 namespace lumaro {
 namespace {
 
-constexpr int longestSide = 2048;
-// A JPEG is read at the size that is wanted; of all else, every pixel must find room in memory.
-constexpr qint64 maxJpegPixels = 160'000'000;
-constexpr qint64 maxPixels = 60'000'000;
-// What people have. The formats that hardly anybody uses have the readers that hardly anybody tries, and a drawing that
-// is a program, such as SVG, may draw in other files of this computer.
-const std::array<QByteArray, 10> formats{"jpeg", "png", "webp", "gif", "bmp", "tiff", "heic", "heif", "avif", "ico"};
 constexpr std::array jpegQualities{88, 80, 70, 60};
-
-QSize shrunk(QSize size) {
-    if (std::max(size.width(), size.height()) <= longestSide) return size;
-    return size.scaled(longestSide, longestSide, Qt::KeepAspectRatio).expandedTo({1, 1});
-}
-
-// The profile stays behind, so the numbers must be those of the colours that everybody assumes.
-void usualColours(QImage& picture) {
-    if (picture.colorSpace().isValid()) picture.convertToColorSpace(QColorSpace::SRgb);
-}
-
-// What the reader would do by itself, but that an image which it turns loses its profile.
-QImage upright(const QImage& picture, QImageIOHandler::Transformations turn) {
-    const QImage turned = picture.mirrored(turn.testFlag(QImageIOHandler::TransformationMirror),
-                                           turn.testFlag(QImageIOHandler::TransformationFlip));
-    return turn.testFlag(QImageIOHandler::TransformationRotate90) ? turned.transformed(QTransform{}.rotate(90))
-                                                                  : turned;
-}
 
 bool shinesThrough(const QImage& picture) {
     if (!picture.hasAlphaChannel()) return false;
@@ -86,43 +61,53 @@ std::string encodedAtSize(const QImage& picture, bool hasTransparency) {
 
 std::string_view textOf(ImportFault fault) {
     switch (fault) {
-    case ImportFault::notAPicture: return "that couldn't go up — it isn't a picture we can read.";
-    case ImportFault::tooManyPixels: return "that picture couldn't go up — it's far too big.";
+    case ImportFault::notAPicture:
+        return "that couldn't go up — it isn't a picture we can read. save it as a jpeg and try again.";
+    case ImportFault::tooManyPixels: return "that picture is too large — %1 pixels. save it smaller, and it can go up.";
+    case ImportFault::tooManyBytes: return "that picture couldn't go up — the file is far too big.";
     case ImportFault::damaged: return "that picture couldn't go up — something in it is broken.";
+    case ImportFault::cutShort: return "that picture couldn't go up — its end is missing. was it still on its way?";
+    case ImportFault::empty: return "that couldn't go up — there is nothing in the file.";
+    case ImportFault::aFolder: return "that's a folder — drop the pictures that are in it.";
+    case ImportFault::notAFile: return "that couldn't go up — it isn't a file.";
+    case ImportFault::notOpened: return "that couldn't go up — the file can't be opened.";
     }
     std::unreachable();
 }
 
-std::expected<ImportedPicture, ImportFault> importPicture(const QImage& picture) {
-    if (picture.isNull()) return std::unexpected(ImportFault::notAPicture);
-    QImage seen = picture;
-    usualColours(seen);
+PictureImport importPicture(const QImage& picture) {
+    if (picture.isNull()) return std::unexpected(ImportRefusal{ImportFault::notAPicture});
+    const QImage seen = madeSmall(picture);
     const bool hasTransparency = shinesThrough(seen);
-    for (QSize size = shrunk(seen.size());; size = (QSizeF{size} * 0.8).toSize().expandedTo({1, 1})) {
+    for (QSize size = seen.size();; size = (QSizeF{size} * 0.8).toSize().expandedTo({1, 1})) {
         std::string bytes = encodedAtSize(bare(seen, size, hasTransparency), hasTransparency);
-        if (bytes.empty()) return std::unexpected(ImportFault::damaged);
+        if (bytes.empty()) return std::unexpected(ImportRefusal{ImportFault::damaged});
         if (bytes.size() > BoardSpec::maxMediaBytes) continue;
         return ImportedPicture{std::move(bytes), double(size.width()) / size.height(), hasTransparency};
     }
 }
 
-std::expected<ImportedPicture, ImportFault> importPicture(std::string_view file) {
-    QByteArray bytes = QByteArray::fromRawData(file.data(), static_cast<qsizetype>(file.size()));
-    QBuffer buffer{&bytes};
-    buffer.open(QIODevice::ReadOnly);
-    QImageReader reader{&buffer};
-    const QByteArray format = reader.format();
-    if (std::ranges::find(formats, format) == formats.end()) return std::unexpected(ImportFault::notAPicture);
-    const QSize size = reader.size();
-    const bool isJpeg = format == "jpeg";
-    if (qint64{size.width()} * size.height() > (isJpeg ? maxJpegPixels : maxPixels)) {
-        return std::unexpected(ImportFault::tooManyPixels);
+PictureImport importPicture(std::string_view file) {
+    if (std::cmp_greater(file.size(), largestPictureFile)) {
+        return std::unexpected(ImportRefusal{ImportFault::tooManyBytes});
     }
-    if (isJpeg && size.isValid()) reader.setScaledSize(shrunk(size));
-    QImage picture = reader.read();
-    if (picture.isNull()) return std::unexpected(ImportFault::damaged);
-    usualColours(picture);
-    return importPicture(upright(picture, reader.transformation()));
+    const auto picture = readPicture(file);
+    if (!picture) return std::unexpected(picture.error());
+    return importPicture(*picture);
+}
+
+PictureImport importPictureFile(const std::string& path) {
+    // A pipe or a device would keep the reader waiting, or never end.
+    const QFileInfo info{QString::fromStdString(path)};
+    if (info.isDir()) return std::unexpected(ImportRefusal{ImportFault::aFolder});
+    if (!info.exists()) return std::unexpected(ImportRefusal{ImportFault::notOpened});
+    if (!info.isFile()) return std::unexpected(ImportRefusal{ImportFault::notAFile});
+    if (info.size() > largestPictureFile) return std::unexpected(ImportRefusal{ImportFault::tooManyBytes});
+    QFile file{info.filePath()};
+    if (!file.open(QIODevice::ReadOnly)) return std::unexpected(ImportRefusal{ImportFault::notOpened});
+    const QByteArray bytes = file.read(largestPictureFile);
+    if (file.error() != QFileDevice::NoError) return std::unexpected(ImportRefusal{ImportFault::notOpened});
+    return importPicture({bytes.constData(), static_cast<std::size_t>(bytes.size())});
 }
 
 } // namespace lumaro

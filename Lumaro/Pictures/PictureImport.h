@@ -14,10 +14,21 @@ namespace lumaro {
 enum class ImportFault : std::uint8_t {
     notAPicture, ///< in no format that we read
     tooManyPixels,
-    damaged, ///< it begins like a picture
+    tooManyBytes,
+    damaged,  ///< it begins like a picture
+    cutShort, ///< its end is missing
+    empty,
+    aFolder,
+    notAFile,  ///< a pipe, a device
+    notOpened, ///< gone, or not for this person to read
 };
 
-/// What people are told.
+struct ImportRefusal {
+    ImportFault fault = ImportFault::notAPicture;
+    std::string detail = {}; ///< of one with too many pixels its size, "30000 × 20000"
+};
+
+/// What people are told; "%1" stands for the detail.
 std::string_view textOf(ImportFault fault);
 
 /// A picture as it may leave this computer: upright, in sRGB, its longest side at most 2048 pixels, at most
@@ -28,9 +39,20 @@ struct ImportedPicture {
     bool hasTransparency = false; ///< such a picture is a sticker without cutting
 };
 
-/// Takes a file of any usual picture format; of a moving one, its first frame. Takes up to a second; on any thread.
-std::expected<ImportedPicture, ImportFault> importPicture(std::string_view file);
+using PictureImport = std::expected<ImportedPicture, ImportRefusal>;
+
+/// Larger files are refused unread.
+constexpr std::int64_t largestPictureFile = std::int64_t{256} * 1024 * 1024;
+
+/// Lets readers of this process hold a picture as large as `importPicture` takes. Once, before other threads read
+/// pictures.
+void allowLargePictures();
+
+/// Takes a file of any usual picture format; of a moving one, its first frame. Takes up to some seconds; on any thread.
+PictureImport importPicture(std::string_view file);
 /// The same for a picture of the clipboard.
-std::expected<ImportedPicture, ImportFault> importPicture(const QImage& picture);
+PictureImport importPicture(const QImage& picture);
+/// The same for what lies at a path. Waits for the disk, never for a pipe or a device.
+PictureImport importPictureFile(const std::string& path);
 
 } // namespace lumaro

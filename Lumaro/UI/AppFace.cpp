@@ -39,21 +39,25 @@ QString nameOr(const std::optional<std::string>& name, const QString& otherwise)
 }
 
 void takePairing(AppFace& face, const PairingPhase& pairing) {
-    std::visit(Overloaded{[](const PairingPhase::Idle&) {},
-                          [&](const PairingPhase::Working&) { face.isWorking = true; },
-                          [&](const PairingPhase::Choosing& choosing) {
-                              face.isChoosing = true;
-                              face.firstName = nameOr(choosing.names.a, Words::tr("the one who began"));
-                              face.secondName = nameOr(choosing.names.b, Words::tr("the one who came along"));
-                              if (choosing.suggested) face.suggested = *choosing.suggested == PartnerID::a ? 0 : 1;
-                          },
-                          [&](const PairingPhase::Asking& asking) {
-                              face.inviteQuestion = {true, nameOr(asking.inviter, Words::tr("someone")),
-                                                     asking.leavesBoard ? face.partnerName : QString{},
-                                                     QUrl{qText(asking.server)}.host()};
-                          },
-                          [&](const PairingPhase::Failed& failed) { face.failure = Words::of(failed.message); }},
-               pairing.value);
+    std::visit(
+        Overloaded{[](const PairingPhase::Idle&) {}, [&](const PairingPhase::Working&) { face.isWorking = true; },
+                   [&](const PairingPhase::Choosing& choosing) {
+                       face.isChoosing = true;
+                       face.firstName = nameOr(choosing.names.a, Words::tr("the one who began"));
+                       face.secondName = nameOr(choosing.names.b, Words::tr("the one who came along"));
+                       if (choosing.suggested) face.suggested = *choosing.suggested == PartnerID::a ? 0 : 1;
+                   },
+                   [&](const PairingPhase::Asking& asking) {
+                       face.inviteQuestion = {.isAsked = true,
+                                              .askedBoardName = nameOr(asking.inviter, Words::tr("someone")),
+                                              .ownBoardName = asking.leavesBoard ? face.partnerName : QString{},
+                                              .server = QUrl{qText(asking.server)}.host(),
+                                              .isByCode = asking.isByCode,
+                                              .isPartnerOnOwn = face.hasPartner,
+                                              .items = static_cast<int>(std::min<std::size_t>(asking.items, 9999))};
+                   },
+                   [&](const PairingPhase::Failed& failed) { face.failure = Words::of(failed.message); }},
+        pairing.value);
 }
 
 QString spanText(Microseconds left) {
@@ -101,12 +105,14 @@ AppFace appFace(const AppState& state, Instant now, bool isRetrying) {
     face.myName = qText(state.myDisplayName);
     face.partnerName = nameOr(state.partnerDisplayName, Words::tr("your person"));
     takePairing(face, state.pairing);
-    if (state.shareCode) takeCode(face, *state.shareCode, now);
+    // What was given out for a board that this device is not on any more is of no use to anybody.
+    if (face.isOnBoard && state.shareCode) takeCode(face, *state.shareCode, now);
     face.isMintingCode = state.isMintingCode;
-    if (state.boardLink) face.link = qText(state.boardLink->url);
+    if (face.isOnBoard && state.boardLink) face.link = qText(state.boardLink->url);
     if (state.arrival)
         face.greeting = greetingOf(*state.arrival, nameOr(state.arrival->partnerName, Words::tr("your person")));
     face.showsOnDesktop = state.showsBoardOnDesktop;
+    face.sharesSeen = state.sharesSeen;
     face.background = qText(nameOf(state.board.background));
     face.isPlaceFree = state.token && state.paired && !state.paired->contains(other(state.token->slot));
     face.myPicture = state.myPicturePath ? FaceProvider::urlOf(qText(*state.myPicturePath)) : QUrl{};

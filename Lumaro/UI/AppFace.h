@@ -41,12 +41,18 @@ struct InviteQuestion {
     Q_PROPERTY(QString askedBoardName MEMBER askedBoardName)
     Q_PROPERTY(QString ownBoardName MEMBER ownBoardName)
     Q_PROPERTY(QString server MEMBER server)
+    Q_PROPERTY(bool isByCode MEMBER isByCode)
+    Q_PROPERTY(bool isPartnerOnOwn MEMBER isPartnerOnOwn)
+    Q_PROPERTY(int items MEMBER items)
 
 public:
     bool isAsked = false;
-    QString askedBoardName; ///< of the invite's board
+    QString askedBoardName; ///< of the invite's board; nobody's name where a code leads there
     QString ownBoardName;   ///< of the board that would be left; empty when there is none to leave
     QString server;         ///< the host that the invite's board is on
+    bool isByCode = false;
+    bool isPartnerOnOwn = false; ///< somebody else is, or was, on the board that would be left
+    int items = 0;               ///< that hang on it
 
     bool operator==(const InviteQuestion&) const = default;
 };
@@ -80,6 +86,7 @@ struct AppFace {
     Q_PROPERTY(QString link MEMBER link)
     Q_PROPERTY(QString greeting MEMBER greeting)
     Q_PROPERTY(bool showsOnDesktop MEMBER showsOnDesktop)
+    Q_PROPERTY(bool sharesSeen MEMBER sharesSeen)
     Q_PROPERTY(QString background MEMBER background)
     Q_PROPERTY(lumaro::InviteQuestion inviteQuestion MEMBER inviteQuestion)
 
@@ -108,6 +115,7 @@ public:
     QString link;
     QString greeting; ///< of a join that has just come about
     bool showsOnDesktop = true;
+    bool sharesSeen = false; ///< the partner sees what this person has seen
     QString background;
     InviteQuestion inviteQuestion;
 

@@ -54,7 +54,7 @@ void AppView::startOurBoard() {
 }
 
 void AppView::joinByCode(const QString& typed) {
-    app_.pairing().joinByCode(typed.toStdString());
+    app_.pairing().joinByCode(typed.toStdString(), {OwnBoard::askedAbout, {}});
 }
 
 void AppView::joinByLink(const QString& text) {
@@ -100,12 +100,20 @@ void AppView::copyText(const QString& text) {
     QGuiApplication::clipboard()->setText(text);
 }
 
+void AppView::makeLink() {
+    app_.invitations().mintLink();
+}
+
+void AppView::checkLink() {
+    app_.invitations().checkLink();
+}
+
 void AppView::resetLinks() {
     app_.invitations().resetLinks();
 }
 
 void AppView::releasePartner() {
-    app_.people().releasePartner();
+    app_.releasePartner();
 }
 
 void AppView::leaveBoard() {
@@ -114,6 +122,10 @@ void AppView::leaveBoard() {
 
 void AppView::setShowsOnDesktop(bool shows) {
     app_.desktop().set(shows);
+}
+
+void AppView::shareSeen(bool shares) {
+    app_.seen().share(shares);
 }
 
 void AppView::exportBoard(const QUrl& file) {
@@ -138,10 +150,6 @@ void AppView::askWhereToExport() {
 
 void AppView::openFolder() const {
     QDesktopServices::openUrl(QUrl::fromLocalFile(setup_.folder));
-}
-
-void AppView::askForQuickNote() {
-    app_.requestQuickNote(std::nullopt);
 }
 
 } // namespace lumaro

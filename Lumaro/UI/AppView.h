@@ -60,16 +60,19 @@ public:
     // While on it.
     Q_INVOKABLE void mintCode();
     Q_INVOKABLE static void copyText(const QString& text);
+    Q_INVOKABLE void makeLink();
+    /// A page that shows the link opens: the partner may have replaced it.
+    Q_INVOKABLE void checkLink();
     Q_INVOKABLE void resetLinks();
     Q_INVOKABLE void releasePartner();
     Q_INVOKABLE void leaveBoard();
     Q_INVOKABLE void setShowsOnDesktop(bool shows);
+    Q_INVOKABLE void shareSeen(bool shares);
     /// Writes the shown board's JSON; `noticed` tells whether that worked.
     Q_INVOKABLE void exportBoard(const QUrl& file);
     /// The same, where the person says in a dialog.
     Q_INVOKABLE void askWhereToExport();
     Q_INVOKABLE void openFolder() const;
-    Q_INVOKABLE void askForQuickNote();
 
 Q_SIGNALS:
     /// A text for people that passes.

@@ -69,6 +69,10 @@ QString PlaceView::ownName() const {
     return state().isPlaceNamed && here() ? qText(here()->label) : QString{};
 }
 
+QString PlaceView::zone() const {
+    return qText(app_.hours().zone());
+}
+
 void PlaceView::choose(int row) {
     if (auto place = choices_.at(row)) app_.place().choose(std::move(place));
 }

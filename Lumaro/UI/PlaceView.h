@@ -38,6 +38,13 @@ class PlaceView final : public QObject {
     Q_PROPERTY(lumaro::PlaceWords told READ told NOTIFY changed)
     /// The person's own name for the place they are at; empty when they gave it none.
     Q_PROPERTY(QString ownName READ ownName NOTIFY changed)
+    // One's hours: the time zone alone.
+    Q_PROPERTY(bool sharesHours READ sharesHours NOTIFY changed)
+    Q_PROPERTY(bool isHoursDecided READ isHoursDecided NOTIFY changed)
+    /// The partner can tell what time it is here.
+    Q_PROPERTY(bool areHoursKnown READ areHoursKnown NOTIFY changed)
+    /// "Europe/Lisbon", or nothing.
+    Q_PROPERTY(QString zone READ zone NOTIFY changed)
     Q_PROPERTY(lumaro::PlaceChoices* choices READ choices CONSTANT)
 
 public:
@@ -65,6 +72,10 @@ public:
     PlaceWords told() const { return scene_.ownPlace(); }
     QString ownName() const;
     PlaceChoices* choices() { return &choices_; }
+    bool sharesHours() const { return state().hoursConsent == Consent::yes; }
+    bool isHoursDecided() const { return state().hoursConsent != Consent::notAsked; }
+    bool areHoursKnown() const { return state().ownPresence.zone || (here() && !here()->tz.empty()); }
+    QString zone() const;
 
     Q_INVOKABLE void share(bool shares) { app_.place().share(shares); }
     void setPrecision(const QString& precision);
@@ -73,6 +84,9 @@ public:
     /// The computer finds the place again.
     Q_INVOKABLE void findForMe() { app_.place().choose(std::nullopt); }
     Q_INVOKABLE void lookAgain() { app_.place().lookAgain(); }
+    Q_INVOKABLE void shareHours(bool shares) { app_.hours().share(shares); }
+    /// Opens a quick note with that question in it.
+    Q_INVOKABLE void askThem(const QString& question) { app_.requestQuickNote(question.toStdString()); }
     /// An empty name forgets it.
     Q_INVOKABLE void rename(const QString& name) { app_.place().rename(name.toStdString()); }
 

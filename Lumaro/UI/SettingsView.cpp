@@ -15,6 +15,7 @@ namespace lumaro {
 namespace {
 
 constexpr std::string_view notifiesKey = "notifiesOfItems";
+constexpr std::string_view notifiesOfBlocksKey = "notifiesOfBlocks";
 constexpr std::string_view soundsKey = "playsSounds";
 constexpr std::string_view motionKey = "reducesMotion";
 constexpr std::string_view appearanceKey = "appearance";
@@ -31,6 +32,10 @@ bool isSystemDark() {
 
 bool SettingsView::notifiesOfItems() const {
     return defaults_.boolean(notifiesKey).value_or(true);
+}
+
+bool SettingsView::notifiesOfBlocks() const {
+    return defaults_.boolean(notifiesOfBlocksKey).value_or(true);
 }
 
 bool SettingsView::playsSounds() const {
@@ -72,6 +77,10 @@ void SettingsView::setOpensAtLogin(bool opens) {
 
 void SettingsView::setNotifiesOfItems(bool notifies) {
     keep(notifiesKey, notifies);
+}
+
+void SettingsView::setNotifiesOfBlocks(bool notifies) {
+    keep(notifiesOfBlocksKey, notifies);
 }
 
 void SettingsView::setPlaysSounds(bool plays) {

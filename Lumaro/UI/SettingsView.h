@@ -20,6 +20,7 @@ class SettingsView final : public QObject {
     QML_UNCREATABLE("the program makes the one there is")
     Q_PROPERTY(bool opensAtLogin READ opensAtLogin WRITE setOpensAtLogin NOTIFY changed)
     Q_PROPERTY(bool notifiesOfItems READ notifiesOfItems WRITE setNotifiesOfItems NOTIFY changed)
+    Q_PROPERTY(bool notifiesOfBlocks READ notifiesOfBlocks WRITE setNotifiesOfBlocks NOTIFY changed)
     Q_PROPERTY(bool playsSounds READ playsSounds WRITE setPlaysSounds NOTIFY changed)
     Q_PROPERTY(bool reducesMotion READ reducesMotion WRITE setReducesMotion NOTIFY changed)
     /// "follow" the system, "light" or "dark".
@@ -37,6 +38,7 @@ public:
 
     bool opensAtLogin() const { return loginItem_.isEnabled(); }
     bool notifiesOfItems() const;
+    bool notifiesOfBlocks() const;
     bool playsSounds() const;
     bool reducesMotion() const;
     QString appearance() const;
@@ -47,6 +49,7 @@ public:
 
     void setOpensAtLogin(bool opens);
     void setNotifiesOfItems(bool notifies);
+    void setNotifiesOfBlocks(bool notifies);
     void setPlaysSounds(bool plays);
     void setReducesMotion(bool reduces);
     void setAppearance(const QString& appearance);

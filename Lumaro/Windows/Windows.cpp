@@ -3,6 +3,7 @@
 
 #include "DesignSystem/Fonts.h"
 #include "DesignSystem/Furnish.h"
+#include "DesignSystem/SystemWords.h"
 #include "Lumaro/UI/Text.h"
 #include "Lumaro/Windows/FrameLog.h"
 
@@ -31,6 +32,7 @@ QVariant shared(Object& object) {
 
 void prepareWindows() {
     registerFonts();
+    SystemWords::install();
 }
 
 Windows::Windows(AppView::Setup setup, Ports ports, std::function<void()> quit)
@@ -39,7 +41,7 @@ Windows::Windows(AppView::Setup setup, Ports ports, std::function<void()> quit)
               [towns = ports.towns](Coordinates point) { return towns.sceneryAt(point); }}),
       editor_(ports.app, ports.clock), pictures_(ports.app, ports.ids, ports.background),
       settings_(ports.defaults, ports.loginItem), music_(ports.app), place_({ports.app, scene_, ports.towns}),
-      screens_(ports.desktop), tray_(verbs(std::move(quit))) {
+      speech_(ports.app, ports.sleeper), screens_(ports.desktop), tray_(verbs(std::move(quit))) {
     furnish(engine_);
     settings_.dress(themeOf(engine_));
     const auto readTemperatures = [this] { scene_.setFahrenheit(settings_.isFahrenheit()); };
@@ -71,11 +73,17 @@ void Windows::dress(const QString& appearance, bool isMotionReduced) {
 void Windows::hear(const AppNews& news) {
     scene_.hear(news.changed);
     editor_.hear(news);
+    pictures_.hear(news.changed);
     music_.hear(news.changed);
+    speech_.hear(news);
     // No page shows what a hand does, which changes many times a second.
     if (!news.changed.isOnly(AppChange::editor)) {
         view_.refresh();
         tray_.show(trayState(view_.face()));
+    }
+    if (news.isBoardWanted) {
+        openBoard();
+        QMetaObject::invokeMethod(boardWindow_.get(), "showBoard");
     }
     for (const auto& text : news.quickNotes) openQuickNote(qText(text.value_or("")));
 }
@@ -101,18 +109,23 @@ void Windows::openBoard() {
                              {QStringLiteral("settings"), shared(settings_)},
                              {QStringLiteral("music"), shared(music_)},
                              {QStringLiteral("place"), shared(place_)},
+                             {QStringLiteral("speech"), shared(speech_)},
                              {QStringLiteral("screens"), shared(screens_)},
                              {QStringLiteral("hangsBehindIcons"), ports_.desktop.level() != DesktopLevel::bottomMost}});
         boardPlace_ = new WindowKeeper{*boardWindow_, ports_.defaults, boardWindowKey};
         QObject::connect(boardWindow_.get(), &QWindow::visibleChanged, &view_, [this](bool isVisible) {
             if (!isVisible) letGoOfBoard();
         });
+        QObject::connect(boardWindow_.get(), &QWindow::activeChanged, &view_,
+                         [this] { ports_.app.setLooking(boardWindow_ && boardWindow_->isActive()); });
     }
     boardPlace_->show();
 }
 
 void Windows::letGoOfBoard() {
-    editor_.finishWriting();
+    editor_.layDown();
+    ports_.app.setLooking(false);
+    pictures_.large()->close();
     // Its pictures go with it: most of the time the board is seen on the desktop alone.
     boardWindow_.release()->deleteLater();
 }

@@ -4,6 +4,7 @@
 #include "Lumaro/Model/AppModel.h"
 #include "Lumaro/UI/AppView.h"
 #include "Lumaro/UI/Board/BoardScene.h"
+#include "Lumaro/UI/Board/PartnerSpeech.h"
 #include "Lumaro/UI/DesktopBoards.h"
 #include "Lumaro/UI/Editor/EditorView.h"
 #include "Lumaro/UI/Editor/PictureExchange.h"
@@ -74,6 +75,7 @@ private:
     SettingsView settings_;
     MusicView music_;
     PlaceView place_;
+    PartnerSpeech speech_;
     ScreenList screens_;
     TrayMenu tray_;
     QQmlApplicationEngine engine_;

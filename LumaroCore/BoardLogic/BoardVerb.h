@@ -32,6 +32,12 @@ struct BoardVerb {
         UUID item;
         double scale = 1;
     };
+    struct ToFront {
+        UUID item;
+    };
+    struct ToBack {
+        UUID item;
+    };
     struct TakeDown {
         UUID item;
     };
@@ -41,11 +47,18 @@ struct BoardVerb {
     struct Unkeep {
         UUID item;
     };
+    // All other verbs refuse a locked item.
+    struct Lock {
+        UUID item;
+    };
+    struct Unlock {
+        UUID item;
+    };
     struct SetBackground {
         BackgroundID background = BackgroundID::butter;
     };
 
-    std::variant<PutUp, Move, Turn, Resize, TakeDown, Keep, Unkeep, SetBackground> value;
+    std::variant<PutUp, Move, Turn, Resize, ToFront, ToBack, TakeDown, Keep, Unkeep, Lock, Unlock, SetBackground> value;
 };
 
 /// What the verb does to a board that its hand sees. No ops where everything is so already.

@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "LumaroCore/BoardLogic/EditParts.h"
 
+#include "LumaroCore/BoardLogic/Stacking.h"
 #include "LumaroCore/Support/Overloaded.h"
 #include "LumaroCore/Support/Wire.h"
 
 #include <algorithm>
-#include <limits>
+#include <cmath>
+#include <numbers>
 #include <utility>
 
 namespace lumaro::Edits {
@@ -14,7 +16,7 @@ namespace {
 using namespace std::chrono_literals;
 
 bool looksLike(BoardItem item, const BoardItem& other) {
-    item.author = other.author;
+    item.setAuthor(other.author);
     item.updatedAt = other.updatedAt;
     return item == other;
 }
@@ -29,6 +31,11 @@ bool isIdle(const Op& op, const Board& board) {
                       op.value);
 }
 
+Point turned(Point arm, double degrees) {
+    const double angle = degrees * std::numbers::pi / 180;
+    return {arm.x * std::cos(angle) - arm.y * std::sin(angle), arm.x * std::sin(angle) + arm.y * std::cos(angle)};
+}
+
 } // namespace
 
 bool isDrawnOn(const BoardItem& item, const UUID& id) {
@@ -36,17 +43,14 @@ bool isDrawnOn(const BoardItem& item, const UUID& id) {
     return doodle != nullptr && doodle->on == id;
 }
 
-bool isInFront(const Board& board, const UUID& id) {
-    auto lowest = std::numeric_limits<std::int64_t>::max();
-    auto highestOther = std::numeric_limits<std::int64_t>::min();
-    for (const auto& item : board.items) {
-        if (item.id == id || isDrawnOn(item, id)) {
-            lowest = std::min(lowest, item.z);
-        } else {
-            highestOther = std::max(highestOther, item.z);
-        }
-    }
-    return lowest > highestOther;
+bool isOnLocked(const Board& board, const Payload& payload) {
+    const auto* const doodle = payload.as<DoodlePayload>();
+    const auto* const surface = doodle != nullptr && doodle->on ? board.find(*doodle->on) : nullptr;
+    return surface != nullptr && surface->isLocked;
+}
+
+bool isLocked(const Board& board, const BoardItem& item) {
+    return item.isLocked || isOnLocked(board, item.payload);
 }
 
 Instant stamp(Instant now, Instant previous) {
@@ -55,7 +59,7 @@ Instant stamp(Instant now, Instant previous) {
 }
 
 Op written(const Board& board, BoardItem item, Hand hand, std::optional<Instant> buriedAt) {
-    item.author = hand.author;
+    item.setAuthor(hand.author);
     item.updatedAt = Wire::truncatedToMilliseconds(hand.now);
     const auto follow = [&](Instant version) { item.updatedAt = stamp(item.updatedAt, version); };
     if (const auto* replaced = board.find(item.id)) follow(replaced->updatedAt);
@@ -94,6 +98,29 @@ Instant lifespanFrom(Instant now) {
     return Wire::truncatedToMilliseconds(saturatingAdd(now, BoardSpec::noteLifespan));
 }
 
+Point heldOnCanvas(Point place) {
+    return {std::clamp(place.x, 0.0, BoardSpec::canvasSize.width),
+            std::clamp(place.y, 0.0, BoardSpec::canvasSize.height)};
+}
+
+std::vector<Op> carried(const Board& board, const BoardItem& before, BoardItem item, Hand hand) {
+    const double turn = item.rotationDegrees - before.rotationDegrees;
+    const double growth = BoardSpec::isValidScale(before.scale) ? item.scale / before.scale : 1;
+    const Point from = before.center;
+    const Point to = item.center;
+    std::vector<Op> ops;
+    ops.push_back(written(board, std::move(item), hand));
+    for (const auto& other : board.items) {
+        if (!isDrawnOn(other, before.id)) continue;
+        BoardItem doodle = other;
+        doodle.center = to + turned(doodle.center - from, turn) * growth;
+        doodle.rotationDegrees = BoardSpec::clampRotation(doodle.rotationDegrees + turn);
+        doodle.scale = BoardSpec::clampScale(doodle.scale * growth);
+        ops.push_back(written(board, std::move(doodle), hand));
+    }
+    return ops;
+}
+
 std::expected<Board, EditFault> held(const Board& board, const UUID& id, const Placement& placement, Hand hand) {
     Board after = board;
     std::optional<EditFault> fault;
@@ -112,7 +139,7 @@ std::expected<Board, EditFault> held(const Board& board, const UUID& id, const P
 Result place(const Board& board, const UUID& id, const Placement& placement, Hand hand) {
     auto after = held(board, id, placement, hand);
     if (!after) return std::unexpected(after.error());
-    if (!isInFront(*after, id)) {
+    if (!isStacked(*after, {&id, 1}, StackEnd::front)) {
         if (const auto raised = raise(*after, id, hand)) overlay(*after, *raised);
     }
     return changes(board, *after, hand);

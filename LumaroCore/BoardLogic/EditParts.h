@@ -13,8 +13,11 @@ namespace lumaro::Edits {
 
 /// Whether this is a doodle drawn on that item.
 bool isDrawnOn(const BoardItem& item, const UUID& id);
-/// Whether the item and the doodles on it already are in front of all others.
-bool isInFront(const Board& board, const UUID& id);
+
+/// Whether this is drawn on an item that is locked.
+bool isOnLocked(const Board& board, const Payload& payload);
+/// Whether people's hands leave it as it is: it is locked, or part of what is.
+bool isLocked(const Board& board, const BoardItem& item);
 
 /// The instant of a version that replaces one of `previous`.
 Instant stamp(Instant now, Instant previous);
@@ -35,6 +38,10 @@ struct Placement {
     std::optional<double> rotationDegrees{};
     std::optional<double> scale{};
 };
+/// The place on the canvas nearest to this one.
+Point heldOnCanvas(Point place);
+/// The item instead of the one that was, and the doodles drawn on it where its new place takes them.
+std::vector<Op> carried(const Board& board, const BoardItem& before, BoardItem item, Hand hand);
 /// The board while the item is held there: moved, turned and scaled as `Edits` do, with the doodles on it.
 std::expected<Board, EditFault> held(const Board& board, const UUID& id, const Placement& placement, Hand hand);
 /// The item let go there, in front of all others: one version of each item that looks different for it.

@@ -22,12 +22,13 @@ enum class EditFault : std::uint8_t {
     wrongKind,    ///< the item's kind has no such edit
     cannotResize, ///< items of this kind keep their size
     notFinite,    ///< a place, tilt or scale that is no number
+    locked,       ///< the item is locked, or what it is drawn on is
 };
 
 /// What people's hands do to a board, as ops. Pure functions of the board that the hand sees.
 ///
 /// Every version is stamped with the later of now and a millisecond after the version it edits, so that a device whose
-/// clock is slow can still edit what it sees. Doodles drawn on an item move, turn, grow and rise with it.
+/// clock is slow can still edit what it sees. Doodles drawn on an item move, turn, grow, rise and sink with it.
 namespace Edits {
 
 using Result = std::expected<std::vector<Op>, EditFault>;
@@ -43,6 +44,8 @@ Result turn(const Board& board, const UUID& id, double degrees, Hand hand);
 Result resize(const Board& board, const UUID& id, double scale, Hand hand);
 /// Brings the item in front of all others, the doodles on it in front of it.
 Result raise(const Board& board, const UUID& id, Hand hand);
+/// Puts the item behind all others, the doodles on it in front of it.
+Result lower(const Board& board, const UUID& id, Hand hand);
 
 /// Replaces what the item holds by a payload of the same kind.
 Result changePayload(const Board& board, const UUID& id, Payload payload, Hand hand);
@@ -52,6 +55,9 @@ Result changeText(const Board& board, const UUID& id, PMNode text, Hand hand);
 Result keep(const Board& board, const UUID& id, Hand hand);
 /// Lets a note come down a lifespan from now.
 Result unkeep(const Board& board, const UUID& id, Hand hand);
+/// Leaves the item as it is until it is unlocked: all other edits refuse it.
+Result lock(const Board& board, const UUID& id, Hand hand);
+Result unlock(const Board& board, const UUID& id, Hand hand);
 
 /// Takes the item down and, by the rules of the board, the doodles on it.
 Result takeDown(const Board& board, const UUID& id, Hand hand);

@@ -12,6 +12,12 @@ const Payload::Value& Payload::emptyValue() {
     return empty;
 }
 
+void BoardItem::setAuthor(PartnerID writer) {
+    const PartnerID whose = creator();
+    author = writer;
+    createdBy = whose == writer ? std::nullopt : std::optional{whose};
+}
+
 std::optional<Instant> BoardItem::expiresAt() const {
     const auto* note = payload.as<NotePayload>();
     return note != nullptr ? note->expiresAt : std::nullopt;

@@ -9,7 +9,7 @@
 
 namespace lumaro {
 
-/// One thing on the board: where it is, who last wrote it and when, and what it holds.
+/// One thing on the board: where it is, who put it up, who last wrote it and when, and what it holds.
 struct BoardItem {
     UUID id;
     Point center; ///< on the virtual canvas
@@ -18,11 +18,15 @@ struct BoardItem {
     std::int64_t z = 0; ///< stacking order, higher in front
     PartnerID author = PartnerID::a;
     Instant createdAt;
-    Instant updatedAt;     ///< what the last-writer rule compares
-    bool isLocked = false; ///< hands leave it where and as it is; the rules of the board do not ask for it
+    Instant updatedAt;                  ///< what the last-writer rule compares
+    std::optional<PartnerID> createdBy; ///< who put it up, where that was not `author`
+    bool isLocked = false;              ///< hands leave it where and as it is; the rules of the board do not ask for it
     Payload payload;
 
     ItemKind kind() const { return payload.kind(); }
+    PartnerID creator() const { return createdBy.value_or(author); }
+    /// The creator stays who it was.
+    void setAuthor(PartnerID writer);
     /// When it comes down of its own: only an unkept note does.
     std::optional<Instant> expiresAt() const;
     bool hasExpired(Instant now) const;
@@ -40,6 +44,7 @@ struct BoardItem {
                           Field{"author", &BoardItem::author},
                           Field{"createdAt", &BoardItem::createdAt},
                           Field{"updatedAt", &BoardItem::updatedAt},
+                          Field{"createdBy", &BoardItem::createdBy},
                           FieldIfSet{"locked", &BoardItem::isLocked}};
     }
     void hashInto(Hasher& hasher) const;

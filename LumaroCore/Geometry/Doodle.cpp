@@ -3,6 +3,7 @@
 
 #include "LumaroCore/Geometry/InkLine.h"
 #include "LumaroCore/Geometry/InkSmoothing.h"
+#include "LumaroCore/Geometry/InkWidths.h"
 #include "LumaroCore/Support/Wire.h"
 
 #include <algorithm>
@@ -51,9 +52,10 @@ std::optional<Rect> boxAround(const std::vector<InkStroke>& strokes) {
     Extent across;
     Extent down;
     for (const auto& stroke : strokes) {
-        for (const Point p : stroke.points) {
-            across.include(p.x, stroke.width / 2);
-            down.include(p.y, stroke.width / 2);
+        const auto widths = inkWidths(stroke.points);
+        for (std::size_t i = 0; i < stroke.points.size(); ++i) {
+            across.include(stroke.points[i].x, stroke.width / 2 * widths[i]);
+            down.include(stroke.points[i].y, stroke.width / 2 * widths[i]);
         }
     }
     const auto horizontal = sideAround(across);
@@ -74,7 +76,7 @@ void keepUsable(std::vector<InkStroke>& strokes) {
 
 void moveIntoBox(std::vector<InkStroke>& strokes, Point corner) {
     for (auto& [ink, width, points] : strokes) {
-        for (auto& point : points) point = roundedInk(point - corner);
+        moveInk(points, [corner](Point point) { return roundedInk(point - corner); });
         if (points.size() > BoardSpec::maxPointsPerStroke) {
             points = simplifiedToFit(points, tolerances.front(), BoardSpec::maxPointsPerStroke);
         }
@@ -122,10 +124,10 @@ std::vector<InkStroke> canvasStrokes(const DoodlePayload& doodle, Point center, 
     std::vector<InkStroke> strokes = doodle.strokes;
     for (auto& stroke : strokes) {
         stroke.width *= scale;
-        for (auto& point : stroke.points) {
+        moveInk(stroke.points, [&](Point point) {
             const Point arm = (point - middle) * scale;
-            point = center + Point{arm.x * cosine - arm.y * sine, arm.x * sine + arm.y * cosine};
-        }
+            return center + Point{arm.x * cosine - arm.y * sine, arm.x * sine + arm.y * cosine};
+        });
     }
     return strokes;
 }

@@ -2,6 +2,7 @@
 #include "LumaroCore/Geometry/InkEraser.h"
 
 #include "LumaroCore/Geometry/InkLine.h"
+#include "LumaroCore/Geometry/InkWidths.h"
 
 #include <algorithm>
 #include <cmath>
@@ -131,6 +132,13 @@ private:
 
 void cutStroke(const InkStroke& stroke, const SweptTip& tip, std::vector<InkStroke>& pieces) {
     PieceCollector collector{stroke, pieces};
+    const bool isLive = isLiveInk(stroke.points);
+    const auto widths = inkWidths(stroke.points);
+    // Where the segment that ends at a point is cut; a live line goes on being as wide as it was there.
+    const auto cut = [&](std::size_t end, double t) {
+        const Point place = between(stroke.points[end - 1], stroke.points[end], t);
+        return isLive ? inkPoint(place, std::lerp(widths[end - 1], widths[end], t)) : place;
+    };
     for (std::size_t i = 1; i < stroke.points.size(); ++i) {
         const Point a = stroke.points[i - 1];
         const Point b = stroke.points[i];
@@ -143,9 +151,9 @@ void cutStroke(const InkStroke& stroke, const SweptTip& tip, std::vector<InkStro
             collector.addSegment(a, b);
             continue;
         }
-        if (erased.low > 0) collector.addSegment(a, between(a, b, erased.low));
+        if (erased.low > 0) collector.addSegment(a, cut(i, erased.low));
         collector.endPiece();
-        if (erased.high < 1) collector.addSegment(between(a, b, erased.high), b);
+        if (erased.high < 1) collector.addSegment(cut(i, erased.high), b);
     }
     collector.endPiece();
 }
@@ -154,9 +162,11 @@ void cutStroke(const InkStroke& stroke, const SweptTip& tip, std::vector<InkStro
 
 bool inkHit(const InkStroke& stroke, Point point, double radius) {
     if (!(radius >= 0) || !isFinite(point)) return false;
-    const double reach = radius + usableInkWidth(stroke.width) / 2;
     const auto& points = stroke.points;
+    const auto widths = inkWidths(points);
     for (std::size_t i = 0; i < points.size(); ++i) {
+        const double width = std::max(widths[i], widths[std::min(i + 1, points.size() - 1)]);
+        const double reach = radius + usableInkWidth(stroke.width) * width / 2;
         if (isInkPoint(points[i]) && segmentDistance(point, points[i], segmentEnd(points, i)) <= reach) return true;
     }
     return false;

@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <vector>
 
 namespace lumaro {
 
@@ -32,13 +31,6 @@ inline double usableInkWidth(double width) {
 inline Point roundedInk(Point p) {
     // Adding zero turns a negative zero into zero.
     return {std::round(p.x * inkSteps) / inkSteps + 0.0, std::round(p.y * inkSteps) / inkSteps + 0.0};
-}
-
-/// Rounds a line's points and drops those that repeat the one before.
-inline void roundInk(std::vector<Point>& points) {
-    std::ranges::transform(points, points.begin(), roundedInk);
-    const auto repeats = std::ranges::unique(points);
-    points.erase(repeats.begin(), repeats.end());
 }
 
 constexpr double dot(Point a, Point b) {

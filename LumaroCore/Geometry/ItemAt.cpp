@@ -39,6 +39,25 @@ std::optional<UUID> itemAt(const Board& board, Point place, double reach) {
     return front == nullptr ? std::nullopt : std::optional{front->id};
 }
 
+Rect boundsOf(const BoardItem& item) {
+    const double angle = item.rotationDegrees * std::numbers::pi / 180;
+    const Size size = item.naturalSize() * item.scale;
+    const double across = std::abs(std::cos(angle));
+    const double along = std::abs(std::sin(angle));
+    return Rect::centredOn(item.center,
+                           {size.width * across + size.height * along, size.width * along + size.height * across});
+}
+
+std::vector<UUID> itemsWithin(const Board& board, Rect area) {
+    std::vector<UUID> ids;
+    for (const auto& item : board.items) {
+        const Point away = item.center - area.origin;
+        const bool isIn = away.x >= 0 && away.x <= area.size.width && away.y >= 0 && away.y <= area.size.height;
+        if (isIn) ids.push_back(item.id);
+    }
+    return ids;
+}
+
 std::vector<UUID> readingOrder(const Board& board) {
     std::vector<const BoardItem*> items;
     items.reserve(board.items.size());

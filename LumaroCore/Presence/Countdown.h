@@ -29,5 +29,11 @@ struct Reading {
 
 Reading reading(Instant target, Instant now);
 
+/// Whether the moment came while the countdown hung, `written` for the last time before it: one for a day that had been
+/// is no occasion. What was thrown lies until somebody moves the chip or writes on it.
+constexpr bool isCelebrated(Instant target, Instant written, Instant now) {
+    return written < target && target <= now;
+}
+
 } // namespace Countdown
 } // namespace lumaro

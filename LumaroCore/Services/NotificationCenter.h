@@ -8,16 +8,43 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace lumaro {
+
+/// What a notification offers beside being opened.
+struct NotificationAction {
+    std::string name; ///< comes back with the answer
+    std::string label;
+
+    bool operator==(const NotificationAction&) const = default;
+};
 
 /// Plain texts, and a picture as the path of a file of this computer.
 struct LocalNotification {
     std::string title;
     std::string body;
     std::optional<std::string> picturePath;
+    /// What it is about: comes back with the answer, and a later one about the same takes its place. Empty: nothing is
+    /// heard of it, and nothing takes its place.
+    std::string about{};
+    std::vector<NotificationAction> actions{};
 
     bool operator==(const LocalNotification&) const = default;
+};
+
+/// What a person did with a notification.
+struct NotificationAnswer {
+    enum class Kind : std::uint8_t {
+        opened, ///< they want to see what it is about
+        acted,
+        dismissed,
+    };
+    Kind kind = Kind::opened;
+    std::string about;
+    std::string action{}; ///< its name, of `acted`
+
+    bool operator==(const NotificationAnswer&) const = default;
 };
 
 enum class NotificationPermission : std::uint8_t {
@@ -49,7 +76,14 @@ public:
     virtual ~NotificationCenter() = default;
 
     /// Shows it, or does nothing where none can be shown. Those posted one after the other are shown in that order.
+    /// Actions are offered where the desktop can.
     virtual void post(LocalNotification notification) = 0;
+    /// The person has seen what it is about: it is shown no more.
+    virtual void withdraw(std::string_view about) = 0;
+    /// Calls the listener with each answer to what was posted with something that it is about, never from within a call
+    /// of this; null: with none any more.
+    using Listener = std::function<void(const NotificationAnswer&)>;
+    virtual void onAnswer(Listener listener) = 0;
 
     /// Calls `then` once, never from within this call.
     [[nodiscard]] virtual std::unique_ptr<Question> permission(Answer then) = 0;

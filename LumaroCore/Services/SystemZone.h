@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 namespace lumaro {
 
@@ -15,6 +16,8 @@ public:
 
     /// Its IANA name, as it is now; empty when it has none.
     virtual std::string identifier() = 0;
+    /// Whether this computer's table of time zones has a zone of that name, whoever says it.
+    virtual bool isKnown(std::string_view name) = 0;
 };
 
 } // namespace lumaro

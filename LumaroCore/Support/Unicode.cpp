@@ -104,6 +104,13 @@ std::string lowered(std::string_view text) {
     return lower;
 }
 
+bool isBlank(std::string_view text) {
+    while (const auto character = takeCharacter(text)) {
+        if (!isInvisible(*character)) return false;
+    }
+    return text.empty();
+}
+
 std::string_view trimmed(std::string_view text) {
     const auto isSpace = [](std::optional<char32_t> character) {
         return character && classOf(*character) == CharacterClass::space;

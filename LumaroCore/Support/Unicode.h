@@ -29,6 +29,9 @@ std::optional<char32_t> takeCharacter(std::string_view& text);
 /// Whether nothing of the character is seen: white space, controls, and what Unicode has displayed as nothing.
 bool isInvisible(char32_t character);
 
+/// Whether nothing of the text is seen.
+bool isBlank(std::string_view text);
+
 /// The start of a UTF-8 text, at most so many characters as people count them (extended grapheme clusters).
 std::string_view firstCharacters(std::string_view text, std::size_t count);
 

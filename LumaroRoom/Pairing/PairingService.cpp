@@ -167,6 +167,17 @@ StoreResult<std::optional<CodeRecord>> PairingService::freshCode(Store& store, s
     return std::nullopt;
 }
 
+// Every link and code of the couple. A new code ends its others, and is used up at once.
+PairingResult<void> PairingService::endWaysIn(Store& store, std::string_view coupleId, PartnerID inviter, Instant now) {
+    const auto last = freshCode(store, coupleId, inviter, now);
+    if (!last) return std::unexpected(last.error());
+    if (!*last) return refused<void>(noCode);
+    auto done = store.useCode((*last)->code);
+    if (done) done = store.replaceLinks(coupleId);
+    if (!done) return std::unexpected(std::move(done.error()));
+    return {};
+}
+
 // Ways in
 
 PairingResult<CreatedCouple> PairingService::createCouple(Store& store, const Person& person, Instant now) {
@@ -256,10 +267,9 @@ PairingResult<Invite> PairingService::mintLink(Store& store, std::string_view co
     return invite(store, coupleId, by.slot, now);
 }
 
-// NOLINTNEXTLINE(readability-convert-member-functions-to-static): a call like the others
-PairingResult<void> PairingService::resetLinks(Store& store, std::string_view coupleId) {
-    if (auto replaced = store.replaceLinks(coupleId); !replaced) return std::unexpected(std::move(replaced.error()));
-    return {};
+PairingResult<void> PairingService::resetLinks(Store& store, std::string_view coupleId, const DeviceRecord& by,
+                                               Instant now) {
+    return endWaysIn(store, coupleId, by.slot, now);
 }
 
 PairingResult<ShareCode> PairingService::createCode(Store& store, std::string_view coupleId, const DeviceRecord& by,
@@ -301,13 +311,8 @@ PairingResult<void> PairingService::releasePartner(Store& store, std::string_vie
                                                    Instant now) {
     const auto members = store.members(coupleId);
     if (!members) return std::unexpected(members.error());
-    // A new code ends the couple's others, and is used up at once.
-    const auto last = freshCode(store, coupleId, by.slot, now);
-    if (!last) return std::unexpected(last.error());
-    if (!*last) return refused<void>(noCode);
-    auto done = store.useCode((*last)->code);
-    if (done) done = store.replaceLinks(coupleId);
-    if (done) done = store.setName(coupleId, other(by.slot), std::nullopt);
+    if (auto ended = endWaysIn(store, coupleId, by.slot, now); !ended || !*ended) return ended;
+    auto done = store.setName(coupleId, other(by.slot), std::nullopt);
     for (const auto& device : members->devices) {
         if (done && device.slot != by.slot) done = store.removeDevice(coupleId, device.deviceId, now);
     }

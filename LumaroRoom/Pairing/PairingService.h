@@ -70,7 +70,8 @@ public:
     /// The couple's link while it lives, else a new one.
     PairingResult<Invite> mintLink(Store& store, std::string_view coupleId, const DeviceRecord& by,
                                    std::string_view name, Instant now);
-    PairingResult<void> resetLinks(Store& store, std::string_view coupleId);
+    /// Ends every link and code of the couple.
+    PairingResult<void> resetLinks(Store& store, std::string_view coupleId, const DeviceRecord& by, Instant now);
     /// Ends the couple's other codes.
     PairingResult<ShareCode> createCode(Store& store, std::string_view coupleId, const DeviceRecord& by,
                                         std::string_view name, Instant now);
@@ -94,6 +95,7 @@ private:
     StoreResult<Invite> invite(Store& store, std::string_view coupleId, PartnerID inviter, Instant now);
     StoreResult<std::optional<CodeRecord>> freshCode(Store& store, std::string_view coupleId, PartnerID inviter,
                                                      Instant now);
+    PairingResult<void> endWaysIn(Store& store, std::string_view coupleId, PartnerID inviter, Instant now);
     /// Says what the person is called when `name` says it; a refusal when it cannot be a name.
     PairingResult<void> noteName(Store& store, std::string_view coupleId, PartnerID slot, std::string_view name) const;
 

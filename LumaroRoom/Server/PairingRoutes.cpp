@@ -126,7 +126,7 @@ void Routes::removeDevices(const Call& call, Respond respond) {
             case Route::leave: return outcomeOf(pairing.leave(store, coupleId, by, now), statusOk, coupleId);
             case Route::releasePartner:
                 return outcomeOf(pairing.releasePartner(store, coupleId, by, now), statusOk, coupleId);
-            default: return outcomeOf(pairing.resetLinks(store, coupleId), statusOk);
+            default: return outcomeOf(pairing.resetLinks(store, coupleId, by, now), statusOk);
             }
         },
         std::move(respond));

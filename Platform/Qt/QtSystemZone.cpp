@@ -3,6 +3,8 @@
 
 #include <QTimeZone>
 
+#include <algorithm>
+
 namespace lumaro {
 namespace {
 
@@ -20,6 +22,21 @@ std::string QtSystemZone::identifier() {
     // An empty one would be valid there: it is UTC.
     if (id.isEmpty() || isRule(id) || !QTimeZone{id}.isValid()) return {};
     return id.toStdString();
+}
+
+bool QtSystemZone::isKnown(std::string_view name) {
+    // The longest in the table has 38. A name is looked for as a file, so no other character gets that far.
+    constexpr std::size_t longest = 64;
+    const auto isOfName = [](char c) {
+        return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_' || c == '+' ||
+               c == '-' || c == '/';
+    };
+    if (name.empty() || name.size() > longest || !std::ranges::all_of(name, isOfName)) return false;
+    const QByteArray id{name.data(), static_cast<qsizetype>(name.size())};
+    const bool isOfAnArea = id.contains('/') && !id.startsWith('/');
+    const bool isPlain = !id.contains('/') && !id.contains('+') && !id.contains('-');
+    // Qt's own list leaves out the other names of zones, such as "US/Pacific".
+    return (isOfAnArea || isPlain) && !isRule(id) && QTimeZone{id}.isValid();
 }
 
 } // namespace lumaro

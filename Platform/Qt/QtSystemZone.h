@@ -9,6 +9,7 @@ namespace lumaro {
 class QtSystemZone final : public SystemZone {
 public:
     std::string identifier() override;
+    bool isKnown(std::string_view name) override;
 };
 
 } // namespace lumaro

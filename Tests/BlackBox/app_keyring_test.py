@@ -71,7 +71,7 @@ def main():
 
         keyring.close()
         keyring.open()
-        assert app.ask("unlock")["status"] == 0
+        assert app.ask("unlock-keyring")["status"] == 0
         app.until(lambda: app.status()["connection"] == "connected" and app.items() == {note})
         app.stop()
         keyring.end()

@@ -25,6 +25,9 @@ TEST(BoardVerb, WhatIsSoAlreadyIsNoEdit) {
                             {BoardVerb::Turn{chipId, 0.9}},
                             {BoardVerb::Resize{chipId, 1.03}},
                             {BoardVerb::Keep{noteId}},
+                            {BoardVerb::ToFront{chipId}},
+                            {BoardVerb::ToBack{noteId}},
+                            {BoardVerb::Unlock{noteId}},
                             {BoardVerb::SetBackground{board.background}},
                             {BoardVerb::PutUp{noteId, NotePayload{}, {}}},
                             {BoardVerb::PutUp{nobody, NotePayload{}, {}}}};
@@ -41,6 +44,8 @@ TEST(BoardVerb, WhatCannotBeDoneIsATypedFault) {
         {{BoardVerb::Resize{noteId, nan}}, EditFault::notFinite},
         {{BoardVerb::Resize{drawnId, 2}}, EditFault::cannotResize},
         {{BoardVerb::TakeDown{nobody}}, EditFault::noSuchItem},
+        {{BoardVerb::ToBack{nobody}}, EditFault::noSuchItem},
+        {{BoardVerb::Lock{nobody}}, EditFault::noSuchItem},
         {{BoardVerb::Keep{chipId}}, EditFault::wrongKind},
         {{BoardVerb::Unkeep{chipId}}, EditFault::wrongKind}};
     for (const auto& [verb, fault] : cases) EXPECT_EQ(opsOf(verb, smallBoard(), hand).error(), fault);

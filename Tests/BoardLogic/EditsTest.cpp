@@ -2,7 +2,9 @@
 #include "LumaroCore/BoardLogic/Edits.h"
 
 #include "LumaroCore/BoardLogic/Apply.h"
+#include "LumaroCore/BoardLogic/Expiry.h"
 #include "LumaroCore/BoardLogic/Placing.h"
+#include "LumaroCore/BoardLogic/Stacking.h"
 #include "LumaroCore/Support/Wire.h"
 #include "Tests/BoardLogic/SmallBoard.h"
 
@@ -19,6 +21,7 @@ using samples::noon;
 using samples::numberedId;
 
 constexpr Hand hand{.author = PartnerID::a, .now = noon};
+const UUID nobody = numberedId(9);
 
 BoardItem itemOf(const Op& op) {
     return std::get<Upsert>(op.value).item;
@@ -42,6 +45,8 @@ TEST(Edits, R15_EveryEditIsNewerThanWhatItEditsWhateverTheClockSays) {
         [](const Board& b, Hand h) { return Edits::changeText(b, noteId, pm::emptyDoc(), h); },
         [](const Board& b, Hand h) { return Edits::keep(b, noteId, h); },
         [](const Board& b, Hand h) { return Edits::unkeep(b, noteId, h); },
+        [](const Board& b, Hand h) { return Edits::lower(b, noteId, h); },
+        [](const Board& b, Hand h) { return Edits::lock(b, noteId, h); },
     };
     for (const auto version : {noon - 1h, noon + 5h, noon + 5h + 400us, noon + 5h + 600us}) {
         Board board = smallBoard();
@@ -104,11 +109,64 @@ TEST(Edits, R16_DoodlesGoWithTheItemTheyAreDrawnOn) {
     EXPECT_GT(down.tombstones.at(drawnId), board.find(drawnId)->updatedAt);
 }
 
-TEST(Edits, R17_NothingRisesAboveTheEndOfTheRangeAndNothingStops) {
+TEST(Edits, R17_NothingGetsBeyondTheEndsOfTheRangeAndNothingStops) {
     Board board = smallBoard();
+    board.items[2].z = std::numeric_limits<std::int64_t>::min();
+    EXPECT_EQ(after(Edits::lower(board, noteId, hand), board).find(noteId)->z, board.items[2].z);
     board.items[2].z = std::numeric_limits<std::int64_t>::max();
     EXPECT_EQ(after(Edits::raise(board, noteId, hand), board).find(noteId)->z, board.items[2].z);
     EXPECT_EQ(after(Edits::putUp(board, numberedId(9), {}, {}, hand), board).items.back().z, board.items[2].z);
+}
+
+TEST(Edits, R12_R16_SeveralItemsRiseAndSinkAsTheyLieWithTheirDoodles) {
+    Board board = smallBoard();
+    auto& other = board.items.emplace_back(board.items[2]);
+    other.id = numberedId(4);
+    other.z = 7;
+    const std::vector both{chipId, noteId};
+    const auto zs = [](const Board& b) {
+        std::vector<std::int64_t> found;
+        for (const auto& item : b.items) found.push_back(item.z);
+        return found;
+    };
+    const auto front = after(Edits::stack(board, both, Edits::StackEnd::front, hand), board);
+    EXPECT_EQ(zs(front), (std::vector<std::int64_t>{8, 9, 10, 7}));
+    EXPECT_TRUE(Edits::isStacked(front, both, Edits::StackEnd::front));
+    const auto back = after(Edits::stack(front, both, Edits::StackEnd::back, hand), front);
+    EXPECT_EQ(zs(back), (std::vector<std::int64_t>{4, 5, 6, 7}));
+    EXPECT_FALSE(Edits::isStacked(back, {&chipId, 1}, Edits::StackEnd::back));
+    // A doodle is never under what it is drawn on.
+    board.items[1].z = -5;
+    const auto lowered = after(Edits::lower(board, noteId, hand), board);
+    EXPECT_EQ(zs(lowered), (std::vector<std::int64_t>{0, 1, 2, 7}));
+}
+
+TEST(Edits, R23_ALockedItemIsLeftAsItIsUntilItIsUnlocked) {
+    const Board board = smallBoard();
+    const auto locked = after(Edits::lock(board, noteId, hand), board);
+    const auto drawing = DoodlePayload{.width = 30, .height = 30, .strokes = {}, .on = noteId};
+    const Edits::Result refused[]{Edits::move(locked, noteId, {1, 1}, hand),
+                                  Edits::turn(locked, noteId, 9, hand),
+                                  Edits::resize(locked, noteId, 1.5, hand),
+                                  Edits::raise(locked, noteId, hand),
+                                  Edits::lower(locked, noteId, hand),
+                                  Edits::changeText(locked, noteId, pm::emptyDoc(), hand),
+                                  Edits::keep(locked, noteId, hand),
+                                  Edits::takeDown(locked, noteId, hand),
+                                  Edits::move(locked, drawnId, {1, 1}, hand),
+                                  Edits::takeDown(locked, drawnId, hand),
+                                  Edits::putUp(locked, nobody, drawing, {}, hand),
+                                  Edits::changePayload(locked, noteId, NotePayload{}, hand)};
+    for (const auto& edit : refused) EXPECT_EQ(edit.error(), EditFault::locked) << &edit - refused;
+    EXPECT_TRUE(Edits::move(locked, chipId, {1, 1}, hand));
+    const auto unlocked = after(Edits::unlock(locked, noteId, hand), locked);
+    EXPECT_TRUE(Edits::takeDown(unlocked, noteId, hand));
+    // The room asks nobody, and neither does the end of a note's day.
+    Board fading = locked;
+    fading.items[0].payload = NotePayload{pm::emptyDoc(), "sky", "brass", noon};
+    EXPECT_EQ(BoardLogic::expiryOps(fading, noon).size(), 1U);
+    EXPECT_EQ(BoardLogic::apply(*Edits::move(board, noteId, {1, 1}, {PartnerID::b, noon + 1h}), locked, noon).rejected,
+              std::vector<RejectedOp>{});
 }
 
 TEST(Edits, KeepingAndUnkeepingANote) {

@@ -86,13 +86,20 @@ TEST(BoardJson, W5_W6_NamesEachRequiredKeyThatIsMissing) {
     }
 }
 
-TEST(BoardJson, W14_ALockStandsOnlyWhereItIsSet) {
+TEST(BoardJson, W14_ALockAndWhoPutItUpStandOnlyWhereTheySayMore) {
     const auto with = [](const std::string& lock) { return replaced(location, R"("payload")", lock + R"("payload")"); };
     EXPECT_EQ(*Wire::encode(valueOf<BoardItem>(with(R"("locked":true,)"))), with(R"("locked":true,)"));
     EXPECT_NE(valueOf<BoardItem>(with(R"("locked":true,)")), valueOf<BoardItem>(location));
     for (const char* open : {R"("locked":false,)", R"("locked":null,)"})
         EXPECT_EQ(*Wire::encode(valueOf<BoardItem>(with(open))), location);
     EXPECT_EQ(errorOf<BoardItem>(with(R"("locked":"yes",)")).fault, wrongType);
+
+    auto item = valueOf<BoardItem>(location);
+    item.setAuthor(PartnerID::b);
+    EXPECT_EQ(*Wire::encode(item), replaced(with(R"("createdBy":"a",)"), R"("author":"a")", R"("author":"b")"));
+    EXPECT_EQ(valueOf<BoardItem>(*Wire::encode(item)).creator(), PartnerID::a);
+    item.setAuthor(PartnerID::a);
+    EXPECT_EQ(*Wire::encode(item), location);
 }
 
 TEST(BoardJson, W10_W14_ReadsAnItemWithoutAScaleAtScaleOne) {

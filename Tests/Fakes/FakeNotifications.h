@@ -4,6 +4,8 @@
 #include "LumaroCore/Services/NotificationCenter.h"
 
 #include <memory>
+#include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -14,6 +16,13 @@ namespace lumaro {
 class FakeNotifications final : public NotificationCenter {
 public:
     void post(LocalNotification notification) override { posted.push_back(std::move(notification)); }
+    void withdraw(std::string_view about) override { withdrawn.emplace_back(about); }
+    void onAnswer(Listener listener) override { listener_ = std::move(listener); }
+
+    /// The person does that with what was posted about it.
+    void tap(NotificationAnswer answer) const {
+        if (listener_) listener_(answer);
+    }
     [[nodiscard]] std::unique_ptr<Question> permission(Answer then) override { return ask(std::move(then)); }
     [[nodiscard]] std::unique_ptr<Question> askPermission(Answer then) override { return ask(std::move(then)); }
 
@@ -22,6 +31,7 @@ public:
     }
 
     std::vector<LocalNotification> posted;
+    std::vector<std::string> withdrawn;
 
 private:
     struct Asked final : Question {
@@ -36,6 +46,7 @@ private:
     }
 
     std::weak_ptr<Answer> asked_;
+    Listener listener_;
 };
 
 } // namespace lumaro

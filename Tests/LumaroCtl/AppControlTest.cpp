@@ -172,5 +172,15 @@ TEST_F(AppControlTest, WhereSomebodyIsIsSetAndShownFromATerminal) {
     EXPECT_TRUE(answerTo(BoardRequest::Place{}).out.starts_with("you: location is off for this app\n"));
 }
 
+TEST_F(AppControlTest, HoursAreSharedFromATerminalAndAnEmptyNameIsRefused) {
+    app_.goOnBoard();
+    BoardRequest::Place asked;
+    asked.hours = true;
+    EXPECT_EQ(answerTo(asked).out, "you: not shared; hours of Europe/Berlin\nBen: no word from there yet\n");
+    asked.hours = false;
+    EXPECT_EQ(answerTo(asked).out, "you: not shared\nBen: no word from there yet\n");
+    EXPECT_EQ(answerTo(BoardRequest::Start{" "}), (BoardAnswer{64, "", "a name cannot be empty\n"}));
+}
+
 } // namespace
 } // namespace lumaro

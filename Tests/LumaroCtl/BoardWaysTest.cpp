@@ -48,6 +48,7 @@ private:
     BoardCommands commands_{session_, clock_, sleeper_};
 };
 
+const UUID lockedId = samples::numberedId(0xAA);
 const std::string noteText = noteId.upperString();
 const std::string chipText = chipId.upperString();
 
@@ -58,6 +59,9 @@ NotePayload dayNote(Instant expiresAt) {
 Board startingBoard() {
     Board board = smallBoard();
     board.items[0].payload = dayNote(noon + 1h);
+    auto& locked = board.items.emplace_back(board.items[2]);
+    locked.id = lockedId;
+    locked.isLocked = true;
     return board;
 }
 
@@ -106,6 +110,22 @@ const Row rows[]{
     [](EditorModel& hands) -> Verb {
         EXPECT_TRUE(hands.carryOut({BoardVerb::TakeDown{noteId}}));
         return BoardRequest::TakeDown{noteText};
+    },
+    [](EditorModel& hands) -> Verb {
+        EXPECT_TRUE(hands.carryOut({BoardVerb::ToFront{noteId}}));
+        return BoardRequest::ToFront{noteText};
+    },
+    [](EditorModel& hands) -> Verb {
+        EXPECT_TRUE(hands.carryOut({BoardVerb::ToBack{chipId}}));
+        return BoardRequest::ToBack{chipText};
+    },
+    [](EditorModel& hands) -> Verb {
+        EXPECT_TRUE(hands.carryOut({BoardVerb::Lock{noteId}}));
+        return BoardRequest::Lock{noteText};
+    },
+    [](EditorModel& hands) -> Verb {
+        EXPECT_TRUE(hands.carryOut({BoardVerb::Unlock{lockedId}}));
+        return BoardRequest::Unlock{lockedId.upperString()};
     },
     [](EditorModel& hands) -> Verb {
         EXPECT_TRUE(hands.carryOut({BoardVerb::Keep{noteId}}));
@@ -158,6 +178,21 @@ TEST_F(BoardWays, GiveANoteItsWholeDay) {
     const auto* const note = terminal.board().find(id);
     ASSERT_NE(note, nullptr);
     EXPECT_EQ(note->payload.as<NotePayload>()->expiresAt, note->createdAt + 86400s);
+}
+
+TEST_F(BoardWays, LeaveALockedItemAsItIs) {
+    const auto text = lockedId.lowerString();
+    const Verb verbs[]{BoardRequest::Move{text, {1, 1}}, BoardRequest::Turn{text, 8}, BoardRequest::Resize{text, 2},
+                       BoardRequest::ToFront{text},      BoardRequest::ToBack{text},  BoardRequest::TakeDown{text}};
+    AskedApplication app;
+    app.goOnBoardWith(startingBoard(), noon);
+    Terminal terminal{startingBoard()};
+    for (const auto& verb : verbs) {
+        EXPECT_EQ(terminal.ask(verb).status, 65) << verb.value.index();
+        EXPECT_EQ(ask(app, verb).status, 65) << verb.value.index();
+    }
+    EXPECT_EQ(look(terminal.board()), look(startingBoard()));
+    EXPECT_EQ(look(app.app->board()), look(startingBoard()));
 }
 
 TEST_F(BoardWays, RefuseTheSameItems) {

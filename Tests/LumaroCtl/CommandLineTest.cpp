@@ -89,6 +89,25 @@ TEST(CommandLine, RefusesACommandLineThatMakesNoSense) {
     }
 }
 
+TEST(CommandLine, NamesWhatItDoesNotUnderstand) {
+    const std::vector<std::pair<const char*, std::string>> cases = {
+        {"paint", "lumaroctl: there is no verb \"paint\" (see --help)\n"},
+        {"--wait 1 paint blue", "lumaroctl: there is no verb \"paint\" (see --help)\n"},
+        {"put hat", "lumaroctl: there is no verb \"put hat\" (see --help)\n"},
+        {"start --name=", "a name cannot be empty"},
+        {"place share perhaps", "perhaps"}};
+    for (const auto& [arguments, message] : cases) {
+        const Call call{arguments};
+        EXPECT_EQ(call.status, 64) << arguments;
+        EXPECT_NE(call.err.find(message), std::string::npos) << call.err;
+    }
+    EXPECT_TRUE((Call{"--version"}.out.starts_with("lumaroctl ")));
+    EXPECT_EQ((Call{"--version"}.status), 0);
+    const Call endless{"put note -", std::string(40'000, 'x')};
+    EXPECT_EQ(endless.status, 65);
+    EXPECT_EQ(endless.err, "lumaroctl put: that is too long for a note\n");
+}
+
 TEST(CommandLine, NamesThePlaceThatCannotBeRead) {
     const auto twice = R"(,"tombstones":{")" + id + "A\":3,\"" + id + "a\":4}";
     const std::vector<std::tuple<const char*, std::string, std::string>> cases = {

@@ -145,13 +145,25 @@ TEST_F(PairingServiceTest, P13_ALinkServesManyForThirtyDaysUntilItIsReplaced) {
     };
     EXPECT_EQ(handoff(board_.invite.inviteId, noon), "taken");
     EXPECT_EQ(handoff(board_.invite.inviteId, noon + std::chrono::days{30}), "404 not_found");
-    ASSERT_TRUE(service_.resetLinks(store_, id())->has_value());
+    ASSERT_TRUE(service_.resetLinks(store_, id(), device("laptop"), noon)->has_value());
     for (const std::optional<std::string>& invite : {std::optional{board_.invite.inviteId}, {}, std::optional{id()}}) {
         EXPECT_EQ(handoff(invite, noon), "404 not_found");
     }
     EXPECT_EQ(joinByLink({"pad", "Bo", {}}), "410 invite_expired");
     EXPECT_EQ(lineOf(service_.joinByLink(store_, "nosuchinvite", {"pad", "", {}}, noon)), "404 invite_not_found");
     EXPECT_NE(mint(noon).inviteId, board_.invite.inviteId);
+}
+
+TEST_F(PairingServiceTest, P14_ResettingEndsCodesAsWellAsLinksOfThisBoardAlone) {
+    const auto theirs = service_.createCouple(store_, {"desk", "Al", {}}, noon)->value();
+    const auto code = newCode();
+    const auto kept =
+        service_.createCode(store_, theirs.coupleId, *store_.members(theirs.coupleId)->findDevice("desk"), "", noon);
+    ASSERT_TRUE(service_.resetLinks(store_, id(), device("laptop"), noon)->has_value());
+    EXPECT_EQ(joinByCode(code, {"tower", "Bo", {}}), "410 code_used");
+    EXPECT_EQ(joinByLink({"tower", "Bo", {}}), "410 invite_expired");
+    EXPECT_EQ(joinByCode(kept->value().code, {"tower", "Bo", {}}), R"(joined as b with "Al")");
+    EXPECT_EQ(joinByCode(newCode(), {"phone", "Bo", {}}), R"(joined as b with "Ada")") << "the next one works";
 }
 
 TEST_F(PairingServiceTest, P15_WrongCodesAreCountedByOriginAndRightOnesAreNot) {

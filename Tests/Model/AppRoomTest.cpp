@@ -60,9 +60,10 @@ TEST_F(AppRoomTest, ThePartnersItemsAreToldAndOnesOwnAreNot) {
     relay(noteOps("from my other computer", PartnerID::a), PartnerID::a);
     auto two = noteOps("x", PartnerID::b);
     std::ranges::copy(noteOps("y", PartnerID::b), std::back_inserter(two));
+    app->setLooking(true); // has seen the first
     relay(std::move(two));
-    EXPECT_EQ(notifications.posted, (std::vector<LocalNotification>{{"Ben", "buy oranges", std::nullopt},
-                                                                    {"Ben", "Ben sent 2 things", std::nullopt}}));
+    EXPECT_EQ(notifications.posted, (std::vector<LocalNotification>{{"Ben", "buy oranges", {}, "items"},
+                                                                    {"Ben", "Ben sent 2 things", {}, "items"}}));
     EXPECT_EQ(app->board().items.size(), 4U);
 }
 
@@ -229,7 +230,7 @@ TEST_F(AppRoomTest, WhoeverHasSomethingInTheHandIsSeenEditing) {
     pass(Seconds{0.3});
     EXPECT_EQ(rooms.presences.back().activity, Activity::editing);
     ASSERT_TRUE(app->editor().inHand().endGesture());
-    app->editor().pen().begin(std::nullopt);
+    EXPECT_TRUE(app->editor().pen().begin(std::nullopt));
     EXPECT_EQ(state().ownPresence.activity, Activity::editing);
     app->editor().pen().cancel();
     pass(Seconds{0.3});

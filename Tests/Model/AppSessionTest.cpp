@@ -156,7 +156,7 @@ TEST_F(AppSessionTest, AnInviteOpenedOnABoardAsksAndKeepsTheOldBoardOnNo) {
         EXPECT_EQ(http.requests.back().url, "https://other.example/handoff");
         http.answer(HttpResponse{200, R"({"inviteId":"k7pq2m5x","inviter":"Cleo"})"});
         EXPECT_EQ(state().pairing.value,
-                  PairingPhase::Value(PairingPhase::Asking{"Cleo", "https://other.example", true}));
+                  PairingPhase::Value(PairingPhase::Asking{"Cleo", "https://other.example", true, false, 1}));
         EXPECT_EQ(state().partnerDisplayName, "Ben");
         const auto asked = http.requests.size();
         app->pairing().acceptInvite(accepts);

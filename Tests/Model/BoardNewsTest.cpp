@@ -24,24 +24,28 @@ BoardItem withPayload(Payload payload) {
     return item;
 }
 
-TEST(BoardNews, TellsANoteByWhatCanBeReadOfIt) {
+TEST(BoardNews, TellsANoteOnOneLineThatEndsBehindAWord) {
     const std::string family = "\U0001F469\u200D\U0001F469\u200D\U0001F467";
     const std::vector<std::pair<std::string, std::string>> cases = {
-        {"\nbuy oranges", "buy oranges"},
-        {" \u00A0\n\u200B\n\n  one\n\ntwo \n\t\n\uFEFF", "one\n\ntwo"},
+        {"\nbuy oranges\nand bread\n", "buy oranges\nand bread"},
+        {"1\n2\n3\n4", "1 2 3 4"},
+        {" \u00A0\n\u200B\n\n  one\n\ntwo \n\t\n\u2028three\u0085four\x01\x1b[0m", "\u200B one two three four [0m"},
         {"\u202Bשלום", "\u202Bשלום"},
-        {"\u00A0", "a note"},
         {"\u200B\u2060\uFEFF\u00AD", "a note"},
         {"\u3000\n\u2028\u0085\n\u2800\u3164", "a note"},
         {"", "a note"},
-        {repeated("é", 200), repeated("é", 200)},
-        {repeated("x", 201), repeated("x", 200) + "…"},
-        {repeated("x", 199) + " y", repeated("x", 199) + "…"},
-        {repeated("e\u0301", 300), repeated("e\u0301", 200) + "…"},
-        {repeated(family, 201), repeated(family, 200) + "…"},
-        {repeated("\U0001F1E9\U0001F1EA", 201), repeated("\U0001F1E9\U0001F1EA", 200) + "…"}};
+        {repeated("é", 120), repeated("é", 120)},
+        {repeated("x", 121), repeated("x", 120) + "…"},
+        {repeated("oranges ", 20), "oranges" + repeated(" oranges", 14) + "…"},
+        {repeated("x", 119) + " y z", repeated("x", 119) + "…"},
+        {repeated("x", 20) + " " + repeated("y", 200), repeated("x", 20) + " " + repeated("y", 99) + "…"},
+        {repeated("e\u0301", 300), repeated("e\u0301", 120) + "…"},
+        {repeated(family, 121), repeated(family, 120) + "…"},
+        {repeated("\U0001F1E9\U0001F1EA", 121), repeated("\U0001F1E9\U0001F1EA", 120) + "…"}};
     for (const auto& [text, told] : cases) {
-        EXPECT_EQ(summaryOf(withPayload(NotePayload{pm::docOfLines(text), "butter", "brass", {}}), {}), told);
+        const auto note = withPayload(NotePayload{pm::docOfLines(text), "butter", "brass", {}});
+        const BoardItem* const one[] = {&note};
+        EXPECT_EQ(newsOf(one, {}, "Ben").body, told);
     }
 }
 
@@ -53,6 +57,7 @@ TEST(BoardNews, FallsBackWhereThePartnersNameIsNotKnown) {
         EXPECT_EQ(newsOf({two, 1}, {}, name), (LocalNotification{"Lumaro", "your person pinned something up", {}}));
     }
     EXPECT_EQ(newsOf(two, {}, "Ben"), (LocalNotification{"Ben", "Ben sent 2 things", {}}));
+    EXPECT_EQ(newsOf(two, {}, "Ben\n" + repeated("x", 50)).title, "Ben " + repeated("x", 36) + "…");
 }
 
 } // namespace

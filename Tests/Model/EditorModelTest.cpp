@@ -225,7 +225,7 @@ TEST_F(EditorModelTest, ADuplicateHangsAsideWithItsOwnDoodles) {
 }
 
 TEST_F(EditorModelTest, ADoodleSessionIsOneAct) {
-    pen_.begin(noteId);
+    EXPECT_TRUE(pen_.begin(noteId));
     draw({480, 480}, {520, 480});
     draw({480, 520}, {520, 520});
     pen_.eraseAlong({500, 470}, {500, 490}, 5);
@@ -246,6 +246,51 @@ TEST_F(EditorModelTest, ADoodleSessionIsOneAct) {
     EXPECT_EQ(fake_.board().find(id), nullptr);
 }
 
+TEST_F(EditorModelTest, WithThePenInTheHandUndoGoesStrokeByStrokeAndNeverToTheBoard) {
+    EXPECT_TRUE(editor_.carryOut({BoardVerb::Move{chipId, {1, 1}}}));
+    EXPECT_TRUE(pen_.begin(std::nullopt));
+    EXPECT_FALSE(editor_.canUndo());
+    draw({100, 100}, {200, 100});
+    draw({100, 300}, {200, 300});
+    const auto drawn = pen_.session()->strokes();
+    // One sweep, told in three steps.
+    pen_.eraseAlong({120, 90}, {120, 110}, 4);
+    pen_.eraseAlong({120, 110}, {160, 110}, 12);
+    pen_.eraseAlong({120, 300}, {120, 300}, 4);
+    pen_.up();
+    const auto swept = pen_.session()->strokes();
+    EXPECT_EQ(swept.size(), 4U);
+    EXPECT_TRUE(editor_.undo());
+    EXPECT_EQ(pen_.session()->strokes(), drawn);
+    EXPECT_TRUE(editor_.redo());
+    EXPECT_EQ(pen_.session()->strokes(), swept);
+    for (int i = 0; i < 4; ++i) EXPECT_TRUE(editor_.undo());
+    EXPECT_TRUE(pen_.session()->strokes().empty());
+    EXPECT_EQ(person_.item(chipId).center, (Point{1, 1}));
+    EXPECT_TRUE(editor_.redo());
+    // What is under the pen is the first to go, and a new line ends what could be drawn again.
+    EXPECT_TRUE(pen_.down({5, 5}, {"red", 4}));
+    EXPECT_FALSE(editor_.canRedo());
+    EXPECT_TRUE(editor_.undo());
+    EXPECT_EQ(pen_.session()->strokes(), std::vector{drawn.front()});
+    pen_.cancel();
+    EXPECT_TRUE(person_.notices.empty());
+    EXPECT_TRUE(editor_.undo());
+    EXPECT_NE(person_.item(chipId).center, (Point{1, 1}));
+}
+
+TEST_F(EditorModelTest, WhatIsInTheHandIsLaidDownWhenTheWindowCloses) {
+    EXPECT_TRUE(pen_.begin(std::nullopt));
+    EXPECT_TRUE(pen_.down({100, 100}, {"red", 4}));
+    pen_.moveTo({200, 100});
+    EXPECT_TRUE(hand_.beginEditing(noteId));
+    type("half a thou");
+    editor_.layDown();
+    EXPECT_FALSE(pen_.session() || hand_.draft());
+    EXPECT_EQ(person_.text(noteId), "half a thou");
+    EXPECT_EQ(fake_.board().items.back().payload.as<DoodlePayload>()->strokes.size(), 1U);
+}
+
 TEST_F(EditorModelTest, InkWhoseDoodleOrSurfaceIsGoneGoesUpOnTheGlass) {
     EXPECT_TRUE(pen_.edit(drawnId));
     draw({610, 500}, {640, 500});
@@ -257,7 +302,7 @@ TEST_F(EditorModelTest, InkWhoseDoodleOrSurfaceIsGoneGoesUpOnTheGlass) {
 }
 
 TEST_F(EditorModelTest, ADoodleOverItsCapsIsRefusedAndKept) {
-    pen_.begin(std::nullopt);
+    EXPECT_TRUE(pen_.begin(std::nullopt));
     for (int i = 0; i < 400; ++i) draw({i * 3.0, 10}, {i * 3.0, 20});
     EXPECT_EQ(pen_.down({0, 0}, {"red", 4}).error(), EditorFault{DoodleFault::tooManyStrokes});
     pen_.eraseAlong({0, 15}, {1200, 15}, 1);
@@ -299,7 +344,7 @@ TEST_F(EditorModelTest, NothingFollowsToAnotherBoardAndWithdrawnActsAreNotTakenB
     type("not for others");
     EXPECT_TRUE(editor_.canUndo());
     EXPECT_TRUE(editor_.carryOut({BoardVerb::SetBackground{BackgroundID::sky}}));
-    pen_.begin(std::nullopt);
+    EXPECT_TRUE(pen_.begin(std::nullopt));
     editor_.discardDraft();
     EXPECT_FALSE(hand_.draft() || pen_.session() || hand_.selection() || editor_.canUndo());
     person_.advance(1s);

@@ -32,7 +32,8 @@ struct MusicTest : testing::Test, AppFixture {
         playing.isPlaying = true;
         playing.sampledAt = clock.now();
         playing.artworkURL = std::move(artwork);
-        rooms.say(ServerMessage::Presence{PartnerID::b, playing, std::nullopt, Activity::idle});
+        rooms.say(
+            ServerMessage::Presence{PartnerID::b, playing, std::nullopt, Activity::idle, std::nullopt, std::nullopt});
         background.runAll();
     }
     const std::optional<NowPlaying>& told() const { return rooms.presences.back().nowPlaying; }

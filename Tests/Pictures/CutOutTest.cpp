@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Lumaro/Pictures/CutOut.h"
 
+#include "Tests/Pictures/CutOutScenes.h"
+
 #include <QPainter>
 
 #include <gtest/gtest.h>
@@ -30,23 +32,11 @@ protected:
         painter.drawEllipse(QPointF{400, 400}, 4, 4);
     }
 
-    /// Shared area over joint area of what is cut and the figure.
-    static double likeness(const CutOut& cut) {
-        const QImage mask = cut.mask().scaled(picture_.size());
+    static double alike(const CutOut& cut) {
         QImage wanted{picture_.size(), QImage::Format_Grayscale8};
         wanted.fill(0);
         QPainter{&wanted}.fillPath(figure_, Qt::white);
-        int both = 0;
-        int either = 0;
-        for (int y = 0; y < mask.height(); ++y) {
-            for (int x = 0; x < mask.width(); ++x) {
-                const bool isCut = qGray(mask.pixel(x, y)) >= 128;
-                const bool isWanted = qGray(wanted.pixel(x, y)) >= 128;
-                both += isCut && isWanted ? 1 : 0;
-                either += isCut || isWanted ? 1 : 0;
-            }
-        }
-        return double(both) / either;
+        return likeness(cut.mask(), wanted);
     }
 
     static inline QImage picture_{800, 600, QImage::Format_RGB32};
@@ -56,7 +46,7 @@ protected:
 
 TEST_F(CutOutTest, AFrameCutsAFigureInAllItsParts) {
     cut_.setFrame({230, 50, 340, 500});
-    EXPECT_GT(likeness(cut_), 0.95);
+    EXPECT_GT(alike(cut_), 0.95);
     const QPainterPath edge = cut_.outline();
     EXPECT_TRUE(edge.contains(QPointF{400, 150}) && edge.contains(QPointF{400, 400})) << "a bead is no hole";
     EXPECT_FALSE(edge.contains(QPointF{300, 150}));
@@ -69,7 +59,7 @@ TEST_F(CutOutTest, AFrameCutsAFigureInAllItsParts) {
 
 TEST_F(CutOutTest, AScribbleFindsTheFigureAndAnotherOneTakesAPartAway) {
     cut_.scribble(std::array{QPointF{400, 120}, QPointF{400, 480}}, 24, CutOut::Scribble::keep);
-    EXPECT_GT(likeness(cut_), 0.9);
+    EXPECT_GT(alike(cut_), 0.9);
     const QImage before = cut_.mask();
     cut_.scribble(std::array{QPointF{345, 150}, QPointF{455, 150}}, 130, CutOut::Scribble::drop);
     EXPECT_FALSE(cut_.outline().contains(QPointF{400, 150}));
@@ -77,6 +67,52 @@ TEST_F(CutOutTest, AScribbleFindsTheFigureAndAnotherOneTakesAPartAway) {
     CutOut again{picture_};
     again.scribble(std::array{QPointF{400, 120}, QPointF{400, 480}}, 24, CutOut::Scribble::keep);
     EXPECT_EQ(again.mask(), before) << "the same gestures cut the same edge";
+}
+
+TEST_F(CutOutTest, AnyGestureCanBeTakenBackToTheGuess) {
+    cut_.guess();
+    const QImage guess = cut_.mask();
+    cut_.scribble(std::array{QPointF{345, 150}, QPointF{455, 150}}, 130, CutOut::Scribble::drop);
+    const QImage one = cut_.mask();
+    cut_.setFrame({230, 50, 340, 500});
+    for (const auto& before : {one, guess, guess}) {
+        cut_.undo();
+        EXPECT_EQ(cut_.mask(), before);
+    }
+    for (int i = 0; i < CutOut::mostUndoable + 3; ++i) {
+        cut_.scribble(std::array{QPointF{400, 150}}, 10, CutOut::Scribble::keep);
+    }
+    EXPECT_EQ(cut_.undoable(), CutOut::mostUndoable);
+}
+
+// Nobody points at anything. Seeds that the method was not made with.
+TEST(SubjectGuessTest, WhatAPhotoIsOfIsCutOutByItself) {
+    constexpr unsigned scenes = 10;
+    for (const auto subject : {CutOutScene::Subject::person, CutOutScene::Subject::cat, CutOutScene::Subject::cup}) {
+        double sum = 0;
+        int wrong = 0;
+        for (unsigned seed = 500; seed < 500 + scenes; ++seed) {
+            const auto scene = CutOutScene::make(subject, seed, 640);
+            CutOut cut{scene.photo};
+            cut.guess();
+            const double alike = likeness(cut.mask(), scene.truth);
+            wrong += alike < 0.9 ? 1 : 0;
+            sum += alike;
+        }
+        EXPECT_GT(sum / scenes, 0.95) << nameOf(subject);
+        EXPECT_LE(wrong, 1) << nameOf(subject) << ": a brown cat on a brown table is for strokes";
+    }
+}
+
+TEST(SubjectGuessTest, NothingStandsOutOfAPlainPicture) {
+    for (const QSize size : {QSize{1, 1}, QSize{3, 400}, QSize{640, 480}}) {
+        QImage plain{size, QImage::Format_RGB32};
+        plain.fill(QColor{120, 130, 140});
+        CutOut cut{plain};
+        cut.guess();
+        EXPECT_TRUE(cut.outline().isEmpty());
+        EXPECT_TRUE(cut.sticker().isNull());
+    }
 }
 
 TEST_F(CutOutTest, ATransparentPictureIsTrimmedAndNothingElse) {

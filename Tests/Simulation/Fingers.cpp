@@ -25,7 +25,7 @@ void Fingers::play() {
         return chance(random_, 0.7) ? static_cast<void>(hand_.putBack()) : hand_.cancel();
     }
     const UUID id = anyItem();
-    switch (pick(random_, 0, 15)) {
+    switch (pick(random_, 0, 19)) {
     case 0:
     case 1:
     case 2: return putUp();
@@ -40,6 +40,11 @@ void Fingers::play() {
     case 11:
     case 12: return write();
     case 13: return draw();
+    case 14:
+    case 15: return holdSeveral();
+    case 16: return onSeveral();
+    case 17: return chance(random_, 0.7) ? carryOut({BoardVerb::Unlock{id}}) : carryOut({BoardVerb::Lock{id}});
+    case 18: return static_cast<void>(editor_.giveHeart(id));
     default: return carryOut({BoardVerb::Move{id, anyPlace()}});
     }
 }
@@ -67,6 +72,34 @@ void Fingers::hold() {
     }
 }
 
+// As with one item, others act in between.
+void Fingers::holdSeveral() {
+    auto& group = editor_.group();
+    switch (pick(random_, 0, 6)) {
+    case 0: return group.select({anyItem(), anyItem(), anyItem()});
+    case 1: return static_cast<void>(group.beginGesture());
+    case 2: return static_cast<void>(group.moveTo(anyPlace()));
+    case 3: return static_cast<void>(group.turnTo(pick(random_, -20, 20)));
+    case 4: return static_cast<void>(group.resizeTo(pick(random_, 40, 220) / 100.0));
+    case 5: return group.toggle(anyItem());
+    default: return static_cast<void>(group.endGesture());
+    }
+}
+
+void Fingers::onSeveral() {
+    const auto end = chance(random_, 0.5) ? Edits::StackEnd::front : Edits::StackEnd::back;
+    switch (pick(random_, 0, 3)) {
+    case 0: return static_cast<void>(editor_.stackGroup(end));
+    case 1: return static_cast<void>(editor_.duplicateGroup());
+    case 2:
+        return static_cast<void>(
+            editor_.carryOutOnGroup([](const UUID& id) { return BoardVerb{BoardVerb::TakeDown{id}}; }));
+    default:
+        return static_cast<void>(
+            editor_.carryOutOnGroup([](const UUID& id) { return BoardVerb{BoardVerb::Keep{id}}; }));
+    }
+}
+
 void Fingers::write() {
     switch (pick(random_, 0, 4)) {
     case 0:
@@ -79,7 +112,7 @@ void Fingers::write() {
 
 void Fingers::draw() {
     const UUID id = anyItem();
-    if (!pen_.edit(id)) pen_.begin(id);
+    if (!pen_.edit(id) && !pen_.begin(id)) return;
     static_cast<void>(pen_.down(anyPlace(), {"red", 3}));
     pen_.moveTo(anyPlace());
     if (chance(random_, 0.3)) pen_.eraseAlong(anyPlace(), anyPlace(), 200);

@@ -20,6 +20,8 @@ private:
     void carryOut(const BoardVerb& verb);
     void putUp();
     void hold();
+    void holdSeveral();
+    void onSeveral();
     void write();
     void draw();
 

@@ -46,10 +46,13 @@ std::vector<Op> Hands::anyAct() {
 }
 
 std::vector<Op> Hands::editOf(const BoardItem& item) {
-    switch (pick(random_, 0, 9)) {
+    switch (pick(random_, 0, 12)) {
     case 0: return orNothing(Edits::turn(shown_, item.id, pick(random_, -30, 30), hand_));
     case 1: return orNothing(Edits::resize(shown_, item.id, pick(random_, 40, 220) / 100.0, hand_));
     case 2: return orNothing(Edits::raise(shown_, item.id, hand_));
+    case 10: return orNothing(Edits::lower(shown_, item.id, hand_));
+    case 11: return orNothing(Edits::lock(shown_, item.id, hand_));
+    case 12: return orNothing(Edits::unlock(shown_, item.id, hand_));
     case 3: return orNothing(Edits::keep(shown_, item.id, hand_));
     case 4: return orNothing(Edits::unkeep(shown_, item.id, hand_));
     case 5:

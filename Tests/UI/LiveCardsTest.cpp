@@ -3,6 +3,7 @@
 #include "Lumaro/UI/Board/CardFaces.h"
 #include "Lumaro/UI/Board/PlaceWords.h"
 #include "Lumaro/UI/Board/SpokenItem.h"
+#include "Lumaro/UI/Board/WhoseWords.h"
 #include "LumaroCore/BoardModel/BoardSpec.h"
 #include "LumaroCore/Presence/Pomodoro.h"
 
@@ -91,13 +92,71 @@ struct LiveCardsTest : testing::Test {
     }
 };
 
+TEST_F(LiveCardsTest, theClocksTellSharedHoursAndThoseOfAPlaceFirst) {
+    partner.zone = "Asia/Tokyo";
+    EXPECT_EQ(clocks().theirs.time, "23:13");
+    EXPECT_EQ(clocks().between, "7 hours ahead");
+    partnerIsIn("Europe/Lisbon", now);
+    EXPECT_EQ(clocks().theirs.time, "15:13");
+    partnerIsIn("", now);
+    EXPECT_EQ(clocks().theirs.time, "23:13");
+    partner = {};
+    partner.zone = "Mars/Base";
+    EXPECT_EQ(clocks().theirs.time, "");
+}
+
+TEST_F(LiveCardsTest, anItemTellsWhoseItIsAndSinceWhen) {
+    auto one = item(NotePayload{});
+    const auto told = [&](Instant createdAt) {
+        one.createdAt = createdAt;
+        return whoseAndWhen(one, live());
+    };
+    EXPECT_EQ(told(now), "bo, 16:13");
+    EXPECT_EQ(told(now - 8h), "bo, 8:13");
+    EXPECT_EQ(told(now - 24h), "bo, sunday 16:13");
+    EXPECT_EQ(told(now - 24h * 7), "bo, 14 september");
+    EXPECT_EQ(told(now - 24h * 365), "bo, 21 september 2025");
+    EXPECT_EQ(told(now + 24h), "bo, 22 september") << "by a clock that is ahead";
+    names.clear();
+    EXPECT_EQ(told(now), "they, 16:13");
+    one.author = PartnerID::a;
+    EXPECT_EQ(told(now), "you, 16:13");
+    partner.seen = now;
+    EXPECT_EQ(told(now), "you, 16:13 · seen");
+    EXPECT_EQ(told(now + 1s), "you, 16:13");
+}
+
+TEST_F(LiveCardsTest, whatIsMissingOnThePartnersCardsIsToldWithWhatTheyCanDo) {
+    const auto isTold = [&](Payload payload) {
+        const auto card = item(std::move(payload));
+        return std::pair{!whatTheyCanDo(card, live()).isEmpty(), !questionToThem(card, live()).isEmpty()};
+    };
+    const std::pair both{true, true};
+    const std::pair none{false, false};
+    EXPECT_EQ(isTold(TimezonesPayload{}), both);
+    EXPECT_EQ(isTold(LocationPayload{PartnerID::b}), both);
+    EXPECT_EQ(isTold(NowPlayingSlotPayload{PartnerID::b}), both);
+    EXPECT_EQ(isTold(CalendarPayload{PartnerID::b}), std::pair(true, false));
+    for (const auto& own : {Payload{LocationPayload{PartnerID::a}}, Payload{NowPlayingSlotPayload{PartnerID::a}},
+                            Payload{NotePayload{}}}) {
+        EXPECT_EQ(isTold(own), none);
+    }
+    partnerIsIn("Europe/Lisbon", now);
+    partnerPlays(0, 1000);
+    partner.calendarStatus[PartnerID::b] = CalendarStatus::connected;
+    for (const auto& full : {Payload{TimezonesPayload{}}, Payload{LocationPayload{PartnerID::b}},
+                             Payload{NowPlayingSlotPayload{PartnerID::b}}, Payload{CalendarPayload{PartnerID::b}}}) {
+        EXPECT_EQ(isTold(full), none);
+    }
+}
+
 TEST_F(LiveCardsTest, cardsSayWhatTheyDoNotKnow) {
     EXPECT_EQ(face<MusicFace>(NowPlayingSlotPayload{PartnerID::b}).words, "nothing playing");
     EXPECT_EQ(face<WindowFace>(LocationPayload{PartnerID::a}).words, "let it see where you are");
     EXPECT_EQ(face<DayFace>(CalendarPayload{PartnerID::a}).words, "no calendar yet");
     partner.isPartnerOnline = true;
     EXPECT_EQ(face<WindowFace>(LocationPayload{PartnerID::b}).words, "waiting for a fix");
-    EXPECT_EQ(face<ClocksFace>(TimezonesPayload{}).theirs.words, "waiting for a fix");
+    EXPECT_EQ(face<ClocksFace>(TimezonesPayload{}).theirs.words, "hours not shared");
     EXPECT_EQ(face<ClocksFace>(TimezonesPayload{}).mine.time, "16:13");
 }
 
@@ -276,7 +335,7 @@ TEST_F(LiveCardsTest, theClocksNameAnotherDayAndKnowDayFromNight) {
     EXPECT_EQ(clocks().day, "yesterday"); // 01:13 here, 19:13 there
     const auto card = item(TimezonesPayload{});
     EXPECT_EQ(spoken(card, faceOf(card, live()), live()),
-              "clocks, you, 01:13, bo, 19:13, 17°, 6 hours behind, yesterday");
+              "clocks, you, 01:13, bo, 19:13, 17°, 6 hours behind, yesterday, from bo, pinned today");
     // In the north of the north the sun is up at midnight; where no place is known, the hour tells.
     now = Instant{std::chrono::sys_days{std::chrono::year{2026} / 6 / 21} + 22h};
     partnerIsIn("Europe/Oslo", now);
@@ -290,10 +349,12 @@ TEST_F(LiveCardsTest, aWindowReadsWhatItShows) {
     partnerIsIn("Europe/Lisbon", now - 2h);
     const auto card = item(LocationPayload{PartnerID::b});
     const auto read = [&] { return spoken(card, faceOf(card, live()), live()); };
-    EXPECT_EQ(read(), "window, alfama, 15:13, 17°, storm, daylight, as of 13:13, weather as of 13:13");
+    EXPECT_EQ(
+        read(),
+        "bo's window, alfama, 15:13, 17°, storm, daylight, as of 13:13, weather as of 13:13, from bo, pinned today");
     partnerIsIn("Europe/Lisbon", now += 6h);
     partner.here->weather->code = 0;
-    EXPECT_EQ(read(), "window, alfama, 21:13, 17°, night, waxing moon");
+    EXPECT_EQ(read(), "bo's window, alfama, 21:13, 17°, night, waxing moon, from bo, pinned today");
 }
 
 TEST_F(LiveCardsTest, aCityThatThePageDrewHangsInThePartnersWindowAlone) {
@@ -354,6 +415,18 @@ TEST_F(LiveCardsTest, whatChangesByItselfSaysWhenAndThenLooksDifferent) {
         now = wasNow;
     }
     EXPECT_EQ(nextChange(item(NotePayload{pm::emptyDoc(), "butter", "brass", std::nullopt}), live()), std::nullopt);
+}
+
+TEST_F(LiveCardsTest, aCountdownCelebratesWhatCameWhileItHung) {
+    const auto celebrates = [&](std::chrono::minutes hung, std::chrono::minutes came) {
+        auto chip = item(CountdownPayload{now + came, "x"});
+        chip.updatedAt = now + hung;
+        return faceOf(chip, live()).as<CountdownFace>()->isCelebrated;
+    };
+    EXPECT_TRUE(celebrates(-60min, 0min));
+    EXPECT_TRUE(celebrates(-60min, -30min));
+    EXPECT_FALSE(celebrates(-60min, 1min)) << "not yet";
+    EXPECT_FALSE(celebrates(-30min, -60min)) << "hung up, or changed, for a day that had been";
 }
 
 TEST_F(LiveCardsTest, countsAndNamesThatAreNotKnownReadAsPeopleSayThem) {
@@ -463,23 +536,31 @@ TEST_F(LiveCardsTest, aTrackIsToldInFullAndSpoken) {
     EXPECT_FALSE(trackWords({PartnerID::b}, live()).isThere);
     partnerPlays(83'900, 225'000);
     EXPECT_EQ(trackWords({PartnerID::b}, live()).position, "1:23 of 3:45");
-    EXPECT_EQ(spoken(card, faceOf(card, live()), live()), "bo's music, 'harbour lights', the paper boats, playing");
+    EXPECT_EQ(spoken(card, faceOf(card, live()), live()),
+              "bo's music, 'harbour lights', the paper boats, playing, from bo, pinned today");
     partner.nowPlaying->isPlaying = false;
     partner.nowPlaying->durationMs = 0;
     partner.nowPlaying->progressMs = 3'723'000;
     EXPECT_EQ(trackWords({PartnerID::b}, live()).position, "1:02:03 · paused");
-    EXPECT_EQ(spoken(card, faceOf(card, live()), live()), "bo's music, 'harbour lights', the paper boats, paused");
+    EXPECT_EQ(spoken(card, faceOf(card, live()), live()),
+              "bo's music, 'harbour lights', the paper boats, paused, from bo, pinned today");
     const auto mine = item(NowPlayingSlotPayload{PartnerID::a});
-    EXPECT_EQ(spoken(mine, faceOf(mine, live()), live()), "your music, nothing playing");
+    EXPECT_EQ(spoken(mine, faceOf(mine, live()), live()), "your music, nothing playing, from bo, pinned today");
 }
 
 TEST_F(LiveCardsTest, itemsReadAsASentence) {
     const auto note = item(NotePayload{pm::docOfLines("buy\noranges"), "butter", "brass", now + 1h});
     EXPECT_EQ(spoken(note, faceOf(note, live()), live()), "note from bo, pinned today, 'buy oranges'");
+    auto moved = note;
+    moved.setAuthor(PartnerID::a);
+    EXPECT_EQ(spoken(moved, faceOf(moved, live()), live()), spoken(note, faceOf(note, live()), live()))
+        << "whoever moved it, it is bo's";
     auto old = item(PhotoPayload{.mediaId = {}, .caption = "the lake", .takenAt = {}, .aspect = {}});
     old.author = PartnerID::a;
+    old.isLocked = true;
     old.createdAt = now - std::chrono::days{1};
-    EXPECT_EQ(spoken(old, faceOf(old, live()), live()), "photo from you, pinned yesterday, 'the lake', on its way…");
+    EXPECT_EQ(spoken(old, faceOf(old, live()), live()),
+              "photo from you, pinned yesterday, 'the lake', on its way…, locked");
 }
 
 } // namespace

@@ -22,7 +22,7 @@ QImage blank(QSizeF size, double scale) {
     return {(size * scale).toSize(), QImage::Format_RGB32};
 }
 
-QImage painted(const Sheet& sheet, double scale) {
+QImage painted(const Sheet& sheet, double scale, Appearance light = Appearance::light) {
     constexpr double gap = 52;
     std::vector<QPointF> places;
     QPointF place{gap, gap};
@@ -40,7 +40,8 @@ QImage painted(const Sheet& sheet, double scale) {
     QImage picture = blank(size, scale);
     QPainter painter{&picture};
     painter.scale(scale, scale);
-    paintBackground(painter, size, QStringLiteral("oat"), Appearance::light);
+    paintBackground(painter, size, QStringLiteral("oat"), light);
+    const InLight shown{light};
     for (std::size_t i = 0; i < places.size(); ++i) {
         painter.save();
         painter.translate(places[i]);
@@ -77,6 +78,14 @@ TEST_P(ItemPictures, LookAsTheyWereKept) {
     for (const auto& sheet : samples::itemSheets()) {
         SCOPED_TRACE(sheet.name);
         expectAsKept(painted(sheet, GetParam()), GetParam(), sheet.name);
+    }
+}
+
+TEST(ItemPicturesByLamp, LookAsTheyWereKept) {
+    for (const auto& sheet : samples::itemSheets()) {
+        SCOPED_TRACE(sheet.name);
+        const auto name = std::string{sheet.name} + "-lamp";
+        expectAsKept(painted(sheet, 1, Appearance::dark), 1, name.c_str());
     }
 }
 

@@ -1,12 +1,17 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Tests/Widgets/ItemSamples.h"
 
+#include "DesignSystem/Tokens.h"
 #include "LumaroCore/BoardModel/BoardSpec.h"
+#include "LumaroCore/BoardModel/NoteLook.h"
+#include "LumaroCore/Geometry/Heart.h"
+#include "LumaroCore/Geometry/InkSmoothing.h"
 
 #include <QtGui/QLinearGradient>
 #include <QtGui/QPainter>
 #include <QtGui/QPainterPath>
 
+#include <array>
 #include <cmath>
 
 namespace lumaro::samples {
@@ -62,6 +67,41 @@ Sheet notes() {
                  {.text = lines("the day we met:\n4 june"), .paper = u"oat"_s, .pin = u"tape"_s, .isKept = true}),
             note("empty", {.text = pm::emptyDoc(), .paper = u"sage"_s, .pin = u"tape"_s}),
         }};
+}
+
+// Every paper, pin and tape, short and long texts, scripts, emoji and links.
+Sheet looks() {
+    Sheet sheet{.name = "looks", .columns = 5, .items = {}};
+    const auto faceOn = [](std::string_view paper, std::string_view pin, PMNode text) {
+        NoteFace face;
+        face.text = std::move(text);
+        face.paper = QString::fromStdString(std::string{paper});
+        face.pin = QString::fromStdString(std::string{pin});
+        return face;
+    };
+    const std::array texts{"i love you",
+                           "buy oranges",
+                           "नमस्ते, जान",
+                           "שלום\nسلام\nпривет",
+                           "the family 👩‍👩‍👧, the flag 🏳️‍🌈, and number 1️⃣ of all ❤️‍🔥 in space "
+                           "🧑🏽‍🚀",
+                           "hi",
+                           "see https://lumaro.app/for/us, then call me"};
+    std::size_t at = 0;
+    for (const auto pin : notePins) {
+        auto face = faceOn(notePapers[at % notePapers.size()], pin, lines(texts[at % texts.size()]));
+        if (at % 2 == 0) face.until = u"until 9:14"_s;
+        sheet.items.push_back(note("look", std::move(face)));
+        ++at;
+    }
+    std::vector<PMNode> inked;
+    for (const auto& ink : textInks) {
+        inked.push_back(pm::paragraph({pm::text("a letter in ink", {{pm::textColor(ink.stored)}})}));
+    }
+    for (const char* const paper : {"butter", "kraft"}) {
+        sheet.items.push_back(note("inks", faceOn(paper, "tape", pm::doc(inked))));
+    }
+    return sheet;
 }
 
 // A fox's head: something with ears and cheeks to cut out.
@@ -137,6 +177,42 @@ Sheet pictures() {
             }};
 }
 
+/// A pen that runs through curls at this many points a second, at first, and three times as fast at the end.
+InkStroke curls(const char* ink, double width, double top, double speed) {
+    std::vector<PenSample> samples;
+    double way = 0;
+    for (int i = 0; way < 420; ++i) {
+        const double turn = way / 11;
+        samples.push_back({{28 + way * 0.48 + 15 * std::sin(turn), top + 17 * std::cos(turn)}, i * 0.008, {}});
+        way += speed * (1 + 2 * way / 420) * 0.008;
+    }
+    return penStroke(samples, ink, width);
+}
+
+/// A straight line that is pressed, and let go of.
+InkStroke pressed(double top) {
+    std::vector<PenSample> samples;
+    for (int i = 0; i <= 40; ++i) samples.push_back({{20 + 5.4 * i, top + 4 * std::sin(i * 0.3)}, 0, 1 - i / 40.0});
+    return penStroke(samples, "ink", 14);
+}
+
+Sheet ink() {
+    const auto shown = [](const char* name, std::vector<InkStroke> strokes) {
+        DoodlePayload doodle{.width = 260, .height = 150, .strokes = std::move(strokes), .on = std::nullopt};
+        return ShownItem{QString::fromUtf8(name), DoodleFace{doodle}, QSizeF{doodle.width, doodle.height}};
+    };
+    BoardItem doodle;
+    doodle.payload = DoodlePayload{.width = 24, .height = 24, .strokes = {}, .on = {}};
+    doodle.center = {60, 60};
+    const auto heart = heartFor({}, doodle, UUID{}).value();
+    auto [w, h] = heart.payload.size();
+    return {.name = "ink",
+            .columns = 2,
+            .items = {shown("slow and fast", {curls("ink", 6, 36, 150), curls("coral", 3, 104, 500)}),
+                      shown("a brush", {curls("plum", 14, 40, 300), pressed(110)}),
+                      {u"a heart"_s, DoodleFace{heart.payload}, QSizeF{w, h}}}};
+}
+
 ShownItem music(const char* name, MusicFace face) {
     return {QString::fromUtf8(name), std::move(face), points(BoardSpec::musicDiskSize)};
 }
@@ -163,7 +239,7 @@ Sheet music() {
                 countdown({u"23"_s, u"days"_s, u"until lisbon"_s, false}),
                 countdown({u"1204"_s, u"days"_s, u"until we have paid for the little boat"_s, false}),
                 countdown({u"47"_s, u"hours"_s, u"your train 🚆"_s, false}),
-                countdown({u"now"_s, {}, u"you are here!"_s, true}),
+                countdown({u"now"_s, {}, u"you are here!"_s, true, true}),
                 music("playing", {landscape({500, 500}, 340), title, artist, {}, playing, steps * 3 / 10}),
                 music("plain", {{}, u"a song with quite a long name, really"_s, u"somebody"_s, {}, playing}),
                 music("paused", {landscape({500, 500}, 40), title, artist, u"paused"_s, paused, steps}),
@@ -304,7 +380,7 @@ QImage landscape(QSize size, int hue) {
 }
 
 std::vector<Sheet> itemSheets() {
-    return {notes(), pictures(), music(), cards(), windows()};
+    return {notes(), looks(), pictures(), ink(), music(), cards(), windows()};
 }
 
 } // namespace lumaro::samples

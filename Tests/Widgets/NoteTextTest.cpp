@@ -1,8 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Widgets/Items/NoteText.h"
 
+#include "DesignSystem/Fonts.h"
+
 #include "LumaroCore/Support/Wire.h"
 #include "Samples/Samples.h"
+#include "Widgets/Items/Emoji.h"
+#include "Widgets/Items/NoteLinks.h"
 
 #include <QtGui/QTextBlock>
 #include <QtGui/QTextCursor>
@@ -148,6 +152,62 @@ TEST(NoteText, ALoneNodeBecomesADocumentOnceItIsEdited) {
     OpenNote note{R"({"type":"text","text":"a"})"};
     note.at(1, 1).insertText(QStringLiteral("b"));
     EXPECT_EQ(note.json(), doc(paragraph(R"({"type":"text","text":"ab"})")));
+}
+
+TEST(NoteText, LinksAreWebAddressesAndNothingElse) {
+    const std::pair<const char*, std::vector<const char*>> cases[]{
+        {"see https://lumaro.app/a?b=1#c.", {"https://lumaro.app/a?b=1#c"}},
+        {"(HTTP://Example.org/x_(y)), and http://b.example!", {"http://example.org/x_(y)", "http://b.example"}},
+        {"file:///etc/passwd javascript:alert(1) ftp://x.example www.x.example mailto:a@b.example", {}},
+        {"https:// https://? xhttps://a.example", {}},
+        {"https://google.com@evil.example/", {"https://google.com@evil.example/"}},
+    };
+    for (const auto& [text, expected] : cases) {
+        std::vector<QString> found;
+        for (const auto& link : linksIn(QString::fromUtf8(text))) found.push_back(link.url.toString());
+        EXPECT_EQ(found, (std::vector<QString>{expected.begin(), expected.end()})) << text;
+    }
+    EXPECT_EQ(linksIn(QStringLiteral("http://a.example ").repeated(100)).size(), maxNoteLinks);
+    EXPECT_TRUE(linksIn(QStringLiteral("http://a.example/") + QString{5000, u'x'}).empty());
+    EXPECT_EQ(placeOf(linksIn(QString::fromUtf8("https://google.com@evil.example:8080/")).front().url),
+              QStringLiteral("evil.example:8080"));
+    // A Cyrillic letter that looks like an "a".
+    EXPECT_EQ(placeOf(linksIn(QString::fromUtf8("https://\u0430pple.com/")).front().url),
+              QStringLiteral("xn--pple-43d.com"));
+}
+
+TEST(NoteText, ALinkIsUnderlinedWhereItIsReadAndNowhereInTheNote) {
+    const auto note = pm::docOfLines("see http://a.example/ now");
+    QTextDocument document;
+    layForReading(document, note, {}, 400);
+    QTextCursor cursor{&document};
+    cursor.setPosition(8);
+    EXPECT_EQ(cursor.charFormat().anchorHref(), QStringLiteral("http://a.example/"));
+    EXPECT_TRUE(cursor.charFormat().fontUnderline());
+    EXPECT_EQ(OpenNote{note}.json(), jsonOf(note));
+}
+
+TEST(NoteText, JoinedEmojiComeToTheFontTogether) {
+    const auto joined = [](const char* text) { return withJoinedEmoji(QString::fromUtf8(text)).toStdString(); };
+    EXPECT_EQ(joined("a 🏳️‍🌈 b ❤️‍🔥"), "a 🏳‍🌈 b ❤‍🔥");
+    EXPECT_EQ(joined("1️⃣ ☀️ 👩‍👩‍👧"), "1⃣ ☀️ 👩‍👩‍👧");
+    const auto caps = keycapsIn(QString::fromUtf8("12 3⃣"));
+    EXPECT_EQ(caps, (decltype(caps){{3, 2}}));
+    QTextDocument document;
+    layForReading(document, pm::docOfLines("x 🏳️‍🌈 1️⃣"), {}, 400);
+    EXPECT_EQ(document.toPlainText().toStdString(), "x 🏳‍🌈 1⃣");
+    QTextCursor cursor{&document};
+    cursor.movePosition(QTextCursor::End);
+    EXPECT_EQ(cursor.charFormat().fontFamilies().toStringList(), QStringList{emojiFamily});
+}
+
+TEST(NoteText, WhatDoesNotFitAtTheSmallestSizeIsToldOfAndAShortTextIsLarge) {
+    const QSizeF box{236, 216};
+    std::string text;
+    for (int i = 0; i < 400; ++i) text += "lemons ";
+    EXPECT_TRUE(overflows(pm::docOfLines(text), box));
+    EXPECT_FALSE(overflows(pm::docOfLines("i love you"), box));
+    EXPECT_GE(fittedFontSize(pm::docOfLines("i love you"), box), 60);
 }
 
 TEST(NoteText, ShrinksToFitAndNeverBelowTheSmallestSize) {

@@ -42,27 +42,55 @@ void paintGlassEdge(QPainter& painter, const QRectF& rect) {
     const double reach = 5 + std::min(rect.width(), rect.height()) * 0.004;
     for (const QPointF inward : {QPointF{0, reach}, QPointF{reach, 0}}) {
         QLinearGradient glow{rect.topLeft(), rect.topLeft() + inward};
-        glow.setColorAt(0, faint(tint::light, 0.42));
+        glow.setColorAt(0, faint(tint::light, InLight::isLamp() ? 0.22 : 0.42));
         glow.setColorAt(1, faint(tint::light, 0));
         painter.fillRect(rect, glow);
     }
-    painter.fillRect(QRectF{rect.left(), rect.top(), rect.width(), 1.2}, faint(tint::light, 0.7));
-    painter.fillRect(QRectF{rect.left(), rect.top(), 1.2, rect.height()}, faint(tint::light, 0.5));
+    painter.fillRect(QRectF{rect.left(), rect.top(), rect.width(), 1.2},
+                     faint(tint::light, InLight::isLamp() ? 0.35 : 0.7));
+    painter.fillRect(QRectF{rect.left(), rect.top(), 1.2, rect.height()},
+                     faint(tint::light, InLight::isLamp() ? 0.25 : 0.5));
 }
 
-// The paper's own colour without most of its light: its hue stays.
-QColor dimmed(const QColor& tone, double light) {
-    const QColor warm = mixed(tone, {226, 196, 172}, 0.22);
-    return QColor::fromRgbF(static_cast<float>(warm.redF() * light), static_cast<float>(warm.greenF() * light),
-                            static_cast<float>(warm.blueF() * light));
+// A lamp stands beyond the upper left: a pool of warm light on the wall, its halo, and a room that goes dark around it.
+void paintLamplight(QPainter& painter, const QRectF& rect, const BackgroundTone& tone) {
+    const double reach = std::hypot(rect.width(), rect.height());
+    QLinearGradient room{rect.topLeft(), rect.bottomRight()};
+    room.setColorAt(0, tone.base);
+    room.setColorAt(0.55, mixed(tone.base, tone.deep, 0.55));
+    room.setColorAt(1, tone.deep);
+    painter.fillRect(rect, room);
+    const QPointF lamp{rect.left() + rect.width() * 0.26, rect.top() + rect.height() * 0.10};
+    QRadialGradient pool{lamp, reach * 0.74};
+    // Light falls off with the square of the way, and the eye sees steps in it: many stops make none.
+    constexpr int stops = 12;
+    for (int i = 0; i <= stops; ++i) {
+        const double way = static_cast<double>(i) / stops;
+        const double fall = std::pow(1 - way, 2) * (1 - 0.35 * way);
+        pool.setColorAt(way, faint(tone.light, fall));
+    }
+    painter.fillRect(rect, pool);
+    QRadialGradient dusk{lamp, reach * 1.02};
+    dusk.setColorAt(0.45, faint({14, 9, 7}, 0));
+    dusk.setColorAt(1, faint({14, 9, 7}, 0.42));
+    painter.fillRect(rect, dusk);
 }
 
 } // namespace
 
 void paintBackground(QPainter& painter, QSizeF size, const QString& background, Appearance appearance) {
     const QRectF rect{{0, 0}, size};
-    const auto tone = toneOf(fromName<BackgroundID>(background.toStdString()).value_or(BackgroundID::butter));
+    const InLight painted{appearance};
+    const auto tone = toneOf(fromName<BackgroundID>(background.toStdString()).value_or(BackgroundID::butter),
+                             appearance == Appearance::dark);
     painter.setRenderHint(QPainter::Antialiasing);
+    QPainterPath whole;
+    whole.addRect(rect);
+    if (appearance == Appearance::dark) {
+        paintLamplight(painter, rect, tone);
+        paintGrain(painter, whole, 0.4);
+        return paintGlassEdge(painter, rect);
+    }
     QLinearGradient light{0, 0, size.width() * 0.18, size.height()};
     light.setColorAt(0, mixed(tone.base, tone.light, 0.55));
     light.setColorAt(0.45, tone.base);
@@ -73,19 +101,9 @@ void paintBackground(QPainter& painter, QSizeF size, const QString& background, 
     fall.setColorAt(0.45, faint(tone.light, 0.30));
     fall.setColorAt(1, faint(tone.light, 0));
     painter.fillRect(rect, fall);
-    QPainterPath whole;
-    whole.addRect(rect);
     paintGrain(painter, whole, 0.75);
     paintThrownWindow(painter, rect);
     paintGlassEdge(painter, rect);
-    if (appearance == Appearance::dark) {
-        painter.setCompositionMode(QPainter::CompositionMode_Multiply);
-        QLinearGradient dusk{rect.topLeft(), rect.bottomRight()};
-        dusk.setColorAt(0, dimmed(tone.deep, 0.58));
-        dusk.setColorAt(1, dimmed(tone.deep, 0.38));
-        painter.fillRect(rect, dusk);
-        painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
-    }
 }
 
 } // namespace lumaro

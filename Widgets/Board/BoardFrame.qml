@@ -15,6 +15,14 @@ QtObject {
     /// Whether rain and snow fall before the windows.
     property bool weatherMoves: false
     property string selected
+    /// Several items that are selected together, by their ids.
+    property list<string> members
+    /// The item that the keys have come to while they gather several.
+    property string walkedTo
+    /// Whether screen readers are to read it: not where it hangs a second time.
+    property bool isRead: true
+    /// The keyboard focus is with it, so a screen reader is where the selection is.
+    property bool hasKeys: false
     /// The note that somebody writes on, over the board.
     property string written
 

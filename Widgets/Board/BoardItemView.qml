@@ -3,8 +3,8 @@ import QtQuick
 import DesignSystem
 import Widgets
 
-/// One item where it hangs. It springs to a new place unless it is in somebody's hand, drops in when it arrives, and falls
-/// out of the window when it is taken down.
+/// One item where it hangs. It springs to a new place unless it is in somebody's hand, drops in when it arrives, beats
+/// once when a doodle arrives on it, and falls out of the window when it is taken down.
 Item {
     id: item
 
@@ -27,10 +27,17 @@ Item {
     required property bool isArriving
     required property bool isFalling
     required property bool isInHand
+    required property bool isTouched
 
     readonly property real pointScale: frame.canvas.scale * itemScale
     readonly property bool isSpringing: !isInHand && isSettled && !Theme.isMotionReduced && !frame.isPaused
+    readonly property bool isMember: frame.members.includes(itemId)
+    readonly property bool isWalkedTo: frame.walkedTo === itemId
     readonly property bool weatherMoves: kind === "location" && frame.weatherMoves && !Theme.isMotionReduced
+    readonly property bool isSelected: frame?.selected === itemId
+    readonly property bool isAttended: (frame?.hasKeys ?? false) && (isWalkedTo || (isSelected && frame.walkedTo === ""))
+    /// Notes are written on upright, where caret and selection are whole.
+    readonly property bool isWritten: frame.written === itemId
     property bool isSettled: false
     property real placeX: centerX
     property real placeY: centerY
@@ -41,13 +48,20 @@ Item {
     x: frame.canvas.viewX(placeX + frame.inwardX(anchorX, anchorReachX)) - width / 2
     y: frame.canvas.viewY(placeY + frame.inwardY(anchorY, anchorReachY)) - height / 2 + drop
     z: stack
-    rotation: tilt
+    rotation: isWritten ? 0 : tilt
 
     Accessible.role: Accessible.Graphic
     Accessible.name: spoken
+    Accessible.description: isAttended ? qsTr("space goes to what can be done with it") : ""
+    Accessible.ignored: !(frame?.isRead ?? false) || isFalling
     Accessible.focusable: true
-    Accessible.selected: frame.selected === itemId
+    Accessible.focused: isAttended
+    Accessible.selected: isSelected || isMember
     Accessible.selectable: true
+    onIsAttendedChanged: {
+        if (isAttended)
+            ScreenReader.moveTo(item);
+    }
 
     Behavior on placeX {
         enabled: item.isSpringing
@@ -66,7 +80,7 @@ Item {
         }
     }
     Behavior on rotation {
-        enabled: item.isSpringing
+        enabled: item.isSpringing || (item.isWritten && item.isSettled && !Theme.isMotionReduced && !item.frame.isPaused)
         SpringAnimation {
             spring: Theme.motion.spring
             damping: Theme.motion.damping
@@ -84,6 +98,11 @@ Item {
     onIsArrivingChanged: {
         if (isArriving) {
             arrive();
+        }
+    }
+    onIsTouchedChanged: {
+        if (isTouched && !isArriving && !Theme.isMotionReduced && frame && !frame.isPaused) {
+            beat.restart();
         }
     }
     onIsFallingChanged: {
@@ -118,9 +137,10 @@ Item {
 
     ItemPaper {
         part: item.kind === "nowPlayingSlot" ? ItemPaper.Under : ItemPaper.Whole
-        face: item.frame.written === item.itemId ? item.face.withoutText() : item.weatherMoves ? item.face.withoutFall() : item.face
+        face: item.isWritten ? item.face.withoutText() : item.weatherMoves ? item.face.withoutFall() : item.face
         pointScale: item.pointScale
         naturalSize: Qt.size(item.naturalWidth, item.naturalHeight)
+        dark: Theme.isDark
         x: -bleedLeft
         y: -bleedTop
     }
@@ -135,6 +155,13 @@ Item {
         anchors.fill: parent
         active: item.weatherMoves
         source: "MovingWeather.qml"
+    }
+
+    Loader {
+        anchors.fill: parent
+        anchors.margins: item.isWalkedTo ? -9 : -4
+        active: item.isMember || item.isWalkedTo
+        source: "MemberRing.qml"
     }
 
     ParallelAnimation {
@@ -157,6 +184,26 @@ Item {
             duration: Theme.motion.land
             easing.type: Easing.OutBack
             easing.overshoot: Theme.motion.overshoot
+        }
+    }
+
+    // Whose heart it is, it feels once.
+    SequentialAnimation {
+        id: beat
+
+        NumberAnimation {
+            target: item
+            property: "scale"
+            to: 1.06
+            duration: Theme.motion.quick
+            easing.type: Easing.OutQuad
+        }
+        NumberAnimation {
+            target: item
+            property: "scale"
+            to: 1
+            duration: Theme.motion.land
+            easing.type: Easing.OutBack
         }
     }
 

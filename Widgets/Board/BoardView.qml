@@ -18,7 +18,11 @@ Item {
     property alias isPaused: frame.isPaused
     property alias weatherMoves: frame.weatherMoves
     property alias selected: frame.selected
+    property alias members: frame.members
+    property alias walkedTo: frame.walkedTo
     property alias written: frame.written
+    property alias isRead: frame.isRead
+    property alias hasKeys: frame.hasKeys
     readonly property alias canvas: frame.canvas
     readonly property real pointScale: canvas.scale
     /// Pixels of the screen for one point of the canvas: as sharp as pictures have to be.

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Widgets/Board/FacePicture.h"
 
+#include "Widgets/Items/Light.h"
+
 #include <utility>
 
 namespace lumaro {
@@ -22,6 +24,18 @@ void FacePicture::setPointScale(double scale) {
     if (pointScale_ == scale) return;
     pointScale_ = scale;
     layAnew();
+}
+
+void FacePicture::setDark(bool isDark) {
+    if (isDark_ == isDark) return;
+    isDark_ = isDark;
+    repaint();
+    Q_EMIT darkChanged();
+}
+
+void FacePicture::paint(QPainter& painter) {
+    const InLight light{isDark_ ? Appearance::dark : Appearance::light};
+    paintLit(painter);
 }
 
 bool FacePicture::isReady() {

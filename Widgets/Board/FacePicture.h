@@ -17,6 +17,7 @@ class FacePicture : public lumaro::PictureItem {
     Q_PROPERTY(lumaro::ItemFace face READ face WRITE setFace NOTIFY faceChanged)
     Q_PROPERTY(QSizeF naturalSize READ naturalSize WRITE setNaturalSize NOTIFY placeChanged)
     Q_PROPERTY(double pointScale READ pointScale WRITE setPointScale NOTIFY placeChanged)
+    Q_PROPERTY(bool dark READ isDark WRITE setDark NOTIFY darkChanged)
 
 public:
     const ItemFace& face() const { return face_; }
@@ -27,8 +28,14 @@ public:
     /// Pixels of the view for a point of the canvas, the item's own scale included.
     double pointScale() const { return pointScale_; }
     void setPointScale(double scale);
+    /// Whether it hangs in lamplight.
+    bool isDark() const { return isDark_; }
+    void setDark(bool isDark);
+
+    void paint(QPainter& painter) final;
 
 Q_SIGNALS:
+    void darkChanged();
     void faceChanged();
     /// Of its size, or of where it lies from the paper's corner.
     void placeChanged();
@@ -38,6 +45,8 @@ protected:
 
     /// Takes the size that the face has at the scale.
     virtual void lay() = 0;
+    /// `paint`, in the light in which it hangs.
+    virtual void paintLit(QPainter& painter) = 0;
     /// Whether the picture is the same for both faces.
     virtual bool looksSame(const ItemFace& before, const ItemFace& after) const { return before == after; }
 
@@ -52,6 +61,7 @@ private:
     ItemFace face_;
     QSizeF naturalSize_{0, 0};
     double pointScale_ = 1;
+    bool isDark_ = false;
 };
 
 } // namespace lumaro

@@ -49,7 +49,7 @@ ItemPicture ItemPaper::pictureWithin() const {
     return part_ == Part::Whole ? FacePicture::pictureWithin() : ItemPicture{};
 }
 
-void ItemPaper::paint(QPainter& painter) {
+void ItemPaper::paintLit(QPainter& painter) {
     painter.translate(bleed_.left(), bleed_.top());
     painter.scale(pointScale(), pointScale());
     if (part_ == Part::Whole) return paintItem(painter, face(), naturalSize());

@@ -35,13 +35,12 @@ public:
     double bleedRight() const { return bleed_.right(); }
     double bleedBottom() const { return bleed_.bottom(); }
 
-    void paint(QPainter& painter) override;
-
 Q_SIGNALS:
     void partChanged();
 
 protected:
     void lay() override;
+    void paintLit(QPainter& painter) override;
     bool looksSame(const ItemFace& before, const ItemFace& after) const override;
     /// The cover of a record is on its disc.
     ItemPicture pictureWithin() const override;

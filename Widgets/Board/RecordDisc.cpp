@@ -51,7 +51,7 @@ void RecordDisc::lay() {
     setImplicitSize(size.width() + 2 * margin, size.height() + 2 * margin);
 }
 
-void RecordDisc::paint(QPainter& painter) {
+void RecordDisc::paintLit(QPainter& painter) {
     const auto* const music = face().as<MusicFace>();
     if (!music) return;
     painter.translate(margin, margin);

@@ -29,14 +29,13 @@ public:
     double discX() const;
     double discY() const;
 
-    void paint(QPainter& painter) override;
-
 Q_SIGNALS:
     /// Another song plays than the record had before.
     void songBegan();
 
 protected:
     void lay() override;
+    void paintLit(QPainter& painter) override;
     bool looksSame(const ItemFace& before, const ItemFace& after) const override;
 
 private:

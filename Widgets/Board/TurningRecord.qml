@@ -33,6 +33,7 @@ Item {
         face: record.item.face
         pointScale: record.item.pointScale
         naturalSize: Qt.size(record.item.naturalWidth, record.item.naturalHeight)
+        dark: Theme.isDark
         onSongBegan: record.greet()
     }
 
@@ -41,6 +42,7 @@ Item {
         face: record.item.face
         pointScale: record.item.pointScale
         naturalSize: disc.naturalSize
+        dark: Theme.isDark
         x: -bleedLeft
         y: -bleedTop
     }

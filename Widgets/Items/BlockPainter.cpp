@@ -26,7 +26,7 @@ struct Mood {
 };
 
 Mood moodOf(const BlockFace& face) {
-    if (face.face == Pomodoro::Face::rung) return {tint::sun, {140, 86, 16}};
+    if (face.face == Pomodoro::Face::rung) return {tint::sun, tint::sunInk};
     if (face.isCoolDown) return {tint::mint, tint::mintInk};
     return {tint::coral, tint::coralInk};
 }
@@ -34,7 +34,7 @@ Mood moodOf(const BlockFace& face) {
 void paintRing(QPainter& painter, const BlockFace& face, const Mood& mood) {
     const QRectF ring = QRectF{-ringRadius, -ringRadius, 2 * ringRadius, 2 * ringRadius}.translated(ringMiddle);
     painter.setBrush(Qt::NoBrush);
-    painter.setPen(QPen{QColor{240, 224, 198}, 10});
+    painter.setPen(QPen{lit({240, 224, 198}, 0.70), 10});
     painter.drawEllipse(ring);
     painter.setPen(QPen{faint(tint::umber, 0.10), 1});
     painter.drawArc(ring.adjusted(-4.5, -4.5, 4.5, 4.5), 30 * 16, 200 * 16);

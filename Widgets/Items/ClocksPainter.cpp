@@ -25,8 +25,8 @@ void paintStrip(QPainter& painter, const QRectF& rect, const ClocksFace::Side& s
         paintView(painter, rect, *side.view);
     } else {
         QLinearGradient paper{rect.topLeft(), rect.bottomRight()};
-        paper.setColorAt(0, {238, 226, 204});
-        paper.setColorAt(1, {224, 208, 180});
+        paper.setColorAt(0, lit({238, 226, 204}, 0.72));
+        paper.setColorAt(1, lit({224, 208, 180}, 0.72));
         painter.fillRect(rect, paper);
         painter.setPen(tint::ink);
         drawLines(painter, rect.adjusted(8, 0, -8, 0), Qt::AlignCenter, side.words, hand(22), 2);

@@ -50,7 +50,7 @@ void paintFigure(QPainter& painter, const CountdownFace& face, QSizeF size) {
         font.setPixelSize(font.pixelSize() - 1);
     const double rise = face.unit.isEmpty() ? 0 : 8;
     const double baseline = size.height() / 2 - rise + QFontMetricsF{font}.capHeight() / 2;
-    const QColor ink = face.isThere ? QColor{92, 56, 22} : QColor{92, 32, 22};
+    const QColor ink = lit(face.isThere ? QColor{92, 56, 22} : QColor{92, 32, 22}, 0.75);
     const QPointF start{middle - figuresWidth(face.figure, font) / 2, baseline};
     painter.setPen(faint(tint::light, 0.35));
     drawFigures(painter, start + QPointF{0.8, 1.2}, face.figure, font);
@@ -100,7 +100,7 @@ void paintFace(QPainter& painter, const CountdownFace& face, QSizeF size) {
     } else {
         drawLines(painter, label, Qt::AlignVCenter | Qt::AlignLeft, face.label, hand(28, QFont::Bold), 2);
     }
-    if (face.isThere) paintConfetti(painter, size);
+    if (face.isCelebrated) paintConfetti(painter, size);
 }
 
 } // namespace lumaro

@@ -39,7 +39,7 @@ void paintPagesBelow(QPainter& painter, QSizeF size) {
         QPainterPath page;
         page.addRoundedRect(QRectF{step * 0.5, step + 6, size.width() - step, size.height() - 6}, 3, 3);
         if (step == 5.0) paintShadow(painter, page);
-        painter.fillPath(page, step == 5.0 ? QColor{228, 214, 190} : QColor{242, 231, 211});
+        painter.fillPath(page, lit(step == 5.0 ? QColor{228, 214, 190} : QColor{242, 231, 211}, 0.78));
         paintEdge(painter, page, 0.7);
     }
 }
@@ -48,8 +48,8 @@ void paintHead(QPainter& painter, const QPainterPath& page, const DayFace& face,
     QPainterPath band;
     band.addRect(0, 0, size.width(), head);
     QLinearGradient red{0, 0, size.width(), head};
-    red.setColorAt(0, {190, 79, 59});
-    red.setColorAt(1, {168, 63, 47});
+    red.setColorAt(0, lit({190, 79, 59}, 0.22));
+    red.setColorAt(1, lit({168, 63, 47}, 0.22));
     painter.fillPath(page.intersected(band), red);
     paintGrain(painter, page.intersected(band), 1.1);
     painter.fillRect(QRectF{0, head, size.width(), 3}, faint(tint::umber, 0.09));

@@ -28,6 +28,7 @@ struct NoteFace {
     PMNode text;
     QString paper;
     QString pin;
+    QString until{}; ///< when it comes down, where it does
     double fade = 0; ///< 0 for a fresh note, 1 for one whose day is over
     bool isKept = false;
     bool hidesText = false; ///< while somebody writes on it, the text is drawn by the composer above
@@ -63,7 +64,8 @@ struct CountdownFace {
     QString figure;
     QString unit;
     QString label;
-    bool isThere = false; ///< the day has come
+    bool isThere = false;      ///< the day has come
+    bool isCelebrated = false; ///< while it hung here
 
     bool operator==(const CountdownFace&) const = default;
 };

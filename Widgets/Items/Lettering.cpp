@@ -2,6 +2,7 @@
 #include "Widgets/Items/Lettering.h"
 
 #include "DesignSystem/Fonts.h"
+#include "Widgets/Items/Emoji.h"
 
 #include <QtGui/QFontMetricsF>
 #include <QtGui/QPainter>
@@ -46,12 +47,36 @@ QFont fitted(QFont font, const QString& text, double width, double least) {
     return font;
 }
 
+namespace {
+
+// One line whose keycaps come from the font of the emoji.
+void drawWithKeycaps(QPainter& painter, const QRectF& rect, Qt::Alignment alignment, const QString& text,
+                     const QFont& font) {
+    QTextLayout layout{text, font};
+    QList<QTextLayout::FormatRange> formats;
+    for (const auto& [start, length] : keycapsIn(text)) {
+        QTextCharFormat format;
+        format.setFontFamilies({emojiFamily});
+        formats.append({static_cast<int>(start), static_cast<int>(length), format});
+    }
+    layout.setFormats(formats);
+    layout.beginLayout();
+    auto line = layout.createLine();
+    layout.endLayout();
+    const double spare = rect.width() - line.naturalTextWidth();
+    const double left = alignment & Qt::AlignRight ? spare : alignment & Qt::AlignHCenter ? spare / 2 : 0;
+    layout.draw(&painter, {rect.left() + left, lineTop(rect, alignment, line.height())});
+}
+
+} // namespace
+
 void drawLine(QPainter& painter, const QRectF& rect, Qt::Alignment alignment, const QString& text, const QFont& font) {
     const QFontMetricsF metrics{font};
     painter.setFont(font);
+    const auto shown = metrics.elidedText(withJoinedEmoji(text), Qt::ElideRight, rect.width());
+    if (!keycapsIn(shown).empty()) return drawWithKeycaps(painter, rect, alignment, shown, font);
     // A flag that is not given would be "left", which a right-to-left text turns round.
-    painter.drawText(rect, static_cast<int>(alignment) | Qt::TextSingleLine | Qt::TextDontClip,
-                     metrics.elidedText(text, Qt::ElideRight, rect.width()));
+    painter.drawText(rect, static_cast<int>(alignment) | Qt::TextSingleLine | Qt::TextDontClip, shown);
 }
 
 namespace {

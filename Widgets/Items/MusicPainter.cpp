@@ -198,7 +198,9 @@ void paintSleeve(QPainter& painter, const MusicFace& face, QSizeF size) {
     QPainterPath sleeve;
     sleeve.addRoundedRect(QRectF{0, 6, side - 12, side}, 3, 3);
     paintShadow(painter, sleeve, 1);
-    paintPaper(painter, sleeve, {{252, 240, 214}, {246, 228, 196}, {226, 204, 166}, tint::ink, tint::coral});
+    paintPaper(
+        painter, sleeve,
+        {lit({252, 240, 214}, 0.70), lit({246, 228, 196}, 0.70), lit({226, 204, 166}, 0.70), tint::ink, tint::coral});
     painter.save();
     painter.setClipPath(sleeve, Qt::IntersectClip);
     const QPointF sun{side * 0.47, side * 0.66};
@@ -208,7 +210,7 @@ void paintSleeve(QPainter& painter, const MusicFace& face, QSizeF size) {
         QPainterPath half = disc(sun, radius);
         QPainterPath above;
         above.addRect(0, 0, size.width(), sun.y());
-        painter.fillPath(half.intersected(above), band);
+        painter.fillPath(half.intersected(above), lit(band, 0.25));
         radius -= side * 0.095;
     }
     painter.restore();

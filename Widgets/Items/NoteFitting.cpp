@@ -1,11 +1,16 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "DesignSystem/Fonts.h"
+#include "Widgets/Items/Emoji.h"
 #include "Widgets/Items/Lettering.h"
+#include "Widgets/Items/NoteLinks.h"
+#include "Widgets/Items/NoteLooks.h"
 #include "Widgets/Items/NoteText.h"
 
 #include <QtGui/QAbstractTextDocumentLayout>
 #include <QtGui/QLinearGradient>
 #include <QtGui/QPainter>
 #include <QtGui/QTextBlock>
+#include <QtGui/QTextCursor>
 #include <QtGui/QTextDocument>
 #include <QtGui/QTextLayout>
 
@@ -61,10 +66,55 @@ double fittedSize(QTextDocument& document, QSizeF box) {
     return wrapped;
 }
 
+// As `withJoinedEmoji`, in place, so that every character keeps its format.
+void joinEmoji(QTextDocument& document) {
+    for (auto block = document.firstBlock(); block.isValid(); block = block.next()) {
+        QTextCursor cursor{block};
+        const auto text = block.text();
+        const auto joined = withJoinedEmoji(text);
+        for (qsizetype from = text.size(), to = joined.size(); from > to;) {
+            --from;
+            if (to > 0 && text[from] == joined[to - 1]) {
+                --to;
+                continue;
+            }
+            // Not `deleteChar`, which takes all that people count as one.
+            cursor.setPosition(block.position() + static_cast<int>(from));
+            cursor.setPosition(cursor.position() + 1, QTextCursor::KeepAnchor);
+            cursor.removeSelectedText();
+        }
+        for (const auto& [start, length] : keycapsIn(block.text())) {
+            QTextCharFormat format;
+            format.setFontFamilies({emojiFamily});
+            cursor.setPosition(block.position() + static_cast<int>(start));
+            cursor.setPosition(cursor.position() + static_cast<int>(length), QTextCursor::KeepAnchor);
+            cursor.mergeCharFormat(format);
+        }
+    }
+}
+
+void markLinks(QTextDocument& document, const PaperColours& paper) {
+    for (auto block = document.firstBlock(); block.isValid(); block = block.next()) {
+        for (const auto& link : linksIn(block.text())) {
+            QTextCharFormat format;
+            format.setFontUnderline(true);
+            format.setForeground(linkInkOn(paper));
+            format.setAnchor(true);
+            format.setAnchorHref(link.url.toString(QUrl::FullyEncoded));
+            QTextCursor cursor{block};
+            cursor.setPosition(block.position() + static_cast<int>(link.start));
+            cursor.setPosition(cursor.position() + static_cast<int>(link.length), QTextCursor::KeepAnchor);
+            cursor.mergeCharFormat(format);
+        }
+    }
+}
+
 QTextDocument& prepared(QTextDocument& document, const PMNode& note, const NoteStyle& style) {
     document.setUndoRedoEnabled(false);
     document.setDocumentMargin(0);
     fillDocument(document, note, style);
+    joinEmoji(document);
+    markLinks(document, style.paper);
     return document;
 }
 
@@ -118,9 +168,23 @@ double fittedFontSize(const PMNode& note, QSizeF box) {
     return fittedSize(prepared(document, note, {}), box);
 }
 
-void paintNoteText(QPainter& painter, const PMNode& note, const QRectF& box, const QColor& ink) {
+bool overflows(const PMNode& note, QSizeF box) {
     QTextDocument document;
-    prepared(document, note, {.ink = ink});
+    prepared(document, note, {});
+    lay(document, fittedSize(document, box), box.width());
+    return document.size().height() > box.height();
+}
+
+void layForReading(QTextDocument& document, const PMNode& note, const NoteStyle& style, double width) {
+    prepared(document, note, style);
+    setWrapping(document, QTextOption::WrapAtWordBoundaryOrAnywhere);
+    lay(document, style.fontSize, width);
+}
+
+void paintNoteText(QPainter& painter, const PMNode& note, const QRectF& box, const PaperColours& paper) {
+    const QColor& ink = paper.ink;
+    QTextDocument document;
+    prepared(document, note, {.paper = paper});
     lay(document, fittedSize(document, box.size()), box.width());
     const double spare = box.height() - document.size().height();
     if (spare < 0) return paintFading(painter, document, box, ink);

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Widgets/Items/ItemPainting.h"
+#include "Widgets/Items/Lettering.h"
+#include "Widgets/Items/NoteLooks.h"
 #include "Widgets/Items/NoteText.h"
 #include "Widgets/Items/Painters.h"
 #include "Widgets/Items/Palette.h"
@@ -65,13 +67,30 @@ QPainterPath shadowOutline(QSizeF size) {
     return path;
 }
 
-PaperColours faded(PaperColours colours, double fade) {
-    const QColor pale{247, 241, 229};
-    colours.light = mixed(colours.light, pale, fade * 0.5);
-    colours.base = mixed(colours.base, pale, fade * 0.62);
-    colours.shade = mixed(colours.shade, pale, fade * 0.5);
-    colours.ink = mixed(colours.ink, colours.base, fade * 0.14);
-    return colours;
+// The lower edge as somebody tore the sheet off a larger one; always the same way.
+QPainterPath tornOutline(QSizeF size) {
+    QPainterPath path{{0, 0}};
+    path.lineTo(size.width(), 0);
+    constexpr int steps = 70;
+    for (int i = 0; i <= steps; ++i) {
+        const double tear = 3.2 * std::sin(i * 0.43) + 2.1 * std::sin(i * 1.7 + 1) + 1.3 * std::sin(i * 4.1);
+        path.lineTo(size.width() * (steps - i) / steps, size.height() - 8 + tear);
+    }
+    path.closeSubpath();
+    return path;
+}
+
+// The fibres that a tear leaves bare: a pale band along the edge.
+void paintTear(QPainter& painter, const QPainterPath& outline, QSizeF size, const PaperColours& colours) {
+    painter.save();
+    painter.setClipPath(outline, Qt::IntersectClip);
+    QPainterPath edge;
+    edge.addRect(0, size.height() - 26, size.width(), 30);
+    painter.setClipPath(edge, Qt::IntersectClip);
+    painter.setBrush(Qt::NoBrush);
+    painter.strokePath(outline, QPen{faint(mixed(colours.light, tint::light, 0.5), 0.9), 7});
+    painter.strokePath(outline, QPen{faint(colours.shade, 0.8), 1.4});
+    painter.restore();
 }
 
 void paintCurl(QPainter& painter, const QPainterPath& outline, QSizeF size, const PaperColours& colours) {
@@ -105,18 +124,25 @@ QRectF noteTextBox(QSizeF size) {
 
 void paintFace(QPainter& painter, const NoteFace& face, QSizeF size) {
     const double fade = face.isKept ? 0 : std::clamp(face.fade, 0.0, 1.0);
-    const auto colours = faded(paperNamed(face.paper), fade);
-    const auto outline = worn(sheetOutline(size), fade);
+    const auto paper = faded(notePaper(face.paper), fade);
+    const auto& colours = paper.colours;
+    const auto outline = worn(paper.isTorn ? tornOutline(size) : sheetOutline(size), fade);
     paintShadow(painter, shadowOutline(size), 1);
     paintPaper(painter, outline, colours);
-    paintCurl(painter, outline, size, colours);
-    if (!face.hidesText) paintNoteText(painter, face.text, noteTextBox(size), colours.ink);
-    if (face.isKept) paintKeptMark(painter, {size.width() - 22, size.height() - 24});
-    if (face.pin == u"tape") {
-        paintTape(painter, {size.width() / 2, 2}, {92, 26}, -2.2, colours.tape);
+    paintPrint(painter, outline, size, paper);
+    if (paper.isTorn) {
+        paintTear(painter, outline, size, colours);
     } else {
-        paintPin(painter, {size.width() / 2, 13}, face.pin);
+        paintCurl(painter, outline, size, colours);
     }
+    if (!face.hidesText) paintNoteText(painter, face.text, noteTextBox(size), colours);
+    if (face.isKept) paintKeptMark(painter, {size.width() - 22, size.height() - 24});
+    if (!face.until.isEmpty()) {
+        painter.setPen(smallInkOn(colours));
+        drawLine(painter, {16, size.height() - 31, size.width() - 32, 18}, Qt::AlignVCenter | Qt::AlignRight,
+                 face.until, sans(12, QFont::DemiBold));
+    }
+    paintHolder(painter, size, face.pin, colours);
 }
 
 } // namespace lumaro

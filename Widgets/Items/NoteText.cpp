@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Widgets/Items/NoteText.h"
 
-#include "DesignSystem/Tokens.h"
 #include "LumaroCore/Support/EnumNames.h"
 #include "Widgets/Items/Lettering.h"
+#include "Widgets/Items/NoteLooks.h"
 
 #include <QtGui/QTextBlock>
 #include <QtGui/QTextCharFormat>
@@ -99,21 +99,13 @@ std::string colourOf(const std::optional<std::vector<PMMark>>& marks) {
     return stored ? *stored : std::string{};
 }
 
-QColor visible(const QString& stored, const QColor& ink) {
-    for (const auto& tone : inkTones) {
-        if (stored == QLatin1String{tone.name}) return QColor{tone.color};
-    }
-    const QColor own = stored.startsWith(u'#') ? QColor{stored} : QColor{};
-    return own.isValid() ? own : ink;
-}
-
-QTextCharFormat formatOf(const Run& run, const QColor& ink) {
+QTextCharFormat formatOf(const Run& run, const PaperColours& paper) {
     QTextCharFormat format;
     for (const auto kind : toggles) {
         if (find(run.marks, kind)) setMark(format, kind, true);
     }
     const auto colour = colourOf(run.marks);
-    if (!colour.empty()) setTextColor(format, QString::fromStdString(colour), ink);
+    if (!colour.empty()) setTextColor(format, QString::fromStdString(colour), paper);
     format.setProperty(marksProperty, QVariant::fromValue(StoredMarks{run.marks}));
     return format;
 }
@@ -208,7 +200,7 @@ void fillDocument(QTextDocument& document, const PMNode& note, const NoteStyle& 
             cursor.setBlockFormat(plain);
         else
             cursor.insertBlock(plain, QTextCharFormat{});
-        for (const auto& run : runsOf(*child)) cursor.insertText(run.text, formatOf(run, style.ink));
+        for (const auto& run : runsOf(*child)) cursor.insertText(run.text, formatOf(run, style.paper));
     }
     document.setUndoRedoEnabled(keepsUndo);
     document.setModified(false);
@@ -253,9 +245,9 @@ QString textColor(const QTextCharFormat& format) {
     return format.stringProperty(colourProperty);
 }
 
-void setTextColor(QTextCharFormat& format, const QString& stored, const QColor& ink) {
+void setTextColor(QTextCharFormat& format, const QString& stored, const PaperColours& paper) {
     format.setProperty(colourProperty, stored);
-    format.setForeground(visible(stored, ink));
+    format.setForeground(noteInk(stored, paper));
 }
 
 } // namespace lumaro

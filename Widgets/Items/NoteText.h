@@ -2,6 +2,7 @@
 #pragma once
 
 #include "LumaroCore/NoteRender/PMNode.h"
+#include "Widgets/Items/Paper.h"
 
 #include <QtCore/QRectF>
 #include <QtCore/QSizeF>
@@ -19,10 +20,10 @@ namespace lumaro {
 // does not know, and whether its empty lists were there, comes back with it.
 
 inline constexpr double smallestNoteText = 15; ///< points of the canvas
-inline constexpr double largestNoteText = 44;
+inline constexpr double largestNoteText = 84;
 
 struct NoteStyle {
-    QColor ink;
+    PaperColours paper{};
     double fontSize = largestNoteText;
 };
 
@@ -41,14 +42,20 @@ void setMark(QTextCharFormat& format, PMMark::Kind mark, bool isOn);
 /// The colour as it is stored, empty without one.
 QString textColor(const QTextCharFormat& format);
 /// Colours as they are stored: "#rrggbb", or a name; an empty one is the paper's own ink.
-void setTextColor(QTextCharFormat& format, const QString& stored, const QColor& ink);
+void setTextColor(QTextCharFormat& format, const QString& stored, const PaperColours& paper);
 
 /// The largest whole size, from the smallest to the largest, at which the note fits the box. No word is broken for a
 /// larger size, as long as it stays readable.
 double fittedFontSize(const PMNode& note, QSizeF box);
 
 /// The note in the hand, fitted into `box` and centred in its height. What does not fit even at the smallest size fades
-/// out in the last whole line.
-void paintNoteText(QPainter& painter, const PMNode& note, const QRectF& box, const QColor& ink);
+/// out in the last whole line. Links are underlined, in an ink of their own.
+void paintNoteText(QPainter& painter, const PMNode& note, const QRectF& box, const PaperColours& paper);
+
+/// Makes `document` show the note to be read: links apart, emoji whole, in lines of that width.
+void layForReading(QTextDocument& document, const PMNode& note, const NoteStyle& style, double width);
+
+/// Whether a part of the note is not seen in the box.
+bool overflows(const PMNode& note, QSizeF box);
 
 } // namespace lumaro

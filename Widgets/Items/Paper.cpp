@@ -10,10 +10,8 @@
 #include <QtGui/QPainterPath>
 #include <QtGui/QRadialGradient>
 
-#include <array>
 #include <cmath>
 #include <random>
-#include <utility>
 
 namespace lumaro {
 namespace {
@@ -85,33 +83,21 @@ QPainterPath tapeOutline(QSizeF size) {
     return path;
 }
 
-QColor pinColour(const QString& name) {
-    if (name == u"coral") return tint::coral;
-    if (name == u"mint") return tint::mint;
-    if (name == u"ink") return {84, 68, 76};
-    return tint::brass;
-}
-
 } // namespace
 
-PaperColours paperNamed(const QString& name) {
-    static const std::array<std::pair<const char16_t*, PaperColours>, 6> papers{{
-        {u"butter", {{255, 243, 196}, {252, 231, 160}, {241, 211, 126}, {74, 58, 32}, {235, 160, 142}}},
-        {u"blush", {{255, 231, 223}, {250, 211, 200}, {238, 186, 173}, {88, 46, 42}, {164, 196, 168}}},
-        {u"sage", {{234, 241, 217}, {214, 226, 190}, {190, 206, 160}, {52, 64, 40}, {243, 205, 128}}},
-        {u"sky", {{227, 240, 246}, {201, 224, 236}, {171, 202, 220}, {40, 62, 78}, {240, 168, 146}}},
-        {u"lilac", {{240, 230, 246}, {223, 208, 236}, {199, 180, 218}, {64, 48, 80}, {158, 206, 188}}},
-        {u"oat", {{251, 244, 231}, {241, 229, 208}, {223, 205, 176}, {70, 55, 40}, {152, 190, 212}}},
-    }};
-    for (const auto& [paper, colours] : papers) {
-        if (name == paper) return colours;
-    }
-    return papers.front().second;
-}
-
 const PaperColours& cardPaper() {
-    static const PaperColours card{{255, 252, 243}, tint::card, tint::cardShade, tint::ink, tint::coral, 0.75};
-    return card;
+    static const auto made = [] {
+        return PaperColours{lit({255, 252, 243}, 0.80), tint::card, tint::cardShade, tint::ink, tint::coral, 0.75};
+    };
+    static const PaperColours byDay = [] {
+        const InLight day{Appearance::light};
+        return made();
+    }();
+    static const PaperColours byLamp = [] {
+        const InLight lamp{Appearance::dark};
+        return made();
+    }();
+    return InLight::isLamp() ? byLamp : byDay;
 }
 
 void paintPaper(QPainter& painter, const QPainterPath& outline, const PaperColours& colours) {
@@ -127,7 +113,8 @@ void paintPaper(QPainter& painter, const QPainterPath& outline, const PaperColou
 
 void paintGrain(QPainter& painter, const QPainterPath& outline, double strength) {
     painter.save();
-    painter.setOpacity(painter.opacity() * strength);
+    // The lamp's light falls from one side and shows fewer of the fibres.
+    painter.setOpacity(painter.opacity() * strength * (InLight::isLamp() ? 0.55 : 1));
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     painter.fillPath(outline, grainBrush());
     painter.restore();
@@ -136,8 +123,9 @@ void paintGrain(QPainter& painter, const QPainterPath& outline, double strength)
 void paintEdge(QPainter& painter, const QPainterPath& outline, double strength) {
     const QRectF rect = outline.boundingRect();
     QLinearGradient light{rect.topLeft(), rect.bottomRight()};
-    light.setColorAt(0, faint(tint::light, 0.95 * strength));
-    light.setColorAt(0.5, faint(tint::light, 0.45 * strength));
+    const double glint = InLight::isLamp() ? 0.6 * strength : strength;
+    light.setColorAt(0, faint(tint::light, 0.95 * glint));
+    light.setColorAt(0.5, faint(tint::light, 0.45 * glint));
     light.setColorAt(0.85, faint({148, 108, 66}, 0.16 * strength));
     light.setColorAt(1, faint({148, 108, 66}, 0.26 * strength));
     painter.save();
@@ -147,6 +135,16 @@ void paintEdge(QPainter& painter, const QPainterPath& outline, double strength) 
 }
 
 void paintTape(QPainter& painter, QPointF middle, QSizeF size, double degrees, const QColor& colour) {
+    paintTape(painter, middle, size, degrees, colour, [](QPainter& on, QSizeF strip) {
+        on.setPen(QPen{faint(tint::light, 0.30), 3.2});
+        for (double x = -strip.width(); x < strip.width(); x += 9) {
+            on.drawLine(QPointF{x, strip.height() / 2}, QPointF{x + strip.height(), -strip.height() / 2});
+        }
+    });
+}
+
+void paintTape(QPainter& painter, QPointF middle, QSizeF size, double degrees, const QColor& colour,
+               const TapePattern& pattern) {
     painter.save();
     painter.translate(middle);
     painter.rotate(degrees);
@@ -155,13 +153,10 @@ void paintTape(QPainter& painter, QPointF middle, QSizeF size, double degrees, c
     painter.setOpacity(0.45);
     paintShadow(painter, outline, 0.45);
     painter.restore();
-    painter.fillPath(outline, faint(colour, 0.74));
+    painter.fillPath(outline, faint(lit(colour, 0.38), InLight::isLamp() ? 0.88 : 0.74));
     painter.save();
     painter.setClipPath(outline, Qt::IntersectClip);
-    painter.setPen(QPen{faint(tint::light, 0.30), 3.2});
-    for (double x = -size.width(); x < size.width(); x += 9) {
-        painter.drawLine(QPointF{x, size.height() / 2}, QPointF{x + size.height(), -size.height() / 2});
-    }
+    pattern(painter, size);
     painter.restore();
     QLinearGradient sheen{0, -size.height() / 2, 0, size.height() / 2};
     sheen.setColorAt(0, faint(tint::light, 0.42));
@@ -170,28 +165,6 @@ void paintTape(QPainter& painter, QPointF middle, QSizeF size, double degrees, c
     painter.fillPath(outline, sheen);
     paintGrain(painter, outline, 0.8);
     painter.restore();
-}
-
-void paintPin(QPainter& painter, QPointF middle, const QString& name) {
-    const QColor colour = pinColour(name);
-    QPainterPath base;
-    base.addEllipse(middle + QPointF{1.4, 2}, 8.4, 8.2);
-    paintShadow(painter, base, 0.75);
-    QRadialGradient skirt{middle + QPointF{-2, -2}, 13};
-    skirt.setColorAt(0, colour.lighter(112));
-    skirt.setColorAt(1, mixed(colour, tint::umber, 0.45));
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(skirt);
-    painter.drawEllipse(middle + QPointF{0.6, 0.9}, 9.6, 9.5);
-    QRadialGradient head{middle + QPointF{-3.2, -3.8}, 11};
-    head.setColorAt(0, mixed(colour, tint::light, 0.82));
-    head.setColorAt(0.32, mixed(colour, tint::light, 0.24));
-    head.setColorAt(0.75, colour);
-    head.setColorAt(1, mixed(colour, tint::umber, 0.28));
-    painter.setBrush(head);
-    painter.drawEllipse(middle + QPointF{-0.7, -0.9}, 7.2, 7.1);
-    painter.setBrush(faint(tint::light, 0.8));
-    painter.drawEllipse(middle + QPointF{-3.3, -3.9}, 1.7, 1.2);
 }
 
 } // namespace lumaro

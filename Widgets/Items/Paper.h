@@ -6,6 +6,8 @@
 #include <QtCore/QString>
 #include <QtGui/QColor>
 
+#include <functional>
+
 class QPainter;
 class QPainterPath;
 
@@ -21,8 +23,6 @@ struct PaperColours {
     double grain = 1;
 };
 
-/// The note papers: butter, blush, sage, sky, lilac, oat. Any other name is butter.
-PaperColours paperNamed(const QString& name);
 /// Cream card, as photos, tickets and cards are made of.
 const PaperColours& cardPaper();
 
@@ -38,7 +38,9 @@ void paintEdge(QPainter& painter, const QPainterPath& outline, double strength =
 /// A strip of washi tape about its middle, torn at both ends.
 void paintTape(QPainter& painter, QPointF middle, QSizeF size, double degrees, const QColor& colour);
 
-/// A pin seen from the front: brass, coral, mint or ink. Any other name is brass.
-void paintPin(QPainter& painter, QPointF middle, const QString& name);
+/// What is printed on a strip of tape that lies about the origin.
+using TapePattern = std::function<void(QPainter& painter, QSizeF strip)>;
+void paintTape(QPainter& painter, QPointF middle, QSizeF size, double degrees, const QColor& colour,
+               const TapePattern& pattern);
 
 } // namespace lumaro

@@ -26,9 +26,9 @@ QRectF pictureRect(QSizeF size) {
 // Film that shows nothing yet.
 void paintWaiting(QPainter& painter, const QRectF& rect, const QString& words) {
     QLinearGradient film{rect.topLeft(), rect.bottomRight()};
-    film.setColorAt(0, {236, 216, 190});
-    film.setColorAt(0.5, {220, 192, 162});
-    film.setColorAt(1, {198, 164, 138});
+    film.setColorAt(0, lit({236, 216, 190}, 0.70));
+    film.setColorAt(0.5, lit({220, 192, 162}, 0.70));
+    film.setColorAt(1, lit({198, 164, 138}, 0.70));
     painter.fillRect(rect, film);
     QRadialGradient glow{rect.center() - QPointF{0, rect.height() * 0.08}, rect.width() * 0.55};
     glow.setColorAt(0, faint(tint::light, 0.45));
@@ -68,6 +68,8 @@ void paintFace(QPainter& painter, const PhotoFace& face, QSizeF size) {
     } else {
         painter.fillRect(rect, QColor{214, 199, 178});
         paintPicture(painter, rect, picture);
+        // The lamp lights a picture a little less than the day; its colours stay what they are.
+        if (InLight::isLamp()) painter.fillRect(rect, faint(tint::umber, 0.14));
     }
     paintGloss(painter, rect);
     painter.setPen(tint::ink);

@@ -35,7 +35,7 @@ QImage dieCut(const QImage& motif) {
     Mask mask = Mask::of(motif);
     mask.blur(4.2 * density);
     mask.sharpen(0.075, 0.105);
-    return mask.tinted({255, 252, 244});
+    return mask.tinted(lit({255, 252, 244}, 0.30));
 }
 
 QImage motifLayer(const StickerFace& face, QSizeF size) {
@@ -56,7 +56,7 @@ QImage blankLayer(const StickerFace& face, QSizeF size) {
     const double side = std::min(size.width(), size.height()) - 2 * edge;
     const QRectF round = QRectF{(size.width() - side) / 2, (size.height() - side) / 2, side, side};
     painter.setPen(Qt::NoPen);
-    painter.setBrush(QColor{236, 222, 200});
+    painter.setBrush(lit({236, 222, 200}, 0.70));
     painter.drawEllipse(round);
     painter.setPen(tint::ink);
     drawLines(painter, round.adjusted(16, 0, -16, 0), Qt::AlignCenter, face.words, hand(28), 3);

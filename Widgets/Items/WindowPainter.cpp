@@ -38,9 +38,8 @@ QPointF plantFoot(QSizeF size) {
     return {size.width() - 52, sillY + 3};
 }
 
-const PaperColours& paintedWood() {
-    static const PaperColours wood{{255, 252, 244}, {250, 243, 229}, {230, 217, 194}, tint::ink, tint::coral};
-    return wood;
+PaperColours paintedWood() {
+    return {lit({255, 252, 244}, 0.62), lit({250, 243, 229}, 0.64), lit({230, 217, 194}, 0.66), tint::ink, tint::coral};
 }
 
 // Where the room's light does not reach: along the upper and the left beam.
@@ -73,9 +72,9 @@ void paintReflection(QPainter& painter, const QRectF& glass) {
 void paintBeam(QPainter& painter, const QRectF& rect) {
     const bool isUpright = rect.height() > rect.width();
     QLinearGradient round{rect.topLeft(), isUpright ? rect.topRight() : rect.bottomLeft()};
-    round.setColorAt(0, {255, 252, 244});
-    round.setColorAt(0.5, {249, 241, 226});
-    round.setColorAt(1, {222, 207, 182});
+    round.setColorAt(0, lit({255, 252, 244}, 0.62));
+    round.setColorAt(0.5, lit({249, 241, 226}, 0.64));
+    round.setColorAt(1, lit({222, 207, 182}, 0.66));
     painter.fillRect(rect.translated(1.6, 2.2), faint(tint::umber, 0.17));
     painter.fillRect(rect, round);
 }
@@ -119,8 +118,8 @@ void paintBlind(QPainter& painter, const QRectF& glass, const QString& words) {
     const QRectF cloth{glass.left(), glass.top(), glass.width(), glass.height() - 15};
     painter.fillRect(cloth.translated(0, 4), faint(tint::umber, 0.16));
     QLinearGradient linen{cloth.topLeft(), cloth.bottomRight()};
-    linen.setColorAt(0, {246, 232, 208});
-    linen.setColorAt(1, {228, 208, 178});
+    linen.setColorAt(0, lit({246, 232, 208}, 0.68));
+    linen.setColorAt(1, lit({228, 208, 178}, 0.68));
     painter.fillRect(cloth, linen);
     QPainterPath outline;
     outline.addRect(cloth);

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Lumaro/Model/Board/LiveBoard.h"
 
-#include "Lumaro/Model/Board/BoardNews.h"
 #include "Lumaro/Model/Board/StarterBoard.h"
 #include "LumaroCore/BoardLogic/Edits.h"
 #include "LumaroCore/BoardLogic/Expiry.h"
 #include "LumaroCore/BoardModel/Media.h"
+#include "LumaroCore/Presence/Pomodoro.h"
 #include "LumaroCore/Support/Mutant.h"
 #include "LumaroCore/Support/Wire.h"
 
@@ -34,7 +34,8 @@ LiveBoard::LiveBoard(std::string folder, Ports ports, BoardState& state, Neighbo
     : ports_(ports), state_(state), neighbours_(std::move(neighbours)),
       store_(std::move(folder), {ports.files, ports.sleeper, ports.background, ports.log}),
       falling_(ports.sleeper, [this] { show(); }), expiry_(ports.sleeper, ports.clock, [this] { takeExpiredDown(); }),
-      bell_(ports.sleeper, ports.clock, [this](Instant end) { ring(end); }) {
+      bell_(ports.sleeper, ports.clock, [this](Instant end) { ring(end); }),
+      told_({ports.notifications, ports.defaults}, neighbours_.answered) {
     shared_ = SharedBoard{starterBoard(now()), {}, now()};
     show();
 }
@@ -67,6 +68,7 @@ void LiveBoard::forget() {
     arrivalClearTask_.reset();
     expiry_.stop();
     bell_.stop();
+    told_.forget();
     isStarter_ = true;
     shared_ = SharedBoard{starterBoard(now()), {}, now()};
     show();
@@ -133,11 +135,13 @@ void LiveBoard::take(const ServerMessage::Welcome& welcome) {
     changedByOthers(before);
 }
 
-void LiveBoard::take(const ServerMessage::Ops& relayed, const std::string& partnerName) {
+void LiveBoard::take(const ServerMessage::Ops& relayed) {
     const Board before = board();
     shared_.applyRemote(relayed.ops, now());
     changedByOthers(before);
-    if (token_ && relayed.author != token_->slot) welcomeItems(before, partnerName);
+    if (!token_ || relayed.author == token_->slot) return;
+    neighbours_.announcer.did(deedsBetween(before, board()));
+    welcomeItems(before);
 }
 
 void LiveBoard::take(const ServerMessage::Ack& ack) {
@@ -197,7 +201,7 @@ void LiveBoard::letFall(const Board& before) {
     for (const auto* const item : onlyIn(board(), before)) falling_.remove(item->id);
 }
 
-void LiveBoard::welcomeItems(const Board& before, const std::string& partnerName) {
+void LiveBoard::welcomeItems(const Board& before) {
     const auto added = onlyIn(board(), before);
     if (added.empty()) return;
     std::erase_if(state_.arriving, [this](const UUID& id) { return board().find(id) == nullptr; });
@@ -207,13 +211,12 @@ void LiveBoard::welcomeItems(const Board& before, const std::string& partnerName
         neighbours_.announcer.changed(AppChange::board);
     });
     neighbours_.announcer.changed(AppChange::board);
-    if (!ports_.defaults.boolean("notifiesOfItems").value_or(true)) return;
-    auto notification = newsOf(added, board(), partnerName);
+    std::optional<std::string> picturePath;
     for (const auto* const item : added) {
         const auto id = mediumOf(item->payload);
-        if (id && !notification.picturePath) notification.picturePath = neighbours_.media.pathOf(*id);
+        if (id && !picturePath) picturePath = neighbours_.media.pathOf(*id);
     }
-    ports_.notifications.post(std::move(notification));
+    told_.tellOfItems(added, board(), neighbours_.partnerName, std::move(picturePath));
 }
 
 // As time passes.
@@ -228,9 +231,14 @@ void LiveBoard::takeExpiredDown() {
 }
 
 void LiveBoard::ring(Instant end) {
-    if (state_.lastBlockRang == end) return;
+    if (state_.lastBlockRang == end || !token_) return;
     state_.lastBlockRang = end;
     if (ports_.defaults.boolean("playsSounds").value_or(true)) ports_.sounds.play("Glass");
+    const auto ended = std::ranges::find_if(board().items, [&](const BoardItem& item) {
+        const auto* const timer = item.payload.as<PomodoroPayload>();
+        return timer != nullptr && Pomodoro::endsAt(*timer) == end && Pomodoro::includes(*timer, token_->slot);
+    });
+    if (ended != board().items.end()) told_.tellOfBlock(*ended, neighbours_.partnerName);
     neighbours_.announcer.changed(AppChange::board);
 }
 

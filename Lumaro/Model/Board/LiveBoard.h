@@ -2,6 +2,7 @@
 #pragma once
 
 #include "Lumaro/Model/Board/BlockBell.h"
+#include "Lumaro/Model/Board/BoardNotifications.h"
 #include "Lumaro/Model/Board/BoardStore.h"
 #include "Lumaro/Model/Board/EditableBoard.h"
 #include "Lumaro/Model/Board/ExpiryWatch.h"
@@ -63,6 +64,9 @@ public:
         Announcer& announcer;
         /// The board changed, and not by an act of the editor, which sees its own.
         std::function<void()> changedByOthers;
+        /// What the person wants of an item that they were notified of.
+        std::function<void(const NewsAnswer&)> answered;
+        const std::string& partnerName;
     };
 
     /// `folder` is that of the snapshots. Hangs up what greets people who are on no board.
@@ -87,8 +91,7 @@ public:
     /// The line is there, and these waited from before.
     void opened(std::vector<PendingBatch> waiting);
     void take(const ServerMessage::Welcome& welcome);
-    /// `partnerName` is what people are told of who put things up.
-    void take(const ServerMessage::Ops& relayed, const std::string& partnerName);
+    void take(const ServerMessage::Ops& relayed);
     void take(const ServerMessage::Ack& ack);
     void take(const ServerMessage::Thread& thread);
 
@@ -96,6 +99,8 @@ public:
     void takeDownPicture(const UUID& mediaId);
     /// The computer slept, or the clock was set.
     void lookAtClock();
+    /// The person looks at the board, or no longer.
+    void setLooking(bool isLooking) { told_.setLooking(isLooking); }
     /// Writes what is not on disk yet.
     void flush() { store_.flush(); }
 
@@ -105,7 +110,7 @@ private:
     void changedByOthers(const Board& before);
     void show();
     void letFall(const Board& before);
-    void welcomeItems(const Board& before, const std::string& partnerName);
+    void welcomeItems(const Board& before);
     void takeExpiredDown();
     void ring(Instant end);
 
@@ -119,6 +124,7 @@ private:
     FallingItems falling_;
     ExpiryWatch expiry_;
     BlockBell bell_;
+    BoardNotifications told_;
     std::unique_ptr<Sleeper::Wait> arrivalClearTask_;
 };
 

@@ -4,15 +4,32 @@
 #include "Lumaro/Model/Editor/EditorOps.h"
 #include "LumaroCore/Support/Overloaded.h"
 
+#include <algorithm>
 #include <cmath>
 #include <map>
 #include <utility>
 
 namespace lumaro {
+namespace {
+
+Board unlocked(Board board, const UUID& id) {
+    const auto item = std::ranges::find(board.items, id, &BoardItem::id);
+    if (item != board.items.end()) item->isLocked = false;
+    return board;
+}
+
+} // namespace
+
 std::optional<Draft> Draft::of(const Board& shown, const UUID& id) {
     auto held = EditorOps::withDoodles(shown, id);
     if (held.empty()) return std::nullopt;
     return Draft{std::move(held)};
+}
+
+Draft Draft::ofNew(BoardItem item) {
+    Draft draft{{std::move(item)}};
+    draft.isNew_ = true;
+    return draft;
 }
 
 std::vector<BoardItem> Draft::items() const {
@@ -58,8 +75,20 @@ Draft::Done Draft::changePayload(Payload payload) {
     return {};
 }
 
+Draft::Done Draft::changeLook(std::optional<std::string> paper, std::optional<std::string> pin) {
+    const auto* const note = held_.front().payload.as<NotePayload>();
+    if (note == nullptr) return std::unexpected(EditFault::wrongKind);
+    auto changed = *note;
+    if (paper) changed.paper = std::move(*paper);
+    if (pin) changed.pin = std::move(*pin);
+    held_.front().payload = Payload{std::move(changed)};
+    return {};
+}
+
 void Draft::follow(const Board& shown) {
     auto held = EditorOps::withDoodles(shown, id());
+    if (isNew_ && held.empty()) return;
+    isNew_ = false;
     isGone_ = held.empty();
     if (!isGone_) held_ = std::move(held);
 }
@@ -77,15 +106,23 @@ Edits::Result Draft::placing(const Board& board, Hand hand) const {
 
 Edits::Result Draft::contentOps(const Board& board, Hand hand) const {
     if (!content_) return std::vector<Op>{};
-    return std::visit(
-        Overloaded{[&](const PMNode& text) { return Edits::changeText(board, id(), text, hand); },
-                   [&](const Payload& payload) { return Edits::changePayload(board, id(), payload, hand); }},
+    auto ops = std::visit(
+        Overloaded{
+            [&](const PMNode& text) { return Edits::changeText(unlocked(board, id()), id(), text, hand); },
+            [&](const Payload& payload) { return Edits::changePayload(unlocked(board, id()), id(), payload, hand); }},
         *content_);
+    if (!ops) return ops;
+    for (auto& op : *ops) std::get<Upsert>(op.value).item.isLocked = board.find(id())->isLocked;
+    return ops;
 }
 
 Edits::Result Draft::writing(const Board& board, Hand hand) const {
     if (!hasUnwritten()) return std::vector<Op>{};
     return contentOps(board, hand);
+}
+
+Edits::Result Draft::puttingUp(const Board& board, Hand hand) const {
+    return EditorOps::putUpAnew(board, items(), {}, hand);
 }
 
 Edits::Result Draft::puttingBack(const Board& board, UUIDSource& ids, Hand hand) const {

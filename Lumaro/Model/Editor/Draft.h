@@ -6,6 +6,7 @@
 
 #include <expected>
 #include <optional>
+#include <string>
 #include <variant>
 #include <vector>
 
@@ -21,12 +22,16 @@ public:
 
     /// None when the item is not on the board.
     static std::optional<Draft> of(const Board& shown, const UUID& id);
+    /// Of an item that is on no board yet.
+    static Draft ofNew(BoardItem item);
 
     const UUID& id() const { return held_.front().id; }
     /// The item as the hand shows it, then the doodles drawn on it, which go with it. Author and instants mean nothing.
     std::vector<BoardItem> items() const;
     /// Whether it was taken down meanwhile.
     bool isGone() const { return isGone_; }
+    /// Whether no board has had it yet.
+    bool isNew() const { return isNew_; }
     /// Whether it holds a text or payload that is not written yet.
     bool hasUnwritten() const { return content_.has_value() && !isWritten_; }
 
@@ -39,6 +44,8 @@ public:
     Done resizeTo(double scale);
     Done changeText(PMNode text);
     Done changePayload(Payload payload);
+    /// Another paper or pin for a new note; its text stays what was typed.
+    Done changeLook(std::optional<std::string> paper, std::optional<std::string> pin);
 
     /// The board changed.
     void follow(const Board& shown);
@@ -54,6 +61,8 @@ public:
     /// Text or payload are the board's again.
     void dropContent() { content_.reset(); }
 
+    /// Puts a new item up as the hand shows it.
+    Edits::Result puttingUp(const Board& board, Hand hand) const;
     /// Puts the item up anew as the hand shows it, with the doodles that were on it. What the board remembers to have
     /// buried comes back under its id, later than its tombstone. The tombstone of another is known to the room alone
     /// and might be later than any instant known here, so that the room would refuse it: it gets a new id. The first op
@@ -63,6 +72,8 @@ public:
 private:
     explicit Draft(std::vector<BoardItem> held) : held_(std::move(held)) {}
 
+    /// A lock that came while somebody wrote takes no text from them: what is in the hand is finished, and stays
+    /// locked.
     Edits::Result contentOps(const Board& board, Hand hand) const;
 
     std::vector<BoardItem> held_; // as the board last had them, the item first
@@ -71,6 +82,7 @@ private:
     bool isWritten_ = false;
     bool isTouched_ = false;
     bool isGone_ = false;
+    bool isNew_ = false;
 };
 
 } // namespace lumaro

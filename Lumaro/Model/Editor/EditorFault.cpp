@@ -14,6 +14,7 @@ std::string_view wordsFor(EditFault fault) {
     case EditFault::wrongKind: return "that doesn't go with this one";
     case EditFault::cannotResize: return "this one keeps its size";
     case EditFault::notFinite: return "that's nowhere on the window";
+    case EditFault::locked: return "it's locked — unlock it first";
     }
     std::unreachable();
 }

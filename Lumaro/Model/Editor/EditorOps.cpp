@@ -4,6 +4,7 @@
 #include "LumaroCore/BoardLogic/EditParts.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace lumaro::EditorOps {
@@ -56,18 +57,46 @@ Edits::Result putUpAnew(const Board& board, std::span<const BoardItem> items, co
     return ops;
 }
 
-Point duplicateOffset(const Board& board, const BoardItem& item) {
+Edits::Result putUpInk(const Board& board, const UUID& id, PlacedDoodle ink, Hand hand) {
+    auto put = Edits::putUp(board, id, Payload{std::move(ink.payload)}, ink.center, hand);
+    if (put) std::get<Upsert>(put->front().value).item.rotationDegrees = 0;
+    return put;
+}
+
+Point duplicateOffset(const Board& board, std::span<const UUID> ids) {
+    std::vector<Point> places;
+    for (const auto& id : ids) {
+        if (const auto* const item = board.find(id)) places.push_back(item->center);
+    }
+    const auto areOnCanvas = [&](Point offset) {
+        return std::ranges::all_of(places, [&](Point place) { return isOnCanvas(place + offset); });
+    };
+    const auto hides = [&](const BoardItem& other, Point offset) {
+        return std::ranges::any_of(
+            places, [&](Point place) { return distance(other.center, place + offset) < duplicateReach; });
+    };
+    if (places.empty()) return {};
     // Towards the far corner, and back from where the canvas ends.
     for (const double direction : {1.0, -1.0}) {
-        for (int steps = 1; isOnCanvas(item.center + duplicateStep * (direction * steps)); ++steps) {
+        for (int steps = 1; areOnCanvas(duplicateStep * (direction * steps)); ++steps) {
             const Point offset = duplicateStep * (direction * steps);
-            const auto hides = [&](const BoardItem& other) {
-                return distance(other.center, item.center + offset) < duplicateReach;
-            };
-            if (std::ranges::none_of(board.items, hides)) return offset;
+            if (std::ranges::none_of(board.items, [&](const BoardItem& other) { return hides(other, offset); })) {
+                return offset;
+            }
         }
     }
     return {};
+}
+
+std::vector<BoardItem> fromBackToFront(const Board& board, std::span<const UUID> ids) {
+    std::vector<const BoardItem*> order;
+    for (const auto& item : board.items) {
+        if (std::ranges::find(ids, item.id) != ids.end()) order.push_back(&item);
+    }
+    std::ranges::stable_sort(order, {}, &BoardItem::z);
+    std::vector<BoardItem> items;
+    for (const auto* const item : order) std::ranges::move(withDoodles(board, item->id), std::back_inserter(items));
+    return items;
 }
 
 } // namespace lumaro::EditorOps

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "LumaroCore/BoardLogic/Edits.h"
+#include "LumaroCore/Geometry/Doodle.h"
 
 #include <map>
 #include <optional>
@@ -19,8 +20,12 @@ std::vector<BoardItem> withDoodles(const Board& board, const UUID& id);
 /// get another one; doodles on them are drawn on the new one.
 Edits::Result putUpAnew(const Board& board, std::span<const BoardItem> items, const std::map<UUID, UUID>& names,
                         Hand hand);
-/// How far from an item its duplicate is put up: a step aside, as many as it takes to cover no other's middle.
-Point duplicateOffset(const Board& board, const BoardItem& item);
+/// Ink stays where and as it was drawn: it has no tilt of its own.
+Edits::Result putUpInk(const Board& board, const UUID& id, PlacedDoodle ink, Hand hand);
+/// How far from these items their duplicates are put up: a step aside, as many as it takes to cover no other's middle.
+Point duplicateOffset(const Board& board, std::span<const UUID> ids);
+/// The items and the doodles on them from back to front, a doodle after what it is drawn on.
+std::vector<BoardItem> fromBackToFront(const Board& board, std::span<const UUID> ids);
 
 } // namespace EditorOps
 } // namespace lumaro

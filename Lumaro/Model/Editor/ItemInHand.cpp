@@ -2,6 +2,7 @@
 #include "Lumaro/Model/Editor/ItemInHand.h"
 
 #include "LumaroCore/Support/Mutant.h"
+#include "LumaroCore/Support/Unicode.h"
 
 #include <string>
 #include <utility>
@@ -16,7 +17,8 @@ constexpr std::string_view takenDownText = "it was taken down while you had it â
 } // namespace
 
 void ItemInHand::select(std::optional<UUID> id) {
-    selection_ = id && acts_.board().find(*id) != nullptr ? id : std::nullopt;
+    const bool isThere = id && (acts_.board().find(*id) != nullptr || (isNew() && draft_->id() == *id));
+    selection_ = isThere ? id : std::nullopt;
     acts_.announce();
 }
 
@@ -47,15 +49,21 @@ void ItemInHand::drop() {
     isEditing_ = false;
 }
 
+EditorDone ItemInHand::letGoOfOther(const UUID& id) {
+    if (!draft_ || draft_->id() == id) return {};
+    isGesture_ = false;
+    isEditing_ = false;
+    auto let = settle();
+    // A text that was refused stays in the hand. What is gone was only on offer.
+    if (draft_ && !draft_->isGone()) return let;
+    drop();
+    return {};
+}
+
 EditorDone ItemInHand::takeInHand(const UUID& id) {
-    if (draft_ && draft_->id() != id) {
-        isGesture_ = false;
-        isEditing_ = false;
-        auto let = settle();
-        // A text that was refused stays in the hand. What is gone was only on offer.
-        if (draft_ && !draft_->isGone()) return let;
-        drop();
-    }
+    if (auto let = letGoOfOther(id); draft_ && draft_->id() != id) return let;
+    const auto* const item = acts_.board().find(id);
+    if (!draft_ && item != nullptr && Edits::isLocked(acts_.board(), *item)) return std::unexpected(EditFault::locked);
     if (!draft_) draft_ = Draft::of(acts_.board(), id);
     if (!draft_) return std::unexpected(EditFault::noSuchItem);
     selection_ = id;
@@ -65,6 +73,7 @@ EditorDone ItemInHand::takeInHand(const UUID& id) {
 EditorDone ItemInHand::settle() {
     pause_.reset();
     if (!draft_ || draft_->isGone()) return {};
+    if (draft_->isNew()) return settleNew();
     EditorDone placed;
     if (!isGesture_) {
         placed = doneOf(acts_.perform(draft_->placing(acts_.board(), acts_.hand())));
@@ -78,6 +87,29 @@ EditorDone ItemInHand::settle() {
     return placed;
 }
 
+EditorDone ItemInHand::settleNew() {
+    const auto note = draft_->items().front();
+    if (isEditing_ || isGesture_) {
+        tellNewNote_(&note);
+        return {};
+    }
+    const auto* const written = note.payload.as<NotePayload>();
+    EditorDone up;
+    if (written != nullptr && !isBlank(written->pm.plainText())) {
+        up = doneOf(acts_.perform(draft_->puttingUp(acts_.board(), acts_.hand())));
+    } else if (selection_ == note.id) {
+        selection_.reset();
+    }
+    if (!up) {
+        isEditing_ = true;
+        tellNewNote_(&note);
+        return up;
+    }
+    drop();
+    tellNewNote_(nullptr);
+    return up;
+}
+
 void ItemInHand::settleAfterPause() {
     pause_ = sleeper_.wait(typingPause, [this] {
         const Update update{acts_.announcer()};
@@ -86,7 +118,7 @@ void ItemInHand::settleAfterPause() {
 }
 
 EditorDone ItemInHand::writeContent() {
-    if (!draft_ || draft_->isGone()) return {};
+    if (!draft_ || draft_->isGone() || draft_->isNew()) return {};
     auto written = doneOf(acts_.perform(draft_->writing(acts_.board(), acts_.hand()), session_));
     if (written && draft_) draft_->setWritten();
     return written;
@@ -149,6 +181,22 @@ EditorDone ItemInHand::beginEditing(const UUID& id) {
     return acts_.conclude(std::move(taken));
 }
 
+EditorDone ItemInHand::beginNote(BoardItem note) {
+    const Update update{acts_.announcer()};
+    auto let = letGoOfOther(note.id);
+    if (draft_) return acts_.conclude(std::move(let));
+    selection_ = note.id;
+    draft_ = Draft::ofNew(std::move(note));
+    isEditing_ = true;
+    ++session_;
+    return acts_.conclude(EditorDone{});
+}
+
+EditorDone ItemInHand::changeLook(std::optional<std::string> paper, std::optional<std::string> pin) {
+    if (isNew()) settleAfterPause();
+    return changeInHand(isNew(), [&](Draft& draft) { return draft.changeLook(std::move(paper), std::move(pin)); });
+}
+
 template <class Change>
 EditorDone ItemInHand::changeContent(Change change) {
     if (isEditing_) settleAfterPause();
@@ -172,6 +220,10 @@ EditorDone ItemInHand::endEditing() {
 
 void ItemInHand::cancel() {
     const Update update{acts_.announcer()};
+    if (isNew()) {
+        if (selection_ == draft_->id()) selection_.reset();
+        tellNewNote_(nullptr);
+    }
     drop();
     // What was only on offer is not on the board.
     follow(By::oneself);

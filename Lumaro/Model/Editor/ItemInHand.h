@@ -8,8 +8,11 @@
 
 #include <chrono>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
+#include <string>
+#include <utility>
 
 namespace lumaro {
 
@@ -34,6 +37,8 @@ public:
     bool isEditing() const { return isEditing_; }
     bool isBusy() const { return isGesture_ || isEditing_; }
     bool hasUnwritten() const { return draft_ && draft_->hasUnwritten(); }
+    /// Whether a note is being written that no board has had yet. The partner sees nothing of it before it is let go.
+    bool isNew() const { return draft_ && draft_->isNew(); }
 
     void select(std::optional<UUID> id);
 
@@ -45,6 +50,11 @@ public:
     EditorDone endGesture();
 
     EditorDone beginEditing(const UUID& id);
+    /// Takes a note in the hand that is on no board, to be written on. When the hand lets go of it, it goes up if it
+    /// has text in it, as one act, and else is gone.
+    EditorDone beginNote(BoardItem note);
+    /// Another paper or pin for the new note.
+    EditorDone changeLook(std::optional<std::string> paper, std::optional<std::string> pin);
     EditorDone changeText(PMNode text);
     EditorDone changePayload(Payload payload);
     /// Writes what is not written yet. When that is refused the editing goes on, so that nothing typed is lost.
@@ -57,6 +67,12 @@ public:
 
     // For the editor, which tells of it.
 
+    /// Hears of the new note at each pause of the typing, and with none when there is none any more.
+    using NewNote = std::function<void(const BoardItem* note)>;
+    void onNewNote(NewNote tell) { tellNewNote_ = std::move(tell); }
+    /// There is none any more, though none was in the hand.
+    void forgetNewNote() { tellNewNote_(nullptr); }
+
     enum class By : std::uint8_t { oneself, others };
     /// The shown board changed.
     void follow(By by);
@@ -66,6 +82,7 @@ public:
     void showBoardsContent();
 
 private:
+    EditorDone letGoOfOther(const UUID& id);
     EditorDone takeInHand(const UUID& id);
     template <class Change>
     EditorDone changeInHand(bool isHeld, Change change);
@@ -73,6 +90,7 @@ private:
     EditorDone changeContent(Change change);
     EditorDone writeContent();
     EditorDone settle();
+    EditorDone settleNew();
     void settleAfterPause();
     void drop();
 
@@ -85,6 +103,7 @@ private:
     bool isEditing_ = false;
     std::uint64_t session_ = 0; // acts of one text editing are one step
     std::unique_ptr<Sleeper::Wait> pause_;
+    NewNote tellNewNote_ = [](const BoardItem*) {};
 };
 
 } // namespace lumaro

@@ -22,19 +22,24 @@ public:
     const std::optional<DoodleSession>& session() const { return session_; }
 
     /// New ink, on an item or on the glass.
-    void begin(std::optional<UUID> surface);
+    EditorDone begin(std::optional<UUID> surface);
     /// A doodle of the board.
     EditorDone edit(const UUID& id);
-    EditorDone down(Point place, DoodleSession::Pen pen);
-    void moveTo(Point place);
+    EditorDone down(Point place, DoodleSession::Pen pen, DoodleSession::Touch touch = {});
+    void moveTo(Point place, DoodleSession::Touch touch = {});
     void up();
     void eraseAlong(Point from, Point to, double radius);
+    /// Stroke by stroke; nothing where there is none to take back, or to do again.
+    void undo();
+    void redo();
     /// Puts the ink up as one act. When that is refused the session goes on, so that no ink is lost.
     EditorDone finish();
     /// Lets go of the ink.
     void cancel();
 
 private:
+    bool isLocked(const UUID& id) const;
+
     EditorActs& acts_;
     UUIDSource& ids_;
     std::optional<DoodleSession> session_;

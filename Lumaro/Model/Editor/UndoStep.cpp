@@ -55,10 +55,19 @@ bool lacksItsSurface(const UndoStep& step, const ItemChange& change, const Board
     return std::ranges::none_of(step.items, comesBack);
 }
 
+// What was locked since, or is drawn on what was, stays as it is; a lock itself is the step's to take back.
+bool isUnderALock(const UndoStep& step, const ItemChange& change, const Board& board) {
+    const auto* const item = board.find(change.id);
+    const auto& payload = item != nullptr ? item->payload : change.before ? change.before->payload : Payload{};
+    const auto* const doodle = payload.as<DoodlePayload>();
+    return doodle != nullptr && doodle->on && !touches(step, *doodle->on) && Edits::isOnLocked(board, payload);
+}
+
 std::optional<UndoFault> obstacle(const UndoStep& step, const Board& board, Instant now) {
     if (step.background && step.background->after != board.background) return UndoFault::changedSince;
     for (const auto& change : step.items) {
-        if (!isAsLeft(change, board) || wasDrawnOnSince(step, change, board) || lacksItsSurface(step, change, board)) {
+        if (!isAsLeft(change, board) || wasDrawnOnSince(step, change, board) || lacksItsSurface(step, change, board) ||
+            isUnderALock(step, change, board)) {
             return UndoFault::changedSince;
         }
     }

@@ -37,14 +37,26 @@ void Invitations::mintCode() {
 }
 
 void Invitations::mintLink() {
+    askForLink(false);
+}
+
+// A call that is under way brings the link, or ends it.
+void Invitations::checkLink() {
+    if (state_.boardLink && !linksCall_) askForLink(true);
+}
+
+void Invitations::askForLink(bool isQuiet) {
     if (!neighbours_.who.token) return;
     state_.linkFailure.reset();
     linksCall_ = neighbours_.service.client().mintLink(
-        *neighbours_.who.token, neighbours_.myName, [this](const std::expected<Invite, PairingFailure>& invite) {
+        *neighbours_.who.token, neighbours_.myName,
+        [this, isQuiet](const std::expected<Invite, PairingFailure>& invite) {
+            const auto call = std::move(linksCall_);
             const Announcer::Update update{neighbours_.announcer};
-            if (!invite) return linkFailed(invite.error());
-            if (neighbours_.who.token)
-                keepLink(BoardLink{neighbours_.who.token->coupleId, invite->inviteId, invite->link});
+            if (!invite) return isQuiet ? void() : linkFailed(invite.error());
+            if (!neighbours_.who.token) return;
+            const BoardLink link{neighbours_.who.token->coupleId, invite->inviteId, invite->link};
+            if (state_.boardLink != link) keepLink(link);
         });
 }
 
@@ -53,11 +65,20 @@ void Invitations::resetLinks() {
     state_.linkFailure.reset();
     linksCall_ = neighbours_.service.client().resetLinks(*neighbours_.who.token,
                                                          [this](const std::expected<void, PairingFailure>& reset) {
+                                                             const auto call = std::move(linksCall_);
                                                              const Announcer::Update update{neighbours_.announcer};
-                                                             if (!reset) return linkFailed(reset.error());
-                                                             keepLink(std::nullopt);
-                                                             mintLink();
+                                                             reset ? replaced() : linkFailed(reset.error());
                                                          });
+}
+
+// A code that is on its way may have been made before the others ended.
+void Invitations::replaced() {
+    const Announcer::Update update{neighbours_.announcer};
+    const bool isMinting = state_.isMintingCode;
+    forgetCode();
+    keepLink(std::nullopt);
+    mintLink();
+    if (isMinting) mintCode();
 }
 
 void Invitations::linkFailed(const PairingFailure& why) {

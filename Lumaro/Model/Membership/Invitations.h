@@ -43,10 +43,15 @@ public:
     ~Invitations() = default;
 
     void mintCode();
-    /// Makes another link; those that are out stay good.
+    /// Asks for the board's link; those that are out stay good.
     void mintLink();
-    /// Ends the board's link and makes another.
+    /// Somebody looks at the link: the partner's device may have replaced it. Nothing is said when the service cannot
+    /// be asked.
+    void checkLink();
+    /// Ends the board's links and codes, and makes another link.
     void resetLinks();
+    /// The service has ended the board's links and codes: none is shown any more, and another link is made.
+    void replaced();
     void keepLink(std::optional<BoardLink> link);
     /// Secrets have another place now.
     void keepLinkAgain();
@@ -54,6 +59,7 @@ public:
     void forgetCode();
 
 private:
+    void askForLink(bool isQuiet);
     void linkFailed(const PairingFailure& why);
     KeychainStore keychain() const { return neighbours_.membership.keychain(); }
 

@@ -10,39 +10,61 @@ namespace lumaro {
 
 // A line for each board: the server, a space, the token.
 
-void Leaving::tellWhatIsKept() {
+void Leaving::tellWhatIsKept(const std::optional<CoupleToken>& own) {
     if (std::exchange(isRead_, true)) return;
     readTask_ = inBackground(
         ports_.background, [keychain = membership_.keychain()] { return keychain.read(KeychainAccount::leaving); },
-        [this](const ReadResult& read) {
+        [this, own](const ReadResult& read) {
             const auto* const found = std::get_if<ReadResult::Found>(&read.value);
             if (found == nullptr) return;
+            bool isStale = isWritten_;
             std::istringstream lines{found->data};
             for (std::string line; std::getline(lines, line);) {
                 const auto space = std::min(line.find(' '), line.size());
                 auto token = CoupleToken::parse(line.substr(space));
-                if (token) add(line.substr(0, space), std::move(*token));
+                if (token && own == *token) {
+                    isStale = true;
+                } else if (token && !find(*token)) {
+                    ask(add(line.substr(0, space), std::move(*token)));
+                }
             }
-            if (isWritten_) keep();
+            if (isStale) keep();
         });
 }
 
 void Leaving::tell(const CoupleToken& token, const std::string& serverURL) {
-    add(serverURL, token);
+    auto* const known = find(token);
+    auto& board = known != nullptr ? *known : add(serverURL, token);
+    board.isIntended = false;
+    if (!board.call) ask(board);
+    keep();
+}
+
+void Leaving::intend(const CoupleToken& token, const std::string& serverURL) {
+    if (find(token) != nullptr) return;
+    add(serverURL, token).isIntended = true;
+    keep();
+}
+
+void Leaving::callOff(const CoupleToken& token) {
+    std::erase_if(boards_, [&](const Board& board) { return board.isIntended && board.token == token; });
     keep();
 }
 
 void Leaving::retryNow() {
     for (auto& board : boards_) {
-        if (!board.call) ask(board);
+        if (!board.call && !board.isIntended) ask(board);
     }
 }
 
-void Leaving::add(std::string serverURL, CoupleToken token) {
-    if (std::ranges::any_of(boards_, [&](const Board& board) { return board.token == token; })) return;
+Leaving::Board* Leaving::find(const CoupleToken& token) {
+    const auto board = std::ranges::find(boards_, token, &Board::token);
+    return board == boards_.end() ? nullptr : &*board;
+}
+
+Leaving::Board& Leaving::add(std::string serverURL, CoupleToken token) {
     if (boards_.size() == maxBoards) boards_.erase(boards_.begin());
-    boards_.push_back({std::move(serverURL), std::move(token), nullptr});
-    ask(boards_.back());
+    return boards_.emplace_back(std::move(serverURL), std::move(token), nullptr);
 }
 
 void Leaving::ask(Board& board) {

@@ -8,6 +8,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -33,8 +34,13 @@ public:
     ~Leaving() = default;
 
     void tell(const CoupleToken& token, const std::string& serverURL);
-    /// Says again what an earlier run of the program could not.
-    void tellWhatIsKept();
+    /// Another board's key takes the place of this one's: kept from now on, told with `tell`.
+    void intend(const CoupleToken& token, const std::string& serverURL);
+    /// The board is not left after all.
+    void callOff(const CoupleToken& token);
+    /// Says again what an earlier run of the program could not. The board of `own`, which this device is on, was to be
+    /// left and is not.
+    void tellWhatIsKept(const std::optional<CoupleToken>& own);
     /// The network changed or the computer woke.
     void retryNow();
 
@@ -43,9 +49,11 @@ private:
         std::string serverURL;
         CoupleToken token;
         PairingClient::Call call; ///< under way
+        bool isIntended = false;  ///< nobody is told yet
     };
 
-    void add(std::string serverURL, CoupleToken token);
+    Board* find(const CoupleToken& token);
+    Board& add(std::string serverURL, CoupleToken token);
     void ask(Board& board);
     void answered(const CoupleToken& token, const std::expected<void, PairingFailure>& left);
     void keep();

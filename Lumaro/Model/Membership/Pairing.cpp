@@ -14,16 +14,12 @@ namespace {
 constexpr Seconds greetingSpan{6};
 // Of a name that a server says; it is asked before the person has chosen to trust it.
 constexpr std::size_t maxNameCharacters = 64;
+constexpr std::string_view noLinkYet = "paste the link they sent you, and in you come.";
+constexpr std::string_view noLink = "that's no lumaro link. paste the whole message they sent you?";
 constexpr std::string_view onBoardAlready = "you're on a board already; leave it first";
 
 /// Keys that were used once.
 constexpr std::array<std::string_view, 2> retiredKeys{"openInvite", "needsInviteNudge"};
-
-PairingFailure failureOf(PairingFailure::Case kind) {
-    PairingFailure failure;
-    failure.kind = kind;
-    return failure;
-}
 
 } // namespace
 
@@ -149,25 +145,47 @@ void Pairing::joinByCode(std::string_view typed, JoinTerms terms) {
     auto code = normalizeCode(typed);
     if (code.size() < joinCodeLength) return enter(PairingPhase::Failed{"a code is six digits."});
     whenRestored([this, code = std::move(code), terms = std::move(terms)]() mutable {
-        if (neighbours_.who.token && !terms.leavesBoard)
+        if (neighbours_.who.token && terms.ownBoard == OwnBoard::stays)
             return enter(PairingPhase::Failed{std::string{onBoardAlready}});
         join_ = Join{
             .door = JoinDoor::code, .key = std::move(code), .serverURL = {}, .slot = {}, .name = std::move(terms.name)};
-        join();
+        const bool asks = neighbours_.who.token && terms.ownBoard == OwnBoard::askedAbout && !isOnlyStarted();
+        asks ? askAboutOwnBoard() : join();
     });
+}
+
+// Nobody else is, or was, on the board, and nothing hangs there. Before the room has spoken that is known of a board
+// that this device has just made.
+bool Pairing::isOnlyStarted() const {
+    const auto& token = neighbours_.who.token;
+    const auto& names = neighbours_.names;
+    if (!token || neighbours_.itemsOnBoard() > 0 || !names.partnerDisplayName.empty()) return false;
+    return names.paired ? !names.paired->contains(other(token->slot))
+                        : state_.onboarding == OnboardingStep::bringThemOver;
+}
+
+void Pairing::askAboutOwnBoard() {
+    enter(PairingPhase::Asking{.inviter = {},
+                               .server = serverOf(*join_),
+                               .leavesBoard = true,
+                               .isByCode = true,
+                               .items = neighbours_.itemsOnBoard()});
 }
 
 void Pairing::joinByLink(std::string_view text, JoinTerms terms) {
     const Announcer::Update update{neighbours_.announcer};
     auto invite = inviteIdIn(text);
-    if (!invite) return failed(failureOf(PairingFailure::Case::linkNotFound), "pairing request failed: ");
+    if (!invite) {
+        const bool isEmpty = trimmed(text).empty();
+        return enter(PairingPhase::Failed{std::string{isEmpty ? noLinkYet : noLink}});
+    }
     whenRestored([this, text = std::string{text}, invite = std::move(*invite), terms = std::move(terms)]() mutable {
         join_ = Join{.door = JoinDoor::link,
                      .key = std::move(invite),
                      .serverURL = inviteServerIn(text),
                      .slot = {},
                      .name = std::move(terms.name)};
-        !terms.leavesBoard&& needsAsking(*join_, text) ? askAboutInvite() : join();
+        terms.ownBoard != OwnBoard::left&& needsAsking(*join_, text) ? askAboutInvite() : join();
     });
 }
 
@@ -187,8 +205,11 @@ void Pairing::askAboutInvite() {
             const Announcer::Update update{neighbours_.announcer};
             if (!invite) return failed(invite.error(), "pairing request failed: ");
             const auto inviter = invite->inviter.value_or("");
-            enter(PairingPhase::Asking{std::string{firstCharacters(inviter, maxNameCharacters)}, server,
-                                       neighbours_.who.token.has_value()});
+            enter(PairingPhase::Asking{.inviter = std::string{firstCharacters(inviter, maxNameCharacters)},
+                                       .server = server,
+                                       .leavesBoard = neighbours_.who.token && !isOnlyStarted(),
+                                       .isByCode = false,
+                                       .items = neighbours_.who.token ? neighbours_.itemsOnBoard() : 0});
         });
 }
 
@@ -232,16 +253,20 @@ void Pairing::joined(const std::expected<Joined, PairingFailure>& answer) {
     setOnboarding(OnboardingStep::welcome);
 }
 
-// The board that was is left once the new one's key is safe.
+// The board that was is left once the new one's key is safe. That it is to be left is on the disk before that key, so
+// that a program that ends in between leaves no device behind on a board that nobody has a key to.
 void Pairing::keepToken(const Joined& joined) {
     auto token = CoupleToken::parse(joined.token);
     auto asked = std::move(*std::exchange(join_, std::nullopt));
     if (!token) return failed(PairingFailure{}, "pairing request failed: the service gave a token that is none: ");
     auto left = neighbours_.who.token;
     if (left && left->coupleId == token->coupleId) left.reset();
+    const auto server = neighbours_.membership.serverURL();
+    if (left) neighbours_.leaving.intend(*left, server);
     neighbours_.membership.keep(std::move(*token), std::move(asked.serverURL),
                                 [this, joined, left = std::move(left), name = std::move(asked.name),
-                                 server = neighbours_.membership.serverURL()](std::expected<void, std::string> kept) {
+                                 server](std::expected<void, std::string> kept) {
+                                    if (left && !kept) neighbours_.leaving.callOff(*left);
                                     if (!kept) return enter(PairingPhase::Failed{std::move(kept.error())});
                                     if (left) neighbours_.leaving.tell(*left, server);
                                     settled(joined, name);

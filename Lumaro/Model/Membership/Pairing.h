@@ -9,6 +9,7 @@
 #include "Lumaro/Model/News/Announcer.h"
 #include "LumaroCore/Support/WallClock.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -21,9 +22,16 @@ namespace lumaro {
 /// How a join was asked for.
 enum class JoinDoor : std::uint8_t { link, code };
 
+/// What becomes of the board that this device is on when it joins another.
+enum class OwnBoard : std::uint8_t {
+    stays,      ///< a code is refused; of a link the person is asked
+    askedAbout, ///< the person is asked, unless it was just started and nothing hangs on it
+    left,       ///< the person has said so
+};
+
 /// What whoever asks for a join has said already.
 struct JoinTerms {
-    bool leavesBoard = false;        ///< the board that this device is on may be left for it
+    OwnBoard ownBoard = OwnBoard::stays;
     std::optional<std::string> name; ///< what this person is called, once the join has worked
 };
 
@@ -49,6 +57,7 @@ public:
         Leaving& leaving;
         PairingClients& service;
         Announcer& announcer;
+        std::function<std::size_t()> itemsOnBoard; ///< with those that wait for the room
     };
 
     Pairing(Ports ports, PairingState& state, Neighbours neighbours);
@@ -60,7 +69,8 @@ public:
     void sessionRestored(bool isNew);
 
     void startOurBoard(std::optional<std::string> name = std::nullopt);
-    /// Refused while on a board that is not to be left.
+    /// What happens to the board that this device is on is said in the terms. It is left once the other is joined, and
+    /// not when that does not work.
     void joinByCode(std::string_view typed, JoinTerms terms = {});
     /// A link, or a text around one. One that leads away from this device's board, or that the program was opened with
     /// and that names another server, is asked about first (`PairingPhase::Asking`).
@@ -90,6 +100,8 @@ private:
     void lookForInvite();
     void handedOff(const std::expected<HandOff::Invite, PairingFailure>& invite);
     void startedBoard(const std::expected<CreatedCouple, PairingFailure>& created, std::optional<std::string> name);
+    bool isOnlyStarted() const;
+    void askAboutOwnBoard();
     bool needsAsking(const Join& join, std::string_view text) const;
     void askAboutInvite();
     void join();

@@ -6,6 +6,7 @@
 #include "LumaroCore/Support/Instant.h"
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -35,12 +36,14 @@ struct PairingPhase {
         std::optional<PartnerID> suggested;
         bool operator==(const Choosing&) const = default;
     };
-    /// An invite to another board than the one that this device is on, or to another server than it knows: the person
-    /// must say whether they want that.
+    /// An invite or a code to another board than the one that this device is on, or to another server than it knows:
+    /// the person must say whether they want that.
     struct Asking {
         std::string inviter;     ///< empty when the service does not know
         std::string server;      ///< base URL of the invite's
-        bool leavesBoard = true; ///< this device is on a board now
+        bool leavesBoard = true; ///< this device is on a board now, and not on one that was only started
+        bool isByCode = false;   ///< whose board it leads to is not known
+        std::size_t items = 0;   ///< that hang on the board that would be left
         bool operator==(const Asking&) const = default;
     };
     struct Failed {

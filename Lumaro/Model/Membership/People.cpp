@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Lumaro/Model/Membership/People.h"
 
+#include <utility>
+
 namespace lumaro {
 
 People::People(Ports ports, PeopleState& state, PairingClients& service, Announcer& announcer)
@@ -79,12 +81,15 @@ void People::meet(PartnerSet paired, const std::optional<SlotNames>& names) {
     }
 }
 
-void People::releasePartner() {
+void People::releasePartner(std::function<void()> then) {
     if (!token_) return;
-    releaseCall_ = service_.client().releasePartner(*token_, [this](std::expected<void, PairingFailure> released) {
-        if (!released) return announcer_.say(std::string{released.error().text()});
-        learnPartnerName("");
-    });
+    releaseCall_ = service_.client().releasePartner(
+        *token_, [this, then = std::move(then)](std::expected<void, PairingFailure> released) {
+            const Announcer::Update update{announcer_};
+            if (!released) return announcer_.say(std::string{released.error().text()});
+            learnPartnerName("");
+            then();
+        });
 }
 
 void People::refreshFaces() {

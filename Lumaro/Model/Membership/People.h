@@ -8,6 +8,7 @@
 #include "LumaroCore/Services/ContactCard.h"
 #include "LumaroCore/Services/UserDefaults.h"
 
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
@@ -49,8 +50,8 @@ public:
     void learnPartnerName(const std::string& name);
     /// What the room says of who is on the board; names that it leaves out stay as they are known.
     void meet(PartnerSet paired, const std::optional<SlotNames>& names);
-    /// Takes the partner's devices off the board.
-    void releasePartner();
+    /// Takes the partner's devices off the board; `then` is called when the service has done so.
+    void releasePartner(std::function<void()> then);
     void refreshFaces();
 
 private:

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Lumaro/Model/News/Announcer.h"
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace lumaro {
@@ -18,6 +20,16 @@ void Announcer::say(std::string notice) {
 void Announcer::askForQuickNote(std::optional<std::string> text) {
     const Update update{*this};
     news_.quickNotes.push_back(std::move(text));
+}
+
+void Announcer::did(std::vector<PartnerDeed> deeds) {
+    const Update update{*this};
+    std::ranges::move(deeds, std::back_inserter(news_.deeds));
+}
+
+void Announcer::askForBoard() {
+    const Update update{*this};
+    news_.isBoardWanted = true;
 }
 
 // Still within the update, so that what the listener does is told after what it was told.

@@ -44,6 +44,9 @@ public:
     void changed(AppChange change);
     void say(std::string notice);
     void askForQuickNote(std::optional<std::string> text);
+    /// The partner did this.
+    void did(std::vector<PartnerDeed> deeds);
+    void askForBoard();
 
 private:
     void end();

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "Lumaro/Model/News/PartnerDeed.h"
+
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -24,6 +26,7 @@ enum class AppChange : std::uint8_t {
     permissions,
     music,    ///< whether it is shared, and what of it
     place,    ///< whether it is shared, and what is known of it
+    hours,    ///< whether they are shared
     pictures, ///< one has come
 };
 
@@ -47,8 +50,13 @@ struct AppNews {
     AppChanges changed;
     std::vector<std::string> notices;                   ///< texts for people about what did not work out
     std::vector<std::optional<std::string>> quickNotes; ///< asked for, with the text to begin with
+    std::vector<PartnerDeed> deeds;
 
-    bool isEmpty() const { return changed.isEmpty() && notices.empty() && quickNotes.empty(); }
+    bool isBoardWanted = false; ///< the person wants to see the board, at the item that is selected
+
+    bool isEmpty() const {
+        return changed.isEmpty() && notices.empty() && quickNotes.empty() && deeds.empty() && !isBoardWanted;
+    }
 };
 
 } // namespace lumaro

@@ -22,7 +22,8 @@ bool hasWindowOf(PartnerID person, const Board& board) {
 
 Feeds::Feeds(ArtworkFinder::Setup artwork, Ports ports, FeedsState& state, MediaCache& media, Connection& connection,
              Announcer& announcer)
-    : state_(state), partner_(ports.clock, state, announcer), presence_(ports.sleeper, state, connection, announcer),
+    : state_(state), partner_({ports.clock, ports.defaults, ports.zone}, state, announcer),
+      presence_(ports.sleeper, state, connection, announcer),
       covers_({ports.http, ports.background, ports.coverMaker, ports.log}, media, state, announcer),
       artwork_(std::move(artwork),
                {ports.players.artwork, ports.http, ports.sleeper, ports.background, ports.coverMaker}, covers_,
@@ -35,6 +36,8 @@ Feeds::Feeds(ArtworkFinder::Setup artwork, Ports ports, FeedsState& state, Media
               ports.http,
               ports.defaults},
              state, presence_, announcer),
+      hours_({ports.zone, ports.defaults}, state, presence_, announcer),
+      seen_({ports.sleeper, ports.clock, ports.defaults}, state, presence_, announcer),
       city_({},
             {ports.http, ports.cityPainter, ports.cityMaker, ports.background, ports.sleeper, ports.clock, ports.log},
             media, state, announcer) {
@@ -46,6 +49,9 @@ void Feeds::stop() {
 }
 
 void Feeds::enter(const CoupleEndpoints& endpoints, const CoupleToken& token) {
+    partner_.enter(token.coupleId);
+    seen_.enter(token.coupleId);
+    hours_.lookAgain();
     covers_.enter(endpoints, token);
     place_.enter(endpoints, token);
     city_.enter(endpoints, token);
@@ -54,6 +60,7 @@ void Feeds::enter(const CoupleEndpoints& endpoints, const CoupleToken& token) {
 
 void Feeds::leave() {
     partner_.forget();
+    seen_.leave();
     covers_.leave();
     place_.leave();
     city_.leave();
@@ -69,6 +76,7 @@ void Feeds::begin(PartnerSet online, PartnerID me) {
 
 void Feeds::lookAgain() {
     place_.lookAgain();
+    hours_.lookAgain();
     city_.lookAgain();
 }
 
@@ -76,6 +84,7 @@ void Feeds::follow(AppChanges changes, const Board& board, PartnerID me) {
     if (changes.has(AppChange::partner) || changes.has(AppChange::ownPresence)) {
         covers_.want(coverOf(state_.ownPresence.nowPlaying), coverOf(state_.presence.nowPlaying));
     }
+    if (changes.has(AppChange::board)) seen_.follow(board, me);
     if (changes.has(AppChange::partner) || changes.has(AppChange::board)) {
         const auto& here = state_.presence.here;
         const bool isSeen = here && isOnEarth({here->lat, here->lon}) && hasWindowOf(other(me), board);

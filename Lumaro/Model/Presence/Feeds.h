@@ -4,16 +4,25 @@
 #include "Lumaro/Model/Presence/ArtworkFinder.h"
 #include "Lumaro/Model/Presence/CityWindow.h"
 #include "Lumaro/Model/Presence/Covers.h"
+#include "Lumaro/Model/Presence/HoursSharing.h"
 #include "Lumaro/Model/Presence/MusicSharing.h"
 #include "Lumaro/Model/Presence/Partner.h"
 #include "Lumaro/Model/Presence/PlaceSharing.h"
 #include "Lumaro/Model/Presence/PresenceSender.h"
+#include "Lumaro/Model/Presence/SeenSharing.h"
 #include "LumaroCore/BoardModel/Board.h"
 #include "LumaroCore/Music/MusicPlayers.h"
 
 namespace lumaro {
 
-struct FeedsState : PartnerState, OwnPresenceState, MusicState, CoverState, PlaceState, CityState {};
+struct FeedsState : PartnerState,
+                    OwnPresenceState,
+                    MusicState,
+                    CoverState,
+                    PlaceState,
+                    HoursState,
+                    SeenState,
+                    CityState {};
 
 /// What the two see of each other on the live cards: what this person shares, and what came from the partner.
 class Feeds {
@@ -43,6 +52,8 @@ public:
     PresenceSender& presence() { return presence_; }
     MusicSharing& music() { return music_; }
     PlaceSharing& place() { return place_; }
+    HoursSharing& hours() { return hours_; }
+    SeenSharing& seen() { return seen_; }
     Partner& partner() { return partner_; }
 
     void start() { music_.start(); }
@@ -63,6 +74,8 @@ private:
     ArtworkFinder artwork_;
     MusicSharing music_;
     PlaceSharing place_;
+    HoursSharing hours_;
+    SeenSharing seen_;
     CityWindow city_;
 };
 

@@ -8,6 +8,7 @@
 
 #include <memory>
 #include <optional>
+#include <string>
 #include <utility>
 
 namespace lumaro {
@@ -32,6 +33,8 @@ public:
     const std::optional<NowPlaying>& music() const { return state_.ownPresence.nowPlaying; }
     void setMusic(std::optional<NowPlaying> music) { set(state_.ownPresence.nowPlaying, std::move(music)); }
     void setPlace(std::optional<Here> place) { set(state_.ownPresence.here, std::move(place)); }
+    void setZone(std::optional<std::string> zone) { set(state_.ownPresence.zone, std::move(zone)); }
+    void setSeen(std::optional<Instant> seen) { set(state_.ownPresence.seen, seen); }
     void setActivity(Activity activity) { set(state_.ownPresence.activity, activity); }
     /// The room does not know it yet.
     void sendSoon();

@@ -28,6 +28,7 @@ QVariant value(const BoardRow& row, int role) {
     case BoardListModel::ArrivingRole: return row.isArriving;
     case BoardListModel::FallingRole: return row.isFalling;
     case BoardListModel::InHandRole: return row.isInHand;
+    case BoardListModel::TouchedRole: return row.isTouched;
     default: return {};
     }
 }
@@ -51,6 +52,7 @@ QList<int> changedRoles(const BoardRow& before, const BoardRow& after) {
     note(before.isArriving == after.isArriving, {BoardListModel::ArrivingRole});
     note(before.isFalling == after.isFalling, {BoardListModel::FallingRole});
     note(before.isInHand == after.isInHand, {BoardListModel::InHandRole});
+    note(before.isTouched == after.isTouched, {BoardListModel::TouchedRole});
     return roles;
 }
 
@@ -87,7 +89,8 @@ QHash<int, QByteArray> BoardListModel::roleNames() const {
             {SpokenRole, "spoken"},
             {ArrivingRole, "isArriving"},
             {FallingRole, "isFalling"},
-            {InHandRole, "isInHand"}};
+            {InHandRole, "isInHand"},
+            {TouchedRole, "isTouched"}};
 }
 
 void BoardListModel::show(Board board, std::vector<BoardRow> rows) {

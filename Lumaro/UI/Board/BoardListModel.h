@@ -34,6 +34,7 @@ public:
         ArrivingRole,
         FallingRole,
         InHandRole,
+        TouchedRole,
     };
 
     using QAbstractListModel::QAbstractListModel;

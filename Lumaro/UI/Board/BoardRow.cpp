@@ -38,6 +38,13 @@ Point reachOf(const BoardItem& item) {
     return Point{size.width * along + size.height * across, size.width * across + size.height * along} * 0.5;
 }
 
+bool isTouched(const BoardItem& item, const Board& board, const std::set<UUID>& arriving) {
+    return !arriving.empty() && std::ranges::any_of(board.items, [&](const BoardItem& other) {
+        const auto* const doodle = other.payload.as<DoodlePayload>();
+        return doodle != nullptr && doodle->on == item.id && arriving.contains(other.id);
+    });
+}
+
 /// A sticker's corner peels while it is in the hand.
 ItemFace lifted(ItemFace face) {
     const auto* const sticker = face.as<StickerFace>();
@@ -72,7 +79,8 @@ std::vector<BoardRow> rowsOf(const Board& board, const BoardMoves& moves, const 
                         .spoken = std::move(words),
                         .isArriving = moves.arriving.contains(item.id),
                         .isFalling = moves.falling.contains(item.id),
-                        .isInHand = isInHand});
+                        .isInHand = isInHand,
+                        .isTouched = isTouched(item, board, moves.arriving)});
     }
     return rows;
 }

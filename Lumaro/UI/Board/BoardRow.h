@@ -26,6 +26,7 @@ struct BoardRow {
     bool isArriving = false;
     bool isFalling = false;
     bool isInHand = false;
+    bool isTouched = false; ///< a doodle arrives on it
 
     bool operator==(const BoardRow&) const = default;
 };

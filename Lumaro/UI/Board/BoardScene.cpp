@@ -3,6 +3,7 @@
 
 #include "Lumaro/UI/Board/CardFaces.h"
 #include "Lumaro/UI/Board/LiveCards.h"
+#include "Lumaro/UI/Board/WhoseWords.h"
 #include "Lumaro/UI/Text.h"
 #include "LumaroCore/BoardModel/BoardSpec.h"
 #include "LumaroCore/BoardModel/Media.h"
@@ -25,6 +26,7 @@ void layOver(Board& board, const std::vector<BoardItem>& held) {
         if (there != board.items.end()) {
             auto shown = item;
             shown.author = there->author;
+            shown.createdBy = there->createdBy;
             shown.createdAt = there->createdAt;
             *there = std::move(shown);
         } else {
@@ -74,6 +76,21 @@ TrackWords BoardScene::trackOf(const QString& itemId) const {
     return card != nullptr ? trackWords(*card, live()) : TrackWords{};
 }
 
+QString BoardScene::whoseOf(const QString& itemId) const {
+    const auto* const item = shownItem(itemId);
+    return item != nullptr ? whoseAndWhen(*item, live()) : QString{};
+}
+
+QString BoardScene::missingOf(const QString& itemId) const {
+    const auto* const item = shownItem(itemId);
+    return item != nullptr ? whatTheyCanDo(*item, live()) : QString{};
+}
+
+QString BoardScene::questionOf(const QString& itemId) const {
+    const auto* const item = shownItem(itemId);
+    return item != nullptr ? questionToThem(*item, live()) : QString{};
+}
+
 PlaceWords BoardScene::placeOf(const QString& itemId) const {
     const auto* const item = shownItem(itemId);
     const auto* const card = item != nullptr ? item->payload.as<LocationPayload>() : nullptr;
@@ -94,7 +111,7 @@ void BoardScene::setFahrenheit(bool isFahrenheit) {
 Board BoardScene::withHand() const {
     Board board = ports_.app.state().board;
     const auto& editor = ports_.app.editor();
-    if (editor.inHand().draft()) layOver(board, editor.inHand().draft()->items());
+    layOver(board, editor.held());
     // A doodle that is under the pen again shows there.
     if (editor.pen().session() && editor.pen().session()->doodle()) {
         std::erase_if(board.items, [&](const BoardItem& item) { return item.id == *editor.pen().session()->doodle(); });
@@ -105,7 +122,7 @@ Board BoardScene::withHand() const {
 void BoardScene::hear(AppChanges changed) {
     constexpr std::array ofTheBoard{AppChange::board,  AppChange::partner,    AppChange::ownPresence,
                                     AppChange::people, AppChange::membership, AppChange::pictures,
-                                    AppChange::music,  AppChange::place};
+                                    AppChange::music,  AppChange::place,      AppChange::hours};
     if (std::ranges::any_of(ofTheBoard, [&](AppChange change) { return changed.has(change); })) {
         refresh();
     } else if (changed.has(AppChange::editor)) {
@@ -139,12 +156,9 @@ void BoardScene::refresh() {
 
 void BoardScene::refreshHand() {
     const auto& state = ports_.app.state();
-    const auto& draft = ports_.app.editor().inHand().draft();
     auto board = withHand();
     std::set<UUID> inHand;
-    if (draft) {
-        for (const auto& item : draft->items()) inHand.insert(item.id);
-    }
+    for (const auto& item : ports_.app.editor().held()) inHand.insert(item.id);
     auto rows = board == settled_ && inHand.empty() ? settledRows_
                                                     : rowsOf(board, {state.arriving, state.falling, inHand}, live());
     shown_ = board;

@@ -59,6 +59,12 @@ public:
     Q_INVOKABLE void wantPixels(double perPoint);
     /// What plays on a music card at this moment.
     Q_INVOKABLE lumaro::TrackWords trackOf(const QString& itemId) const;
+    /// Whose it is, and since when.
+    Q_INVOKABLE QString whoseOf(const QString& itemId) const;
+    /// What is missing on a card of the partner's, and what they can do; empty of any other item.
+    Q_INVOKABLE QString missingOf(const QString& itemId) const;
+    /// What a note to them might ask then; empty where there is nothing to ask.
+    Q_INVOKABLE QString questionOf(const QString& itemId) const;
     /// What is known at this moment of the place behind a window on the board.
     Q_INVOKABLE lumaro::PlaceWords placeOf(const QString& itemId) const;
     /// The same of this person's own place, as the partner is told of it.

@@ -3,12 +3,16 @@
 
 #include "DesignSystem/Words.h"
 #include "Lumaro/UI/Board/LiveCards.h"
+#include "Lumaro/UI/Board/LiveTime.h"
 #include "Lumaro/UI/Text.h"
 #include "LumaroCore/BoardModel/BoardSpec.h"
 #include "LumaroCore/Presence/Countdown.h"
 #include "LumaroCore/Presence/Pomodoro.h"
 #include "LumaroCore/Support/EnumNames.h"
 #include "LumaroCore/Support/Overloaded.h"
+
+#include <QtCore/QDateTime>
+#include <QtCore/QLocale>
 
 #include <algorithm>
 #include <chrono>
@@ -31,6 +35,12 @@ NoteFace noteFace(const NotePayload& note, const LiveContext& live) {
     face.pin = qText(note.pin);
     face.isKept = note.isKept();
     if (note.expiresAt) {
+        const auto end = timeAt(*note.expiresAt, live.zone);
+        const bool isFar =
+            secondsBetween(live.now, *note.expiresAt) > std::chrono::seconds{BoardSpec::noteLifespan}.count();
+        face.until = Words::tr("until %1", "9:14, or 3 may")
+                         .arg(isFar ? Words::locale().toString(end.date(), QStringLiteral("d MMM")).toLower()
+                                    : end.toString(QStringLiteral("H:mm")));
         const double steps =
             std::floor(secondsBetween(live.now, *note.expiresAt) * 1e6 / static_cast<double>(fadeStep.count()));
         face.fade = 1 - std::clamp((steps + 1) / fadeSteps, 0.0, 1.0);
@@ -67,11 +77,12 @@ QString unitOf(const Countdown::Reading& reading) {
     std::unreachable();
 }
 
-CountdownFace countdownFace(const CountdownPayload& countdown, const LiveContext& live) {
+CountdownFace countdownFace(const CountdownPayload& countdown, Instant written, const LiveContext& live) {
     const auto reading = Countdown::reading(countdown.targetDate, live.now);
     CountdownFace face;
     face.label = qText(countdown.label);
     face.isThere = reading.unit == Countdown::Unit::there;
+    face.isCelebrated = Countdown::isCelebrated(countdown.targetDate, written, live.now);
     if (face.isThere) {
         face.figure = Words::tr("now");
         return face;
@@ -130,7 +141,7 @@ ItemFace faceOf(const BoardItem& item, const LiveContext& live) {
     return std::visit(
         Overloaded{[&](const NotePayload& it) { return ItemFace{noteFace(it, live)}; },
                    [&](const PhotoPayload& it) { return ItemFace{photoFace(it, item.scale, live)}; },
-                   [&](const CountdownPayload& it) { return ItemFace{countdownFace(it, live)}; },
+                   [&](const CountdownPayload& it) { return ItemFace{countdownFace(it, item.updatedAt, live)}; },
                    [&](const NowPlayingSlotPayload& it) { return ItemFace{musicFace(it, item.scale, live)}; },
                    [&](const LocationPayload& it) { return ItemFace{windowFace(it, live)}; },
                    [&](const TimezonesPayload& it) { return ItemFace{clocksFace(it, live)}; },

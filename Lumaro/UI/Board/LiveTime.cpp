@@ -29,8 +29,12 @@ std::optional<QTimeZone> zoneOf(PartnerID slot, const LiveContext& live) {
     if (live.isMe(slot)) return live.zone;
     const auto& here = live.here(slot);
     // An empty name would be UTC.
-    if (!here || here->tz.empty()) return std::nullopt;
-    const QTimeZone zone{QByteArray::fromStdString(here->tz)};
+    if (here && !here->tz.empty()) {
+        const QTimeZone zone{QByteArray::fromStdString(here->tz)};
+        if (zone.isValid()) return zone;
+    }
+    if (!live.partner.zone) return std::nullopt;
+    const QTimeZone zone{QByteArray::fromStdString(*live.partner.zone)};
     return zone.isValid() ? std::optional{zone} : std::nullopt;
 }
 
@@ -41,6 +45,16 @@ QString ageText(Instant sampledAt, Instant now, const QTimeZone& zone) {
     if (age <= daySeconds) return clockText(time);
     return Words::tr("%1, %2", "3 may, 14:20")
         .arg(Words::locale().toString(time.date(), QStringLiteral("d MMMM")).toLower(), clockText(time));
+}
+
+QString comesDown(Instant at, Instant now, const QTimeZone& zone) {
+    const auto time = timeAt(at, zone);
+    const auto clock = time.toString(QStringLiteral("H:mm"));
+    const auto days = timeAt(now, zone).date().daysTo(time.date());
+    if (days <= 0) return Words::tr("comes down today at %1").arg(clock);
+    if (days == 1) return Words::tr("comes down tomorrow at %1").arg(clock);
+    return Words::tr("comes down on %1 at %2", "3 may, 9:14")
+        .arg(Words::locale().toString(time.date(), QStringLiteral("d MMMM")).toLower(), clock);
 }
 
 } // namespace lumaro

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Lumaro/UI/Board/PictureStore.h"
 
+#include "Lumaro/UI/Board/StoredPicture.h"
 #include "Lumaro/UI/Text.h"
 
 #include <QtGui/QImageReader>
@@ -24,18 +25,9 @@ int roundedSide(Size pixels) {
     return static_cast<int>((side + step - 1) / step * step);
 }
 
-/// Null when the file, which the room did not look into, is no picture.
 QImage read(const QString& path, int side) {
     QImageReader reader{path};
-    reader.setAutoTransform(true);
-    const QSize size = reader.size();
-    if (size.isValid() && std::max(size.width(), size.height()) > side) {
-        reader.setScaledSize(size.scaled(side, side, Qt::KeepAspectRatio));
-    }
-    auto image = reader.read();
-    if (image.isNull()) return image;
-    return std::move(image).convertToFormat(image.hasAlphaChannel() ? QImage::Format_ARGB32_Premultiplied
-                                                                    : QImage::Format_RGB32);
+    return readStored(reader, side);
 }
 
 } // namespace

@@ -53,7 +53,7 @@ ClocksFace::Side side(PartnerID slot, const LiveContext& live) {
     if (zone)
         side.time = clockText(timeAt(live.now, *zone));
     else
-        side.words = noPlace(slot, live);
+        side.words = Words::tr("hours not shared");
     return side;
 }
 
@@ -120,6 +120,8 @@ ClocksFace clocksFace(const TimezonesPayload& card, const LiveContext& live) {
     if (const auto zone = zoneOf(partner, live)) {
         face.between = hoursBetween(live.zone, *zone, live.now);
         face.day = dayThere(live.zone, *zone, live.now);
+    } else if (!live.own.zone && !live.own.here) {
+        face.between = Words::tr("let them see your hours");
     }
     for (auto& [side, slot] : {std::pair{&face.theirs, partner}, std::pair{&face.mine, live.me}}) {
         const auto& here = live.here(slot);

@@ -2,9 +2,12 @@
 #include "Lumaro/UI/Board/SpokenItem.h"
 
 #include "DesignSystem/Words.h"
+#include "Lumaro/UI/Board/LiveTime.h"
+#include "Lumaro/UI/Board/WhoseWords.h"
 #include "Lumaro/UI/Text.h"
 #include "LumaroCore/Support/EnumNames.h"
 #include "LumaroCore/Support/Overloaded.h"
+#include "LumaroCore/Support/Unicode.h"
 
 #include <QtCore/QDateTime>
 #include <QtCore/QLocale>
@@ -79,36 +82,76 @@ QString lightIn(const WindowFace& face) {
 } // namespace
 
 QString spoken(const BoardItem& item, const ItemFace& face, const LiveContext& live) {
+    const auto creator = personName(item.creator(), live);
+    const auto locked = item.isLocked ? Words::tr("locked") : QString{};
     const auto pinned = [&](const QString& what, const QString& text) {
-        const auto whose = Words::tr("%1 from %2", "a photo, a person").arg(what, personName(item.author, live));
-        return joined({whose, since(item.createdAt, live), text});
+        const auto whose = Words::tr("%1 from %2", "a photo, a person").arg(what, creator);
+        const auto seen = isSeen(item, live) ? Words::tr("seen") : QString{};
+        return joined({whose, since(item.createdAt, live), text, seen, locked});
+    };
+    // What a card tells comes first.
+    const auto card = [&](const QString& told) {
+        return joined({told, Words::tr("from %1", "a person").arg(creator), since(item.createdAt, live), locked});
     };
     return std::visit(
         Overloaded{
             [&](const NoteFace& it) {
+                const auto* const note = item.payload.as<NotePayload>();
+                const auto end =
+                    note != nullptr && note->expiresAt ? comesDown(*note->expiresAt, live.now, live.zone) : QString{};
                 return pinned(it.isKept ? Words::tr("kept note") : Words::tr("note"),
-                              quoted(qText(std::string_view{it.text.plainText()})));
+                              joined({quoted(qText(std::string_view{it.text.plainText()})), end}));
             },
             [&](const PhotoFace& it) { return pinned(Words::tr("photo"), joined({quoted(it.caption), it.words})); },
             [&](const StickerFace& it) { return pinned(Words::tr("sticker"), it.words); },
             [&](const DoodleFace&) { return pinned(Words::tr("doodle"), {}); },
             [&](const CountdownFace& it) {
-                return joined({Words::tr("countdown"), quoted(it.label), it.figure + QLatin1Char{' '} + it.unit});
+                return pinned(Words::tr("countdown"),
+                              joined({quoted(it.label), it.figure + QLatin1Char{' '} + it.unit}));
             },
             [&](const MusicFace& it) {
-                const auto* const card = item.payload.as<NowPlayingSlotPayload>();
-                return music(it, card != nullptr ? card->slot : item.author, live);
+                const auto* const record = item.payload.as<NowPlayingSlotPayload>();
+                return card(music(it, record != nullptr ? record->slot : item.creator(), live));
             },
             [&](const WindowFace& it) {
-                return joined({Words::tr("window"), it.place, it.time, it.temperature,
-                               it.sky ? Words::of(nameOf(*it.sky)) : QString{}, lightIn(it), it.words, it.weatherAge});
+                const auto* const window = item.payload.as<LocationPayload>();
+                const auto slot = window != nullptr ? window->slot : item.creator();
+                const auto name = knownName(slot, live);
+                auto whose = name.isEmpty() ? Words::tr("their window") : Words::tr("%1's window").arg(name);
+                if (live.isMe(slot)) whose = Words::tr("your window");
+                return card(
+                    joined({whose, it.place, it.time, it.temperature, it.sky ? Words::of(nameOf(*it.sky)) : QString{},
+                            lightIn(it), it.words, it.weatherAge}));
             },
             [&](const ClocksFace& it) {
-                return joined({Words::tr("clocks"), clock(it.mine), clock(it.theirs), it.between, it.day});
+                return card(joined({Words::tr("clocks"), clock(it.mine), clock(it.theirs), it.between, it.day}));
             },
-            [&](const DayFace& it) { return day(it); },
-            [&](const BlockFace& it) { return joined({Words::tr("block card"), it.figure, it.who}); }},
+            [&](const DayFace& it) { return card(day(it)); },
+            [&](const BlockFace& it) { return card(joined({Words::tr("block card"), it.figure, it.who})); }},
         face.value());
+}
+
+QString itemWords(const BoardItem& item) {
+    const auto with = [](const QString& what, std::string_view text) {
+        constexpr std::size_t beginning = 80;
+        const auto start = firstCharacters(text, beginning);
+        const auto end = start.size() < text.size() ? QStringLiteral("…") : QString{};
+        return joined({what, quoted(qText(start) + end)});
+    };
+    return std::visit(
+        Overloaded{
+            [&](const NotePayload& note) { return with(Words::tr("a note"), note.pm.plainText()); },
+            [&](const PhotoPayload& photo) { return with(Words::tr("a photo"), photo.caption); },
+            [&](const CountdownPayload& countdown) { return with(Words::tr("a countdown"), countdown.label); },
+            [](const NowPlayingSlotPayload&) { return Words::tr("a record"); },
+            [](const LocationPayload&) { return Words::tr("a window"); },
+            [](const TimezonesPayload&) { return Words::tr("the clocks"); },
+            [](const CalendarPayload&) { return Words::tr("a day page"); },
+            [](const PomodoroPayload&) { return Words::tr("the block card"); },
+            [](const StickerPayload&) { return Words::tr("a sticker"); },
+            [](const DoodlePayload&) { return Words::tr("a doodle"); },
+        },
+        item.payload.value());
 }
 
 } // namespace lumaro

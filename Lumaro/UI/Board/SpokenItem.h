@@ -10,4 +10,7 @@ namespace lumaro {
 /// How a screen reader reads the item: "note from bo, pinned today, 'buy oranges'".
 QString spoken(const BoardItem& item, const ItemFace& face, const LiveContext& live);
 
+/// What it is, for the middle of a sentence: "a note, 'buy oranges'".
+QString itemWords(const BoardItem& item);
+
 } // namespace lumaro

@@ -3,16 +3,21 @@ import QtQuick
 import DesignSystem
 import Lumaro.UI
 
-/// Cuts a sticker out of a picture: a frame around what is wanted, then strokes where the edge is wrong.
+/// Cuts a sticker out of a picture: strokes where the edge that was guessed is wrong, or a frame around what is wanted.
 Sheet {
     id: sheet
 
     required property CutOutSession session
-    property int tool: 0 // 0 frames, 1 keeps, 2 drops
+    /// What a stroke does: `frame`, `keep` or `drop`.
+    property string tool: session.hasEdge ? "keep" : "frame"
+    property string chosenTool
+
+    onChosenToolChanged: tool = chosenTool
 
     title: qsTr("cut it out")
     paperWidth: Math.min(760, parent ? parent.width - 2 * Theme.size.large : 760)
     visible: session.isOpen
+    onOpened: board.forceActiveFocus()
     onClosed: {
         if (session.isOpen) {
             session.close();
@@ -22,108 +27,99 @@ Sheet {
     Body {
         width: parent.width
         isSoft: true
-        text: [qsTr("draw a frame around what you want to keep."), qsTr("paint over what belongs to it."), qsTr("paint over what should go.")][sheet.tool]
+        text: {
+            switch (sheet.tool) {
+            case "keep":
+                return sheet.session.hasEdge ? qsTr("this is what we'd cut out. paint over what belongs to it too.") : qsTr("paint over what you want to keep.");
+            case "drop":
+                return qsTr("paint over what should go.");
+            }
+            return sheet.session.hasEdge ? qsTr("draw a frame around what you want to keep.") : qsTr("nothing stands out here — draw a frame around what you want to keep.");
+        }
     }
 
-    CutOutSheet {
-        id: picture
+    CutOutBoard {
+        id: board
+
+        // What is left in the window for it, without scrolling.
+        readonly property real most: Math.max(160, (sheet.parent ? sheet.parent.height : 700) - 284)
 
         anchors.horizontalCenter: parent.horizontalCenter
-        width: Math.min(parent.width, 380 * sheet.session.aspect)
+        width: Math.min(parent.width, most * sheet.session.aspect)
         height: width / sheet.session.aspect
         session: sheet.session
-        Accessible.role: Accessible.Graphic
-        Accessible.name: qsTr("the picture to cut out of")
+        tool: sheet.tool
+        onFramed: sheet.chosenTool = "keep"
+        onAccepted: if (take.enabled) sheet.session.take()
+    }
 
-        MouseArea {
-            property point start
-            property list<real> places
+    Item {
+        width: parent.width
+        height: Math.max(tools.height, take.height)
 
-            anchors.fill: parent
-            cursorShape: Qt.CrossCursor
-            preventStealing: true
-            onPressed: mouse => {
-                start = Qt.point(mouse.x / width, mouse.y / height);
-                places = [start.x, start.y];
-                rubber.visible = sheet.tool === 0;
-                trail.visible = sheet.tool !== 0;
-                trail.x = mouse.x - trail.width / 2;
-                trail.y = mouse.y - trail.height / 2;
-                rubber.width = 0;
-            }
-            onPositionChanged: mouse => {
-                rubber.x = Math.min(start.x * width, mouse.x);
-                rubber.y = Math.min(start.y * height, mouse.y);
-                rubber.width = Math.abs(mouse.x - start.x * width);
-                rubber.height = Math.abs(mouse.y - start.y * height);
-                trail.x = mouse.x - trail.width / 2;
-                trail.y = mouse.y - trail.height / 2;
-                places.push(mouse.x / width, mouse.y / height);
-            }
-            onReleased: mouse => {
-                rubber.visible = false;
-                trail.visible = false;
-                if (sheet.tool !== 0) {
-                    sheet.session.scribble(places, 0.03, sheet.tool === 1);
-                } else if (rubber.width > 8 && rubber.height > 8) {
-                    sheet.session.frame(start.x, start.y, mouse.x / width, mouse.y / height);
-                    sheet.tool = 1;
+        Flow {
+            id: tools
+
+            anchors.verticalCenter: parent.verticalCenter
+            width: parent.width - take.width - Theme.size.medium
+            spacing: Theme.size.tiny
+
+            Repeater {
+                model: [["keep", qsTr("keep"), "plus"], ["drop", qsTr("leave out"), "minus"], ["frame", qsTr("frame"), "square-dashed"]]
+
+                Chip {
+                    required property var modelData
+
+                    text: modelData[1]
+                    iconName: modelData[2]
+                    checkable: true
+                    checked: sheet.tool === modelData[0]
+                    onClicked: sheet.chosenTool = modelData[0]
                 }
             }
-        }
+            IconButton {
+                iconName: "undo-2"
+                text: qsTr("take the last one back")
+                hint: qsTr("Ctrl Z")
+                enabled: sheet.session.canUndo
+                onClicked: sheet.session.undo()
+            }
+            IconButton {
+                iconName: "minus"
+                text: qsTr("a finer brush")
+                hint: "-"
+                enabled: sheet.tool !== "frame"
+                onClicked: board.resizeBrush(1 / 1.3)
+            }
+            Item {
+                width: 26
+                height: Theme.size.control
 
-        Rectangle {
-            id: rubber
+                Rectangle {
+                    anchors.centerIn: parent
+                    width: Math.min(26, Math.max(3, board.width * board.brush))
+                    height: width
+                    radius: width / 2
+                    color: Theme.color.softInk
+                }
+            }
+            IconButton {
+                iconName: "plus"
+                text: qsTr("a broader brush")
+                hint: "+"
+                enabled: sheet.tool !== "frame"
+                onClicked: board.resizeBrush(1.3)
+            }
+        }
+        PaperButton {
+            id: take
 
-            visible: false
-            color: "transparent"
-            border.width: 2
-            border.color: Theme.color.accent
-            radius: 3
+            anchors.right: parent.right
+            kind: PaperButton.Primary
+            iconName: "scissors"
+            text: sheet.session.isWorking ? qsTr("looking for the edge…") : qsTr("stick it up")
+            enabled: sheet.session.hasEdge && !sheet.session.isWorking
+            onClicked: sheet.session.take()
         }
-        Rectangle {
-            id: trail
-
-            visible: false
-            width: picture.width * 0.03
-            height: width
-            radius: width / 2
-            color: sheet.tool === 1 ? Theme.color.here : Theme.color.accent
-            opacity: 0.7
-        }
-    }
-
-    Row {
-        spacing: Theme.size.tiny
-
-        Chip {
-            text: qsTr("frame")
-            iconName: "square-dashed"
-            checkable: true
-            checked: sheet.tool === 0
-            onClicked: sheet.tool = 0
-        }
-        Chip {
-            text: qsTr("keep")
-            iconName: "plus"
-            checkable: true
-            checked: sheet.tool === 1
-            onClicked: sheet.tool = 1
-        }
-        Chip {
-            text: qsTr("drop")
-            iconName: "minus"
-            checkable: true
-            checked: sheet.tool === 2
-            onClicked: sheet.tool = 2
-        }
-    }
-    PaperButton {
-        anchors.right: parent.right
-        kind: PaperButton.Primary
-        iconName: "scissors"
-        text: sheet.session.isWorking ? qsTr("looking for the edge…") : qsTr("stick it up")
-        enabled: sheet.session.hasEdge && !sheet.session.isWorking
-        onClicked: sheet.session.take()
     }
 }

@@ -7,21 +7,34 @@
 
 namespace lumaro {
 
+struct CutOutSession::Opened {
+    QImage picture;
+    std::shared_ptr<CutOut> cut;
+    QPainterPath outline;
+};
+
 void CutOutSession::open(std::string file, Cut then) {
-    close();
+    letGo();
     task_ = inBackground(
         background_,
         [file = std::move(file)] {
-            auto picture = QImage::fromData(QByteArrayView{file});
-            auto cut = picture.isNull() ? nullptr : std::make_shared<CutOut>(picture);
-            return std::pair{std::move(picture), std::move(cut)};
+            Opened opened{.picture = QImage::fromData(QByteArrayView{file}), .cut = nullptr, .outline = {}};
+            if (opened.picture.isNull()) return opened;
+            opened.cut = std::make_shared<CutOut>(opened.picture);
+            opened.cut->guess();
+            opened.outline = opened.cut->outline();
+            return opened;
         },
-        [this, then = std::move(then)](auto opened) mutable {
+        [this, then = std::move(then)](Opened opened) mutable {
             const auto done = std::move(task_);
-            std::tie(picture_, cut_) = std::move(opened);
+            picture_ = std::move(opened.picture);
+            cut_ = std::move(opened.cut);
+            outline_ = std::move(opened.outline);
             then_ = std::move(then);
             Q_EMIT changed();
+            if (!isOpen()) Q_EMIT closed();
         });
+    Q_EMIT changed();
 }
 
 void CutOutSession::frame(double left, double top, double right, double bottom) {
@@ -41,6 +54,10 @@ void CutOutSession::scribble(const QList<double>& places, double width, bool isK
     });
 }
 
+void CutOutSession::undo() {
+    add([](CutOut& cut) { cut.undo(); });
+}
+
 void CutOutSession::add(Gesture gesture) {
     if (!cut_) return;
     gestures_.push_back(std::move(gesture));
@@ -52,10 +69,10 @@ void CutOutSession::workOff() {
         background_,
         [cut = cut_, gestures = std::exchange(gestures_, {})] {
             for (const auto& gesture : gestures) gesture(*cut);
-            return cut->outline();
+            return std::pair{cut->outline(), cut->undoable()};
         },
-        [this](QPainterPath outline) {
-            outline_ = std::move(outline);
+        [this](std::pair<QPainterPath, int> cut) {
+            std::tie(outline_, undoable_) = std::move(cut);
             const auto done = std::move(task_);
             if (!gestures_.empty()) workOff();
             Q_EMIT changed();
@@ -76,14 +93,20 @@ void CutOutSession::take() {
     Q_EMIT changed();
 }
 
-void CutOutSession::close() {
+void CutOutSession::letGo() {
     task_.reset();
     cut_.reset();
     gestures_.clear();
     picture_ = {};
     outline_ = {};
+    undoable_ = 0;
     then_ = nullptr;
+}
+
+void CutOutSession::close() {
+    letGo();
     Q_EMIT changed();
+    Q_EMIT closed();
 }
 
 } // namespace lumaro

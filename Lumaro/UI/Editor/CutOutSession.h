@@ -16,8 +16,8 @@
 
 namespace lumaro {
 
-/// A picture that is being cut out: gestures are worked off in the background one after the other, and the edge
-/// follows. Places are fractions of the picture, 0 to 1.
+/// A picture that is being cut out. The edge is guessed as soon as it is open; gestures are worked off in the
+/// background one after the other, and the edge follows. Places are fractions of the picture, 0 to 1.
 class CutOutSession final : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -25,6 +25,7 @@ class CutOutSession final : public QObject {
     Q_PROPERTY(bool isOpen READ isOpen NOTIFY changed)
     Q_PROPERTY(bool isWorking READ isWorking NOTIFY changed)
     Q_PROPERTY(bool hasEdge READ hasEdge NOTIFY changed)
+    Q_PROPERTY(bool canUndo READ canUndo NOTIFY changed)
     Q_PROPERTY(double aspect READ aspect NOTIFY changed)
 
 public:
@@ -40,6 +41,7 @@ public:
     bool isOpen() const { return cut_ != nullptr; }
     bool isWorking() const { return task_ != nullptr; }
     bool hasEdge() const { return !outline_.isEmpty(); }
+    bool canUndo() const { return undoable_ > 0; }
     double aspect() const { return picture_.isNull() ? 1.0 : picture_.width() * 1.0 / picture_.height(); }
     const QImage& picture() const { return picture_; }
     /// In pixels of the picture.
@@ -48,22 +50,28 @@ public:
     Q_INVOKABLE void frame(double left, double top, double right, double bottom);
     /// `places` alternate x and y; `width` is a fraction of the picture's width.
     Q_INVOKABLE void scribble(const QList<double>& places, double width, bool isKept);
+    /// Takes back the latest frame or stroke.
+    Q_INVOKABLE void undo();
     /// Puts up what is within the edge, and closes.
     Q_INVOKABLE void take();
     Q_INVOKABLE void close();
 
 Q_SIGNALS:
     void changed();
+    void closed();
 
 private:
     using Gesture = std::function<void(CutOut&)>;
+    struct Opened;
 
     void add(Gesture gesture);
     void workOff();
+    void letGo();
 
     BackgroundRunner& background_;
     QImage picture_;
     QPainterPath outline_;
+    int undoable_ = 0;
     std::shared_ptr<CutOut> cut_; ///< the background's while a task is under way
     std::deque<Gesture> gestures_;
     std::unique_ptr<BackgroundRunner::Task> task_;

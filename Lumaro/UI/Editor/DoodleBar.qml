@@ -7,18 +7,37 @@ import Lumaro.UI
 Rectangle {
     id: bar
 
-    required property EditorView editor
+    required property PenView pen
     property string ink: "ink"
     property real penWidth: 6
     property bool isErasing: false
+    /// Whether the ink is to go, once somebody has said so.
+    property bool isAsking: false
+
+    /// The question was answered: the keys are the drawing's again.
+    signal answered
+
+    function begin(): void {
+        isErasing = false;
+        isAsking = false;
+    }
+    /// Asks once when there is ink to lose.
+    function letGoWanted(): void {
+        isAsking = pen.isChanged;
+        if (isAsking) {
+            question.takeKeys();
+        } else {
+            pen.letGo();
+        }
+    }
 
     function take(width: real): void {
         penWidth = width;
         isErasing = false;
     }
 
-    width: row.width + 2 * Theme.size.medium
-    height: row.height + 2 * Theme.size.small
+    width: (isAsking ? question.width : row.width) + 2 * Theme.size.medium
+    height: (isAsking ? question.height : row.height) + 2 * Theme.size.small
     radius: Theme.size.largeRadius
     color: Theme.color.surface
     border.width: 1
@@ -35,9 +54,24 @@ Rectangle {
         anchors.fill: parent
     }
 
+    LetInkGo {
+        id: question
+
+        visible: bar.isAsking
+        anchors.centerIn: parent
+        room: bar.parent?.width ?? 0
+        onAgreed: bar.pen.letGo()
+        onStayed: {
+            bar.isAsking = false;
+            bar.answered();
+        }
+    }
+
     // In two rows where one has no room.
     Flow {
         id: row
+
+        visible: !bar.isAsking
 
         readonly property real inOneRow: {
             let sum = -spacing;
@@ -112,17 +146,33 @@ Rectangle {
             checked: bar.isErasing
             onClicked: bar.isErasing = checked
         }
+        IconButton {
+            text: qsTr("take the stroke back")
+            focusPolicy: Qt.TabFocus
+            hint: qsTr("Ctrl Z")
+            iconName: "undo-2"
+            enabled: bar.pen.canUndo
+            onClicked: bar.pen.undo()
+        }
+        IconButton {
+            text: qsTr("draw it again")
+            focusPolicy: Qt.TabFocus
+            hint: qsTr("Ctrl Shift Z")
+            iconName: "redo-2"
+            enabled: bar.pen.canRedo
+            onClicked: bar.pen.redo()
+        }
         PaperButton {
-            text: qsTr("leave it")
+            text: qsTr("let it go")
             focusPolicy: Qt.TabFocus
             kind: PaperButton.Quiet
-            onClicked: bar.editor.cancelDoodle()
+            onClicked: bar.letGoWanted()
         }
         PaperButton {
             text: qsTr("stick it up")
             focusPolicy: Qt.TabFocus
             kind: PaperButton.Primary
-            onClicked: bar.editor.finishDoodle()
+            onClicked: bar.pen.finish()
         }
     }
 }

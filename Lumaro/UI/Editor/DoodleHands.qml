@@ -8,13 +8,16 @@ FocusScope {
     id: hands
 
     required property BoardView board
-    required property EditorView editor
+    required property PenView pen
     required property DoodleBar bar
 
     Accessible.role: Accessible.Canvas
     Accessible.name: qsTr("the glass, to draw on")
-    Keys.onEscapePressed: editor.cancelDoodle()
-    Keys.onReturnPressed: editor.finishDoodle()
+    Accessible.description: qsTr("escape and enter stick the ink up")
+    Keys.onEscapePressed: pen.finish()
+    Keys.onReturnPressed: pen.finish()
+    Keys.onEnterPressed: pen.finish()
+    Keys.onDeletePressed: bar.letGoWanted()
     Keys.onPressed: event => {
         if (event.key === Qt.Key_E) {
             bar.isErasing = !bar.isErasing;
@@ -22,34 +25,29 @@ FocusScope {
         }
     }
 
-    MouseArea {
+    PenArea {
         property point last
 
-        function place(mouse: var): point {
-            return hands.board.canvas.canvasPoint(Qt.point(mouse.x, mouse.y));
-        }
-
         anchors.fill: parent
-        cursorShape: Qt.CrossCursor
-        onPressed: mouse => {
+        onPressed: (place, seconds, pressure) => {
             hands.forceActiveFocus();
-            last = place(mouse);
+            last = hands.board.canvas.canvasPoint(place);
             if (hands.bar.isErasing) {
-                hands.editor.erase(last, last, 14);
+                hands.pen.erase(last, last, 14);
             } else {
-                hands.editor.penDown(last, hands.bar.ink, hands.bar.penWidth);
+                hands.pen.take(hands.bar.ink, hands.bar.penWidth);
+                hands.pen.down(last, seconds, pressure);
             }
         }
-        onPositionChanged: mouse => {
-            const there = place(mouse);
+        onMoved: (place, seconds, pressure) => {
+            const there = hands.board.canvas.canvasPoint(place);
             if (hands.bar.isErasing) {
-                hands.editor.erase(last, there, 14);
+                hands.pen.erase(last, there, 14);
             } else {
-                hands.editor.penTo(there);
+                hands.pen.moveTo(there, seconds, pressure);
             }
             last = there;
         }
-        onReleased: hands.editor.penUp()
-        onCanceled: hands.editor.penUp()
+        onReleased: hands.pen.up()
     }
 }

@@ -4,7 +4,8 @@ import DesignSystem
 import Widgets
 import Lumaro.UI
 
-/// Drawing over the board: what the pointer does, and the bar with inks and widths, which stay as they were chosen.
+/// Drawing over the board: what the pointer does, and the bar with inks and widths, which stay as they were chosen. The
+/// eraser does not: whoever begins to draw has a pen.
 Item {
     id: layer
 
@@ -13,16 +14,20 @@ Item {
 
     signal done
 
+    function begin(): void {
+        bar.begin();
+        takeKeys();
+    }
     function takeKeys(): void {
         hands.forceActiveFocus();
     }
 
     anchors.fill: parent
     visible: editor.isDoodling
-    Component.onCompleted: takeKeys()
+    Component.onCompleted: begin()
     onVisibleChanged: {
         if (visible) {
-            takeKeys();
+            begin();
         } else {
             done();
         }
@@ -33,7 +38,7 @@ Item {
 
         anchors.fill: parent
         board: layer.board
-        editor: layer.editor
+        pen: layer.editor.pen
         bar: bar
     }
 
@@ -45,6 +50,7 @@ Item {
             bottomMargin: Theme.size.large
             horizontalCenter: parent.horizontalCenter
         }
-        editor: layer.editor
+        pen: layer.editor.pen
+        onAnswered: hands.forceActiveFocus()
     }
 }

@@ -4,7 +4,6 @@
 #include "Lumaro/UI/Editor/PictureExchange.h"
 
 #include <QtCore/QMimeDatabase>
-#include <QtGui/QImageReader>
 
 #include <algorithm>
 
@@ -13,7 +12,7 @@ namespace {
 
 bool isNamedLikeAPicture(const QUrl& url) {
     const auto type = QMimeDatabase{}.mimeTypeForFile(url.toLocalFile(), QMimeDatabase::MatchExtension);
-    return QImageReader::supportedMimeTypes().contains(type.name().toLatin1());
+    return type.name().startsWith(QStringLiteral("image/"));
 }
 
 } // namespace

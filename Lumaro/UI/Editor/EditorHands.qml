@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 import QtQuick
+import DesignSystem
 import Widgets
 import Lumaro.UI
 
@@ -16,9 +17,14 @@ FocusScope {
 
     signal menuWanted(place: point)
     signal editWanted
+    /// What is written under the selected photo is to be changed.
+    signal captionWanted
     /// One's own music is to be shared, or no longer.
     signal sharingWanted
-    signal quickNoteWanted
+    signal noteWanted
+    /// The selected note is to be read large; a link in it is to be opened.
+    signal readWanted
+    signal linkWanted
     signal doodleWanted
     signal helpWanted
     /// The keyboard focus is to go to the bar with what can be done to the selected item.
@@ -27,7 +33,14 @@ FocusScope {
     activeFocusOnTab: true
     Accessible.role: Accessible.Canvas
     Accessible.name: qsTr("the board")
-    Accessible.description: editor.selected.isThere ? qsTr("selected; space goes to what can be done with it") : qsTr("tab walks from one thing to the next")
+    Accessible.description: editor.selected.count > 1 ? qsTr("%n things selected; space goes to what can be done with them", "", editor.selected.count) : qsTr("tab walks from one thing to the next")
+    Accessible.focused: isAttended
+    // A screen reader is with one item, or here.
+    readonly property bool isAttended: activeFocus && editor.walkedTo === "" && editor.selected.count !== 1
+    onIsAttendedChanged: {
+        if (isAttended)
+            ScreenReader.moveTo(hands);
+    }
 
     Keys.onPressed: event => event.accepted = key(event.key, event.modifiers)
     Keys.onReleased: event => {
@@ -51,11 +64,16 @@ FocusScope {
             editor.selectNothing();
             return true;
         case Qt.Key_N:
-            quickNoteWanted();
+            noteWanted();
             return true;
         case Qt.Key_D:
             doodleWanted();
             return true;
+        case Qt.Key_Space:
+            if (isShift) {
+                editor.toggleWalkedTo();
+                return true;
+            }
         }
         if (!editor.selected.isThere) {
             return false;
@@ -94,11 +112,32 @@ FocusScope {
         case Qt.Key_Space:
             barWanted();
             return true;
+        case Qt.Key_C:
+            if (editor.selected.canCaption)
+                captionWanted();
+            return editor.selected.canCaption;
+        case Qt.Key_V:
+            if (editor.selected.kind === "note")
+                readWanted();
+            return true;
+        case Qt.Key_O:
+            if (editor.selected.hasLinks)
+                linkWanted();
+            return true;
         case Qt.Key_K:
             editor.setKept(!editor.selected.isKept);
             return true;
         case Qt.Key_F:
             editor.bringToFront();
+            return true;
+        case Qt.Key_B:
+            editor.putToBack();
+            return true;
+        case Qt.Key_L:
+            editor.setLocked(!editor.selected.isLocked);
+            return true;
+        case Qt.Key_H:
+            editor.giveHeart();
             return true;
         case Qt.Key_Menu:
             menuWanted(Qt.point(width / 2, height / 2));
@@ -123,84 +162,25 @@ FocusScope {
         case Qt.Key_D:
             editor.duplicate();
             return true;
+        case Qt.Key_A:
+            editor.selectAll();
+            return true;
+        case Qt.Key_Space:
+            editor.toggleWalkedTo();
+            return true;
         }
         return false;
     }
 
-    MouseArea {
+    BoardPointer {
         id: pointer
 
-        property bool isDragging: false
-        property point start
-
-        /// A pointer that moves no further than this, in view pixels, is a click and no drag.
-        readonly property real tremble: 4
-
-        function place(mouse: var): point {
-            return hands.board.canvas.canvasPoint(Qt.point(mouse.x, mouse.y));
-        }
-
         anchors.fill: parent
-        acceptedButtons: Qt.LeftButton | Qt.RightButton
-        cursorShape: isDragging ? Qt.ClosedHandCursor : Qt.ArrowCursor
-        onPressed: mouse => {
-            hands.forceActiveFocus();
-            hands.editor.finishWriting();
-            start = Qt.point(mouse.x, mouse.y);
-            hands.editor.select(hands.editor.itemAt(place(mouse), 8));
-            if (mouse.button === Qt.RightButton && hands.editor.selected.isThere) {
-                hands.menuWanted(start);
-            }
-        }
-        onPositionChanged: mouse => {
-            if (!(mouse.buttons & Qt.LeftButton) || !hands.editor.selected.isThere) {
-                return;
-            }
-            if (!isDragging && Math.abs(mouse.x - start.x) + Math.abs(mouse.y - start.y) > tremble) {
-                isDragging = true;
-                hands.editor.grip(hands.board.canvas.canvasPoint(start));
-            }
-            if (isDragging) {
-                hands.editor.moveTo(place(mouse));
-            }
-        }
-        onReleased: mouse => {
-            if (hands.isFixOffered && !isDragging && mouse.button === Qt.LeftButton)
-                clicked.restart();
-            isDragging = false;
-            hands.editor.letGo();
-        }
-        onCanceled: {
-            isDragging = false;
-            hands.editor.letGo();
-        }
-        onDoubleClicked: {
-            clicked.stop();
-            if (hands.editor.selected.isThere) {
-                hands.editWanted();
-            }
-        }
-        onWheel: wheel => {
-            if (hands.editor.selected.isThere && hands.editor.selected.canResize) {
-                hands.editor.resizeBy(Math.pow(1.04, wheel.angleDelta.y / 120));
-                rested.restart();
-            }
-        }
-
-        // The second press of a double click is not to fall on what the first one opened.
-        Timer {
-            id: clicked
-
-            interval: Application.styleHints.mouseDoubleClickInterval
-            onTriggered: if (hands.isFixOffered) hands.editWanted()
-        }
-
-        // A wheel does not say when it stops: it has after a while without a turn.
-        Timer {
-            id: rested
-
-            interval: 350
-            onTriggered: hands.editor.letGo()
-        }
+        board: hands.board
+        editor: hands.editor
+        isFixOffered: hands.isFixOffered
+        onTaken: hands.forceActiveFocus()
+        onMenuWanted: place => hands.menuWanted(place)
+        onEditWanted: hands.editWanted()
     }
 }

@@ -18,12 +18,14 @@ FocusScope {
     readonly property alias sheets: sheets
     readonly property alias toast: toast
 
-    /// The person wants the page about the board, the settings, or a quick note.
+    /// The person wants the page about the board, or the settings.
     signal boardPageWanted
     signal settingsWanted
-    signal quickNoteWanted
     /// What the selected item takes of the page with its frame and handles; empty when none is to be seen.
     readonly property rect reach: selection.visible ? FrameRoom.reach(selection.flat, selection.rotation) : Qt.rect(0, 0, 0, 0)
+    /// A note that was not finished when the program ended is in the hand again.
+    readonly property bool resumesNote: editor.isNoteOffered && !isQuiet && !editor.isWriting && !editor.isDoodling
+    onResumesNoteChanged: if (resumesNote) editor.beginNote()
 
     function takeKeys(): void {
         if (page.editor.isWriting) {
@@ -67,6 +69,9 @@ FocusScope {
         background: page.scene.background
         isThreadTied: page.scene.isThreadTied
         selected: page.editor.selected.itemId
+        members: page.editor.members
+        walkedTo: page.editor.walkedTo
+        hasKeys: hands.activeFocus
         written: page.editor.isWriting ? page.editor.selected.itemId : ""
         onDensityChanged: page.scene.wantPixels(density)
     }
@@ -95,9 +100,12 @@ FocusScope {
         isFixOffered: page.editor.selected.isOwnPlace && page.place.isOff
         onMenuWanted: place => (menu.create() as ItemMenu).popup(place.x, place.y)
         onEditWanted: page.editSelected()
+        onCaptionWanted: sheets.editCaption()
         onSharingWanted: sheets.changeSharing()
-        onQuickNoteWanted: page.quickNoteWanted()
-        onDoodleWanted: page.editor.beginDoodle(page.editor.selected.itemId)
+        onNoteWanted: page.editor.beginNote()
+        onReadWanted: sheets.readNote()
+        onLinkWanted: sheets.openLinks()
+        onDoodleWanted: page.editor.pen.begin(page.editor.selected.itemId)
         onBarWanted: selectionBar.takeKeys()
         onHelpWanted: sheets.help()
     }
@@ -114,7 +122,8 @@ FocusScope {
         width: visible ? page.width : 0
         height: visible ? page.height : 0
         visible: page.editor.isDoodling
-        editor: page.editor
+        pen: page.editor.pen
+        dark: Theme.isDark
         canvas: board.canvas
     }
 
@@ -137,7 +146,11 @@ FocusScope {
         place: page.place
         visible: page.editor.selected.isThere && !page.editor.isDoodling && !page.editor.isWriting && !page.isQuiet && !hands.isDragging
         onEditWanted: page.editSelected()
+        onCaptionWanted: sheets.editCaption()
+        onReadWanted: sheets.readNote()
+        onLinkWanted: sheets.openLinks()
         onSharingWanted: sheets.changeSharing()
+        onHoursWanted: sheets.shareHours()
         onKeysLeft: page.takeKeys()
     }
 
@@ -170,7 +183,7 @@ FocusScope {
         isCarrying: hands.isDragging || selection.isPulled
         isInTheWay: FrameRoom.areNear(page.reach, Qt.rect(x, y, width, height), isCarrying ? Theme.size.large : 0)
         onCountdownWanted: sheets.putCountdown()
-        onDoodleWanted: page.editor.beginDoodle("")
+        onDoodleWanted: page.editor.pen.begin("")
         onBoardPageWanted: page.boardPageWanted()
         onSettingsWanted: page.settingsWanted()
         onHelpWanted: sheets.help()
@@ -229,18 +242,24 @@ FocusScope {
 
     /// Whatever the selected one has to edit.
     function editSelected(): void {
-        switch (page.editor.selected.kind) {
+        const kind = page.editor.selected.kind;
+        if (kind !== "location" && !page.editor.mayEdit()) {
+            return;
+        }
+        switch (kind) {
         case "note":
-            page.editor.startWriting();
+            // What is not all seen on its paper is read first.
+            page.editor.isLongNote() ? sheets.readNote() : page.editor.startWriting();
             break;
         case "photo":
-            sheets.editCaption();
+        case "sticker":
+            page.pictures.large.open();
             break;
         case "countdown":
             sheets.editCountdown();
             break;
         case "doodle":
-            page.editor.beginDoodle(page.editor.selected.itemId);
+            page.editor.pen.begin(page.editor.selected.itemId);
             break;
         case "location":
             sheets.showPlace();

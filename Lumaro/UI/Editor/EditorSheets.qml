@@ -26,6 +26,14 @@ Item {
     function help(): void {
         (keys.create() as HelpSheet).open();
     }
+    /// The selected note, large.
+    function readNote(): void {
+        (reader.create() as NoteReader).read();
+    }
+    /// Asks whether the links of the selected note are to be opened.
+    function openLinks(): void {
+        (linkQuestion.create() as LinkQuestion).ask(editor.links());
+    }
     function showPlace(): void {
         (whereabouts.create() as PlaceSheet).show(editor.selected.itemId, editor.selected.isOwnPlace);
     }
@@ -36,6 +44,14 @@ Item {
         } else {
             (sharing.create() as MusicSheet).ask();
         }
+    }
+
+    /// The same of one's hours, which a card asks for.
+    function shareHours(): void {
+        if (place.isHoursDecided)
+            place.shareHours(true);
+        else
+            (hours.create() as HoursSheet).ask();
     }
 
     OnDemand {
@@ -54,6 +70,32 @@ Item {
         properties: ({
                 editor: sheets.editor
             })
+        // Over a large picture the keys go back to that.
+        onClosed: if (!large.instance) sheets.closed()
+    }
+    OnDemand {
+        id: reader
+
+        sourceComponent: NoteReader {}
+        properties: ({
+                editor: sheets.editor
+            })
+        onClosed: sheets.closed()
+    }
+    Connections {
+        target: reader.instance as NoteReader
+
+        function onLinkWanted(link: string): void {
+            (linkQuestion.create() as LinkQuestion).ask([link]);
+        }
+    }
+    OnDemand {
+        id: linkQuestion
+
+        sourceComponent: LinkQuestion {}
+        properties: ({
+                editor: sheets.editor
+            })
         onClosed: sheets.closed()
     }
     OnDemand {
@@ -66,6 +108,15 @@ Item {
         onClosed: sheets.closed()
     }
     OnDemand {
+        id: hours
+
+        sourceComponent: HoursSheet {}
+        properties: ({
+                place: sheets.place
+            })
+        onClosed: sheets.closed()
+    }
+    OnDemand {
         id: whereabouts
 
         sourceComponent: PlaceSheet {}
@@ -74,6 +125,23 @@ Item {
                 scene: sheets.scene
             })
         onClosed: sheets.closed()
+    }
+    OnDemand {
+        id: large
+
+        sourceComponent: LargePage {}
+        properties: ({
+                pictures: sheets.pictures
+            })
+        isWanted: sheets.pictures.large.isOpen
+        onClosed: sheets.closed()
+    }
+    Connections {
+        target: large.instance as LargePage
+
+        function onCaptionWanted(): void {
+            sheets.editCaption();
+        }
     }
     OnDemand {
         sourceComponent: CutOutPage {}

@@ -3,16 +3,18 @@
 
 #include "DesignSystem/Words.h"
 #include "Lumaro/UI/Text.h"
+#include "LumaroCore/BoardLogic/EditParts.h"
 #include "LumaroCore/Geometry/ItemAt.h"
 #include "LumaroCore/Presence/Pomodoro.h"
 #include "LumaroCore/Support/EnumNames.h"
-#include "LumaroCore/Support/WrittenMoment.h"
+#include "Widgets/Items/ItemPainting.h"
+#include "Widgets/Items/NoteLinks.h"
+#include "Widgets/Items/NoteText.h"
 
-#include <QtCore/QDateTime>
+#include <QtGui/QDesktopServices>
 
 #include <algorithm>
 #include <chrono>
-#include <limits>
 #include <utility>
 
 namespace lumaro {
@@ -50,7 +52,8 @@ std::optional<Payload> cardOf(ItemKind kind, PartnerID partner) {
 } // namespace
 
 EditorView::EditorView(AppModel& app, WallClock& clock, QObject* parent)
-    : QObject(parent), app_(app), editor_(app.editor()), hand_(editor_.inHand()), pen_(editor_.pen()), clock_(clock) {
+    : QObject(parent), app_(app), editor_(app.editor()), hand_(editor_.inHand()), group_(editor_.group()),
+      clock_(clock), countdown_(clock, QLocale{}, QTimeZone::systemTimeZone()), pen_(app) {
     refresh();
 }
 
@@ -77,9 +80,15 @@ void EditorView::hear(const AppNews& news) {
 }
 
 void EditorView::refresh() {
-    const auto item = itemInSight();
-    selected_ = item ? selectedItem(*item, me(), clock_.now()) : SelectedItem{};
+    if (group_.isSelected()) {
+        selected_ = groupInSight();
+    } else {
+        const auto item = itemInSight();
+        selected_ = item ? selectedItem(*item, me(), clock_.now()) : SelectedItem{};
+        selected_.isLocked = item && Edits::isLocked(app_.board(), *item);
+    }
     Q_EMIT changed();
+    pen_.refresh();
 }
 
 // Selecting.
@@ -89,92 +98,208 @@ QString EditorView::itemAt(QPointF place, double reach) const {
     return id ? qText(*id) : QString{};
 }
 
+SelectedItem EditorView::groupInSight() const {
+    bool hasNotes = false;
+    bool areKept = true;
+    for (const auto& id : group_.members()) {
+        const auto* const item = app_.board().find(id);
+        const auto* const note = item == nullptr ? nullptr : item->payload.as<NotePayload>();
+        if (note == nullptr) continue;
+        hasNotes = true;
+        areKept = areKept && note->isKept();
+    }
+    return selectedGroup(group_.frame(), group_.members().size(), hasNotes, hasNotes && areKept);
+}
+
+QStringList EditorView::members() const {
+    QStringList ids;
+    for (const auto& id : group_.members()) ids.append(qText(id));
+    return ids;
+}
+
+QString EditorView::walkedTo() const {
+    return walkedTo_ ? qText(*walkedTo_) : QString{};
+}
+
 void EditorView::select(const QString& itemId) {
-    hand_.select(idOf(itemId));
+    const auto id = idOf(itemId);
+    walkedTo_.reset();
+    group_.select(id ? std::vector{*id} : std::vector<UUID>{});
 }
 
 void EditorView::selectNothing() {
-    hand_.select(std::nullopt);
+    select({});
+}
+
+void EditorView::selectAll() {
+    walkedTo_.reset();
+    std::vector<UUID> ids;
+    for (const auto& item : app_.board().items) ids.push_back(item.id);
+    group_.selectUnlocked(std::move(ids));
+}
+
+bool EditorView::isSelected(const QString& itemId) const {
+    const auto id = idOf(itemId);
+    return id && std::ranges::count(group_.selection(), *id) > 0;
+}
+
+void EditorView::toggle(const QString& itemId) {
+    walkedTo_.reset();
+    if (const auto id = idOf(itemId)) group_.toggle(*id);
 }
 
 bool EditorView::selectNext(bool isForward) {
     const auto order = readingOrder(app_.board());
-    const auto here = hand_.selection() ? std::ranges::find(order, *hand_.selection()) : order.end();
+    const bool isGathering = walkedTo_ || group_.isSelected();
+    const auto from = isGathering ? walkedTo_ : hand_.selection();
+    const auto here = from ? std::ranges::find(order, *from) : order.end();
     std::optional<UUID> next;
     if (here == order.end()) {
         if (!order.empty()) next = isForward ? order.front() : order.back();
     } else if (isForward ? here + 1 != order.end() : here != order.begin()) {
         next = isForward ? *(here + 1) : *(here - 1);
     }
-    hand_.select(next);
+    walkedTo_ = isGathering ? next : std::nullopt;
+    if (isGathering) {
+        refresh();
+    } else {
+        hand_.select(next);
+    }
     return next.has_value();
 }
 
-// The selected one in the hand.
+void EditorView::toggleWalkedTo() {
+    const auto id = walkedTo_ ? walkedTo_ : hand_.selection();
+    if (!id) return;
+    // The first one is selected already.
+    if (std::exchange(walkedTo_, id)) return group_.toggle(*id);
+    refresh();
+}
+
+void EditorView::beginLasso(bool adds) {
+    walkedTo_.reset();
+    lassoed_ = adds ? group_.selection() : std::vector<UUID>{};
+}
+
+void EditorView::lasso(QPointF from, QPointF to) {
+    const QRectF area = QRectF{from, to}.normalized();
+    auto ids = lassoed_;
+    for (const auto& id : itemsWithin(app_.board(), {{area.x(), area.y()}, {area.width(), area.height()}})) {
+        if (std::ranges::find(ids, id) == ids.end()) ids.push_back(id);
+    }
+    group_.selectUnlocked(std::move(ids));
+}
+
+// What is selected in the hand.
+
+template <class Act>
+void EditorView::inHand(Act act) {
+    if (group_.isSelected()) {
+        static_cast<void>(act(group_));
+    } else {
+        static_cast<void>(act(hand_));
+    }
+}
+
+std::optional<HeldPlace> EditorView::placeInSight() const {
+    if (group_.isSelected()) {
+        const auto frame = group_.frame();
+        return HeldPlace{frame.middle, frame.tilt, frame.scale};
+    }
+    const auto item = itemInSight();
+    return item ? std::optional{HeldPlace{item->center, item->rotationDegrees, item->scale}} : std::nullopt;
+}
+
+bool EditorView::beginGesture() {
+    if (group_.isSelected()) return group_.beginGesture().has_value();
+    return hand_.selection() && hand_.beginGesture(*hand_.selection()).has_value();
+}
 
 void EditorView::grip(QPointF at) {
-    const auto item = itemInSight();
-    if (!item || !hand_.beginGesture(item->id)) return;
-    grip_.emplace(*item, point(at));
+    const auto place = placeInSight();
+    if (place && beginGesture()) grip_.emplace(*place, point(at));
 }
 
 void EditorView::moveTo(QPointF pointer) {
-    if (grip_) static_cast<void>(hand_.moveTo(grip_->centerAt(point(pointer))));
+    if (grip_) inHand([&](auto& hand) { return hand.moveTo(grip_->centerAt(point(pointer))); });
 }
 
 void EditorView::turnTo(QPointF pointer) {
-    if (grip_) static_cast<void>(hand_.turnTo(grip_->tiltAt(point(pointer))));
+    if (grip_) inHand([&](auto& hand) { return hand.turnTo(grip_->tiltAt(point(pointer))); });
 }
 
 void EditorView::resizeTo(QPointF pointer) {
-    if (grip_) static_cast<void>(hand_.resizeTo(grip_->scaleAt(point(pointer))));
+    if (grip_) inHand([&](auto& hand) { return hand.resizeTo(grip_->scaleAt(point(pointer))); });
 }
 
 void EditorView::letGo() {
     const bool isGripped = std::exchange(grip_, std::nullopt).has_value();
     const bool wasStepping = std::exchange(isStepping_, false);
-    if (isGripped || wasStepping) static_cast<void>(hand_.endGesture());
+    if (isGripped || wasStepping) inHand([](auto& hand) { return hand.endGesture(); });
 }
 
-// The selected one by keys, wheel and menu.
+// What is selected, by keys, wheel and menu.
 
-std::optional<BoardItem> EditorView::inStepGesture() {
-    auto item = itemInSight();
-    if (!item || grip_) return std::nullopt;
-    if (!isStepping_ && !hand_.beginGesture(item->id)) return std::nullopt;
+std::optional<HeldPlace> EditorView::inStepGesture() {
+    if (grip_ || (!isStepping_ && !beginGesture())) return std::nullopt;
     isStepping_ = true;
-    return item;
+    return placeInSight();
 }
 
 void EditorView::nudge(double dx, double dy) {
-    if (const auto item = inStepGesture()) static_cast<void>(hand_.moveTo(item->center + Point{dx, dy}));
+    const auto place = inStepGesture();
+    if (place) inHand([&](auto& hand) { return hand.moveTo(place->center + Point{dx, dy}); });
 }
 
 void EditorView::turnBy(double degrees) {
-    if (const auto item = inStepGesture()) static_cast<void>(hand_.turnTo(item->rotationDegrees + degrees));
+    const auto place = inStepGesture();
+    if (place) inHand([&](auto& hand) { return hand.turnTo(place->tilt + degrees); });
 }
 
 void EditorView::resizeBy(double factor) {
-    if (const auto item = inStepGesture()) static_cast<void>(hand_.resizeTo(item->scale * factor));
+    const auto place = inStepGesture();
+    if (place) inHand([&](auto& hand) { return hand.resizeTo(place->scale * factor); });
+}
+
+void EditorView::carryOut(const EditorModel::VerbOn& verbOn) {
+    if (group_.isSelected()) {
+        static_cast<void>(editor_.carryOutOnGroup(verbOn));
+    } else if (hand_.selection()) {
+        static_cast<void>(editor_.carryOut(verbOn(*hand_.selection())));
+    }
 }
 
 void EditorView::bringToFront() {
-    const auto* const item = selectedOnBoard();
-    if (item != nullptr && hand_.beginGesture(item->id)) static_cast<void>(hand_.endGesture());
+    if (group_.isSelected()) return static_cast<void>(editor_.stackGroup(Edits::StackEnd::front));
+    carryOut([](const UUID& id) { return BoardVerb{BoardVerb::ToFront{id}}; });
+}
+
+void EditorView::putToBack() {
+    if (group_.isSelected()) return static_cast<void>(editor_.stackGroup(Edits::StackEnd::back));
+    carryOut([](const UUID& id) { return BoardVerb{BoardVerb::ToBack{id}}; });
 }
 
 void EditorView::takeDown() {
-    if (hand_.selection()) static_cast<void>(editor_.carryOut({BoardVerb::TakeDown{*hand_.selection()}}));
+    carryOut([](const UUID& id) { return BoardVerb{BoardVerb::TakeDown{id}}; });
 }
 
 void EditorView::duplicate() {
+    if (group_.isSelected()) return static_cast<void>(editor_.duplicateGroup());
     if (hand_.selection()) static_cast<void>(editor_.duplicate(*hand_.selection()));
 }
 
 void EditorView::setKept(bool isKept) {
-    if (!hand_.selection()) return;
-    const UUID id = *hand_.selection();
-    static_cast<void>(editor_.carryOut(isKept ? BoardVerb{BoardVerb::Keep{id}} : BoardVerb{BoardVerb::Unkeep{id}}));
+    carryOut(
+        [=](const UUID& id) { return isKept ? BoardVerb{BoardVerb::Keep{id}} : BoardVerb{BoardVerb::Unkeep{id}}; });
+}
+
+void EditorView::setLocked(bool isLocked) {
+    carryOut(
+        [=](const UUID& id) { return isLocked ? BoardVerb{BoardVerb::Lock{id}} : BoardVerb{BoardVerb::Unlock{id}}; });
+}
+
+void EditorView::giveHeart() {
+    if (hand_.selection()) static_cast<void>(editor_.giveHeart(*hand_.selection()));
 }
 
 // What the selected one holds.
@@ -187,7 +312,14 @@ template <class Value, class Change>
 void EditorView::change(Change change) {
     const auto* const item = selectedOnBoard();
     const auto* const current = item == nullptr ? nullptr : item->payload.as<Value>();
-    if (current != nullptr) replacePayload(*item, change(*current));
+    if (current != nullptr) return replacePayload(*item, change(*current));
+    // A sheet was open while the partner took down what it is about.
+    if (item == nullptr) Q_EMIT noticed(Words::tr("that has been taken down meanwhile."));
+}
+
+bool EditorView::mayEdit() {
+    if (selected_.isLocked) Q_EMIT noticed(Words::of(textOf(EditorFault{EditFault::locked})));
+    return !selected_.isLocked;
 }
 
 void EditorView::startWriting() {
@@ -199,10 +331,48 @@ void EditorView::finishWriting() {
 }
 
 void EditorView::setPaper(const QString& paper) {
+    if (hand_.isNew()) return static_cast<void>(hand_.changeLook(paper.toStdString(), std::nullopt));
     change<NotePayload>([&](NotePayload note) {
         note.paper = paper.toStdString();
         return note;
     });
+}
+
+void EditorView::setPin(const QString& pin) {
+    if (hand_.isNew()) return static_cast<void>(hand_.changeLook(std::nullopt, pin.toStdString()));
+    change<NotePayload>([&](NotePayload note) {
+        note.pin = pin.toStdString();
+        return note;
+    });
+}
+
+bool EditorView::isLongNote() const {
+    const auto item = itemInSight();
+    const auto* const note = item ? item->payload.as<NotePayload>() : nullptr;
+    return note != nullptr &&
+           overflows(note->pm, noteTextBox({BoardSpec::noteSize.width, BoardSpec::noteSize.height}).size());
+}
+
+QStringList EditorView::links() const {
+    const auto item = itemInSight();
+    const auto* const note = item ? item->payload.as<NotePayload>() : nullptr;
+    QStringList links;
+    if (note == nullptr) return links;
+    for (const auto& link : linksIn(qText(std::string_view{note->pm.plainText()}))) {
+        const auto address = link.url.toString(QUrl::FullyEncoded);
+        if (!links.contains(address)) links.append(address);
+    }
+    return links;
+}
+
+QString EditorView::placeOf(const QString& link) {
+    return lumaro::placeOf(QUrl{link});
+}
+
+void EditorView::openLink(const QString& link) {
+    // Only what would be told apart as a link in a text.
+    const auto links = linksIn(link);
+    if (links.size() == 1 && links.front().length == link.size()) QDesktopServices::openUrl(links.front().url);
 }
 
 void EditorView::setCaption(const QString& caption) {
@@ -236,10 +406,16 @@ void EditorView::rest() {
 
 // Putting up.
 
-void EditorView::putUpNote(const QString& paper) {
-    // That it has a time to come down makes it a note for a day.
-    const auto id = editor_.putUp(NotePayload{pm::emptyDoc(), paper.toStdString(), "brass", clock_.now()});
-    if (id) startWriting();
+void EditorView::beginNote() {
+    static_cast<void>(editor_.beginNote());
+}
+
+QString EditorView::quickNote() const {
+    return qText(app_.drafts().quickNote());
+}
+
+void EditorView::keepQuickNote(const QString& text) {
+    app_.drafts().keepQuickNote(text.toStdString());
 }
 
 bool EditorView::putUpText(const QString& text) {
@@ -266,55 +442,20 @@ void EditorView::setBackground(const QString& background) {
     }
 }
 
-// Pen and eraser.
-
-void EditorView::beginDoodle(const QString& onItem) {
-    const auto id = idOf(onItem);
-    const auto* const item = id ? app_.board().find(*id) : nullptr;
-    if (item != nullptr && item->kind() == ItemKind::doodle) {
-        static_cast<void>(pen_.edit(*id));
-    } else {
-        pen_.begin(item != nullptr ? id : std::nullopt);
-    }
-    Q_EMIT inkChanged();
-}
-
-void EditorView::penDown(QPointF place, const QString& ink, double width) {
-    static_cast<void>(pen_.down(point(place), {ink.toStdString(), width}));
-    Q_EMIT inkChanged();
-}
-
-void EditorView::penTo(QPointF place) {
-    pen_.moveTo(point(place));
-    Q_EMIT inkChanged();
-}
-
-void EditorView::penUp() {
-    pen_.up();
-    Q_EMIT inkChanged();
-}
-
-void EditorView::erase(QPointF from, QPointF to, double radius) {
-    pen_.eraseAlong(point(from), point(to), radius);
-    Q_EMIT inkChanged();
-}
-
-void EditorView::finishDoodle() {
-    static_cast<void>(pen_.finish());
-    Q_EMIT inkChanged();
-}
-
-void EditorView::cancelDoodle() {
-    pen_.cancel();
-    Q_EMIT inkChanged();
-}
+// Taking back.
 
 void EditorView::undo() {
+    if (isDoodling()) return pen_.undo();
     static_cast<void>(editor_.undo());
 }
 
 void EditorView::redo() {
+    if (isDoodling()) return pen_.redo();
     static_cast<void>(editor_.redo());
+}
+
+void EditorView::layDown() {
+    editor_.layDown();
 }
 
 void EditorView::putBack() {
@@ -323,33 +464,6 @@ void EditorView::putBack() {
 
 void EditorView::letBe() {
     hand_.cancel();
-}
-
-// Moments.
-
-double EditorView::momentFrom(const QString& day, const QString& time) {
-    const auto text = day.trimmed() + (time.trimmed().isEmpty() ? QString{} : QLatin1Char(' ') + time.trimmed());
-    const auto moment = parseWrittenMoment(text.toStdString());
-    if (!moment) return std::numeric_limits<double>::quiet_NaN();
-    const QDate date{static_cast<int>(moment->day.year()), static_cast<int>(static_cast<unsigned>(moment->day.month())),
-                     static_cast<int>(static_cast<unsigned>(moment->day.day()))};
-    const auto clock = QTime::fromMSecsSinceStartOfDay(static_cast<int>(moment->time.count()) * 1000);
-    const QDateTime written{date, clock, moment->isUtc ? Qt::UTC : Qt::LocalTime};
-    return written.isValid() ? static_cast<double>(written.toMSecsSinceEpoch())
-                             : std::numeric_limits<double>::quiet_NaN();
-}
-
-QString EditorView::dayOf(double ms) {
-    return QDateTime::fromMSecsSinceEpoch(static_cast<qint64>(ms)).date().toString(Qt::ISODate);
-}
-
-QString EditorView::timeOf(double ms) {
-    return QDateTime::fromMSecsSinceEpoch(static_cast<qint64>(ms)).time().toString(QStringLiteral("HH:mm"));
-}
-
-double EditorView::inDays(int days) {
-    return static_cast<double>(
-        QDate::currentDate().addDays(days).startOfDay().addSecs(qint64{18} * 3600).toMSecsSinceEpoch());
 }
 
 } // namespace lumaro

@@ -1,16 +1,21 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "LumaroCore/BoardModel/BoardItem.h"
 #include "LumaroCore/Support/Plane.h"
 
 namespace lumaro {
 
-/// A pointer that has taken hold of an item, and what its way means. Places are on the canvas. A value.
+/// Where an item lies, or several together.
+struct HeldPlace {
+    Point center;
+    double tilt = 0;
+    double scale = 1;
+};
+
+/// A pointer that has taken hold of what is selected, and what its way means. Places are on the canvas. A value.
 class Grip {
 public:
-    Grip(const BoardItem& item, Point at)
-        : at_(at), center_(item.center), tilt_(item.rotationDegrees), scale_(item.scale) {}
+    Grip(HeldPlace held, Point at) : at_(at), center_(held.center), tilt_(held.tilt), scale_(held.scale) {}
 
     Point centerAt(Point pointer) const { return center_ + (pointer - at_); }
     /// As if the item were turned about its middle.

@@ -17,11 +17,18 @@ Item {
 
     /// Where the pointer is on the canvas, while it pulls.
     signal pulled(place: point)
+    /// It was pressed without a pointer.
+    signal stepped
 
     width: 36
     height: 36
-    Accessible.role: Accessible.Grip
+    Accessible.role: Accessible.Button
     Accessible.name: name
+    Accessible.ignored: name === ""
+    Accessible.onPressAction: {
+        stepped();
+        editor.letGo();
+    }
 
     Rectangle {
         anchors.centerIn: parent

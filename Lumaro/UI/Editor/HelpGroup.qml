@@ -10,7 +10,7 @@ Column {
     required property var lines
     readonly property real keysWidth: Math.round(0.38 * width)
 
-    spacing: 5
+    spacing: 3
 
     Title {
         width: parent.width

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "Lumaro/UI/Editor/EditorView.h"
+#include "Lumaro/UI/Editor/PenView.h"
 #include "Widgets/Board/CanvasInView.h"
 
 #include <QtQml/qqmlregistration.h>
@@ -13,26 +13,28 @@ namespace lumaro {
 class InkSheet : public QQuickPaintedItem {
     Q_OBJECT
     QML_ELEMENT
-    Q_PROPERTY(lumaro::EditorView* editor READ editor WRITE setEditor NOTIFY editorChanged REQUIRED)
+    Q_PROPERTY(lumaro::PenView* pen READ pen WRITE setPen NOTIFY penChanged REQUIRED)
+    Q_PROPERTY(bool dark MEMBER isDark_ NOTIFY canvasChanged)
     Q_PROPERTY(lumaro::CanvasInView canvas MEMBER canvas_ NOTIFY canvasChanged)
 
 public:
     explicit InkSheet(QQuickItem* parent = nullptr);
 
-    EditorView* editor() const { return editor_; }
-    void setEditor(EditorView* editor);
+    PenView* pen() const { return pen_; }
+    void setPen(PenView* pen);
     void paint(QPainter* painter) override;
 
 Q_SIGNALS:
-    void editorChanged();
+    void penChanged();
     void canvasChanged();
 
 private:
     void inkChanged();
 
-    EditorView* editor_ = nullptr;
+    PenView* pen_ = nullptr;
     CanvasInView canvas_;
-    std::size_t painted_ = 0; ///< points of the growing line
+    bool isDark_ = false;
+    std::size_t painted_ = 0; ///< samples of the growing line
 };
 
 } // namespace lumaro

@@ -4,7 +4,7 @@ import QtQuick.Templates as T
 import DesignSystem
 import Lumaro.UI
 
-/// Everything that can be done to the selected item.
+/// Everything that can be done to what is selected.
 T.Menu {
     id: menu
 
@@ -47,29 +47,72 @@ T.Menu {
     }
 
     MenuEntry {
-        visible: menu.item.canEdit
+        visible: menu.item.canEdit && !menu.item.isLocked
         text: qsTr("edit")
         hint: qsTr("Enter")
         onTriggered: menu.hands.editWanted()
     }
     MenuEntry {
-        visible: menu.item.canKeep
+        visible: menu.item.canOpen
+        text: qsTr("see it large")
+        hint: qsTr("Enter")
+        onTriggered: menu.hands.editWanted()
+    }
+    MenuEntry {
+        visible: menu.item.canCaption && !menu.item.isLocked
+        text: qsTr("caption")
+        hint: "C"
+        onTriggered: menu.hands.captionWanted()
+    }
+    MenuEntry {
+        visible: menu.item.kind === "note"
+        text: qsTr("read")
+        hint: "V"
+        onTriggered: menu.hands.readWanted()
+    }
+    MenuEntry {
+        visible: menu.item.hasLinks
+        text: qsTr("open a link")
+        hint: "O"
+        onTriggered: menu.hands.linkWanted()
+    }
+    MenuEntry {
+        visible: menu.item.canKeep && !menu.item.isLocked
         text: menu.item.isKept ? qsTr("let it go after a day") : qsTr("keep it up")
         hint: "K"
         onTriggered: menu.editor.setKept(!menu.item.isKept)
     }
     MenuEntry {
-        visible: menu.item.kind !== "doodle"
+        visible: menu.item.canDrawOn && !menu.item.isLocked
         text: qsTr("draw on it")
         hint: "D"
         onTriggered: menu.hands.doodleWanted()
     }
     MenuEntry {
+        visible: menu.item.count === 1 && !menu.item.isLocked
+        text: qsTr("a heart on it")
+        hint: "H"
+        onTriggered: menu.editor.giveHeart()
+    }
+    MenuEntry {
+        visible: !menu.item.isLocked
         text: qsTr("to the front")
         hint: "F"
         onTriggered: menu.editor.bringToFront()
     }
     MenuEntry {
+        visible: !menu.item.isLocked
+        text: qsTr("to the back")
+        hint: "B"
+        onTriggered: menu.editor.putToBack()
+    }
+    MenuEntry {
+        text: menu.item.isLocked ? qsTr("unlock") : qsTr("lock")
+        hint: "L"
+        onTriggered: menu.editor.setLocked(!menu.item.isLocked)
+    }
+    MenuEntry {
+        visible: menu.item.count === 1
         text: qsTr("copy")
         hint: qsTr("Ctrl C")
         onTriggered: menu.hands.pictures.copy()
@@ -111,6 +154,7 @@ T.Menu {
         onTriggered: menu.hands.editWanted()
     }
     MenuEntry {
+        visible: !menu.item.isLocked
         text: qsTr("take down")
         hint: qsTr("Delete")
         onTriggered: menu.editor.takeDown()

@@ -22,6 +22,10 @@ QtObject {
                     does: qsTr("move")
                 },
                 Line {
+                    keys: qsTr("Shift click, drag around")
+                    does: qsTr("several at once")
+                },
+                Line {
                     keys: qsTr("corner, wheel")
                     does: qsTr("larger, smaller")
                 },
@@ -31,7 +35,7 @@ QtObject {
                 },
                 Line {
                     keys: qsTr("double-click")
-                    does: qsTr("write, draw or set it")
+                    does: qsTr("write, set it, see it large")
                 },
                 Line {
                     keys: qsTr("right click")
@@ -47,12 +51,8 @@ QtObject {
             heading: qsTr("putting up")
             lines: [
                 Line {
-                    keys: qsTr("N")
-                    does: qsTr("a quick note")
-                },
-                Line {
-                    keys: qsTr("D")
-                    does: qsTr("draw, on what is selected")
+                    keys: qsTr("N, D")
+                    does: qsTr("a note; draw, on what is selected")
                 },
                 Line {
                     keys: qsTr("Ctrl V")
@@ -61,6 +61,10 @@ QtObject {
                 Line {
                     keys: qsTr("Ctrl C, Ctrl D")
                     does: qsTr("copy, once more")
+                },
+                Line {
+                    keys: qsTr("Ctrl Z, Ctrl Shift Z")
+                    does: qsTr("take back your last act, do it again; never theirs")
                 }
             ]
         },
@@ -72,12 +76,12 @@ QtObject {
                     does: qsTr("from one thing to the next, then to the dock")
                 },
                 Line {
-                    keys: qsTr("Space")
-                    does: qsTr("to what can be done with it")
+                    keys: qsTr("Ctrl A, Ctrl Space")
+                    does: qsTr("select all; gather several on the way")
                 },
                 Line {
-                    keys: qsTr("Menu")
-                    does: qsTr("all that can be done")
+                    keys: qsTr("Space, Menu")
+                    does: qsTr("to what can be done with it")
                 },
                 Line {
                     keys: qsTr("Esc")
@@ -106,32 +110,31 @@ QtObject {
                 },
                 Line {
                     keys: qsTr("Enter")
-                    does: qsTr("write, draw or set it")
+                    does: qsTr("write, set it, see it large")
                 },
                 Line {
-                    keys: qsTr("F")
-                    does: qsTr("to the front")
+                    keys: qsTr("V, O")
+                    does: qsTr("read a note large, open a link in it")
                 },
                 Line {
-                    keys: qsTr("K")
-                    does: qsTr("keep a note up, or not")
+                    keys: qsTr("C")
+                    does: qsTr("write a photo's caption")
+                },
+                Line {
+                    keys: qsTr("F, B")
+                    does: qsTr("to the front, to the back")
+                },
+                Line {
+                    keys: qsTr("K, L")
+                    does: qsTr("keep a note up; lock or unlock")
+                },
+                Line {
+                    keys: qsTr("H")
+                    does: qsTr("a heart on it")
                 },
                 Line {
                     keys: qsTr("Delete")
                     does: qsTr("take down")
-                }
-            ]
-        },
-        Part {
-            heading: qsTr("taking back")
-            lines: [
-                Line {
-                    keys: qsTr("Ctrl Z")
-                    does: qsTr("your last act; never theirs")
-                },
-                Line {
-                    keys: qsTr("Ctrl Shift Z")
-                    does: qsTr("do it again")
                 }
             ]
         },
@@ -160,12 +163,33 @@ QtObject {
                     does: qsTr("the eraser, or the pen again")
                 },
                 Line {
-                    keys: qsTr("Enter")
+                    keys: qsTr("Ctrl Z")
+                    does: qsTr("back by a stroke")
+                },
+                Line {
+                    keys: qsTr("Enter, Esc")
                     does: qsTr("stick it up")
                 },
                 Line {
-                    keys: qsTr("Esc")
-                    does: qsTr("leave it")
+                    keys: qsTr("Delete")
+                    does: qsTr("throw it away, asked once")
+                }
+            ]
+        },
+        Part {
+            heading: qsTr("pictures")
+            lines: [
+                Line {
+                    keys: qsTr("arrows")
+                    does: qsTr("large: on to the others")
+                },
+                Line {
+                    keys: qsTr("Ctrl C, Ctrl S")
+                    does: qsTr("large: copy, save")
+                },
+                Line {
+                    keys: qsTr("arrows, Space, X")
+                    does: qsTr("scissors: move, keep, leave out")
                 }
             ]
         }

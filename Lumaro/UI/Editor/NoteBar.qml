@@ -8,11 +8,15 @@ Rectangle {
     id: bar
 
     required property NoteComposer composer
+    required property EditorView editor
+    /// It breaks into lines where there is less room than it takes.
+    property real room: 10000
 
     signal done
+    signal keysLeft
 
-    width: row.implicitWidth + 2 * Theme.size.tiny
-    height: row.implicitHeight + 2 * Theme.size.tiny
+    width: row.width + 2 * Theme.size.tiny
+    height: row.height + 2 * Theme.size.tiny
     radius: Theme.size.radius
     color: Theme.color.raised
     border.width: 1
@@ -38,10 +42,20 @@ Rectangle {
         onClicked: composer.toggle(mark)
     }
 
-    Row {
+    Flow {
         id: row
 
-        anchors.centerIn: parent
+        readonly property real wanted: {
+            let sum = -spacing;
+            for (const child of children) {
+                sum += child.width + spacing;
+            }
+            return sum;
+        }
+
+        x: Theme.size.tiny
+        y: Theme.size.tiny
+        width: Math.min(wanted, bar.room - 2 * Theme.size.tiny)
         spacing: 2
 
         Mark {
@@ -78,11 +92,30 @@ Rectangle {
         }
         Swatches {
             // As a note stores them; "" is the paper's own.
-            names: ["", "#b5472f", "#4f7a55", "#3f6f93", "#7a4c84"]
-            labels: [qsTr("the paper's ink"), qsTr("red"), qsTr("green"), qsTr("blue"), qsTr("plum")]
-            colors: [bar.composer.ink, names[1], names[2], names[3], names[4]]
+            names: [""].concat(Theme.textInks())
+            labels: [qsTr("the paper's ink"), qsTr("red"), qsTr("rust"), qsTr("moss"), qsTr("green"), qsTr("lagoon"), qsTr("blue"), qsTr("night"), qsTr("plum"), qsTr("rose")]
+            colors: names.map(name => bar.composer.inkOf(name))
+            side: 30
             chosen: bar.composer.color
             onChose: name => bar.composer.setColor(name)
+        }
+        IconButton {
+            id: look
+
+            text: qsTr("paper and pin")
+            iconName: "palette"
+            focusPolicy: Qt.TabFocus
+            onClicked: picker.openNear(look)
+
+            LookPicker {
+                id: picker
+
+                paper: bar.editor.selected.paper
+                pin: bar.editor.selected.pin
+                onChosePaper: name => bar.editor.setPaper(name)
+                onChosePin: name => bar.editor.setPin(name)
+                onClosed: bar.keysLeft()
+            }
         }
         IconButton {
             text: qsTr("done")

@@ -5,8 +5,9 @@
 #include "Lumaro/UI/Text.h"
 #include "LumaroCore/Support/EnumNames.h"
 #include "Widgets/Items/ItemPainting.h"
+#include "Widgets/Items/Light.h"
+#include "Widgets/Items/NoteLooks.h"
 #include "Widgets/Items/NoteText.h"
-#include "Widgets/Items/Paper.h"
 
 #include <QtGui/QTextBlock>
 #include <QtGui/QTextDocument>
@@ -41,13 +42,57 @@ void NoteComposer::begin() {
     const auto held = note();
     if (!held) return;
     original_ = held->pm;
-    ink_ = paperNamed(qText(std::string_view{held->paper})).ink;
+    paper_ = coloursOf(*held);
     Q_EMIT setUp();
     isFilling_ = true;
     fit(original_);
-    fillDocument(*document_->textDocument(), original_, {.ink = ink_, .fontSize = font_.pixelSize() * 1.0});
+    const InLight light{isDark_ ? Appearance::dark : Appearance::light};
+    fillDocument(*document_->textDocument(), original_, {.paper = paper_, .fontSize = font_.pixelSize() * 1.0});
     isFilling_ = false;
     Q_EMIT formatChanged();
+}
+
+PaperColours NoteComposer::coloursOf(const NotePayload& note) const {
+    const InLight light{isDark_ ? Appearance::dark : Appearance::light};
+    return notePaper(qText(std::string_view{note.paper})).colours;
+}
+
+void NoteComposer::setDark(bool isDark) {
+    if (std::exchange(isDark_, isDark) == isDark) return;
+    if (editor_ != nullptr && document_ != nullptr && !isFilling_) takePaper();
+    Q_EMIT setUp();
+}
+
+void NoteComposer::takePaper() {
+    const auto held = note();
+    if (!held || document_ == nullptr) return;
+    paper_ = coloursOf(*held);
+    Q_EMIT setUp();
+    isFilling_ = true;
+    const InLight light{isDark_ ? Appearance::dark : Appearance::light};
+    // Not a step that people take back: they chose a paper, and typed nothing.
+    QTextCursor whole{document_->textDocument()};
+    whole.joinPreviousEditBlock();
+    for (auto block = document_->textDocument()->firstBlock(); block.isValid(); block = block.next()) {
+        for (auto it = block.begin(); !it.atEnd(); ++it) {
+            const auto run = it.fragment();
+            auto format = run.charFormat();
+            const auto stored = textColor(format);
+            if (stored.isEmpty()) continue;
+            setTextColor(format, stored, paper_);
+            whole.setPosition(run.position());
+            whole.setPosition(run.position() + run.length(), QTextCursor::KeepAnchor);
+            whole.setCharFormat(format);
+        }
+    }
+    whole.endEditBlock();
+    isFilling_ = false;
+    Q_EMIT formatChanged();
+}
+
+QColor NoteComposer::inkOf(const QString& stored) const {
+    const InLight light{isDark_ ? Appearance::dark : Appearance::light};
+    return noteInk(stored, paper_);
 }
 
 void NoteComposer::edited() {
@@ -103,9 +148,12 @@ void NoteComposer::format(Change change) {
         where.setBlockCharFormat(format);
     }
     // Each run keeps what else it is.
-    for (int at = start; at < end; ++at) {
+    for (int at = start; at < end;) {
         where.setPosition(at);
-        where.setPosition(at + 1, QTextCursor::KeepAnchor);
+        // To the end of the character as people count it, which may be several.
+        const bool hasMore = where.movePosition(QTextCursor::NextCharacter, QTextCursor::KeepAnchor);
+        if (!hasMore) break;
+        at = where.position();
         auto format = where.charFormat();
         change(format);
         where.setCharFormat(format);
@@ -123,7 +171,8 @@ void NoteComposer::toggle(const QString& mark) {
 
 void NoteComposer::setColor(const QString& color) {
     if (document_ == nullptr) return;
-    format([&](QTextCharFormat& format) { setTextColor(format, color, ink_); });
+    const InLight light{isDark_ ? Appearance::dark : Appearance::light};
+    format([&](QTextCharFormat& format) { setTextColor(format, color, paper_); });
 }
 
 } // namespace lumaro

@@ -3,6 +3,7 @@
 
 #include "Lumaro/UI/Editor/EditorView.h"
 #include "LumaroCore/BoardModel/BoardSpec.h"
+#include "Widgets/Items/Paper.h"
 
 #include <QtCore/QRectF>
 #include <QtCore/QSizeF>
@@ -29,6 +30,7 @@ class NoteComposer : public QObject {
     Q_PROPERTY(QRectF box READ box CONSTANT)
     Q_PROPERTY(QFont font READ font NOTIFY fontChanged)
     Q_PROPERTY(QColor ink READ ink NOTIFY setUp)
+    Q_PROPERTY(bool dark READ isDark WRITE setDark NOTIFY setUp)
     Q_PROPERTY(bool isBold READ isBold NOTIFY formatChanged)
     Q_PROPERTY(bool isItalic READ isItalic NOTIFY formatChanged)
     Q_PROPERTY(bool isUnderlined READ isUnderlined NOTIFY formatChanged)
@@ -44,7 +46,10 @@ public:
     static QSizeF paper() { return {BoardSpec::noteSize.width, BoardSpec::noteSize.height}; }
     static QRectF box();
     const QFont& font() const { return font_; }
-    QColor ink() const { return ink_; }
+    QColor ink() const { return paper_.ink; }
+    /// Whether the note hangs in lamplight.
+    bool isDark() const { return isDark_; }
+    void setDark(bool isDark);
     bool isBold() const { return has(PMMark::Kind::bold); }
     bool isItalic() const { return has(PMMark::Kind::italic); }
     bool isUnderlined() const { return has(PMMark::Kind::underline); }
@@ -55,6 +60,10 @@ public:
     Q_INVOKABLE void begin();
     /// "bold", "italic", "underline" or "strike", for what is selected or is typed next.
     Q_INVOKABLE void toggle(const QString& mark);
+    /// The note's paper changed: its inks are shown as they are on the new one. What was typed stays as it is.
+    Q_INVOKABLE void takePaper();
+    /// How an ink looks on the paper.
+    Q_INVOKABLE QColor inkOf(const QString& stored) const;
     /// As the note stores it; empty for the paper's own ink.
     Q_INVOKABLE void setColor(const QString& color);
 
@@ -67,6 +76,7 @@ private:
     QTextCursor cursor() const;
     bool has(PMMark::Kind mark) const;
     std::optional<NotePayload> note() const;
+    PaperColours coloursOf(const NotePayload& note) const;
     template <class Change>
     void format(Change change);
     void edited();
@@ -77,7 +87,8 @@ private:
     int selectionStart_ = 0;
     int selectionEnd_ = 0;
     QFont font_;
-    QColor ink_;
+    PaperColours paper_;
+    bool isDark_ = false;
     PMNode original_;
     bool isFilling_ = true; ///< also until it begins
 };

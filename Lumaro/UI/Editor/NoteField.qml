@@ -4,7 +4,7 @@ import DesignSystem
 import Widgets
 import Lumaro.UI
 
-/// Writing on the note itself, in its hand and at its tilt, with a small bar above for how letters look.
+/// Writing on the note itself, in its hand and upright, with a small bar above for how letters look.
 FocusScope {
     id: field
 
@@ -29,10 +29,15 @@ FocusScope {
         takeKeys();
     }
 
+    // The paper chosen while writing.
+    readonly property string paperName: note.paper
+    onPaperNameChanged: composer.takePaper()
+
     NoteComposer {
         id: composer
 
         editor: field.editor
+        dark: Theme.isDark
         document: text.textDocument
         selectionStart: text.selectionStart
         selectionEnd: text.selectionEnd
@@ -45,7 +50,6 @@ FocusScope {
         y: field.board.canvas.viewY(field.note.centerY) - height / 2
         width: composer.paper.width
         height: composer.paper.height
-        rotation: field.note.tilt
         scale: field.pointScale
 
         TextEdit {
@@ -67,6 +71,12 @@ FocusScope {
             clip: true
             focus: true
             activeFocusOnTab: true
+            // Until the paper below is upright.
+            NumberAnimation on opacity {
+                from: field.note.tilt === 0 ? 1 : 0
+                to: 1
+                duration: Theme.motion.quick
+            }
             Accessible.role: Accessible.EditableText
             Accessible.name: qsTr("the note's text")
             // Tab goes to the bar above.
@@ -95,6 +105,13 @@ FocusScope {
                 composer.toggle("strike");
             }
             return isShift;
+        case Qt.Key_Z:
+            // Nothing behind the note is taken back from within it.
+            isShift ? text.redo() : text.undo();
+            return true;
+        case Qt.Key_Y:
+            text.redo();
+            return true;
         case Qt.Key_Return:
             field.editor.finishWriting();
             return true;
@@ -104,6 +121,9 @@ FocusScope {
 
     NoteBar {
         composer: composer
+        editor: field.editor
+        room: field.width - 2 * Theme.size.small
+        onKeysLeft: field.takeKeys()
         x: Math.round(Math.max(Theme.size.small, Math.min(field.width - width - Theme.size.small, paper.x + (paper.width - width) / 2)))
         y: {
             const middle = paper.y + paper.height / 2;

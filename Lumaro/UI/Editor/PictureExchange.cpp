@@ -2,13 +2,12 @@
 #include "Lumaro/UI/Editor/PictureExchange.h"
 
 #include "DesignSystem/Words.h"
+#include "Lumaro/UI/Board/StoredPicture.h"
 #include "Lumaro/UI/Text.h"
 
-#include <QtCore/QFile>
 #include <QtCore/QMimeData>
 #include <QtGui/QClipboard>
 #include <QtGui/QGuiApplication>
-#include <QtGui/QImageReader>
 #include <QtWidgets/QFileDialog>
 
 #include <array>
@@ -17,28 +16,27 @@
 namespace lumaro {
 namespace {
 
-/// Larger files are refused unread.
-constexpr qint64 largestFile = qint64{256} * 1024 * 1024;
 /// Those that are most likely without loss come first.
 constexpr std::array pictureFormats{"image/png",  "image/webp", "image/jpeg", "image/avif",
                                     "image/heic", "image/tiff", "image/gif",  "image/bmp"};
+constexpr int longestCopiedSide = 4096;
 
-std::expected<ImportedPicture, ImportFault> importBytes(const QByteArray& bytes) {
-    if (bytes.size() > largestFile) return std::unexpected(ImportFault::tooManyPixels);
+PictureImport importBytes(const QByteArray& bytes) {
     return importPicture({bytes.constData(), static_cast<std::size_t>(bytes.size())});
 }
 
-std::expected<ImportedPicture, ImportFault> importFile(const QString& path) {
-    QFile file{path};
-    if (file.size() > largestFile) return std::unexpected(ImportFault::tooManyPixels);
-    if (!file.open(QIODevice::ReadOnly)) return std::unexpected(ImportFault::notAPicture);
-    return importBytes(file.readAll());
+QString textFor(const ImportRefusal& refusal) {
+    const auto text = Words::of(textOf(refusal.fault));
+    return refusal.detail.empty() ? text : text.arg(qText(std::string_view{refusal.detail}));
 }
 
 } // namespace
 
 PictureExchange::PictureExchange(AppModel& app, UUIDSource& ids, BackgroundRunner& background, QObject* parent)
-    : QObject(parent), app_(app), ids_(ids), background_(background), cutOut_(background) {
+    : QObject(parent), app_(app), ids_(ids), background_(background), cutOut_(background), large_(app, background) {
+    allowLargePictures();
+    connect(&large_, &LargeView::noticed, this, &PictureExchange::noticed);
+    connect(&cutOut_, &CutOutSession::closed, this, &PictureExchange::cutNext);
     connect(QGuiApplication::clipboard(), &QClipboard::dataChanged, this, [this] { copying_.reset(); });
 }
 
@@ -56,13 +54,17 @@ void PictureExchange::copy() {
 }
 
 void PictureExchange::copyPicture(const UUID& mediaId) {
-    const auto path = app_.media().pathOf(mediaId);
-    if (!path) return;
+    if (!app_.media().has(mediaId)) return Q_EMIT noticed(Words::tr("the picture is still on its way."));
     copying_ = inBackground(
-        background_, [path = qText(std::string_view{*path})] { return QImage{path}; },
+        background_,
+        [&cache = app_.media(), mediaId] {
+            const auto bytes = cache.read(mediaId);
+            return bytes ? readStored(*bytes, longestCopiedSide) : QImage{};
+        },
         [this](const QImage& picture) {
             const auto done = std::move(copying_);
-            if (!picture.isNull()) QGuiApplication::clipboard()->setImage(picture);
+            if (picture.isNull()) return Q_EMIT noticed(Words::tr("that picture couldn't be copied."));
+            QGuiApplication::clipboard()->setImage(picture);
         });
 }
 
@@ -96,9 +98,8 @@ void PictureExchange::dropPicture(const QByteArray& bytes, QPointF place) {
 }
 
 QString PictureExchange::pictureFormat(const QStringList& offered) {
-    const auto readable = QImageReader::supportedMimeTypes();
     for (const auto* const format : pictureFormats) {
-        if (readable.contains(format) && offered.contains(QLatin1String{format})) return QLatin1String{format};
+        if (offered.contains(QLatin1String{format})) return QLatin1String{format};
     }
     return {};
 }
@@ -108,7 +109,8 @@ void PictureExchange::choose(bool isSticker) {
         nullptr,
         isSticker ? Words::tr("a picture to cut out of") : Words::tr("a photo to put up"),
         {},
-        Words::tr("pictures") + QStringLiteral(" (*.jpg *.jpeg *.png *.webp *.gif *.bmp *.heic *.avif)")};
+        Words::tr("pictures") +
+            QStringLiteral(" (*.jpg *.jpeg *.png *.webp *.gif *.bmp *.tif *.tiff *.heic *.heif *.avif)")};
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->setFileMode(isSticker ? QFileDialog::ExistingFile : QFileDialog::ExistingFiles);
     // The selection is read when the dialog is accepted: not every desktop's dialog signals `filesSelected`.
@@ -120,10 +122,15 @@ void PictureExchange::choose(bool isSticker) {
 
 void PictureExchange::putUp(const QUrl& url, bool isSticker, std::optional<Point> place) {
     if (!url.isLocalFile()) return Q_EMIT noticed(Words::tr("save the picture first — only files can come up here"));
-    add({.import = [path = url.toLocalFile()] { return importFile(path); }, .isSticker = isSticker, .place = place});
+    add({.import = [path = url.toLocalFile().toStdString()] { return importPictureFile(path); },
+         .isSticker = isSticker,
+         .place = place});
 }
 
 void PictureExchange::add(Wish wish) {
+    if (waiting_.size() + uncut_.size() >= mostWaiting) {
+        return Q_EMIT noticed(Words::tr("that's more pictures than the board can take at once."));
+    }
     waiting_.push_back(std::move(wish));
     if (waiting_.size() == 1) next();
 }
@@ -131,17 +138,18 @@ void PictureExchange::add(Wish wish) {
 void PictureExchange::next() {
     if (waiting_.empty()) return;
     task_ = inBackground(background_, std::move(waiting_.front().import),
-                         [this](std::expected<ImportedPicture, ImportFault> picture) { imported(std::move(picture)); });
+                         [this](PictureImport picture) { imported(std::move(picture)); });
 }
 
-void PictureExchange::imported(std::expected<ImportedPicture, ImportFault> picture) {
+void PictureExchange::imported(PictureImport picture) {
     const auto done = std::move(task_);
     const auto wish = std::move(waiting_.front());
     waiting_.pop_front();
     if (!picture) {
-        Q_EMIT noticed(Words::of(textOf(picture.error())));
+        Q_EMIT noticed(textFor(picture.error()));
     } else if (wish.isSticker && !picture->hasTransparency) {
-        cut(std::move(*picture), wish.place);
+        uncut_.push_back({std::move(*picture), wish.place});
+        cutNext();
     } else {
         const bool isSticker = wish.isSticker || picture->hasTransparency;
         hang(std::move(*picture), isSticker, wish.place);
@@ -149,7 +157,10 @@ void PictureExchange::imported(std::expected<ImportedPicture, ImportFault> pictu
     next();
 }
 
-void PictureExchange::cut(ImportedPicture picture, std::optional<Point> place) {
+void PictureExchange::cutNext() {
+    if (uncut_.empty() || cutOut_.isOpen() || cutOut_.isWorking()) return;
+    auto [picture, place] = std::move(uncut_.front());
+    uncut_.pop_front();
     cutOut_.open(std::move(picture.bytes), [this, place](QImage sticker) {
         add({.import = [sticker = std::move(sticker)] { return importPicture(sticker); },
              .isSticker = true,

@@ -4,6 +4,7 @@
 #include "Lumaro/Model/AppModel.h"
 #include "Lumaro/Pictures/PictureImport.h"
 #include "Lumaro/UI/Editor/CutOutSession.h"
+#include "Lumaro/UI/Editor/LargeView.h"
 
 #include <QtCore/QByteArray>
 #include <QtCore/QObject>
@@ -13,7 +14,6 @@
 #include <QtQml/qqmlregistration.h>
 
 #include <deque>
-#include <expected>
 #include <optional>
 
 namespace lumaro {
@@ -25,12 +25,18 @@ class PictureExchange final : public QObject {
     QML_ELEMENT
     QML_UNCREATABLE("the application has it")
     Q_PROPERTY(lumaro::CutOutSession* cutOut READ cutOut CONSTANT)
+    Q_PROPERTY(lumaro::LargeView* large READ large CONSTANT)
 
 public:
     /// All outlive the exchange.
     PictureExchange(AppModel& app, UUIDSource& ids, BackgroundRunner& background, QObject* parent = nullptr);
 
     CutOutSession* cutOut() { return &cutOut_; }
+    LargeView* large() { return &large_; }
+    void hear(const AppChanges& changes) { large_.hear(changes); }
+
+    /// Pictures that wait to be made ready, one under way among them: as many as a board holds items. More are refused.
+    static constexpr std::size_t mostWaiting = BoardSpec::maxLiveItems;
 
     /// The selected note's text, photo or sticker, to the clipboard. A picture comes there when it is decoded, unless
     /// something else was copied by then.
@@ -53,23 +59,30 @@ Q_SIGNALS:
 
 private:
     struct Wish {
-        std::move_only_function<std::expected<ImportedPicture, ImportFault>()> import;
+        std::move_only_function<PictureImport()> import;
         bool isSticker = false;
         std::optional<Point> place;
     };
 
     void add(Wish wish);
     void next();
-    void imported(std::expected<ImportedPicture, ImportFault> picture);
+    void imported(PictureImport picture);
     void hang(ImportedPicture picture, bool isSticker, std::optional<Point> place);
-    void cut(ImportedPicture picture, std::optional<Point> place);
+    void cutNext();
     void copyPicture(const UUID& mediaId);
 
     AppModel& app_;
     UUIDSource& ids_;
     BackgroundRunner& background_;
     CutOutSession cutOut_;
+    LargeView large_;
     std::deque<Wish> waiting_; ///< the first one is under way
+    /// What waits until the picture before it is cut out or put away.
+    struct Uncut {
+        ImportedPicture picture;
+        std::optional<Point> place;
+    };
+    std::deque<Uncut> uncut_;
     std::unique_ptr<BackgroundRunner::Task> task_;
     std::unique_ptr<BackgroundRunner::Task> copying_;
 };

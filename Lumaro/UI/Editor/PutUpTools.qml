@@ -28,7 +28,7 @@ Row {
             word: qsTr("note")
             hint: "N"
             iconName: "sticky-note"
-            onClicked: tools.editor.putUpNote("butter")
+            onClicked: tools.editor.beginNote()
         }
         DockTool {
             text: qsTr("a photo")

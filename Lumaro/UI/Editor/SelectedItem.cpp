@@ -1,9 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Lumaro/UI/Editor/SelectedItem.h"
 
+#include "Lumaro/UI/Board/LiveTime.h"
 #include "Lumaro/UI/Text.h"
 #include "LumaroCore/Presence/Pomodoro.h"
 #include "LumaroCore/Support/EnumNames.h"
+#include "Widgets/Items/NoteLinks.h"
+
+#include <QtCore/QTimeZone>
 
 #include <chrono>
 #include <utility>
@@ -14,9 +18,9 @@ namespace {
 bool canEdit(ItemKind kind) {
     switch (kind) {
     case ItemKind::note:
-    case ItemKind::photo:
     case ItemKind::countdown:
     case ItemKind::doodle: return true;
+    case ItemKind::photo:
     case ItemKind::sticker:
     case ItemKind::nowPlayingSlot:
     case ItemKind::location:
@@ -42,6 +46,7 @@ void addBlock(SelectedItem& selected, const PomodoroPayload& timer, PartnerID me
 SelectedItem selectedItem(const BoardItem& item, PartnerID me, Instant now) {
     const auto size = item.naturalSize() * item.scale;
     SelectedItem selected{.isThere = true,
+                          .count = 1,
                           .itemId = qText(item.id),
                           .kind = qText(nameOf(item.kind())),
                           .centerX = item.center.x,
@@ -50,14 +55,23 @@ SelectedItem selectedItem(const BoardItem& item, PartnerID me, Instant now) {
                           .height = size.height,
                           .tilt = item.rotationDegrees,
                           .itemScale = item.scale,
+                          .isLocked = item.isLocked,
+                          .canDrawOn = item.kind() != ItemKind::doodle,
                           .canResize = BoardSpec::canResize(item.kind()),
                           .canEdit = canEdit(item.kind())};
     if (const auto* const note = item.payload.as<NotePayload>()) {
         selected.canKeep = true;
         selected.isKept = note->isKept();
         selected.paper = qText(note->paper);
+        selected.pin = qText(note->pin);
+        if (note->expiresAt) selected.comesDown = comesDown(*note->expiresAt, now, QTimeZone::systemTimeZone());
+        selected.hasLinks = !linksIn(qText(std::string_view{note->pm.plainText()})).empty();
     } else if (const auto* const photo = item.payload.as<PhotoPayload>()) {
         selected.text = qText(photo->caption);
+        selected.canOpen = true;
+        selected.canCaption = true;
+    } else if (item.payload.as<StickerPayload>() != nullptr) {
+        selected.canOpen = true;
     } else if (const auto* const countdown = item.payload.as<CountdownPayload>()) {
         selected.text = qText(countdown->label);
         selected.targetMs = static_cast<double>(
@@ -70,6 +84,22 @@ SelectedItem selectedItem(const BoardItem& item, PartnerID me, Instant now) {
         selected.isOwnPlace = window->slot == me;
     }
     return selected;
+}
+
+SelectedItem selectedGroup(const GroupFrame& frame, std::size_t count, bool hasNotes, bool areKept) {
+    return {.isThere = true,
+            .count = static_cast<int>(count),
+            .itemId = {},
+            .kind = {},
+            .centerX = frame.middle.x,
+            .centerY = frame.middle.y,
+            .width = frame.size.width,
+            .height = frame.size.height,
+            .tilt = frame.tilt,
+            .itemScale = frame.scale,
+            .canResize = frame.canResize,
+            .canKeep = hasNotes,
+            .isKept = areKept};
 }
 
 } // namespace lumaro

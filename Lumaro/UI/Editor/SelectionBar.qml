@@ -3,7 +3,7 @@ import QtQuick
 import DesignSystem
 import Lumaro.UI
 
-/// A slip of paper beside the selected item with what can be done to it. It covers nothing of the item's frame.
+/// A slip of paper beside what is selected with what can be done to it. It covers nothing of the frame.
 Rectangle {
     id: bar
 
@@ -18,8 +18,14 @@ Rectangle {
     readonly property bool isBlock: item.kind === "pomodoro"
 
     signal editWanted
+    signal captionWanted
+    /// The note is to be read large; a link in it is to be opened.
+    signal readWanted
+    signal linkWanted
     /// One's own music is to be shared, or no longer.
     signal sharingWanted
+    /// The same of one's hours.
+    signal hoursWanted
     /// The bar had the keyboard focus when it went.
     signal keysLeft
 
@@ -37,8 +43,8 @@ Rectangle {
 
     x: Math.round(besides.x)
     y: Math.round(besides.y)
-    width: Math.max(row.width, track.width) + 2 * Theme.size.tiny
-    height: track.height + row.height + 2 * Theme.size.tiny
+    width: Math.max(row.width, track.width, whose.width) + 2 * Theme.size.tiny
+    height: whose.height + track.height + row.height + 2 * Theme.size.tiny
     radius: Theme.size.radius
     color: Theme.color.raised
     border.width: 1
@@ -62,11 +68,19 @@ Rectangle {
         anchors.fill: parent
     }
 
+    WhoseLine {
+        id: whose
+
+        anchors.horizontalCenter: parent.horizontalCenter
+        scene: bar.scene
+        itemId: bar.item.itemId
+    }
+
     TrackLines {
         id: track
 
         anchors.horizontalCenter: parent.horizontalCenter
-        y: Theme.size.tiny
+        y: whose.height + Theme.size.tiny
         scene: bar.scene
         itemId: bar.item.kind === "nowPlayingSlot" ? bar.item.itemId : ""
     }
@@ -75,7 +89,7 @@ Rectangle {
         id: keys
 
         anchors.horizontalCenter: parent.horizontalCenter
-        y: Theme.size.tiny + track.height
+        y: Theme.size.tiny + whose.height + track.height
         width: row.width
         height: row.height
 
@@ -93,6 +107,15 @@ Rectangle {
             width: Math.min(inOneRow, bar.room.width - 2 * Theme.size.tiny)
             spacing: 2
 
+            Body {
+                visible: bar.item.count > 1
+                height: Theme.size.control
+                leftPadding: Theme.size.small
+                rightPadding: Theme.size.small
+                verticalAlignment: Text.AlignVCenter
+                isSoft: true
+                text: qsTr("%n things", "", bar.item.count)
+            }
             Word {
                 visible: bar.isBlock && bar.item.canJoin
                 text: qsTr("join")
@@ -138,34 +161,127 @@ Rectangle {
                 iconName: "house"
                 onClicked: bar.editWanted()
             }
-            PaperSwatches {
-                visible: bar.item.kind === "note"
-                chosen: bar.item.paper
-                onChose: name => bar.editor.setPaper(name)
+            Word {
+                visible: bar.item.kind === "timezones" && !bar.place.areHoursKnown
+                text: qsTr("let them see your hours")
+                iconName: "clock"
+                onClicked: bar.hoursWanted()
+            }
+            Word {
+                readonly property string question: whose.missing === "" ? "" : bar.scene.questionOf(bar.item.itemId)
+
+                visible: question !== ""
+                text: qsTr("ask them")
+                onClicked: bar.place.askThem(question)
+            }
+            Body {
+                visible: bar.item.comesDown !== ""
+                height: Theme.size.control
+                leftPadding: Theme.size.small
+                rightPadding: Theme.size.tiny
+                verticalAlignment: Text.AlignVCenter
+                text: bar.item.comesDown
+                wrapMode: Text.NoWrap
+                color: Theme.color.softInk
+                font.pixelSize: Theme.size.captionText
+            }
+            Word {
+                visible: bar.item.canKeep && !bar.item.isKept && !bar.item.isLocked
+                text: qsTr("keep it up")
+                iconName: "heart"
+                onClicked: bar.editor.setKept(true)
             }
             Tool {
-                visible: bar.item.canEdit
+                id: look
+
+                visible: bar.item.kind === "note" && !bar.item.isLocked
+                text: qsTr("paper and pin")
+                iconName: "palette"
+                onClicked: picker.openNear(look)
+
+                LookPicker {
+                    id: picker
+
+                    paper: bar.item.paper
+                    pin: bar.item.pin
+                    onChosePaper: name => bar.editor.setPaper(name)
+                    onChosePin: name => bar.editor.setPin(name)
+                    onClosed: look.forceActiveFocus(Qt.PopupFocusReason)
+                }
+            }
+            Tool {
+                visible: bar.item.kind === "note"
+                text: qsTr("read")
+                hint: "V"
+                iconName: "book-open"
+                onClicked: bar.readWanted()
+            }
+            Tool {
+                visible: bar.item.hasLinks
+                text: qsTr("open a link")
+                hint: "O"
+                iconName: "link"
+                onClicked: bar.linkWanted()
+            }
+            Tool {
+                visible: bar.item.canEdit && !bar.item.isLocked
                 text: qsTr("edit")
                 hint: qsTr("Enter")
                 iconName: "pencil"
                 onClicked: bar.editWanted()
             }
             Tool {
-                visible: bar.item.canKeep
-                checkable: true
-                checked: bar.item.isKept
-                text: bar.item.isKept ? qsTr("let it go after a day") : qsTr("keep it up")
-                hint: "K"
-                iconName: "heart"
-                onClicked: bar.editor.setKept(!bar.item.isKept)
+                visible: bar.item.canOpen
+                text: qsTr("see it large")
+                hint: qsTr("Enter")
+                iconName: "image"
+                onClicked: bar.editWanted()
             }
             Tool {
+                visible: bar.item.canCaption && !bar.item.isLocked
+                text: qsTr("caption")
+                hint: "C"
+                iconName: "pencil"
+                onClicked: bar.captionWanted()
+            }
+            Tool {
+                visible: bar.item.canKeep && bar.item.isKept && !bar.item.isLocked
+                checkable: true
+                checked: true
+                text: qsTr("let it go after a day")
+                hint: "K"
+                iconName: "pin"
+                onClicked: bar.editor.setKept(false)
+            }
+            Tool {
+                visible: bar.item.count === 1 && !bar.item.isLocked
+                text: qsTr("a heart on it")
+                hint: "H"
+                iconName: "heart"
+                onClicked: bar.editor.giveHeart()
+            }
+            Tool {
+                visible: !bar.item.isLocked
                 text: qsTr("to the front")
                 hint: "F"
                 iconName: "bring-to-front"
                 onClicked: bar.editor.bringToFront()
             }
             Tool {
+                visible: !bar.item.isLocked
+                text: qsTr("to the back")
+                hint: "B"
+                iconName: "send-to-back"
+                onClicked: bar.editor.putToBack()
+            }
+            Tool {
+                text: bar.item.isLocked ? qsTr("unlock") : qsTr("lock")
+                hint: "L"
+                iconName: bar.item.isLocked ? "lock-open" : "lock"
+                onClicked: bar.editor.setLocked(!bar.item.isLocked)
+            }
+            Tool {
+                visible: !bar.item.isLocked
                 text: qsTr("take down")
                 hint: qsTr("Delete")
                 iconName: "trash-2"

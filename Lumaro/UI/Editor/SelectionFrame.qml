@@ -4,7 +4,8 @@ import DesignSystem
 import Widgets
 import Lumaro.UI
 
-/// A dashed line around the selected item, a handle above it that turns it, and one at each corner that resizes it.
+/// A line around what is selected, a handle above it that turns it, and one at each corner that resizes it; around what
+/// is locked a small lock instead.
 Item {
     id: frame
 
@@ -16,6 +17,7 @@ Item {
     readonly property rect flat: Qt.rect(x, y, width, height)
     /// Somebody turns or resizes the item at a handle.
     readonly property bool isPulled: turn.isPulled || topLeft.isPulled || topRight.isPulled || bottomLeft.isPulled || bottomRight.isPulled
+    readonly property bool canResize: editor.selected.canResize && !editor.selected.isLocked
 
     x: board.canvas.viewX(editor.selected.centerX) - width / 2
     y: board.canvas.viewY(editor.selected.centerY) - height / 2
@@ -33,7 +35,31 @@ Item {
         antialiasing: true
     }
 
+    Icon {
+        anchors {
+            horizontalCenter: parent.right
+            verticalCenter: parent.top
+        }
+        visible: frame.editor.selected.isLocked
+        name: "lock"
+        side: 16
+        ink: Theme.color.accent
+
+        Rectangle {
+            anchors.centerIn: parent
+            z: -1
+            width: 30
+            height: 30
+            radius: 15
+            color: Theme.color.raised
+            border.width: 2
+            border.color: Theme.color.accent
+            antialiasing: true
+        }
+    }
+
     Rectangle {
+        visible: !frame.editor.selected.isLocked
         anchors {
             bottom: parent.top
             horizontalCenter: parent.horizontalCenter
@@ -50,10 +76,12 @@ Item {
 
         x: (frame.width - width) / 2
         y: -18 - height / 2
+        visible: !frame.editor.selected.isLocked
         iconName: "rotate-cw"
         name: qsTr("turn")
         board: frame.board
         editor: frame.editor
+        onStepped: frame.editor.turnBy(2)
         onPulled: place => frame.editor.turnTo(place)
     }
 
@@ -62,8 +90,9 @@ Item {
 
         x: 0 - width / 2
         y: 0 - height / 2
-        visible: frame.editor.selected.canResize
-        name: qsTr("resize")
+        visible: frame.canResize
+        name: qsTr("smaller")
+        onStepped: frame.editor.resizeBy(1 / 1.08)
         board: frame.board
         editor: frame.editor
         cursor: Qt.SizeFDiagCursor
@@ -75,8 +104,8 @@ Item {
 
         x: frame.width - width / 2
         y: 0 - height / 2
-        visible: frame.editor.selected.canResize
-        name: qsTr("resize")
+        visible: frame.canResize
+        name: ""
         board: frame.board
         editor: frame.editor
         cursor: Qt.SizeBDiagCursor
@@ -88,8 +117,8 @@ Item {
 
         x: 0 - width / 2
         y: frame.height - height / 2
-        visible: frame.editor.selected.canResize
-        name: qsTr("resize")
+        visible: frame.canResize
+        name: ""
         board: frame.board
         editor: frame.editor
         cursor: Qt.SizeBDiagCursor
@@ -101,8 +130,9 @@ Item {
 
         x: frame.width - width / 2
         y: frame.height - height / 2
-        visible: frame.editor.selected.canResize
-        name: qsTr("resize")
+        visible: frame.canResize
+        name: qsTr("larger")
+        onStepped: frame.editor.resizeBy(1.08)
         board: frame.board
         editor: frame.editor
         cursor: Qt.SizeFDiagCursor

@@ -12,6 +12,8 @@ Row {
     required property list<string> labels
     required property list<color> colors
     property string chosen
+    /// Of the square in which each answers.
+    property real side: Theme.size.control
 
     signal chose(name: string)
 
@@ -23,6 +25,7 @@ Row {
             required property int index
             readonly property Swatches owner: parent as Swatches
 
+            width: owner?.side ?? implicitWidth
             text: owner?.labels[index] ?? modelData
             swatch: owner?.colors[index] ?? "white"
             checked: owner?.chosen === modelData

@@ -11,6 +11,7 @@ Sheet {
 
     title: qsTr("our board")
     paperWidth: 560
+    onOpened: view.checkLink()
 
     PeopleSection {
         heading: qsTr("who is here")
@@ -29,9 +30,29 @@ Sheet {
             width: parent.width
             view: page.view
         }
+        PaperButton {
+            visible: page.view.face.link === ""
+            x: -Theme.size.medium
+            kind: PaperButton.Quiet
+            iconName: "link"
+            text: qsTr("make a link")
+            onClicked: page.view.makeLink()
+        }
+        PaperButton {
+            visible: !page.view.face.hasPartner
+            x: -Theme.size.medium
+            kind: PaperButton.Quiet
+            iconName: "users"
+            text: qsTr("i have a code")
+            onClicked: {
+                page.close();
+                page.view.goTo("bringThemOver");
+            }
+        }
         AskOnce {
+            visible: page.view.face.link !== ""
             iconName: "refresh-cw"
-            text: page.view.face.link === "" ? qsTr("make a link") : qsTr("reset our link")
+            text: qsTr("reset our link")
             question: qsTr("codes and links you gave out before stop working. you both stay on the board.")
             yes: qsTr("a new link, please")
             onAgreed: page.view.resetLinks()

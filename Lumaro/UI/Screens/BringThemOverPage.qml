@@ -10,9 +10,16 @@ SheetPage {
     required property AppView view
     readonly property bool isPartnerHere: view.face.isPartnerHere
 
+    /// They started a board as well, and read out its code.
+    signal codeAsked
     signal done
 
-    onVisibleChanged: if (visible && (view.face.code === "" || view.face.isCodeOver)) view.mintCode()
+    onVisibleChanged: {
+        if (visible && (view.face.code === "" || view.face.isCodeOver))
+            view.mintCode();
+        if (visible)
+            view.checkLink();
+    }
     onIsPartnerHereChanged: if (isPartnerHere) onwards.forceActiveFocus(Qt.OtherFocusReason)
 
     Column {
@@ -45,6 +52,26 @@ SheetPage {
         visible: !page.isPartnerHere && page.view.face.link !== ""
         width: parent.width
         view: page.view
+    }
+    Row {
+        visible: !page.isPartnerHere
+        anchors.horizontalCenter: parent.horizontalCenter
+        spacing: Theme.size.small
+
+        Body {
+            height: code.height
+            verticalAlignment: Text.AlignVCenter
+            isSmall: true
+            isSoft: true
+            text: qsTr("did they start one, too?")
+        }
+        PaperButton {
+            id: code
+
+            kind: PaperButton.Quiet
+            text: qsTr("i have a code")
+            onClicked: page.codeAsked()
+        }
     }
     PaperButton {
         id: onwards

@@ -28,8 +28,12 @@ SheetPage {
         else
             page.view.joinByCode(digits.digits);
     }
-    // The focus goes to the first thing that is missing: the name, or the code or link.
+    // The focus goes to the first thing that is missing: the name, or the code or link. The name is filled in here and
+    // not bound, so that nothing that the application hears of takes away what is being typed.
     function settle(): void {
+        // Pages are hidden once more as they go.
+        if (name.text === "" && view)
+            name.text = view.face.myName === "" ? view.suggestedName : view.face.myName;
         const isKnown = !isStart && name.text !== "";
         name.focus = !isKnown;
         name.selectAll();
@@ -50,13 +54,20 @@ SheetPage {
     }
 
     onFaultChanged: {
-        if (fault === "" || door !== "code")
+        if (fault === "" || !visible)
             return;
-        digits.clear();
-        digits.forceActiveFocus(Qt.TabFocusReason);
+        if (door === "code") {
+            digits.clear();
+            digits.forceActiveFocus(Qt.TabFocusReason);
+        } else if (door === "link") {
+            link.takeKeys();
+        } else {
+            name.takeKeys();
+        }
     }
     onVisibleChanged: settle()
     onDoorChanged: settle()
+    Component.onCompleted: settle()
 
     PageHead {
         text: page.isStart ? qsTr("make it yours") : qsTr("come on over")
@@ -70,7 +81,6 @@ SheetPage {
         label: qsTr("what do they call you?")
         placeholder: qsTr("your name")
         maximumLength: 40
-        text: page.view.face.myName === "" ? page.view.suggestedName : page.view.face.myName
         fault: page.isStart ? page.fault : ""
         helper: page.isStart ? qsTr("it stands on what you put up.") : ""
         onAccepted: page.nameGiven()

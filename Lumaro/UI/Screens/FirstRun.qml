@@ -17,10 +17,10 @@ Sheet {
     readonly property string wanted: {
         if (view.face.isChoosing)
             return "choosing";
-        if (stage === "board")
-            return "failure";
-        const isOutside = ["welcome", "makeItYours", "offBoard", "refused"].includes(stage);
-        return isOutside && (door !== "" || stage === "makeItYours") ? "comeIn" : stage;
+        const canComeIn = ["welcome", "makeItYours", "offBoard", "refused", "bringThemOver"].includes(stage);
+        if (canComeIn && (door !== "" || stage === "makeItYours"))
+            return "comeIn";
+        return view.face.failure !== "" || stage === "board" ? "failure" : stage;
     }
 
     function chooseDoor(how: string): void {
@@ -39,6 +39,8 @@ Sheet {
     paperWidth: 520
     isDismissable: false
     visible: view.face.needsPerson
+    // From here on nobody is to come in, unless they ask for it anew.
+    onStageChanged: if (stage === "bringThemOver") door = ""
     onWantedChanged: if (view.face.needsPerson) page = wanted
     onClosed: door = ""
 
@@ -63,6 +65,7 @@ Sheet {
         visible: firstRun.page === "bringThemOver"
         focus: visible
         view: firstRun.view
+        onCodeAsked: firstRun.chooseDoor("code")
         onDone: firstRun.view.goTo("")
     }
     WhichOfYouPage {

@@ -23,7 +23,7 @@ Rectangle {
         anchors.centerIn: parent
         anchors.verticalCenterOffset: -initial.side / 16 // the hand's letters hang low
         text: initial.name.charAt(0).toLowerCase()
-        color: Theme.inkColor("ink")
+        color: "#3b322b" // on paper as it is by day
         textFormat: Text.PlainText
         font.family: Theme.hand
         font.weight: Font.Bold

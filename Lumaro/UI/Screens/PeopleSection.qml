@@ -24,9 +24,19 @@ Section {
             width: parent.width - 44 - parent.spacing
             placeholder: qsTr("what do they call you?")
             maximumLength: 40
-            text: people.view.face.myName
             onAccepted: people.view.setName(name.text)
             onActiveFocusChanged: if (!activeFocus) people.view.setName(name.text)
+            Component.onCompleted: text = people.view.face.myName
+
+            // Not while the person types.
+            Connections {
+                target: people.view
+
+                function onFaceChanged(): void {
+                    if (!name.activeFocus)
+                        name.text = people.view.face.myName;
+                }
+            }
         }
     }
     Row {

@@ -1,47 +1,60 @@
 // SPDX-License-Identifier: Apache-2.0
 import QtQuick
 import DesignSystem
+import Widgets
 
-/// A small note to jot down and put up. Fills a window of its own.
+/// A small note to jot down and put up. Fills a window of its own, and keeps what is written when that closes.
 FocusScope {
     id: note
 
     property alias text: input.text
+    /// Why it could not be put up; empty when nothing is known against it.
+    property string problem
+    readonly property bool hasText: input.text.trim() !== ""
 
+    /// The window is to follow the pointer.
+    signal moveWanted
     signal accepted(string text)
     signal closed
 
     function putUp(): void {
-        if (input.text.trim() === "")
-            return;
-        const written = input.text;
-        input.clear();
-        note.accepted(written);
+        if (hasText)
+            note.accepted(input.text);
+    }
+    /// With the keys at the end of what is written.
+    function takeKeys(): void {
+        input.cursorPosition = input.length;
+        input.forceActiveFocus();
     }
 
-    implicitWidth: 340
-    implicitHeight: 320
+    onTextChanged: problem = ""
+    implicitWidth: 380
+    implicitHeight: 340
 
     Rectangle {
         id: paper
 
         anchors.fill: parent
         anchors.margins: 28
-        radius: 4
-        gradient: Gradient {
-            GradientStop {
-                position: 0
-                color: Theme.isDark ? "#e9dcb4" : "#fff4cc"
-            }
-            GradientStop {
-                position: 1
-                color: Theme.isDark ? "#dccb9b" : "#fbe8ae"
-            }
-        }
+        color: "transparent"
 
         Shadow {
             radius: 4
             lift: 12
+        }
+        // The paper that it will hang on.
+        NoteSwatch {
+            id: sheet
+
+            anchors.fill: parent
+            paper: "butter"
+            dark: Theme.isDark
+            isWhole: true
+        }
+        // A window without a frame is carried by its paper.
+        DragHandler {
+            target: null
+            onActiveChanged: if (active) note.moveWanted()
         }
         Tape {
             anchors.horizontalCenter: parent.horizontalCenter
@@ -68,9 +81,9 @@ FocusScope {
                 selectByMouse: true
                 wrapMode: TextEdit.Wrap
                 textFormat: TextEdit.PlainText
-                color: Theme.inkColor("ink")
-                selectionColor: "#b5472f"
-                selectedTextColor: "#fff8ef"
+                color: sheet.ink
+                selectionColor: Theme.color.accent
+                selectedTextColor: Theme.color.onAccent
                 font.family: Theme.hand
                 font.pixelSize: 28
                 Accessible.role: Accessible.EditableText
@@ -84,7 +97,8 @@ FocusScope {
                 }
                 Keys.onEnterPressed: note.putUp()
                 Keys.onEscapePressed: note.closed()
-                KeyNavigation.tab: button
+                // A button that waits for a text takes no keys.
+                Keys.onTabPressed: if (button.enabled) button.forceActiveFocus(Qt.TabFocusReason)
                 onCursorRectangleChanged: {
                     const bottom = cursorRectangle.y + cursorRectangle.height;
                     flick.contentY = Math.max(0, Math.min(flick.contentY, cursorRectangle.y), bottom - flick.height);
@@ -97,7 +111,7 @@ FocusScope {
             y: Theme.size.large
             width: parent.width - 2 * Theme.size.large
             text: qsTr("say something…")
-            color: "#7a6a4a"
+            color: sheet.smallInk
             font.pixelSize: 28
             font.weight: Font.Normal
             Accessible.ignored: true
@@ -109,10 +123,13 @@ FocusScope {
             anchors.rightMargin: Theme.size.small
             anchors.verticalCenter: button.verticalCenter
             wrapMode: Text.Wrap
-            text: qsTr("shift + enter: a new line")
-            color: "#6b5c3e"
+            text: note.problem !== "" ? note.problem : note.hasText ? qsTr("shift + enter: a new line\nesc: later") : qsTr("shift + enter: a new line")
+            color: note.problem !== "" ? sheet.ink : sheet.smallInk
             textFormat: Text.PlainText
             font.pixelSize: Theme.size.captionText - 1
+            font.weight: note.problem !== "" ? Font.DemiBold : Font.Normal
+            Accessible.role: note.problem !== "" ? Accessible.AlertMessage : Accessible.StaticText
+            Accessible.name: text
         }
         PaperButton {
             id: button
@@ -122,7 +139,8 @@ FocusScope {
             anchors.margins: Theme.size.medium
             kind: PaperButton.Primary
             text: qsTr("put it up")
-            enabled: input.text.trim() !== ""
+            enabled: note.hasText
+            Keys.onTabPressed: input.forceActiveFocus(Qt.TabFocusReason)
             onClicked: note.putUp()
             Keys.onEscapePressed: note.closed()
             KeyNavigation.backtab: input

@@ -57,6 +57,10 @@ Sheet {
     PlaceSection {
         place: page.place
     }
+    HoursSection {
+        view: page.view
+        place: page.place
+    }
     Section {
         heading: qsTr("telling you")
 
@@ -66,6 +70,13 @@ Sheet {
             helper: qsTr("a quiet note from them, like a text.")
             checked: page.settings.notifiesOfItems
             onClicked: page.settings.notifiesOfItems = checked
+        }
+        Toggle {
+            width: parent.width
+            text: qsTr("when a block is over")
+            helper: qsTr("with cool down and rest, where the desktop can.")
+            checked: page.settings.notifiesOfBlocks
+            onClicked: page.settings.notifiesOfBlocks = checked
         }
         Toggle {
             width: parent.width

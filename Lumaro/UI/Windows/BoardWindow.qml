@@ -14,6 +14,7 @@ Window {
     required property SettingsView settings
     required property MusicView music
     required property PlaceView place
+    required property PartnerSpeech speech
     required property var screens
     required property bool hangsBehindIcons
     property alias weatherMoves: page.weatherMoves
@@ -24,6 +25,12 @@ Window {
             page.sheets.help();
         else
             ((name === "settings" ? settingsPage : boardPage).create() as Sheet).open();
+    }
+
+    /// The board without a page over it.
+    function showBoard(): void {
+        for (const opened of [boardPage, settingsPage])
+            (opened.instance as Sheet)?.close();
     }
 
     // On a screen that has room for them; `WindowKeeper` sees to the others.
@@ -48,7 +55,6 @@ Window {
         isQuiet: window.view.face.needsPerson
         onBoardPageWanted: window.showPage("boardPage")
         onSettingsWanted: window.showPage("settings")
-        onQuickNoteWanted: window.view.askForQuickNote()
     }
 
     StatusSlip {
@@ -113,6 +119,18 @@ Window {
 
         function onNoticed(text: string): void {
             page.toast.show(text, "");
+        }
+    }
+
+    SpokenLine {
+        id: spoken
+    }
+
+    Connections {
+        target: window.speech
+
+        function onSpoke(text: string): void {
+            spoken.say(text);
         }
     }
 }

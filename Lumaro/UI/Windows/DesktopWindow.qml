@@ -31,6 +31,7 @@ Window {
         background: desktop.background
         isThreadTied: desktop.isThreadTied
         isFilling: true
+        isRead: false
         isPaused: window.isPaused
         weatherMoves: window.settings.weatherMoves
         onDensityChanged: window.scene.wantPixels(density)

@@ -13,9 +13,11 @@ namespace {
 const auto daemonName = QStringLiteral("org.freedesktop.Notifications");
 
 struct Shown {
+    uint replaced = 0;
     QString title;
     QString body;
     QVariantMap hints;
+    QStringList actions;
 };
 
 class DesktopNotificationsTest : public BusTest {
@@ -38,8 +40,8 @@ protected:
             calls.beginStructure();
             calls >> time >> arguments;
             calls.endStructure();
-            all.push_back({arguments.value(3).toString(), arguments.value(4).toString(),
-                           qdbus_cast<QVariantMap>(arguments.value(6))});
+            all.push_back({arguments.value(1).toUInt(), arguments.value(3).toString(), arguments.value(4).toString(),
+                           qdbus_cast<QVariantMap>(arguments.value(6)), qdbus_cast<QStringList>(arguments.value(5))});
         }
         calls.endArray();
         return all;
@@ -57,8 +59,44 @@ protected:
         return *got;
     }
 
+    // A signal of the daemon.
+    void emitSignal(const QString& name, const QString& signature, const QVariantList& arguments) const {
+        call(daemonName, QStringLiteral("/org/freedesktop/Notifications"), QStringLiteral("org.freedesktop.DBus.Mock"),
+             QStringLiteral("EmitSignal"), {daemonName, name, signature, QVariant::fromValue(arguments)});
+    }
+
     DesktopNotifications center_{bus()};
 };
+
+TEST_F(DesktopNotificationsTest, OneOfTheSameTakesThePlaceOfTheOtherAndIsAnswered) {
+    using Kind = NotificationAnswer::Kind;
+    startDaemon("body actions");
+    std::vector<NotificationAnswer> answers;
+    center_.onAnswer([&](const NotificationAnswer& answer) { answers.push_back(answer); });
+    center_.post({"bo", "a photo", {}, "items"});
+    center_.post({"over", "", {}, "block", {{"rest", "rest"}}});
+    shownAfter(2);
+    center_.post({"bo", "bo put up 2 things", {}, "items"});
+    const auto shown = shownAfter(3);
+    EXPECT_EQ(shown.at(0).replaced, 0U);
+    EXPECT_EQ(shown.at(0).actions, (QStringList{"default", "open"}));
+    EXPECT_EQ(shown.at(1).actions, (QStringList{"default", "open", "rest", "rest"}));
+    EXPECT_EQ(shown.at(2).replaced, 1U);
+    emitSignal(QStringLiteral("ActionInvoked"), QStringLiteral("us"), {1U, QStringLiteral("default")});
+    emitSignal(QStringLiteral("ActionInvoked"), QStringLiteral("us"), {2U, QStringLiteral("rest")});
+    emitSignal(QStringLiteral("ActionInvoked"), QStringLiteral("us"), {77U, QStringLiteral("default")});
+    emitSignal(QStringLiteral("NotificationClosed"), QStringLiteral("uu"), {2U, 1U});
+    emitSignal(QStringLiteral("NotificationClosed"), QStringLiteral("uu"), {2U, 2U});
+    waitUntil([&] { return answers.size() >= 3; });
+    EXPECT_EQ(answers, (std::vector<NotificationAnswer>{
+                           {Kind::opened, "items"}, {Kind::acted, "block", "rest"}, {Kind::dismissed, "block"}}));
+}
+
+TEST_F(DesktopNotificationsTest, OffersNothingWhereTheDaemonHasNoActions) {
+    startDaemon("body");
+    center_.post({"over", "", {}, "block", {{"rest", "rest"}}});
+    EXPECT_EQ(shownAfter(1).at(0).actions, QStringList{});
+}
 
 TEST_F(DesktopNotificationsTest, ShowsPictureAndTextWhichIsNoMarkupForADaemonThatReadsMarkup) {
     auto& daemon = startDaemon("body body-markup");

@@ -54,5 +54,17 @@ TEST_F(SystemZoneTest, IsTheNameAsItIsNowAndEmptyWhenThereIsNone) {
     }
 }
 
+TEST_F(SystemZoneTest, KnowsTheNamesOfItsTableAloneWhoeverSaysThem) {
+    QtSystemZone zone;
+    for (const char* const known : {"Europe/Berlin", "America/Argentina/Ushuaia", "UTC", "EST5EDT", "US/Pacific", "Etc/GMT+5"}) {
+        EXPECT_TRUE(zone.isKnown(known)) << known;
+    }
+    for (const auto& other :
+         std::vector<std::string>{"", "Mars/Base", "MSK-3", "CET-1CEST", "../../etc/passwd", "/etc/localtime",
+                                  "Europe/Berlin\n", "Europe/", std::string(100'000, 'A')}) {
+        EXPECT_FALSE(zone.isKnown(other)) << other.substr(0, 40);
+    }
+}
+
 } // namespace
 } // namespace lumaro

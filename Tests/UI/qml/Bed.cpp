@@ -10,8 +10,11 @@
 #include <QtCore/QJsonObject>
 #include <QtGui/QAccessible>
 #include <QtGui/QClipboard>
+#include <QtGui/QDesktopServices>
 #include <QtGui/QDropEvent>
 #include <QtGui/QPainter>
+#include <QtGui/QPointingDevice>
+#include <QtGui/QTabletEvent>
 #include <QtQuick/QQuickWindow>
 #include <QtTest/QTest>
 #include <QtWidgets/QApplication>
@@ -97,7 +100,9 @@ void Bed::build() {
         view_->refresh();
         scene_->hear(news.changed);
         editor_->hear(news);
+        pictures_->hear(news.changed);
         music_->hear(news.changed);
+        for (const auto& text : news.quickNotes) quickNote_ = qText(text.value_or(""));
     });
     Q_EMIT made();
 }
@@ -251,6 +256,20 @@ void Bed::partnerIsInLisbon() {
     app_->rooms.say(std::move(presence));
 }
 
+void Bed::partnerSharesHours(const QString& zone) {
+    ServerMessage::Presence presence;
+    presence.from = PartnerID::b;
+    presence.zone = zone.toStdString();
+    app_->rooms.say(std::move(presence));
+}
+
+void Bed::partnerHasSeen() {
+    ServerMessage::Presence presence;
+    presence.from = PartnerID::b;
+    presence.seen = app_->clock.now();
+    app_->rooms.say(std::move(presence));
+}
+
 void Bed::partnerTakesDown(const QString& itemId) {
     app_->relay(*Edits::takeDown(app_->app->board(), idOf(itemId), {PartnerID::b, app_->clock.now()}));
 }
@@ -261,6 +280,18 @@ void Bed::refuse() {
 
 void Bed::breakLine() {
     app_->rooms.listener->stateChanged({ConnectionState::Waiting{.attempt = 1, .delay = Seconds{1}}});
+}
+
+double Bed::now() const {
+    return static_cast<double>(
+        std::chrono::floor<std::chrono::milliseconds>(app_->clock.now()).time_since_epoch().count());
+}
+
+void Bed::watchLinks() {
+    openedLinks_.clear();
+    for (const auto* const scheme : {"http", "https", "file"}) {
+        QDesktopServices::setUrlHandler(QString::fromLatin1(scheme), this, "opened");
+    }
 }
 
 QVariantMap Bed::item(const QString& itemId) const {
@@ -282,6 +313,22 @@ QUrl Bed::picture() const {
     const auto path = folder_.filePath(QStringLiteral("square.png"));
     if (!picture.save(path)) qFatal("no picture can be written");
     return QUrl::fromLocalFile(path);
+}
+
+void Bed::putUpSticker(const QUrl& file) {
+    pictures_->putUp(file, true, std::nullopt);
+    app_->background.runAll();
+}
+
+void Bed::fillDisk(bool isFull) {
+    app_->files.fault = [isFull](std::string_view call) {
+        return isFull && call == "writeFile" ? std::optional{FileFault::noSpace} : std::nullopt;
+    };
+}
+
+bool Bed::hasCopiedPicture() const {
+    const auto* const data = QGuiApplication::clipboard()->mimeData();
+    return data != nullptr && data->hasImage();
 }
 
 bool Bed::choose(const QUrl& file) const {
@@ -324,6 +371,24 @@ void Bed::fall(QQuickItem& on, QPointF place, QMimeData& dragged) const {
         QCoreApplication::sendEvent(on.window(), event);
     }
     app_->background.runAll();
+}
+
+void Bed::pressPen(QQuickItem* on, QPointF place, double pressure) const {
+    const auto at = on->mapToScene(place);
+    QTabletEvent event{QEvent::TabletPress,
+                       QPointingDevice::primaryPointingDevice(),
+                       at,
+                       at,
+                       pressure,
+                       0,
+                       0,
+                       0,
+                       0,
+                       0,
+                       Qt::NoModifier,
+                       Qt::LeftButton,
+                       Qt::LeftButton};
+    QCoreApplication::sendEvent(on->window(), &event);
 }
 
 QByteArray Bed::pictureBytes() const {

@@ -33,6 +33,8 @@ class Bed final : public QObject {
     Q_PROPERTY(lumaro::BoardScene* scene READ scene NOTIFY made)
     Q_PROPERTY(lumaro::EditorView* editor READ editor NOTIFY made)
     Q_PROPERTY(lumaro::PictureExchange* pictures READ pictures NOTIFY made)
+    /// The text with which a quick note was asked for last.
+    Q_PROPERTY(QString quickNote MEMBER quickNote_)
 
 public:
     Bed() { make(); }
@@ -84,6 +86,11 @@ public:
     Q_INVOKABLE QString toldPosition() const;
     /// The partner is in Lisbon, where it rains.
     Q_INVOKABLE void partnerIsInLisbon();
+    Q_INVOKABLE void partnerSharesHours(const QString& zone);
+    /// The person opens the notification of what the partner put up.
+    Q_INVOKABLE void openNotification() { app_->notifications.tap({NotificationAnswer::Kind::opened, "items"}); }
+    /// They have looked at everything.
+    Q_INVOKABLE void partnerHasSeen();
     Q_INVOKABLE void partnerTakesDown(const QString& itemId);
     /// The room no longer knows this device.
     Q_INVOKABLE void refuse();
@@ -95,9 +102,22 @@ public:
     Q_INVOKABLE QStringList items() const;
     /// How many batches were sent.
     Q_INVOKABLE int acts() const { return static_cast<int>(app_->rooms.sent.size()); }
+    /// Milliseconds since 1970.
+    Q_INVOKABLE double now() const;
+    /// From now on links that are opened come here.
+    Q_INVOKABLE void watchLinks();
+    Q_INVOKABLE QStringList openedLinks() const { return openedLinks_; }
     Q_INVOKABLE void pass(double seconds) { app_->pass(Seconds{seconds}); }
     /// A file with a red square on white paper, twice as wide as high.
     Q_INVOKABLE QUrl picture() const;
+    Q_INVOKABLE void putUpSticker(const QUrl& file);
+    /// From now on the disk takes no more, or does again.
+    Q_INVOKABLE void fillDisk(bool isFull);
+    /// Whether the clipboard holds a picture.
+    Q_INVOKABLE bool hasCopiedPicture() const;
+    /// A path in a folder of the tests' own, and whether a picture is there.
+    Q_INVOKABLE QString path(const QString& name) const { return folder_.filePath(name); }
+    Q_INVOKABLE bool isPictureAt(const QString& path) const { return !QImage{path}.isNull(); }
     /// Types the file's name into the dialog that asks for one; false when none does.
     Q_INVOKABLE bool choose(const QUrl& file) const;
     /// Drags something from another program over the window, and out of it again; whether it would be taken.
@@ -107,9 +127,14 @@ public:
     Q_INVOKABLE void drop(QQuickItem* on, QPointF place, const QString& type, const QString& data) const;
     /// The same for a picture that a browser holds: its encoded bytes beside where it was found.
     Q_INVOKABLE void dropPicture(QQuickItem* on, QPointF place) const;
+    /// A tablet tells how hard its pen is pressed; the pointer's event that the system makes of it is the test's.
+    Q_INVOKABLE void pressPen(QQuickItem* on, QPointF place, double pressure) const;
     /// Another program copies a picture; how often Qt was asked to decode it at once since then.
     Q_INVOKABLE void copyPicture();
     Q_INVOKABLE int decodedAtOnce() const { return decodedAtOnce_; }
+
+public Q_SLOTS:
+    void opened(const QUrl& link) { openedLinks_.append(link.toString(QUrl::FullyEncoded)); }
 
 Q_SIGNALS:
     void made();
@@ -122,7 +147,9 @@ private:
     QTemporaryDir folder_;
     PseudoLanguage pseudo_;
     PlaceTable towns_ = PlaceTable::open(placesData()).value();
+    QStringList openedLinks_;
     int decodedAtOnce_ = 0;
+    QString quickNote_;
     std::unique_ptr<AppFixture> app_;
     std::unique_ptr<AppView> view_;
     std::unique_ptr<SettingsView> settings_;

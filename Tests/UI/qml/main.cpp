@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "DesignSystem/Fonts.h"
 #include "DesignSystem/Furnish.h"
+#include "DesignSystem/SystemWords.h"
 #include "Tests/UI/qml/Bed.h"
 
 #include <QtQml/QQmlEngine>
@@ -31,6 +32,7 @@ public Q_SLOTS:
 int main(int argc, char** argv) {
     QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     const QApplication application{argc, argv};
+    lumaro::SystemWords::install();
     lumaro::Setup setup;
     return quick_test_main_with_setup(argc, argv, "lumaro_ui", QUICK_TEST_SOURCE_DIR, &setup);
 }

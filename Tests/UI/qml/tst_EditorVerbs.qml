@@ -51,7 +51,7 @@ Item {
             hangNote(700, 500);
             data.ask();
             tryVerify(() => named("once more"));
-            for (const verb of ["edit", "let it go after a day", "draw on it", "to the front", "copy", "once more", "take down"]) {
+            for (const verb of ["edit", "let it go after a day", "draw on it", "a heart on it", "to the front", "to the back", "lock", "copy", "once more", "take down"]) {
                 keyClick(Qt.Key_Down);
                 compare(focused(), verb);
             }
@@ -95,23 +95,77 @@ Item {
             verify(!named("join"));
         }
 
-        function test_aCountdownNeedsADay() {
+        function type(text) {
+            keyClick(Qt.Key_A, Qt.ControlModifier);
+            keys(text);
+        }
+        function said(text) {
+            return find(room.Window.contentItem, item => item.text === text) !== null;
+        }
+
+        function test_aCountdownIsTypedAndTheFieldThatIsWrongIsNamed() {
             press("a countdown");
             tryVerify(() => focused() === "until");
             keys("the train");
             keyClick(Qt.Key_Tab);
             compare(focused(), "day");
-            keyClick(Qt.Key_A, Qt.ControlModifier);
-            keys("2026-13-01");
+            for (const [day, fault] of [["soon", "a day like 24 dec, 2026-12-24 or friday"], ["2026-13-01", "there is no such day"]]) {
+                type(day);
+                keyClick(Qt.Key_Return);
+                verify(said(fault), fault);
+            }
+            type("24 dec 2030");
+            keyClick(Qt.Key_Tab);
+            compare(focused(), "time");
+            type("25:00");
+            verify(said("no clock shows that") && !said("there is no such day"));
             keyClick(Qt.Key_Return);
             compare(Bed.items(), []);
-            verify(find(room.Window.contentItem, item => item.text === "a day like 2026-12-24"));
-            keyClick(Qt.Key_A, Qt.ControlModifier);
-            keys("2026-12-24");
+            type("6:30 pm");
+            verify(said("tuesday, 24 december 2030, at 18:30"));
             keyClick(Qt.Key_Return);
             compare(kinds(), ["countdown"]);
             compare(Bed.item(Bed.items()[0]).payload.label, "the train");
+            compare(Bed.item(Bed.items()[0]).payload.targetDate, new Date(2030, 11, 24, 18, 30).getTime());
             tryVerify(() => focused() === "the board");
+        }
+
+        function test_aCountdownIsPickedFromTheMonthByKeysAndPointer() {
+            hang("countdown", 700, 500, {
+                targetDate: new Date(2031, 0, 30, 9, 0).getTime(),
+                label: "x"
+            });
+            keyClick(Qt.Key_Tab);
+            keyClick(Qt.Key_Return);
+            tryVerify(() => named("the month after"));
+            tryVerify(() => named("thursday, 30 january 2031"));
+            const month = find(room.Window.contentItem, item => item.Accessible.role === Accessible.Table);
+            month.forceActiveFocus();
+            keyClick(Qt.Key_PageDown);
+            compare(focused(), "friday, 28 february 2031");
+            keyClick(Qt.Key_Left);
+            keyClick(Qt.Key_Up);
+            compare(focused(), "thursday, 20 february 2031");
+            press("the month after");
+            press("monday, 10 march 2031");
+            named("hour 09").forceActiveFocus();
+            keyClick(Qt.Key_Up);
+            compare(focused(), "hour 10");
+            keyClick(Qt.Key_Tab);
+            keyClick(Qt.Key_Down);
+            compare(focused(), "minute 55");
+            press("done");
+            compare(Bed.item(Bed.items()[0]).payload.targetDate, new Date(2031, 2, 10, 9, 55).getTime());
+        }
+
+        function test_aDayThatHasBeenIsSaid() {
+            press("a countdown");
+            tryVerify(() => focused() === "until");
+            keyClick(Qt.Key_Tab);
+            type("2020-02-03");
+            verify(find(room.Window.contentItem, item => String(item.text).endsWith("that day has been.")));
+            keyClick(Qt.Key_Return);
+            compare(kinds(), ["countdown"]);
         }
     }
 }

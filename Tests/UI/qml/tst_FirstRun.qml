@@ -24,6 +24,7 @@ Item {
         property var sheet
 
         readonly property string board: '{"coupleId":"q3m7xk2p","token":"lm1.q3m7xk2p.a.nbswy3dpo5xxe3de","invite":{"inviteId":"abcdefgh12","link":"https://x/for/abcdefgh12","expiresAt":1900000000000}}'
+        readonly property string link: '{"inviteId":"abcdefgh12","link":"https://x/for/abcdefgh12","expiresAt":1900000000000}'
         readonly property string joined: '{"coupleId":"q3m7xk2p","token":"lm1.q3m7xk2p.b.nbswy3dpo5xxe3de","partnerName":"ann","slot":"b","status":"joined"}'
         readonly property string choose: '{"code":"choose_person","message":"","names":{"a":"ann","b":"bo"},"suggested":"b"}'
 
@@ -92,6 +93,102 @@ Item {
             tryCompare(sheet, "visible", false);
         }
 
+        function shows(item, text) {
+            return item.visible && (item.text === text || Array.from(item.children).some(child => shows(child, text)));
+        }
+        function text() {
+            return room.Window.activeFocusItem.text;
+        }
+        function test_afterACodeThatFailedNothingThatIsTypedIsLost() {
+            comeTo("i have a code");
+            type("bo");
+            keyClick(Qt.Key_Return);
+            type("111111");
+            verify(Bed.answer(404, '{"code":"code_not_found","message":""}'));
+            compare(focusedName(), "the six digits they read out");
+            compare(text(), "");
+            keyClick(Qt.Key_Backtab);
+            compare(text(), "bo");
+            type("bea");
+            compare(text(), "bea");
+            keyClick(Qt.Key_Return);
+            type("222222");
+            verify(Bed.lastRequest().includes('"name":"bea"'));
+            verify(Bed.lastRequest().includes('"code":"222222"'));
+        }
+
+        function test_aMouseIsLedAroundTheSamePlaces() {
+            comeTo("i have a code");
+            type("bo");
+            keyClick(Qt.Key_Return);
+            type("111111");
+            verify(Bed.answer(503, ""));
+            const name = room.Window.activeFocusItem;
+            keyClick(Qt.Key_Backtab);
+            const field = room.Window.activeFocusItem;
+            name.forceActiveFocus();
+            mouseClick(field, field.width - 4, field.height / 2);
+            type("b");
+            compare(field.text, "bob");
+        }
+
+        function test_whatIsNoLinkIsCalledThat_data() {
+            return [
+                {
+                    tag: "nothing",
+                    pasted: "",
+                    told: "paste the link"
+                },
+                {
+                    tag: "garbage",
+                    pasted: "https://example.org/",
+                    told: "no lumaro link"
+                }
+            ];
+        }
+        function test_whatIsNoLinkIsCalledThat(data) {
+            comeTo("i have a link");
+            type("bo");
+            keyClick(Qt.Key_Return);
+            type(data.pasted);
+            keyClick(Qt.Key_Return);
+            verify(Bed.view.face.failure.includes(data.told));
+            compare(focusedName(), "the link they sent you");
+            type("k");
+            compare(text(), "k");
+            compare(Bed.view.face.failure, "");
+        }
+
+        function startOurs() {
+            keyClick(Qt.Key_Return);
+            type("ann");
+            keyClick(Qt.Key_Return);
+            Bed.answer(201, board);
+            Bed.answer(201, '{"code":"481936","expiresAt":1790000540000,"slot":"b"}');
+            Bed.answer(201, link);
+            compare(sheet.page, "bringThemOver");
+        }
+        function test_bothStartedABoardAndOneComesOver() {
+            startOurs();
+            comeTo("i have a code");
+            compare(sheet.page, "comeIn");
+            compare(focusedName(), "the six digits they read out");
+            type("111111");
+            verify(Bed.answer(404, '{"code":"code_not_found","message":""}'));
+            verify(Bed.view.face.isOnBoard);
+            comeTo("back");
+            compare(sheet.page, "bringThemOver");
+            compare(Bed.view.face.failure, "");
+            Bed.answer(201, link); // which the page asked for again
+            comeTo("i have a code");
+            type("222222");
+            verify(!Bed.view.face.inviteQuestion.isAsked);
+            verify(Bed.answer(200, joined.replace(/q3m7xk2p/g, "other234")));
+            compare(Bed.view.face.partnerName, "ann");
+            verify(Bed.lastRequest().startsWith("DELETE "));
+            tryCompare(sheet, "visible", false);
+        }
+
         function test_aLinkInAMessageWillDo() {
             comeTo("i have a link");
             type("bo");
@@ -127,6 +224,7 @@ Item {
             Bed.makeLocked();
             open();
             compare(sheet.page, "locked");
+            verify(shows(sheet.contentItem, "this computer's keychain didn't open"));
             checkNames();
             keyClick(Qt.Key_Return);
             Bed.openKeychain();

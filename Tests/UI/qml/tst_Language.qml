@@ -60,7 +60,7 @@ Item {
         property BoardWindow window
 
         // What people wrote, numbers, keys, and names of things.
-        readonly property var own: ["ann?|bo|left|right", "[A-Za-z?]", "[0-9 ·:/-]+", "°[CF]", "alfama|lisbo[an]|zzzz|Lisboa  ·  .*", "https://\\S+|/profile", "lumaro .*", "the train", "that evening"]
+        readonly property var own: ["ann?|bo|left|right", "[A-Za-z?]", "[0-9 ·:/-]+", "°[CF]", "alfama|lisbo[an]|zzzz|Lisboa  ·  .*", "https://\\S+|/profile", "lumaro .*", "the train", "that evening", "(mon|tue|wed|thu|fri|sat|sun)", "([a-z]+day, )?([0-9]+ )?[a-z]+ [0-9]{4}"]
         readonly property string board: '{"coupleId":"q3m7xk2p","token":"lm1.q3m7xk2p.a.nbswy3dpo5xxe3de","invite":{"inviteId":"abcdefgh12","link":"https://x/for/abcdefgh12","expiresAt":1900000000000}}'
         readonly property string joined: '{"coupleId":"q3m7xk2p","token":"lm1.q3m7xk2p.b.nbswy3dpo5xxe3de","partnerName":"ann","slot":"b","status":"joined"}'
         readonly property string choose: '{"code":"choose_person","message":"","names":{"a":"ann","b":"bo"},"suggested":"b"}'
@@ -106,6 +106,12 @@ Item {
             });
             keyClick(Qt.Key_Tab);
             verify(Bed.editor.selected.isThere);
+        }
+        function hangPhoto() {
+            hang("photo", {
+                mediaId: "00000000-0000-4000-8000-000000000001",
+                caption: "that evening"
+            });
         }
         function hangNote() {
             hang("note", {
@@ -251,6 +257,26 @@ Item {
                         onBoard();
                         keyClick(Qt.Key_D);
                     }],
+                letInkGo: [3, () => {
+                        onBoard();
+                        Bed.editor.pen.begin("");
+                        Bed.editor.pen.down(Qt.point(300, 300), 0, -1);
+                        keyClick(Qt.Key_Delete);
+                        verify(find(window.contentItem, item => item instanceof LetInkGo));
+                    }],
+                group: [1, () => {
+                        onBoard();
+                        hangNote();
+                        hangNote();
+                        keyClick(Qt.Key_A, Qt.ControlModifier);
+                        verify(Bed.editor.selected.count === 2);
+                    }],
+                lockedItem: [3, () => {
+                        onBoard();
+                        hangNote();
+                        keyClick(Qt.Key_L);
+                        keyClick(Qt.Key_Menu);
+                    }],
                 countdown: [5, () => {
                         onBoard();
                         hang("countdown", {
@@ -261,11 +287,26 @@ Item {
                     }],
                 caption: [3, () => {
                         onBoard();
-                        hang("photo", {
-                            mediaId: "00000000-0000-4000-8000-000000000001",
-                            caption: "that evening"
-                        });
+                        hangPhoto();
+                        keyClick(Qt.Key_C);
+                    }],
+                photoMenu: [7, () => {
+                        onBoard();
+                        hangPhoto();
+                        keyClick(Qt.Key_Menu);
+                    }],
+                large: [3, () => {
+                        onBoard();
+                        hangPhoto();
                         keyClick(Qt.Key_Return);
+                        Bed.pictures.large.saveTo("/nowhere/at/all.jpg");
+                        Bed.pass(0);
+                        verify(Bed.pictures.large.said !== "");
+                    }],
+                cutOut: [6, () => {
+                        onBoard();
+                        Bed.putUpSticker(Bed.picture());
+                        tryVerify(() => Bed.pictures.cutOut.isOpen);
                     }],
                 boardPage: [8, () => {
                         onBoard();

@@ -120,9 +120,9 @@ Item {
         }
 
         function test_everySettingDoesSomething_data() {
-            return ["notifiesOfItems", "playsSounds", "reducesMotion", "opensAtLogin"].map((setting, at) => ({
+            return ["notifiesOfItems", "notifiesOfBlocks", "playsSounds", "reducesMotion", "opensAtLogin"].map((setting, at) => ({
                         tag: setting,
-                        control: ["when they pin something", "sounds", "less motion", "open at login"][at]
+                        control: ["when they pin something", "when a block is over", "sounds", "less motion", "open at login"][at]
                     }));
         }
         function test_everySettingDoesSomething(data) {
@@ -159,6 +159,49 @@ Item {
             sheet.close();
         }
 
+        function test_hoursAreSharedOnlyAfterThePersonHasReadWhat() {
+            Bed.make();
+            const sheet = open(settingsPage);
+            comeTo("let them see your hours");
+            keyClick(Qt.Key_Space);
+            verify(!Bed.place.sharesHours);
+            compare(room.Window.activeFocusItem.Accessible.name, "no");
+            keyClick(Qt.Key_Backtab);
+            keyClick(Qt.Key_Return);
+            verify(Bed.place.sharesHours);
+            compare(room.Window.activeFocusItem.Accessible.name, "let them see your hours");
+            keyClick(Qt.Key_Space);
+            verify(!Bed.place.sharesHours);
+            comeTo("let them see what i've seen");
+            verify(!Bed.view.face.sharesSeen);
+            keyClick(Qt.Key_Space);
+            verify(Bed.view.face.sharesSeen);
+            sheet.close();
+        }
+
+        function test_aResetLinkIsGoneAtOnce() {
+            Bed.makeOnBoard();
+            const sheet = open(boardPage);
+            comeTo("make a link");
+            keyClick(Qt.Key_Return);
+            verify(Bed.answer(201, '{"inviteId":"abcdefgh12","link":"https://x/for/abcdefgh12","expiresAt":1900000000000}'));
+            comeTo("make a code");
+            keyClick(Qt.Key_Return);
+            verify(Bed.answer(201, '{"code":"481936","expiresAt":1790000540000,"slot":"b"}'));
+            compare(Bed.view.face.code, "481 936");
+            comeTo("reset our link");
+            keyClick(Qt.Key_Return);
+            keyClick(Qt.Key_Backtab);
+            keyClick(Qt.Key_Return);
+            verify(Bed.lastRequest().startsWith("DELETE "));
+            verify(Bed.answer(200, "{}"));
+            compare(Bed.view.face.code, "");
+            compare(Bed.view.face.link, "");
+            verify(Bed.answer(201, '{"inviteId":"secondlink","link":"https://x/for/secondlink","expiresAt":1900000000000}'));
+            compare(Bed.view.face.link, "https://x/for/secondlink");
+            sheet.close();
+        }
+
         function test_theThemeFollowsTheSettings() {
             Bed.make();
             Bed.settings.appearance = "dark";
@@ -189,7 +232,11 @@ Item {
             keyClick("b");
             keyClick(Qt.Key_Return);
             compare(accepted.signalArguments[0][0], "a\nb");
-            compare(note.text, "");
+            // It stays until whoever puts it up has done so.
+            compare(note.text, "a\nb");
+            note.problem = "full";
+            keyClick("c");
+            compare(note.problem, "");
             keyClick(Qt.Key_Escape);
             compare(closed.count, 1);
             compare(Bed.unnamed(note), []);

@@ -106,6 +106,18 @@ Item {
             tryVerify(() => focused() === "the board");
         }
 
+        function test_aNotificationThatIsOpenedLeadsToItsItemUnderNoPage() {
+            Bed.makeOnBoard();
+            open();
+            hangNote();
+            window.showPage("settings");
+            tryVerify(() => focused() !== "the board");
+            Bed.openNotification();
+            window.showBoard();
+            tryVerify(() => focused() === "the board");
+            compare(Bed.editor.selected.itemId, Bed.items()[0]);
+        }
+
         function test_tabComesToEverythingInTheDock() {
             Bed.makeOnBoard();
             open();
@@ -114,7 +126,7 @@ Item {
         }
 
         function test_spaceGoesToWhatCanBeDoneWithAnItem() {
-            const verbs = ["butter", "blush", "sage", "sky", "lilac", "oat", "edit", "let it go after a day", "to the front", "take down"];
+            const verbs = ["paper and pin", "read", "edit", "let it go after a day", "a heart on it", "to the front", "to the back", "lock", "take down"];
             Bed.makeOnBoard();
             open();
             hangNote();
@@ -148,9 +160,9 @@ Item {
             open();
             keyClick(Qt.Key_D);
             const names = walk();
-            for (const name of Theme.inks().concat("fine", "pen", "brush", "eraser", "leave it", "stick it up"))
+            for (const name of Theme.inks().concat("fine", "pen", "brush", "eraser", "let it go", "stick it up"))
                 verify(names.includes(name), name);
-            comeTo("leave it");
+            comeTo("let it go");
             keyClick(Qt.Key_Return);
             compare(focused(), "the board");
         }

@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "Lumaro/Pictures/PictureImport.h"
+
+#include <QImage>
+
+#include <expected>
+#include <string_view>
+
+namespace lumaro {
+
+/// The longest side of a picture that leaves this computer.
+constexpr int longestPictureSide = 2048;
+/// The most that the pixels of one picture take while it is read, before it is made smaller; its reader may need as
+/// much again. JPEGs, and PNGs of the usual kind, are made smaller while they are read and stay far below.
+constexpr qint64 mostDecodedBytes = qint64{256} * 1024 * 1024;
+/// No picture is read for longer than this many pixels take: some seconds on a slow computer.
+constexpr qint64 mostPixels = qint64{256'000'000};
+
+/// The picture in a file of any usual format, upright, in sRGB, no longer than `longestPictureSide`; of a moving one,
+/// its first frame. On any thread.
+std::expected<QImage, ImportRefusal> readPicture(std::string_view file);
+/// The same for one that is decoded already.
+QImage madeSmall(QImage picture);
+
+/// Pixels as HEIF files hold them: HEIC and AVIF, whose turns are the file's own and done. `file` is one of those.
+std::expected<QImage, ImportRefusal> readHeif(std::string_view file);
+
+ImportRefusal tooLarge(QSize size);
+
+} // namespace lumaro
