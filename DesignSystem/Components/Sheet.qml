@@ -16,6 +16,25 @@ T.Popup {
     /// Where the keys were before the sheet came, and go again after it.
     property Item cameFrom: null
 
+    /// What the keys went to last on the sheet, and whether it is still to be seen.
+    property Item keyed: null
+    readonly property bool isKeyedSeen: keyed?.visible ?? true
+
+    function holds(item: Item): bool {
+        while (item !== null && item !== column)
+            item = item.parent;
+        return item !== null;
+    }
+    /// An answer took away what had the keys: they go to what comes next.
+    function keepKeys(): void {
+        if (opened && keyed !== null && !isSeen(column.Window.activeFocusItem))
+            keyed.nextItemInFocusChain(true).forceActiveFocus(Qt.TabFocusReason);
+    }
+    function isSeen(item: Item): bool {
+        return item !== null && item.visible && (item.activeFocusOnTab || holds(item));
+    }
+
+    onIsKeyedSeenChanged: if (!isKeyedSeen) settled.start()
     onAboutToShow: cameFrom = parent ? parent.Window.activeFocusItem : null
     onClosed: if (cameFrom) cameFrom.forceActiveFocus(Qt.PopupFocusReason)
     parent: T.Overlay.overlay
@@ -77,13 +96,27 @@ T.Popup {
         // What the keys go to is brought into view.
         readonly property Item focused: T.Overlay.overlay && sheet.opened ? Window.activeFocusItem : null
 
+        // Keys that nothing on a long sheet takes move it.
+        function scroll(key: int): bool {
+            const steps = new Map([[Qt.Key_Down, 60], [Qt.Key_Up, -60], [Qt.Key_PageDown, 0.9 * height], [Qt.Key_PageUp, -0.9 * height], [Qt.Key_Home, -contentHeight], [Qt.Key_End, contentHeight]]);
+            if (!interactive || !steps.has(key))
+                return false;
+            contentY = Math.max(0, Math.min(contentHeight - height, contentY + steps.get(key)));
+            return true;
+        }
+
+        Keys.onPressed: event => event.accepted = scroll(event.key)
         onHeightChanged: returnToBounds()
         onFocusedChanged: {
+            if (sheet.holds(focused))
+                sheet.keyed = focused;
             if (!interactive || !focused || !column.contains(column.mapFromItem(focused, 0, 0)))
                 return;
             const top = column.mapFromItem(focused, 0, 0).y;
             const room = Theme.size.medium;
-            contentY = Math.max(Math.min(contentY, top - room), top + focused.height + room - height, 0);
+            // Of something higher than the sheet, its beginning.
+            const least = Math.min(top - room, top + focused.height + room - height);
+            contentY = Math.max(Math.min(contentY, top - room), least, 0);
         }
         anchors.fill: parent
         contentWidth: width
@@ -93,6 +126,14 @@ T.Popup {
         clip: interactive
         Accessible.role: Accessible.Dialog
         Accessible.name: sheet.title
+
+        // An answer may move the keys itself.
+        Timer {
+            id: settled
+
+            interval: 0
+            onTriggered: sheet.keepKeys()
+        }
 
         Column {
             id: column

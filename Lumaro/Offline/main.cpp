@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // The real windows over a computer that is not there, for people who work on the look.
+#include "Lumaro/Offline/PlayedHands.h"
 #include "Lumaro/Offline/Rehearsal.h"
 #include "Lumaro/Offline/WindowSheet.h"
 #include "Lumaro/UI/Text.h"
@@ -8,8 +9,6 @@
 #include <CLI/CLI.hpp>
 #include <QtCore/QDate>
 #include <QtCore/QTimer>
-#include <QtGui/QKeyEvent>
-#include <QtGui/QKeySequence>
 #include <QtQuick/QQuickView>
 #include <QtWidgets/QApplication>
 
@@ -43,6 +42,7 @@ struct Arguments {
     double density = 1;
     bool doesWeatherMove = false;
     std::string keys;
+    std::string drag;
 };
 
 template <class Enum>
@@ -91,24 +91,6 @@ QQuickWindow* open(Rehearsal& rehearsal, const Arguments& arguments) {
     return window;
 }
 
-/// Presses keys such as "Tab, Ctrl+Z", one after the other.
-void pressKeys(QQuickWindow& window, const QString& keys) {
-    int wait = 1000;
-    for (const auto& name : keys.split(QLatin1Char{','}, Qt::SkipEmptyParts)) {
-        const auto sequence = QKeySequence::fromString(name.trimmed());
-        if (sequence.isEmpty()) continue;
-        QTimer::singleShot(wait, &window, [&window, key = sequence[0]] {
-            for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease}) {
-                const bool isLetter = key.key() < 0x80 && key.keyboardModifiers() == Qt::NoModifier;
-                QKeyEvent event{type, key.key(), key.keyboardModifiers(),
-                                isLetter ? QString{QChar{static_cast<char16_t>(key.key())}}.toLower() : QString{}};
-                QCoreApplication::sendEvent(&window, &event);
-            }
-        });
-        wait += 150;
-    }
-}
-
 /// The sheet of a city's windows into a file.
 int writeSheet(const Arguments& arguments) {
     const auto date = QDate::fromString(qText(std::string_view{arguments.day}), Qt::ISODate);
@@ -130,6 +112,7 @@ int run(QApplication& application, const Arguments& arguments) {
     auto* const window = open(rehearsal, arguments);
     pressKeys(*window, qText(std::string_view{arguments.keys}));
     if (arguments.doesWeatherMove) window->setProperty("weatherMoves", true);
+    QTimer::singleShot(1200, window, [&, window] { drag(*window, arguments.drag); });
     if (!arguments.grab.empty()) {
         QTimer::singleShot(static_cast<int>(arguments.after * 1000), window, [&, window] {
             const bool isSaved = window->grabWindow().save(qText(std::string_view{arguments.grab}));
@@ -150,7 +133,7 @@ int main(int argc, char** argv) {
     app.add_option("--sky", arguments.sky, "over the partner's roofs")->check(oneOf<lumaro::Sky>());
     app.add_option("--hour", arguments.hour, "that the partner's clock strikes")->check(CLI::Range(0, 23));
     app.add_option("--show", arguments.show, "what is shown")
-        ->check(oneOf({"board", "desktop", "gallery", "boardPage", "settings"}));
+        ->check(oneOf({"board", "desktop", "gallery", "boardPage", "settings", "help"}));
     app.add_option("--appearance", arguments.appearance)->check(oneOf({"light", "dark"}));
     app.add_flag("--reduced-motion", arguments.isMotionReduced, "fades instead of springs");
     app.add_option("--width", arguments.width, "of the window, in points")->check(CLI::Range(1, lumaro::widest));
@@ -163,6 +146,7 @@ int main(int argc, char** argv) {
     app.add_option("--density", arguments.density, "pixels for a point of the sheet")->check(CLI::Range(0.1, 3.0));
     app.add_flag("--moving-weather", arguments.doesWeatherMove, "rain and snow fall before the windows");
     app.add_option("--keys", arguments.keys, "to press after a second: Tab, Return, Ctrl+Z")->type_name("KEYS");
+    app.add_option("--drag", arguments.drag, "drag that over the board: \"words\", or the name of a file");
     CLI11_PARSE(app, argc, argv);
     QApplication application{argc, argv};
     if (!arguments.sheet.empty()) return lumaro::writeSheet(arguments);

@@ -21,6 +21,8 @@ Q_IMPORT_QML_PLUGIN(Lumaro_UIPlugin)
 namespace lumaro {
 namespace {
 
+constexpr const char* boardWindowKey = "boardWindow";
+
 template <class Object>
 QVariant shared(Object& object) {
     return QVariant::fromValue(&object);
@@ -110,15 +112,14 @@ void Windows::openBoard() {
                              {QStringLiteral("speech"), shared(speech_)},
                              {QStringLiteral("screens"), shared(screens_)},
                              {QStringLiteral("hangsBehindIcons"), ports_.desktop.level() != DesktopLevel::bottomMost}});
+        boardPlace_ = new WindowKeeper{*boardWindow_, ports_.defaults, boardWindowKey};
         QObject::connect(boardWindow_.get(), &QWindow::visibleChanged, &view_, [this](bool isVisible) {
             if (!isVisible) letGoOfBoard();
         });
         QObject::connect(boardWindow_.get(), &QWindow::activeChanged, &view_,
                          [this] { ports_.app.setLooking(boardWindow_ && boardWindow_->isActive()); });
     }
-    boardWindow_->show();
-    boardWindow_->raise();
-    boardWindow_->requestActivate();
+    boardPlace_->show();
 }
 
 void Windows::letGoOfBoard() {

@@ -13,6 +13,7 @@
 #include "Lumaro/UI/SettingsView.h"
 #include "Lumaro/UI/TrayMenu.h"
 #include "Lumaro/UI/Windows/ScreenList.h"
+#include "Lumaro/UI/Windows/WindowKeeper.h"
 
 #include <QtQml/QQmlApplicationEngine>
 
@@ -79,6 +80,7 @@ private:
     TrayMenu tray_;
     QQmlApplicationEngine engine_;
     std::unique_ptr<QQuickWindow> boardWindow_;
+    WindowKeeper* boardPlace_ = nullptr; ///< of that window, its child
     std::unique_ptr<QQuickWindow> quickNoteWindow_;
 };
 

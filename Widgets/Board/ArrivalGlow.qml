@@ -1,20 +1,20 @@
 // SPDX-License-Identifier: Apache-2.0
 import QtQuick
 import DesignSystem
+import Widgets
 
 /// The warm light around an item that has just come; it fades by itself.
 Item {
     id: glow
 
-    BorderImage {
-        anchors.fill: parent
-        source: "image://shadow/20/22?f2a94b"
-        border {
-            left: 86
-            top: 86
-            right: 86
-            bottom: 86
-        }
+    readonly property BoardItemView item: parent?.parent as BoardItemView
+
+    ItemGlow {
+        face: glow.item.face
+        pointScale: glow.item.pointScale
+        naturalSize: Qt.size(glow.item.naturalWidth, glow.item.naturalHeight)
+        x: -reach
+        y: -reach
     }
 
     SequentialAnimation {
@@ -30,6 +30,7 @@ Item {
             from: 1
             to: 0
             duration: Theme.motion.glow / 2
+            easing.type: Easing.InOutSine
         }
     }
 }

@@ -6,9 +6,10 @@ import Widgets
 QtObject {
     property real width
     property real height
-    /// Room above and below that is the view's own.
+    /// Room around that is the view's own.
     property real topMargin: 0
     property real bottomMargin: 0
+    property real sideMargin: 0
     property bool isFilling: false
     property bool isPaused: false
     /// Whether rain and snow fall before the windows.
@@ -25,6 +26,15 @@ QtObject {
     /// The note that somebody writes on, over the board.
     property string written
 
-    readonly property rect area: Qt.rect(0, topMargin, width, height - topMargin - bottomMargin)
+    readonly property rect area: Qt.rect(sideMargin, topMargin, width - 2 * sideMargin, height - topMargin - bottomMargin)
     readonly property canvasInView canvas: isFilling ? VirtualCanvas.aspectFill(area) : VirtualCanvas.aspectFit(area)
+
+    /// How far from its place something is drawn so that all of it is in sight, in points of the canvas: hands need
+    /// things where they are.
+    function inwardX(x: real, reach: real): real {
+        return isFilling ? canvas.inwardX(x, reach) : 0;
+    }
+    function inwardY(y: real, reach: real): real {
+        return isFilling ? canvas.inwardY(y, reach) : 0;
+    }
 }

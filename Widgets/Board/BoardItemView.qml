@@ -15,6 +15,8 @@ Item {
     required property real centerY
     required property real anchorX
     required property real anchorY
+    required property real anchorReachX
+    required property real anchorReachY
     required property real naturalWidth
     required property real naturalHeight
     required property real tilt
@@ -43,8 +45,8 @@ Item {
 
     width: naturalWidth * pointScale
     height: naturalHeight * pointScale
-    x: frame.canvas.viewX(placeX + frame.canvas.inwardX(anchorX)) - width / 2
-    y: frame.canvas.viewY(placeY + frame.canvas.inwardY(anchorY)) - height / 2 + drop
+    x: frame.canvas.viewX(placeX + frame.inwardX(anchorX, anchorReachX)) - width / 2
+    y: frame.canvas.viewY(placeY + frame.inwardY(anchorY, anchorReachY)) - height / 2 + drop
     z: stack
     rotation: isWritten ? 0 : tilt
 
@@ -129,11 +131,7 @@ Item {
         id: glow
 
         active: false
-        anchors.centerIn: parent
-        width: item.width + 120 * item.frame.canvas.scale
-        height: item.height + 120 * item.frame.canvas.scale
-        // Behind an item without paper all of it would be seen.
-        opacity: item.kind === "doodle" || item.kind === "sticker" || item.kind === "nowPlayingSlot" ? 0.3 : 1
+        anchors.fill: parent
         source: "ArrivalGlow.qml"
     }
 

@@ -13,6 +13,7 @@ Item {
     property bool isThreadTied: false
     property alias topMargin: frame.topMargin
     property alias bottomMargin: frame.bottomMargin
+    property alias sideMargin: frame.sideMargin
     property alias isFilling: frame.isFilling
     property alias isPaused: frame.isPaused
     property alias weatherMoves: frame.weatherMoves

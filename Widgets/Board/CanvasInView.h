@@ -33,17 +33,26 @@ public:
         return {x, y};
     }
 
-    // Where the view cuts off a part of the canvas, everything is drawn towards the middle so that it stays in sight:
-    // by all of what is cut off at the edge, by nothing in the middle. In points of the canvas.
-    Q_INVOKABLE double inwardX(double x) const { return inward(x, hidden().x, BoardSpec::canvasSize.width); }
-    Q_INVOKABLE double inwardY(double y) const { return inward(y, hidden().y, BoardSpec::canvasSize.height); }
+    // Where a view that the canvas covers cuts off a part of it, everything is drawn towards the middle so that it
+    // stays in sight: by all of what is cut off at the edge, by nothing in the middle, and as far as it takes for the
+    // whole of something that reaches so far from its centre. In points of the canvas.
+    Q_INVOKABLE double inwardX(double x, double reach) const {
+        return inward(x, reach, hidden().x, BoardSpec::canvasSize.width);
+    }
+    Q_INVOKABLE double inwardY(double y, double reach) const {
+        return inward(y, reach, hidden().y, BoardSpec::canvasSize.height);
+    }
 
     bool operator==(const CanvasInView&) const = default;
 
 private:
     Point hidden() const { return transform_.virtualPoint({}); }
-    static double inward(double place, double cutOff, double length) {
-        return std::max(0.0, cutOff) * (1 - 2 * place / length);
+    static double inward(double place, double reach, double cutOff, double length) {
+        const double nearest = cutOff + reach;
+        const double furthest = length - cutOff - reach;
+        if (nearest >= furthest) return length / 2 - place;
+        const double drawn = place + std::max(0.0, cutOff) * (1 - 2 * place / length);
+        return std::clamp(drawn, nearest, furthest) - place;
     }
 
     CanvasTransform transform_;
@@ -60,12 +69,18 @@ public:
     Q_INVOKABLE static lumaro::CanvasInView aspectFit(QRectF area) {
         return CanvasInView{VirtualCanvas::aspectFit(rect(area))};
     }
-    /// Just large enough to leave nothing bare.
+    /// Just large enough to leave nothing bare. In a view of quite another shape than the canvas, `aspectFit`: covered,
+    /// things would lie in a heap.
     Q_INVOKABLE static lumaro::CanvasInView aspectFill(QRectF area) {
-        return CanvasInView{VirtualCanvas::aspectFill(rect(area))};
+        const auto whole = VirtualCanvas::aspectFit(rect(area));
+        const auto filled = VirtualCanvas::aspectFill(rect(area));
+        return CanvasInView{filled.scale <= whole.scale * mostFill ? filled : whole};
     }
 
 private:
+    /// In parts of `aspectFit`: covers screens from 5 to 4 to beyond 18 to 9.
+    static constexpr double mostFill = 1.3;
+
     static Rect rect(QRectF area) { return {{area.x(), area.y()}, {area.width(), area.height()}}; }
 };
 

@@ -116,10 +116,10 @@ std::expected<UUID, EditorFault> EditorModel::putUp(Payload payload, std::option
     return concludePutUp(id, doneOf(acts_.perform(opsOf(verb, acts_.board(), acts_.hand()))));
 }
 
-std::expected<UUID, EditorFault> EditorModel::pasteText(std::string_view text) {
+std::expected<UUID, EditorFault> EditorModel::pasteText(std::string_view text, std::optional<Point> at) {
     const Update update{ports_.announcer};
     if (isBlank(text)) return concludePutUp({}, std::unexpected(ActFault::invalid));
-    return putUp(noteForADay(pm::docOfLines(text), ports_.clock.now()));
+    return putUp(noteForADay(pm::docOfLines(text), ports_.clock.now()), at);
 }
 
 EditorDone EditorModel::beginNote() {

@@ -75,8 +75,8 @@ public:
     /// In an open spot, or at `at`; the media that the payload names are in store already. A note that has a time to
     /// come down gets a lifespan from now. Selects the item.
     std::expected<UUID, EditorFault> putUp(Payload payload, std::optional<Point> at = std::nullopt);
-    /// A note of these lines that comes down after its lifespan.
-    std::expected<UUID, EditorFault> pasteText(std::string_view text);
+    /// A note of these lines that comes down after its lifespan, in an open spot or at `at`.
+    std::expected<UUID, EditorFault> pasteText(std::string_view text, std::optional<Point> at = std::nullopt);
     /// Takes a new note for a day in the hand; it goes up when the hand lets go of it with something written on it. One
     /// that is offered comes first.
     EditorDone beginNote();

@@ -16,6 +16,8 @@ QVariant value(const BoardRow& row, int role) {
     case BoardListModel::CenterYRole: return row.center.y;
     case BoardListModel::AnchorXRole: return row.anchor.x;
     case BoardListModel::AnchorYRole: return row.anchor.y;
+    case BoardListModel::AnchorReachXRole: return row.anchorReach.x;
+    case BoardListModel::AnchorReachYRole: return row.anchorReach.y;
     case BoardListModel::NaturalWidthRole: return row.size.width;
     case BoardListModel::NaturalHeightRole: return row.size.height;
     case BoardListModel::TiltRole: return row.tilt;
@@ -39,6 +41,7 @@ QList<int> changedRoles(const BoardRow& before, const BoardRow& after) {
     };
     note(before.center == after.center, {BoardListModel::CenterXRole, BoardListModel::CenterYRole});
     note(before.anchor == after.anchor, {BoardListModel::AnchorXRole, BoardListModel::AnchorYRole});
+    note(before.anchorReach == after.anchorReach, {BoardListModel::AnchorReachXRole, BoardListModel::AnchorReachYRole});
     note(before.size == after.size, {BoardListModel::NaturalWidthRole, BoardListModel::NaturalHeightRole});
     note(before.tilt == after.tilt, {BoardListModel::TiltRole});
     note(before.scale == after.scale, {BoardListModel::ItemScaleRole});
@@ -75,6 +78,8 @@ QHash<int, QByteArray> BoardListModel::roleNames() const {
             {CenterYRole, "centerY"},
             {AnchorXRole, "anchorX"},
             {AnchorYRole, "anchorY"},
+            {AnchorReachXRole, "anchorReachX"},
+            {AnchorReachYRole, "anchorReachY"},
             {NaturalWidthRole, "naturalWidth"},
             {NaturalHeightRole, "naturalHeight"},
             {TiltRole, "tilt"},

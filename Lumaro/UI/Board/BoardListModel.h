@@ -22,6 +22,8 @@ public:
         CenterYRole,
         AnchorXRole,
         AnchorYRole,
+        AnchorReachXRole,
+        AnchorReachYRole,
         NaturalWidthRole,
         NaturalHeightRole,
         TiltRole,

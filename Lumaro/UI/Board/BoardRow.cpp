@@ -7,6 +7,8 @@
 #include "LumaroCore/Support/EnumNames.h"
 
 #include <algorithm>
+#include <cmath>
+#include <numbers>
 #include <numeric>
 
 namespace lumaro {
@@ -22,10 +24,18 @@ std::vector<int> ranksOf(const Board& board) {
     return ranks;
 }
 
-Point anchorOf(const BoardItem& item, const Board& board) {
+const BoardItem& anchorOf(const BoardItem& item, const Board& board) {
     const auto* const doodle = item.payload.as<DoodlePayload>();
     const auto* const surface = doodle != nullptr && doodle->on ? board.find(*doodle->on) : nullptr;
-    return surface == nullptr ? item.center : surface->center;
+    return surface == nullptr ? item : *surface;
+}
+
+Point reachOf(const BoardItem& item) {
+    const auto size = item.naturalSize() * item.scale;
+    const double angle = item.rotationDegrees * std::numbers::pi / 180;
+    const double across = std::abs(std::sin(angle));
+    const double along = std::abs(std::cos(angle));
+    return Point{size.width * along + size.height * across, size.width * across + size.height * along} * 0.5;
 }
 
 bool isTouched(const BoardItem& item, const Board& board, const std::set<UUID>& arriving) {
@@ -51,6 +61,7 @@ std::vector<BoardRow> rowsOf(const Board& board, const BoardMoves& moves, const 
     rows.reserve(board.items.size());
     const auto ranks = ranksOf(board);
     for (const auto& item : board.items) {
+        const auto& anchor = anchorOf(item, board);
         auto face = faceOf(item, live);
         auto words = spoken(item, face, live);
         const bool isInHand = moves.inHand.contains(item.id);
@@ -58,7 +69,8 @@ std::vector<BoardRow> rowsOf(const Board& board, const BoardMoves& moves, const 
         rows.push_back({.itemId = qText(item.id),
                         .kind = qText(nameOf(item.kind())),
                         .center = item.center,
-                        .anchor = anchorOf(item, board),
+                        .anchor = anchor.center,
+                        .anchorReach = reachOf(anchor),
                         .size = item.naturalSize(),
                         .tilt = item.rotationDegrees,
                         .scale = item.scale,

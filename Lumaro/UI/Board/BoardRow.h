@@ -15,8 +15,9 @@ struct BoardRow {
     QString itemId;
     QString kind;
     Point center;
-    Point anchor; ///< the centre of the item that a doodle is drawn on; else its own
-    Size size;    ///< unscaled
+    Point anchor;      ///< the centre of the item that a doodle is drawn on; else its own
+    Point anchorReach; ///< how far the box around that item reaches from its centre
+    Size size;         ///< unscaled
     double tilt = 0;
     double scale = 1;
     int stack = 0; ///< its rank, the front one highest

@@ -27,6 +27,7 @@ FocusScope {
     signal readWanted
     signal linkWanted
     signal doodleWanted
+    signal helpWanted
     /// The keyboard focus is to go to the bar with what can be done to the selected item.
     signal barWanted
 
@@ -182,21 +183,5 @@ FocusScope {
         onTaken: hands.forceActiveFocus()
         onMenuWanted: place => hands.menuWanted(place)
         onEditWanted: hands.editWanted()
-    }
-
-    DropArea {
-        anchors.fill: parent
-        onDropped: drop => {
-            const place = hands.board.canvas.canvasPoint(Qt.point(drop.x, drop.y));
-            const format = hands.pictures.pictureFormat(drop.formats);
-            const hasFile = drop.urls.some(url => url.toString().startsWith("file:"));
-            if (format !== "" && !hasFile) {
-                hands.pictures.dropPicture(drop.getDataAsArrayBuffer(format), place);
-            } else if (drop.hasUrls) {
-                hands.pictures.drop(drop.urls, place);
-            } else if (drop.hasText) {
-                hands.editor.putUpText(drop.text);
-            }
-        }
     }
 }

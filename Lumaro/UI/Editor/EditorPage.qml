@@ -15,11 +15,14 @@ FocusScope {
     required property PlaceView place
     property bool isQuiet: false
     property alias weatherMoves: board.weatherMoves
+    readonly property alias sheets: sheets
+    readonly property alias toast: toast
 
     /// The person wants the page about the board, or the settings.
     signal boardPageWanted
     signal settingsWanted
-
+    /// What the selected item takes of the page with its frame and handles; empty when none is to be seen.
+    readonly property rect reach: selection.visible ? FrameRoom.reach(selection.flat, selection.rotation) : Qt.rect(0, 0, 0, 0)
     /// A note that was not finished when the program ended is in the hand again.
     readonly property bool resumesNote: editor.isNoteOffered && !isQuiet && !editor.isWriting && !editor.isDoodling
     onResumesNoteChanged: if (resumesNote) editor.beginNote()
@@ -34,14 +37,22 @@ FocusScope {
         }
     }
 
-    function say(text: string): void {
-        toast.show(text, "");
+    /// The keys go where they were before something lay over the page, if that is still to be seen.
+    function giveKeysBack(): void {
+        if (!isSeen(Window.activeFocusItem))
+            takeKeys();
+    }
+    function isSeen(item: Item): bool {
+        return item !== null && item.visible && item.activeFocusOnTab;
     }
 
     // Keys that the bar and the dock do not take are the board's.
     Keys.onEscapePressed: takeKeys()
     Keys.onPressed: event => {
-        if (event.modifiers & (Qt.ControlModifier | Qt.MetaModifier)) {
+        if (event.key === Qt.Key_F1 || event.key === Qt.Key_Question) {
+            sheets.help();
+            event.accepted = true;
+        } else if (event.modifiers & (Qt.ControlModifier | Qt.MetaModifier)) {
             event.accepted = hands.command(event.key, (event.modifiers & Qt.ShiftModifier) !== 0);
         }
     }
@@ -50,9 +61,10 @@ FocusScope {
         id: board
 
         anchors.fill: parent
-        // Keeps items at the edges from under the status line and the dock.
+        // Keeps items at the edges from under the status line and the dock, and in sight where they hang over an edge.
         topMargin: 28
-        bottomMargin: 88
+        bottomMargin: dock.height + dock.anchors.bottomMargin + Theme.size.medium
+        sideMargin: Math.round(0.06 * Math.min(page.width, page.height))
         rows: page.scene.rows
         background: page.scene.background
         isThreadTied: page.scene.isThreadTied
@@ -72,13 +84,9 @@ FocusScope {
         }
     }
 
-    HandText {
+    EmptyWords {
         anchors.centerIn: parent
-        width: Math.min(implicitWidth, parent.width - 2 * Theme.size.large)
         visible: page.scene.isEmpty && !page.isQuiet && !page.editor.isDoodling
-        horizontalAlignment: Text.AlignHCenter
-        color: Theme.color.softInk
-        text: qsTr("nothing hangs here yet\npress n for a note, d to draw, or paste a photo")
     }
 
     EditorHands {
@@ -99,6 +107,14 @@ FocusScope {
         onLinkWanted: sheets.openLinks()
         onDoodleWanted: page.editor.pen.begin(page.editor.selected.itemId)
         onBarWanted: selectionBar.takeKeys()
+        onHelpWanted: sheets.help()
+    }
+
+    DropPlace {
+        anchors.fill: parent
+        board: board
+        editor: page.editor
+        pictures: page.pictures
     }
 
     InkSheet {
@@ -112,6 +128,8 @@ FocusScope {
     }
 
     SelectionFrame {
+        id: selection
+
         board: board
         editor: page.editor
         visible: page.editor.selected.isThere && !page.editor.isDoodling && !page.editor.isWriting && !page.isQuiet && !hands.isLassoing
@@ -120,7 +138,8 @@ FocusScope {
     SelectionBar {
         id: selectionBar
 
-        board: board
+        frame: selection.flat
+        room: Qt.rect(Theme.size.small, Theme.size.small, page.width - 2 * Theme.size.small, (dock.isInTheWay ? page.height : dock.y) - 2 * Theme.size.small)
         editor: page.editor
         scene: page.scene
         music: page.music
@@ -160,10 +179,14 @@ FocusScope {
         editor: page.editor
         pictures: page.pictures
         background: page.scene.background
+        room: Qt.size(page.width, page.height)
+        isCarrying: hands.isDragging || selection.isPulled
+        isInTheWay: FrameRoom.areNear(page.reach, Qt.rect(x, y, width, height), isCarrying ? Theme.size.large : 0)
         onCountdownWanted: sheets.putCountdown()
         onDoodleWanted: page.editor.pen.begin("")
         onBoardPageWanted: page.boardPageWanted()
         onSettingsWanted: page.settingsWanted()
+        onHelpWanted: sheets.help()
     }
 
     OnDemand {
@@ -206,29 +229,15 @@ FocusScope {
         music: page.music
         place: page.place
         scene: page.scene
-        onClosed: page.takeKeys()
+        onClosed: page.giveKeysBack()
     }
 
-    Toast {
+    EditorToast {
         id: toast
 
-        onActed: page.editor.putBack()
-    }
-
-    Connections {
-        target: page.editor
-
-        function onNoticed(text: string): void {
-            toast.show(text, page.editor.isTakenAway ? qsTr("put it back") : "");
-        }
-    }
-
-    Connections {
-        target: page.pictures
-
-        function onNoticed(text: string): void {
-            toast.show(text, "");
-        }
+        anchors.bottomMargin: page.isQuiet ? 0 : page.height - dock.y - Theme.size.medium
+        editor: page.editor
+        pictures: page.pictures
     }
 
     /// Whatever the selected one has to edit.

@@ -23,6 +23,9 @@ Item {
     function editCaption(): void {
         (caption.create() as CaptionSheet).edit();
     }
+    function help(): void {
+        (keys.create() as HelpSheet).open();
+    }
     /// The selected note, large.
     function readNote(): void {
         (reader.create() as NoteReader).read();
@@ -146,6 +149,13 @@ Item {
                 session: sheets.pictures.cutOut
             })
         isWanted: sheets.pictures.cutOut.isOpen
+        onClosed: sheets.closed()
+    }
+    OnDemand {
+        id: keys
+
+        sourceComponent: HelpSheet {}
+        properties: ({})
         onClosed: sheets.closed()
     }
 }

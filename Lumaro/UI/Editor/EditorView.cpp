@@ -422,6 +422,10 @@ bool EditorView::putUpText(const QString& text) {
     return editor_.pasteText(text.toStdString()).has_value();
 }
 
+bool EditorView::putUpTextAt(const QString& text, QPointF place) {
+    return editor_.pasteText(text.toStdString(), point(place)).has_value();
+}
+
 void EditorView::putUpCountdown(const QString& label, double targetMs) {
     static_cast<void>(editor_.putUp(CountdownPayload{instant(targetMs), label.trimmed().toStdString()}));
 }

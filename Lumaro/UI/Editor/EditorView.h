@@ -127,6 +127,8 @@ public:
     Q_INVOKABLE void beginNote();
     /// A note of that text, which comes down after its day.
     Q_INVOKABLE bool putUpText(const QString& text);
+    /// The same at a place of the canvas.
+    Q_INVOKABLE bool putUpTextAt(const QString& text, QPointF place);
     /// What was jotted down and not put up, kept on this computer until it is.
     Q_INVOKABLE QString quickNote() const;
     Q_INVOKABLE void keepQuickNote(const QString& text);

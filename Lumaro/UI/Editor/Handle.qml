@@ -12,6 +12,7 @@ Item {
     required property EditorView editor
     required property string name
     property string iconName
+    readonly property alias isPulled: pointer.pressed
     property int cursor: Qt.PointingHandCursor
 
     /// Where the pointer is on the canvas, while it pulls.
@@ -49,6 +50,8 @@ Item {
     }
 
     MouseArea {
+        id: pointer
+
         function place(mouse: var): point {
             const there = mapToItem(handle.board, mouse.x, mouse.y);
             return handle.board.canvas.canvasPoint(Qt.point(there.x, there.y));

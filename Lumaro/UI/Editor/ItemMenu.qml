@@ -159,4 +159,9 @@ T.Menu {
         hint: qsTr("Delete")
         onTriggered: menu.editor.takeDown()
     }
+    MenuEntry {
+        text: qsTr("keys and gestures")
+        hint: "?"
+        onTriggered: menu.hands.helpWanted()
+    }
 }

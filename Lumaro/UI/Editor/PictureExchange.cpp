@@ -20,7 +20,6 @@ namespace {
 constexpr std::array pictureFormats{"image/png",  "image/webp", "image/jpeg", "image/avif",
                                     "image/heic", "image/tiff", "image/gif",  "image/bmp"};
 constexpr int longestCopiedSide = 4096;
-constexpr double step = 36; ///< points between pictures that are dropped together
 
 PictureImport importBytes(const QByteArray& bytes) {
     return importPicture({bytes.constData(), static_cast<std::size_t>(bytes.size())});
@@ -90,12 +89,8 @@ bool PictureExchange::paste() {
 }
 
 void PictureExchange::drop(const QList<QUrl>& urls, QPointF place) {
-    double away = 0;
-    for (const auto& url : urls) {
-        const bool isPlaced = !place.isNull();
-        putUp(url, false, isPlaced ? std::optional{Point{place.x() + away, place.y() + away}} : std::nullopt);
-        away += step;
-    }
+    auto where = place.isNull() ? std::nullopt : std::optional{Point{place.x(), place.y()}};
+    for (const auto& url : urls) putUp(url, false, std::exchange(where, std::nullopt));
 }
 
 void PictureExchange::dropPicture(const QByteArray& bytes, QPointF place) {

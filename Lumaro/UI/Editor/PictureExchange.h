@@ -44,7 +44,7 @@ public:
     /// The clipboard: a picture, files, or a text. A picture is decoded in the background, unless the other program
     /// offers nothing but its pixels.
     Q_INVOKABLE bool paste();
-    /// Files, at a place of the canvas; several hang a step apart.
+    /// Files: the first one at a place of the canvas, the others in open spots, so that none hides another.
     Q_INVOKABLE void drop(const QList<QUrl>& urls, QPointF place);
     /// A picture as another program encoded it, at a place of the canvas.
     Q_INVOKABLE void dropPicture(const QByteArray& bytes, QPointF place);

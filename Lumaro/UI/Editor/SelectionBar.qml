@@ -1,14 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
 import QtQuick
 import DesignSystem
-import Widgets
 import Lumaro.UI
 
-/// A slip of paper under what is selected with what can be done to it.
+/// A slip of paper beside what is selected with what can be done to it. It covers nothing of the frame.
 Rectangle {
     id: bar
 
-    required property BoardView board
+    /// The selected item's frame, before it is turned; and what the window has for the bar.
+    required property rect frame
+    required property rect room
     required property EditorView editor
     required property BoardScene scene
     required property MusicView music
@@ -38,17 +39,12 @@ Rectangle {
         }
     }
 
-    readonly property real middle: board.canvas.viewX(item.centerX)
-    readonly property real below: board.canvas.viewY(item.centerY + item.height / 2) + 28
-    readonly property real above: board.canvas.viewY(item.centerY - item.height / 2) - 64 - height
+    readonly property point besides: FrameRoom.besides(Qt.size(width, height), frame, item.tilt, room)
 
-    /// From under the status line.
-    readonly property real highest: Theme.size.medium + 32 + Theme.size.small
-
-    x: Math.round(Math.max(Theme.size.small, Math.min(board.width - width - Theme.size.small, middle - width / 2)))
-    y: Math.round(below + height + 96 < board.height ? below : Math.max(highest, above))
-    width: Math.max(row.implicitWidth, track.width, whose.width) + 2 * Theme.size.tiny
-    height: whose.height + track.height + row.implicitHeight + 2 * Theme.size.tiny
+    x: Math.round(besides.x)
+    y: Math.round(besides.y)
+    width: Math.max(row.width, track.width, whose.width) + 2 * Theme.size.tiny
+    height: whose.height + track.height + row.height + 2 * Theme.size.tiny
     radius: Theme.size.radius
     color: Theme.color.raised
     border.width: 1
@@ -94,12 +90,21 @@ Rectangle {
 
         anchors.horizontalCenter: parent.horizontalCenter
         y: Theme.size.tiny + whose.height + track.height
-        width: row.implicitWidth
-        height: row.implicitHeight
+        width: row.width
+        height: row.height
 
-        Row {
+        // In two rows where one has no room.
+        Flow {
             id: row
 
+            readonly property real inOneRow: {
+                let sum = -spacing;
+                for (let i = 0; i < visibleChildren.length; ++i)
+                    sum += visibleChildren[i].width + spacing;
+                return sum;
+            }
+
+            width: Math.min(inOneRow, bar.room.width - 2 * Theme.size.tiny)
             spacing: 2
 
             Body {

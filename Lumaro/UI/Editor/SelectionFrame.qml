@@ -13,6 +13,10 @@ Item {
     required property EditorView editor
 
     readonly property real reach: 10
+    /// As it lies before it is turned.
+    readonly property rect flat: Qt.rect(x, y, width, height)
+    /// Somebody turns or resizes the item at a handle.
+    readonly property bool isPulled: turn.isPulled || topLeft.isPulled || topRight.isPulled || bottomLeft.isPulled || bottomRight.isPulled
     readonly property bool canResize: editor.selected.canResize && !editor.selected.isLocked
 
     x: board.canvas.viewX(editor.selected.centerX) - width / 2
@@ -68,6 +72,8 @@ Item {
     }
 
     Handle {
+        id: turn
+
         x: (frame.width - width) / 2
         y: -18 - height / 2
         visible: !frame.editor.selected.isLocked
@@ -80,6 +86,8 @@ Item {
     }
 
     Handle {
+        id: topLeft
+
         x: 0 - width / 2
         y: 0 - height / 2
         visible: frame.canResize
@@ -92,6 +100,8 @@ Item {
     }
 
     Handle {
+        id: topRight
+
         x: frame.width - width / 2
         y: 0 - height / 2
         visible: frame.canResize
@@ -103,6 +113,8 @@ Item {
     }
 
     Handle {
+        id: bottomLeft
+
         x: 0 - width / 2
         y: frame.height - height / 2
         visible: frame.canResize
@@ -114,6 +126,8 @@ Item {
     }
 
     Handle {
+        id: bottomRight
+
         x: frame.width - width / 2
         y: frame.height - height / 2
         visible: frame.canResize

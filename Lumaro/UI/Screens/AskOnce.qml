@@ -14,6 +14,12 @@ Item {
 
     signal agreed
 
+    /// The keys go back to what was asked about.
+    function end(): void {
+        isAsking = false;
+        ask.forceActiveFocus(Qt.TabFocusReason);
+    }
+
     width: parent ? parent.width : 0
     implicitHeight: isAsking ? question.implicitHeight + 2 * Theme.size.medium : ask.implicitHeight
 
@@ -44,7 +50,7 @@ Item {
         y: Theme.size.medium
         width: parent.width - 2 * Theme.size.large
         spacing: Theme.size.medium
-        Keys.onEscapePressed: act.isAsking = false
+        Keys.onEscapePressed: act.end()
 
         Body {
             width: parent.width
@@ -58,7 +64,7 @@ Item {
                 kind: PaperButton.Primary
                 text: act.yes
                 onClicked: {
-                    act.isAsking = false;
+                    act.end();
                     act.agreed();
                 }
             }
@@ -66,7 +72,7 @@ Item {
                 id: stay
 
                 text: qsTr("no, leave it")
-                onClicked: act.isAsking = false
+                onClicked: act.end()
             }
         }
     }

@@ -19,9 +19,12 @@ Window {
     required property bool hangsBehindIcons
     property alias weatherMoves: page.weatherMoves
 
-    /// Opens a page: "settings" or "boardPage".
-    function showPage(page: string): void {
-        ((page === "settings" ? settingsPage : boardPage).create() as Sheet).open();
+    /// Opens a page: "settings", "boardPage" or "help".
+    function showPage(name: string): void {
+        if (name === "help")
+            page.sheets.help();
+        else
+            ((name === "settings" ? settingsPage : boardPage).create() as Sheet).open();
     }
 
     /// The board without a page over it.
@@ -30,10 +33,11 @@ Window {
             (opened.instance as Sheet)?.close();
     }
 
+    // On a screen that has room for them; `WindowKeeper` sees to the others.
     width: 1180
     height: 780
-    minimumWidth: 900
-    minimumHeight: 600
+    minimumWidth: 780
+    minimumHeight: 480
     title: view.face.isOnBoard && view.face.hasPartner ? qsTr("lumaro · you and %1").arg(view.face.partnerName) : "lumaro"
     color: Theme.color.room
 
@@ -54,7 +58,11 @@ Window {
     }
 
     StatusSlip {
+        id: slip
+
         view: window.view
+        // The handles of an item under it are to be seen; it takes no clicks.
+        opacity: FrameRoom.areNear(page.reach, Qt.rect(x, y, width, height), 0) ? 0.25 : 0.94
         anchors {
             top: parent.top
             topMargin: Theme.size.medium
@@ -62,14 +70,14 @@ Window {
         }
     }
 
-    // A page that closes gives the keyboard focus back to the board.
+    // A page that closes gives the keyboard focus back to what had it, or to the board.
     OnDemand {
         sourceComponent: FirstRun {}
         properties: ({
                 view: window.view
             })
         isWanted: window.view.face.needsPerson
-        onClosed: page.takeKeys()
+        onClosed: page.giveKeysBack()
     }
 
     OnDemand {
@@ -78,7 +86,7 @@ Window {
                 view: window.view
             })
         isWanted: window.view.face.inviteQuestion.isAsked
-        onClosed: page.takeKeys()
+        onClosed: page.giveKeysBack()
     }
 
     OnDemand {
@@ -88,7 +96,7 @@ Window {
         properties: ({
                 view: window.view
             })
-        onClosed: page.takeKeys()
+        onClosed: page.giveKeysBack()
     }
 
     OnDemand {
@@ -103,14 +111,14 @@ Window {
                 screens: window.screens,
                 hangsBehindIcons: window.hangsBehindIcons
             })
-        onClosed: page.takeKeys()
+        onClosed: page.giveKeysBack()
     }
 
     Connections {
         target: window.view
 
         function onNoticed(text: string): void {
-            page.say(text);
+            page.toast.show(text, "");
         }
     }
 

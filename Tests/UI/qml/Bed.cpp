@@ -349,6 +349,20 @@ void Bed::drop(QQuickItem* on, QPointF place, const QString& type, const QString
     fall(*on, place, dragged);
 }
 
+bool Bed::drag(QQuickItem* over, QPointF place, const QString& type, const QString& data) const {
+    QMimeData dragged;
+    dragged.setData(type, data.toUtf8());
+    QDragEnterEvent enter{over->mapToScene(place).toPoint(), Qt::CopyAction, &dragged, Qt::LeftButton, Qt::NoModifier};
+    enter.ignore();
+    QCoreApplication::sendEvent(over->window(), &enter);
+    return enter.isAccepted();
+}
+
+void Bed::dragAway(QQuickItem* over) const {
+    QDragLeaveEvent leave;
+    QCoreApplication::sendEvent(over->window(), &leave);
+}
+
 void Bed::fall(QQuickItem& on, QPointF place, QMimeData& dragged) const {
     const auto at = on.mapToScene(place);
     QDragEnterEvent enter{at.toPoint(), Qt::CopyAction, &dragged, Qt::LeftButton, Qt::NoModifier};

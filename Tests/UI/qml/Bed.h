@@ -120,6 +120,9 @@ public:
     Q_INVOKABLE bool isPictureAt(const QString& path) const { return !QImage{path}.isNull(); }
     /// Types the file's name into the dialog that asks for one; false when none does.
     Q_INVOKABLE bool choose(const QUrl& file) const;
+    /// Drags something from another program over the window, and out of it again; whether it would be taken.
+    Q_INVOKABLE bool drag(QQuickItem* over, QPointF place, const QString& type, const QString& data) const;
+    Q_INVOKABLE void dragAway(QQuickItem* over) const;
     /// Lets something fall that comes from another program.
     Q_INVOKABLE void drop(QQuickItem* on, QPointF place, const QString& type, const QString& data) const;
     /// The same for a picture that a browser holds: its encoded bytes beside where it was found.

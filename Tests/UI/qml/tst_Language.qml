@@ -441,6 +441,14 @@ Item {
                         });
                         keyClick(Qt.Key_Menu);
                     }],
+                help: [30, () => {
+                        onBoard();
+                        keyClick(Qt.Key_F1);
+                    }],
+                dragging: [1, () => {
+                        onBoard();
+                        Bed.drag(find(window.contentItem, item => item instanceof EditorPage), Qt.point(300, 200), "text/plain", "ann");
+                    }],
                 notice: [1, () => {
                         onBoard();
                         Bed.view.exportBoard("file:///nowhere/at/all.json");

@@ -90,6 +90,25 @@ Item {
             tryCompare(sheet, "visible", false);
         }
 
+        function test_theKeysComeBackFromAQuestion() {
+            Bed.makeOnBoard();
+            const sheet = open(boardPage);
+            const focused = () => room.Window.activeFocusItem.Accessible.name;
+            comeTo("leave the board");
+            for (const answer of [Qt.Key_Escape, Qt.Key_Return]) {
+                keyClick(Qt.Key_Return);
+                compare(focused(), "no, leave it");
+                keyClick(answer);
+                compare(focused(), "leave the board");
+            }
+            comeTo("make a link");
+            keyClick(Qt.Key_Return);
+            keyClick(Qt.Key_Backtab);
+            keyClick(Qt.Key_Return);
+            compare(focused(), "make a link");
+            sheet.close();
+        }
+
         function test_aNewNameIsKept() {
             Bed.makeOnBoard();
             open(boardPage);

@@ -121,7 +121,7 @@ Item {
         function test_tabComesToEverythingInTheDock() {
             Bed.makeOnBoard();
             open();
-            const dock = ["a note", "a photo", "a sticker", "doodle", "a countdown", "a block together", "their window", "their music", "both clocks", "their day", "paper colour", "the two of you", "settings"];
+            const dock = ["a note", "a photo", "a sticker", "doodle", "a countdown", "a block together", "their window", "their music", "both clocks", "their day", "paper colour", "the two of you", "settings", "keys and gestures"];
             compare(walk(), ["the board"].concat(dock));
         }
 
