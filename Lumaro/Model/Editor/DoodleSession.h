@@ -27,8 +27,8 @@ public:
         double seconds = 0;               ///< from any beginning
         std::optional<double> pressure{}; ///< from 0 to 1, if it tells
     };
-    /// Samples of one line, some ten seconds of an uninterrupted one; a longer one goes on as the next, so that no frame
-    /// has much of it to smooth.
+    /// Samples of one line, some ten seconds of an uninterrupted one; a longer one goes on as the next, so that no
+    /// frame has much of it to smooth.
     static constexpr std::size_t maxSamples = 2048;
 
     /// A new doodle on an item, or on the glass.
