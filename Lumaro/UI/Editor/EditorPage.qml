@@ -99,7 +99,7 @@ FocusScope {
         pictures: page.pictures
         isFixOffered: page.editor.selected.isOwnPlace && page.place.isOff
         onMenuWanted: place => (menu.create() as ItemMenu).popup(place.x, place.y)
-        onEditWanted: page.editSelected()
+        onEditWanted: sheets.editSelected()
         onCaptionWanted: sheets.editCaption()
         onSharingWanted: sheets.changeSharing()
         onNoteWanted: page.editor.beginNote()
@@ -139,13 +139,14 @@ FocusScope {
         id: selectionBar
 
         frame: selection.flat
-        room: Qt.rect(Theme.size.small, Theme.size.small, page.width - 2 * Theme.size.small, (dock.isInTheWay ? page.height : dock.y) - 2 * Theme.size.small)
+        // Not over the status line.
+        room: Qt.rect(Theme.size.small, 52, page.width - 2 * Theme.size.small, (dock.isInTheWay ? page.height : dock.y) - 52 - Theme.size.small)
         editor: page.editor
         scene: page.scene
         music: page.music
         place: page.place
         visible: page.editor.selected.isThere && !page.editor.isDoodling && !page.editor.isWriting && !page.isQuiet && !hands.isDragging
-        onEditWanted: page.editSelected()
+        onEditWanted: sheets.editSelected()
         onCaptionWanted: sheets.editCaption()
         onReadWanted: sheets.readNote()
         onLinkWanted: sheets.openLinks()
@@ -238,32 +239,5 @@ FocusScope {
         anchors.bottomMargin: page.isQuiet ? 0 : page.height - dock.y - Theme.size.medium
         editor: page.editor
         pictures: page.pictures
-    }
-
-    /// Whatever the selected one has to edit.
-    function editSelected(): void {
-        const kind = page.editor.selected.kind;
-        if (kind !== "location" && !page.editor.mayEdit()) {
-            return;
-        }
-        switch (kind) {
-        case "note":
-            // What is not all seen on its paper is read first.
-            page.editor.isLongNote() ? sheets.readNote() : page.editor.startWriting();
-            break;
-        case "photo":
-        case "sticker":
-            page.pictures.large.open();
-            break;
-        case "countdown":
-            sheets.editCountdown();
-            break;
-        case "doodle":
-            page.editor.pen.begin(page.editor.selected.itemId);
-            break;
-        case "location":
-            sheets.showPlace();
-            break;
-        }
     }
 }

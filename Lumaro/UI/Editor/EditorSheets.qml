@@ -54,6 +54,33 @@ Item {
             (hours.create() as HoursSheet).ask();
     }
 
+    /// Whatever the selected one has to edit.
+    function editSelected(): void {
+        const kind = sheets.editor.selected.kind;
+        if (kind !== "location" && !sheets.editor.mayEdit()) {
+            return;
+        }
+        switch (kind) {
+        case "note":
+            // What is not all seen on its paper is read first.
+            sheets.editor.isLongNote() ? readNote() : sheets.editor.startWriting();
+            break;
+        case "photo":
+        case "sticker":
+            sheets.pictures.large.open();
+            break;
+        case "countdown":
+            editCountdown();
+            break;
+        case "doodle":
+            sheets.editor.pen.begin(sheets.editor.selected.itemId);
+            break;
+        case "location":
+            showPlace();
+            break;
+        }
+    }
+
     OnDemand {
         id: countdown
 

@@ -15,7 +15,6 @@ Rectangle {
     required property MusicView music
     required property PlaceView place
     readonly property selectedItem item: editor.selected
-    readonly property bool isBlock: item.kind === "pomodoro"
 
     signal editWanted
     signal captionWanted
@@ -53,14 +52,6 @@ Rectangle {
     Shadow {
         radius: bar.radius
         lift: 6
-    }
-
-    // A click does not take the keyboard focus from the board.
-    component Tool: IconButton {
-        focusPolicy: Qt.TabFocus
-    }
-    component Word: Chip {
-        focusPolicy: Qt.TabFocus
     }
 
     // Clicks between the buttons do not fall through to the board.
@@ -116,135 +107,51 @@ Rectangle {
                 isSoft: true
                 text: qsTr("%n things", "", bar.item.count)
             }
-            Word {
-                visible: bar.isBlock && bar.item.canJoin
-                text: qsTr("join")
-                iconName: "users"
-                onClicked: bar.editor.joinBlock()
+            BlockTools {
+                editor: bar.editor
             }
-            Word {
-                visible: bar.isBlock && bar.item.canStart
-                text: qsTr("%n minutes", "", 15)
-                onClicked: bar.editor.startBlock(15)
+            CardTools {
+                editor: bar.editor
+                music: bar.music
+                place: bar.place
+                question: whose.missing === "" ? "" : bar.scene.questionOf(bar.item.itemId)
+                onEditWanted: bar.editWanted()
+                onSharingWanted: bar.sharingWanted()
+                onHoursWanted: bar.hoursWanted()
             }
-            Word {
-                visible: bar.isBlock && bar.item.canStart
-                text: qsTr("%n minutes", "", 25)
-                onClicked: bar.editor.startBlock(25)
-            }
-            Word {
-                visible: bar.isBlock && bar.item.canStart
-                text: qsTr("%n minutes", "", 50)
-                onClicked: bar.editor.startBlock(50)
-            }
-            Word {
-                visible: bar.isBlock && bar.item.canCoolDown
-                text: qsTr("cool down")
-                onClicked: bar.editor.coolDown()
-            }
-            Word {
-                visible: bar.isBlock && bar.item.canRest
-                text: qsTr("rest")
-                onClicked: bar.editor.rest()
-            }
-            Word {
-                visible: bar.item.isOwnMusic
-                checkable: bar.music.isDecided
-                checked: bar.music.isShared
-                text: qsTr("share what i'm listening to")
-                Accessible.role: checkable ? Accessible.CheckBox : Accessible.Button
-                onClicked: bar.sharingWanted()
-            }
-            Word {
-                visible: bar.item.kind === "location"
-                text: bar.item.isOwnPlace ? bar.place.offer : qsTr("where they are")
-                iconName: "house"
-                onClicked: bar.editWanted()
-            }
-            Word {
-                visible: bar.item.kind === "timezones" && !bar.place.areHoursKnown
-                text: qsTr("let them see your hours")
-                iconName: "clock"
-                onClicked: bar.hoursWanted()
-            }
-            Word {
-                readonly property string question: whose.missing === "" ? "" : bar.scene.questionOf(bar.item.itemId)
-
-                visible: question !== ""
-                text: qsTr("ask them")
-                onClicked: bar.place.askThem(question)
-            }
-            Body {
-                visible: bar.item.comesDown !== ""
-                height: Theme.size.control
-                leftPadding: Theme.size.small
-                rightPadding: Theme.size.tiny
-                verticalAlignment: Text.AlignVCenter
-                text: bar.item.comesDown
-                wrapMode: Text.NoWrap
-                color: Theme.color.softInk
-                font.pixelSize: Theme.size.captionText
-            }
-            Word {
+            BarWord {
                 visible: bar.item.canKeep && !bar.item.isKept && !bar.item.isLocked
                 text: qsTr("keep it up")
                 iconName: "heart"
                 onClicked: bar.editor.setKept(true)
             }
-            Tool {
-                id: look
-
-                visible: bar.item.kind === "note" && !bar.item.isLocked
-                text: qsTr("paper and pin")
-                iconName: "palette"
-                onClicked: picker.openNear(look)
-
-                LookPicker {
-                    id: picker
-
-                    paper: bar.item.paper
-                    pin: bar.item.pin
-                    onChosePaper: name => bar.editor.setPaper(name)
-                    onChosePin: name => bar.editor.setPin(name)
-                    onClosed: look.forceActiveFocus(Qt.PopupFocusReason)
-                }
+            NoteTools {
+                editor: bar.editor
+                onReadWanted: bar.readWanted()
+                onLinkWanted: bar.linkWanted()
             }
-            Tool {
-                visible: bar.item.kind === "note"
-                text: qsTr("read")
-                hint: "V"
-                iconName: "book-open"
-                onClicked: bar.readWanted()
-            }
-            Tool {
-                visible: bar.item.hasLinks
-                text: qsTr("open a link")
-                hint: "O"
-                iconName: "link"
-                onClicked: bar.linkWanted()
-            }
-            Tool {
+            BarTool {
                 visible: bar.item.canEdit && !bar.item.isLocked
                 text: qsTr("edit")
                 hint: qsTr("Enter")
                 iconName: "pencil"
                 onClicked: bar.editWanted()
             }
-            Tool {
+            BarTool {
                 visible: bar.item.canOpen
                 text: qsTr("see it large")
                 hint: qsTr("Enter")
                 iconName: "image"
                 onClicked: bar.editWanted()
             }
-            Tool {
+            BarTool {
                 visible: bar.item.canCaption && !bar.item.isLocked
                 text: qsTr("caption")
                 hint: "C"
                 iconName: "pencil"
                 onClicked: bar.captionWanted()
             }
-            Tool {
+            BarTool {
                 visible: bar.item.canKeep && bar.item.isKept && !bar.item.isLocked
                 checkable: true
                 checked: true
@@ -253,34 +160,34 @@ Rectangle {
                 iconName: "pin"
                 onClicked: bar.editor.setKept(false)
             }
-            Tool {
+            BarTool {
                 visible: bar.item.count === 1 && !bar.item.isLocked
                 text: qsTr("a heart on it")
                 hint: "H"
                 iconName: "heart"
                 onClicked: bar.editor.giveHeart()
             }
-            Tool {
+            BarTool {
                 visible: !bar.item.isLocked
                 text: qsTr("to the front")
                 hint: "F"
                 iconName: "bring-to-front"
                 onClicked: bar.editor.bringToFront()
             }
-            Tool {
+            BarTool {
                 visible: !bar.item.isLocked
                 text: qsTr("to the back")
                 hint: "B"
                 iconName: "send-to-back"
                 onClicked: bar.editor.putToBack()
             }
-            Tool {
+            BarTool {
                 text: bar.item.isLocked ? qsTr("unlock") : qsTr("lock")
                 hint: "L"
                 iconName: bar.item.isLocked ? "lock-open" : "lock"
                 onClicked: bar.editor.setLocked(!bar.item.isLocked)
             }
-            Tool {
+            BarTool {
                 visible: !bar.item.isLocked
                 text: qsTr("take down")
                 hint: qsTr("Delete")
