@@ -34,7 +34,7 @@ void ItemGlow::lay() {
                     std::ceil(naturalSize().height() * pointScale()) + 2 * reach_);
 }
 
-void ItemGlow::paint(QPainter& painter) {
+void ItemGlow::paintLit(QPainter& painter) {
     const QSize pixels = (size() * coarseness).toSize().expandedTo({1, 1});
     QImage shape{pixels, QImage::Format_ARGB32_Premultiplied};
     shape.fill(Qt::transparent);

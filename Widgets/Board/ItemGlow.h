@@ -18,10 +18,9 @@ public:
 
     double reach() const { return reach_; }
 
-    void paint(QPainter& painter) override;
-
 protected:
     void lay() override;
+    void paintLit(QPainter& painter) override;
 
 private:
     double reach_ = 0;

@@ -80,7 +80,8 @@ Missing missingOn(const BoardItem& item, const LiveContext& live) {
 } // namespace
 
 QString whoseAndWhen(const BoardItem& item, const LiveContext& live) {
-    const auto words = Words::tr("%1, %2", "bo, 9:14").arg(personName(item.creator(), live), when(item.createdAt, live));
+    const auto words =
+        Words::tr("%1, %2", "bo, 9:14").arg(personName(item.creator(), live), when(item.createdAt, live));
     return isSeen(item, live) ? Words::tr("%1 · seen").arg(words) : words;
 }
 
