@@ -24,7 +24,7 @@ QColor towards(const QColor& colour, float end, float t) {
 } // namespace
 
 double contrast(const QColor& one, const QColor& other) {
-    const auto [dark, light] = std::minmax(luminance(one), luminance(other));
+    const auto [dark, light] = std::minmax({luminance(one), luminance(other)});
     return (light + 0.05) / (dark + 0.05);
 }
 

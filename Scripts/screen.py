@@ -135,7 +135,7 @@ class Person:
     """One person's application, in a window at a place on the screen, and their hands."""
 
     WIDTH, HEIGHT = 1180, 780
-    ABOVE, BELOW = 28, 88  # what the editor keeps free of the canvas
+    ABOVE, BELOW, BESIDE = 28, 100, 0.06  # what the editor keeps free of the canvas: points, and a part of the shorter side
 
     def __init__(self, screen, name, lumaro, lumaroctl, room, at=(0, 0), zone="UTC"):
         self.screen, self.name, self.at, self.zone = screen, name, at, zone
@@ -199,7 +199,7 @@ class Person:
         """Where a point of the canvas is on the screen."""
         left, top, width, height = self.geometry()
         inner = height - self.ABOVE - self.BELOW
-        scale = min(width / 1600, inner / 1000)
+        scale = min((width - 2 * round(self.BESIDE * min(width, height))) / 1600, inner / 1000)
         return (round(left + (width - 1600 * scale) / 2 + x * scale),
                 round(top + self.ABOVE + (inner - 1000 * scale) / 2 + y * scale))
 

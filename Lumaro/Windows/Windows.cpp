@@ -91,6 +91,7 @@ void Windows::hear(const AppNews& news) {
 std::unique_ptr<QQuickWindow> Windows::make(const char* type, QVariantMap properties) {
     const QUrl url{QStringLiteral("qrc:/qt/qml/Lumaro/UI/Windows/%1.qml").arg(QLatin1String{type})};
     QQmlComponent component{&engine_, url};
+    if (component.isError()) qFatal("%s", qPrintable(component.errorString()));
     std::unique_ptr<QObject> made{component.createWithInitialProperties(properties)};
     auto* const window = qobject_cast<QQuickWindow*>(made.get());
     if (window == nullptr) qFatal("%s", qPrintable(component.errorString()));

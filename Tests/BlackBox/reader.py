@@ -11,8 +11,11 @@ gi.require_version("Atspi", "2.0")
 from gi.repository import Atspi
 
 def tell(event):
-    if event.detail1:
-        print(event.type, "|", event.source.get_role_name(), "|", event.source.get_name(), flush=True)
+    try:
+        if event.detail1:
+            print(event.type, "|", event.source.get_role_name(), "|", event.source.get_name(), flush=True)
+    except gi.repository.GLib.GError:  # it is gone already
+        pass
 
 listener = Atspi.EventListener.new(tell)
 for kind in ("focused", "showing", "selected"):
@@ -83,6 +86,12 @@ class Reader:
         """The name of what the reader is at."""
         lines = [line for line in self.events() if ":focused" in line]
         return lines[-1].split("|", 2)[2].strip() if lines else ""
+
+    def arrives(self, name, act):
+        """The act brings the reader to something of that name."""
+        before = len(self.events())
+        act()
+        until(f"the reader at '{name}'", lambda: any(":focused" in line and name in line for line in self.events()[before:]))
 
     def walk_to(self, person, name, key="Tab", most=80):
         """Presses the key until the reader is at something of that name."""

@@ -37,8 +37,7 @@ class Evening:
         bo.type(code)
         for person in (ana, bo):
             until("they see each other", lambda: person.status().get("presence", {}).get("partnerOnline"))
-        ana.keys("Return")
-        until("the board", lambda: "the board" in self.reader.focused())
+        self.reader.arrives("the board", lambda: ana.keys("Return"))
 
     def a_note_is_written_and_heard(self):
         self.ana.keys("n")

@@ -95,7 +95,7 @@ protected:
 /// What people see of a board.
 inline Board look(Board board) {
     for (auto& item : board.items) {
-        item.author = PartnerID::a;
+        item.setAuthor(PartnerID::a);
         item.updatedAt = samples::noon;
     }
     std::ranges::sort(board.items, {}, &BoardItem::id);

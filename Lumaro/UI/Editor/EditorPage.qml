@@ -69,7 +69,7 @@ FocusScope {
         background: page.scene.background
         isThreadTied: page.scene.isThreadTied
         selected: page.editor.selected.itemId
-        members: page.editor.members
+        members: [...page.editor.members]
         walkedTo: page.editor.walkedTo
         hasKeys: hands.activeFocus
         written: page.editor.isWriting ? page.editor.selected.itemId : ""

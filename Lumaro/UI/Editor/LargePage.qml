@@ -105,7 +105,7 @@ T.Popup {
                 anchors.fill: parent
             }
             Rectangle {
-                anchors.fill: print
+                anchors.fill: picture
                 visible: page.view.missing !== ""
                 color: "#EADFCF"
                 radius: 2
@@ -119,7 +119,7 @@ T.Popup {
                 }
             }
             LargePrint {
-                id: print
+                id: picture
 
                 x: sight.white
                 y: sight.white

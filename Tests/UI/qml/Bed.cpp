@@ -82,6 +82,7 @@ void Bed::build() {
     const auto app = std::move(app_);
     const auto settings = std::move(settings_);
     const auto music = std::move(music_);
+    const auto speech = std::move(speech_);
     const auto view = std::move(view_);
     const auto scene = std::move(scene_);
     const auto place = std::move(place_);
@@ -94,6 +95,7 @@ void Bed::build() {
     music_ = std::make_unique<MusicView>(*app_->app);
     scene_ = std::make_unique<BoardScene>(BoardScene::Ports{*app_->app, app_->clock, app_->sleeper, app_->background});
     place_ = std::make_unique<PlaceView>(PlaceView::Ports{*app_->app, *scene_, towns_});
+    speech_ = std::make_unique<PartnerSpeech>(*app_->app, app_->sleeper);
     editor_ = std::make_unique<EditorView>(*app_->app, app_->clock);
     pictures_ = std::make_unique<PictureExchange>(*app_->app, app_->ids, app_->background);
     app_->app->onNews([this](const AppNews& news) {
@@ -102,6 +104,7 @@ void Bed::build() {
         editor_->hear(news);
         pictures_->hear(news.changed);
         music_->hear(news.changed);
+        speech_->hear(news);
         for (const auto& text : news.quickNotes) quickNote_ = qText(text.value_or(""));
     });
     Q_EMIT made();

@@ -4,6 +4,7 @@
 #include "Data/Places/PlacesData.h"
 #include "Lumaro/UI/AppView.h"
 #include "Lumaro/UI/Board/BoardScene.h"
+#include "Lumaro/UI/Board/PartnerSpeech.h"
 #include "Lumaro/UI/Editor/EditorView.h"
 #include "Lumaro/UI/Editor/PictureExchange.h"
 #include "Lumaro/UI/MusicView.h"
@@ -30,6 +31,7 @@ class Bed final : public QObject {
     Q_PROPERTY(lumaro::SettingsView* settings READ settings NOTIFY made)
     Q_PROPERTY(lumaro::MusicView* music READ music NOTIFY made)
     Q_PROPERTY(lumaro::PlaceView* place READ place NOTIFY made)
+    Q_PROPERTY(lumaro::PartnerSpeech* speech READ speech NOTIFY made)
     Q_PROPERTY(lumaro::BoardScene* scene READ scene NOTIFY made)
     Q_PROPERTY(lumaro::EditorView* editor READ editor NOTIFY made)
     Q_PROPERTY(lumaro::PictureExchange* pictures READ pictures NOTIFY made)
@@ -43,6 +45,7 @@ public:
     SettingsView* settings() const { return settings_.get(); }
     MusicView* music() const { return music_.get(); }
     PlaceView* place() const { return place_.get(); }
+    PartnerSpeech* speech() const { return speech_.get(); }
     BoardScene* scene() const { return scene_.get(); }
     EditorView* editor() const { return editor_.get(); }
     PictureExchange* pictures() const { return pictures_.get(); }
@@ -156,6 +159,7 @@ private:
     std::unique_ptr<MusicView> music_;
     std::unique_ptr<BoardScene> scene_;
     std::unique_ptr<PlaceView> place_;
+    std::unique_ptr<PartnerSpeech> speech_;
     std::unique_ptr<EditorView> editor_;
     std::unique_ptr<PictureExchange> pictures_;
 };

@@ -176,7 +176,7 @@ Item {
             compare(kinds(), ["photo"]);
         }
         function test_whatCannotGoUpSaysWhy() {
-            Bed.drop(page, place(300, 300), "text/uri-list", "file:///usr");
+            Bed.pictures.drop(["file:///usr"], Qt.point(300, 300));
             verify(find(room.Window.contentItem, item => item.text === "that's a folder — drop the pictures that are in it."));
         }
 

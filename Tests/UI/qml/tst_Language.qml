@@ -26,6 +26,7 @@ Item {
             settings: Bed.settings
             music: Bed.music
             place: Bed.place
+            speech: Bed.speech
             screens: screenList
             hangsBehindIcons: false
         }

@@ -22,6 +22,7 @@ Item {
             settings: Bed.settings
             music: Bed.music
             place: Bed.place
+            speech: Bed.speech
             screens: []
             hangsBehindIcons: false
         }
