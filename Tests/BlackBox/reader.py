@@ -67,7 +67,10 @@ class Reader:
         """What is said from this act on comes to have all the parts."""
         before = len(self.speech())
         act()
-        return until(f"the reader to say {parts}", lambda: self.holding(self.speech()[before:], parts), seconds)
+        try:
+            return until(f"the reader to say {parts}", lambda: self.holding(self.speech()[before:], parts), seconds)
+        except Failure as failure:
+            raise Failure(f"{failure}; it said {self.speech()[before:]} after {self.events()[-6:]}") from None
 
     @staticmethod
     def holding(lines, parts):

@@ -34,7 +34,7 @@ class Evening:
         code = until("six digits", lambda: ana.status().get("shareCode", {}).get("code"))
         bo.focus()
         self.press(bo, "i have a code")
-        bo.type(code)
+        self.reader.arrives("the board", lambda: bo.type(code))
         for person in (ana, bo):
             until("they see each other", lambda: person.status().get("presence", {}).get("partnerOnline"))
         self.reader.arrives("the board", lambda: ana.keys("Return"))
@@ -48,13 +48,14 @@ class Evening:
         until("the note over there", lambda: self.bo.item("buy oranges"))
         self.ana.keys("Escape")
         self.reader.hears(lambda: self.ana.keys("Tab"), "note from you, pinned today", "buy oranges")
-        self.reader.hears(lambda: self.ana.keys("k"), "keep")
+        self.ana.keys("k")
+        until("it is kept", lambda: "expiresAt" not in self.bo.item("buy oranges")["payload"])
 
     def the_partners_deeds_are_told(self):
         self.reader.rests()
-        self.reader.hears(lambda: self.bo.ask("put", "note", "and bread", "--keep"), "bo put up a note, 'and bread'")
+        self.reader.hears(lambda: self.bo.ask("put", "note", "and bread", "--keep"), "put up a note, 'and bread'")
         note = self.bo.item("and bread")
-        self.reader.hears(lambda: self.bo.ask("take-down", note["id"]), "bo took down a note, 'and bread'")
+        self.reader.hears(lambda: self.bo.ask("take-down", note["id"]), "took down a note, 'and bread'")
 
     def each_card_goes_up_from_the_dock(self):
         for name, kind in (("a block together", "pomodoro"), ("their window", "location"), ("their music", "nowPlayingSlot"),
