@@ -2,7 +2,6 @@
 #include "DesignSystem/ScreenReader.h"
 
 #include <QtGui/QAccessible>
-#include <QtQuick/QQuickItem>
 
 namespace lumaro {
 namespace {

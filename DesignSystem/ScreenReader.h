@@ -3,8 +3,7 @@
 
 #include <QtCore/QObject>
 #include <QtQml/qqmlregistration.h>
-
-class QQuickItem;
+#include <QtQuick/QQuickItem>
 
 namespace lumaro {
 

@@ -76,7 +76,7 @@ cv::Mat knownBackground(const cv::Mat& lab) {
     const int count = std::min<int>(edgeClusters, static_cast<int>(pixels.size()));
     cv::Mat samples(static_cast<int>(pixels.size()), 3, CV_32F);
     for (std::size_t i = 0; i < pixels.size(); ++i) {
-        const auto colour = lab.at<cv::Vec3f>(pixels[i].place);
+        const auto& colour = lab.at<cv::Vec3f>(pixels[i].place);
         for (int channel = 0; channel < 3; ++channel) samples.at<float>(static_cast<int>(i), channel) = colour[channel];
     }
     cv::Mat clusters;

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <ranges>
 #include <tuple>
 
 namespace lumaro::Edits {
@@ -76,9 +77,7 @@ std::vector<std::int64_t> heightsBeyond(const Heights& others, std::size_t count
         for (auto& height : heights) height = z = z == highestZ ? highestZ : z + 1;
     } else {
         auto z = others.isEmpty() ? 0 : others.lowest;
-        for (auto height = heights.rbegin(); height != heights.rend(); ++height) {
-            *height = z = z == lowestZ ? lowestZ : z - 1;
-        }
+        for (auto& height : heights | std::views::reverse) height = z = z == lowestZ ? lowestZ : z - 1;
     }
     return heights;
 }

@@ -230,10 +230,11 @@ Samples rounded(const std::vector<Point>& points, const std::vector<double>& wid
     for (std::size_t i = 0; i + 1 < points.size(); ++i) {
         const InkCurve curve{points[i > 0 ? i - 1 : i], points[i], points[i + 1],
                              points[std::min(i + 2, points.size() - 1)]};
-        const double steps = std::clamp(std::ceil(curve.chord() / closeSamples), 1.0, maxBetween);
-        for (double step = 1; step <= steps; ++step) {
-            samples.points.push_back(curve.at(step / steps));
-            samples.widths.push_back(std::lerp(widths[i], widths[i + 1], step / steps));
+        const auto steps = static_cast<int>(std::clamp(std::ceil(curve.chord() / closeSamples), 1.0, maxBetween));
+        for (int step = 1; step <= steps; ++step) {
+            const double way = static_cast<double>(step) / steps;
+            samples.points.push_back(curve.at(way));
+            samples.widths.push_back(std::lerp(widths[i], widths[i + 1], way));
         }
     }
     return samples;

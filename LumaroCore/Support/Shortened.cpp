@@ -31,7 +31,7 @@ std::string onePhysicalLine(std::string_view text) {
 } // namespace
 
 std::string shortened(std::string_view text, std::size_t characters) {
-    const auto line = onePhysicalLine(text);
+    auto line = onePhysicalLine(text);
     auto start = firstCharacters(line, characters);
     if (start.size() == line.size()) return line;
     const auto space = start.rfind(' ');

@@ -17,11 +17,11 @@
 namespace lumaro {
 namespace {
 
-constexpr double density = 2; // pixels a point of what is worked on as a picture
-constexpr double edge = 7;    // the die-cut border
+constexpr double stickerDensity = 2; // pixels a point of what is worked on as a picture
+constexpr double edge = 7;           // the die-cut border
 
 QImage layer(QSizeF size) {
-    QImage picture{(size * density).toSize().expandedTo(QSize{1, 1}), QImage::Format_ARGB32_Premultiplied};
+    QImage picture{(size * stickerDensity).toSize().expandedTo(QSize{1, 1}), QImage::Format_ARGB32_Premultiplied};
     picture.fill(Qt::transparent);
     return picture;
 }
@@ -33,7 +33,7 @@ QRectF motifRect(QSizeF size) {
 // The sheet that the motif was cut from: its shape and a border around it, with the corners rounded off.
 QImage dieCut(const QImage& motif) {
     Mask mask = Mask::of(motif);
-    mask.blur(4.2 * density);
+    mask.blur(4.2 * stickerDensity);
     mask.sharpen(0.075, 0.105);
     return mask.tinted(lit({255, 252, 244}, 0.30));
 }
@@ -42,7 +42,7 @@ QImage motifLayer(const StickerFace& face, QSizeF size) {
     QImage motif = layer(size);
     QPainter painter{&motif};
     painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
-    painter.scale(density, density);
+    painter.scale(stickerDensity, stickerDensity);
     paintPicture(painter, motifRect(size), face.picture.pixels());
     return motif;
 }
@@ -52,7 +52,7 @@ QImage blankLayer(const StickerFace& face, QSizeF size) {
     QImage blank = layer(size);
     QPainter painter{&blank};
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.scale(density, density);
+    painter.scale(stickerDensity, stickerDensity);
     const double side = std::min(size.width(), size.height()) - 2 * edge;
     const QRectF round = QRectF{(size.width() - side) / 2, (size.height() - side) / 2, side, side};
     painter.setPen(Qt::NoPen);
