@@ -30,7 +30,7 @@ std::optional<QTimeZone> zoneOf(PartnerID slot, const LiveContext& live) {
     const auto& here = live.here(slot);
     // An empty name would be UTC.
     if (here && !here->tz.empty()) {
-        const QTimeZone zone{QByteArray::fromStdString(here->tz)};
+        QTimeZone zone{QByteArray::fromStdString(here->tz)};
         if (zone.isValid()) return zone;
     }
     if (!live.partner.zone) return std::nullopt;

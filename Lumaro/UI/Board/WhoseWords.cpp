@@ -22,7 +22,7 @@ struct Missing {
 QString when(Instant instant, const LiveContext& live) {
     const auto time = timeAt(instant, live.zone);
     const auto today = timeAt(live.now, live.zone).date();
-    const auto clock = time.toString(QStringLiteral("H:mm"));
+    auto clock = time.toString(QStringLiteral("H:mm"));
     const auto days = time.date().daysTo(today);
     if (days == 0) return clock;
     const auto locale = Words::locale();

@@ -61,8 +61,8 @@ QString spoken(QDate date) {
 
 } // namespace
 
-CountdownChoices::CountdownChoices(WallClock& clock, QLocale locale, QTimeZone zone, QObject* parent)
-    : QObject(parent), clock_(clock), locale_(std::move(locale)), zone_(std::move(zone)), words_(wordsOf(locale_)) {
+CountdownChoices::CountdownChoices(WallClock& clock, const QLocale& locale, const QTimeZone& zone, QObject* parent)
+    : QObject(parent), clock_(clock), locale_(locale), zone_(zone), words_(wordsOf(locale_)) {
     inDays(7);
 }
 

@@ -66,7 +66,7 @@ class CountdownChoices final : public QObject {
 
 public:
     /// The clock outlives the choices. Days may be typed as the locale has them, and its weeks begin where it says.
-    CountdownChoices(WallClock& clock, QLocale locale, QTimeZone zone, QObject* parent = nullptr);
+    CountdownChoices(WallClock& clock, const QLocale& locale, const QTimeZone& zone, QObject* parent = nullptr);
 
     const QString& day() const { return day_; }
     const QString& time() const { return time_; }

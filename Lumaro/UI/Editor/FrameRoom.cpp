@@ -61,7 +61,7 @@ QPointF leastCovering(const Frame& frame, QSizeF bar, const QRectF& room) {
                                           bar);
             const QRectF place{corner, bar};
             double cost = shared(place, frame.box) + qAbs(place.center().x() - frame.box.center().x());
-            for (const auto& one : frame.handles) cost += 1000 * shared(place, one);
+            for (const auto& grip : frame.handles) cost += 1000 * shared(place, grip);
             if (cost < lowest) {
                 lowest = cost;
                 best = corner;

@@ -8,7 +8,7 @@
 namespace lumaro {
 namespace {
 
-constexpr double nearest = 1; // a pointer in the very middle has no direction
+constexpr double nearestPointer = 1; // a pointer in the very middle has no direction
 
 double degrees(Point away) {
     return std::atan2(away.y, away.x) * 180 / std::numbers::pi;
@@ -21,7 +21,7 @@ double Grip::tiltAt(Point pointer) const {
 }
 
 double Grip::scaleAt(Point pointer) const {
-    return scale_ * distance(pointer, center_) / std::max(nearest, distance(at_, center_));
+    return scale_ * distance(pointer, center_) / std::max(nearestPointer, distance(at_, center_));
 }
 
 } // namespace lumaro

@@ -63,7 +63,8 @@ void WindowKeeper::show() {
     window_.requestActivate();
 }
 
-void WindowKeeper::listenTo(QScreen& screen) {
+// NOLINTNEXTLINE(readability-make-member-function-const): what is connected changes this
+void WindowKeeper::listenTo(const QScreen& screen) {
     connect(&screen, &QScreen::availableGeometryChanged, this, &WindowKeeper::bringBack, Qt::QueuedConnection);
 }
 

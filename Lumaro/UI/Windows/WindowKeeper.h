@@ -26,7 +26,7 @@ public:
     void show();
 
 private:
-    void listenTo(QScreen& screen);
+    void listenTo(const QScreen& screen);
     void place(const std::optional<WindowPlace>& remembered);
     /// A screen went or changed: what was on it comes back in sight.
     void bringBack();
