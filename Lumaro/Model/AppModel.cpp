@@ -240,12 +240,11 @@ void AppModel::take(const ServerMessage::Presence& presence) {
     feeds_.partner().take(presence, slot(), newestOf(slot(), board(), ports_.clock.now()));
 }
 
-// Whoever comes onto the board has used up the code that brought them.
 void AppModel::meet(PartnerSet paired, const std::optional<SlotNames>& names) {
     const auto partner = other(slot());
     const bool wasThere = state_.paired && state_.paired->contains(partner);
     people_.meet(paired, names);
-    if (!wasThere && paired.contains(partner)) invitations_.forgetCode();
+    if (!wasThere && paired.contains(partner)) invitations_.codeUsed();
     if (!paired.contains(partner)) feeds_.partner().forgetPerson();
 }
 

@@ -112,6 +112,15 @@ TEST_F(TwoBoardsTest, AnotherKeyThatCannotBeKeptCallsTheLeavingOff) {
     EXPECT_FALSE(keyring.items.contains({std::string{keychainService}, "leaving"}));
 }
 
+TEST_F(TwoBoardsTest, ACodeThatIsOnItsWayOutlivesTheOneThatWasUsed) {
+    open();
+    app->invitations().mintCode();
+    rooms.say(ServerMessage::Roster{PartnerSet::both(), SlotNames{"Ann", "Ben"}});
+    EXPECT_TRUE(state().isMintingCode);
+    http.answer(HttpResponse{201, R"({"code":"481936","expiresAt":1890000000000,"slot":"b"})"});
+    EXPECT_TRUE(state().shareCode);
+}
+
 TEST_F(TwoBoardsTest, NoLinkOrCodeIsShownThatEnded) {
     open();
     const auto code = [this] {

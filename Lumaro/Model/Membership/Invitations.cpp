@@ -107,6 +107,12 @@ void Invitations::keepLinkAgain() {
     if (state_.boardLink) keepLink(state_.boardLink);
 }
 
+void Invitations::codeUsed() {
+    if (!state_.shareCode) return;
+    state_.shareCode.reset();
+    neighbours_.announcer.changed(AppChange::invitations);
+}
+
 void Invitations::forgetCode() {
     codeCall_ = nullptr;
     linksCall_ = nullptr;

@@ -57,6 +57,8 @@ public:
     void keepLinkAgain();
     /// They were of a board that this device is not on any more.
     void forgetCode();
+    /// Whoever came has used up the code that is shown. One that is on its way is another.
+    void codeUsed();
 
 private:
     void askForLink(bool isQuiet);
