@@ -61,7 +61,7 @@ std::string differenceFromKept(const QImage& picture, double scale, const QStrin
     const QImage kept{path};
     if (kept.size() != small.size()) return "another size than " + path.toStdString();
     const auto difference = compare(small, kept);
-    const double most = scale == 1 ? 9 : 13;
+    const double most = scale == 1 ? 6 : 13;
     if (difference.mean <= 3 && difference.largest <= most) return {};
     const auto file = QString{name}.replace(QLatin1Char{'/'}, QLatin1Char{'-'});
     const auto seen = QDir::temp().filePath(QStringLiteral("lumaro-%1@%2.png").arg(file).arg(scale));
