@@ -115,8 +115,9 @@ T.Popup {
             const top = column.mapFromItem(focused, 0, 0).y;
             const room = Theme.size.medium;
             // Of something higher than the sheet, its beginning.
-            const least = Math.min(top - room, top + focused.height + room - height);
-            contentY = Math.max(Math.min(contentY, top - room), least, 0);
+            const isWhole = focused.height + 2 * room <= height;
+            const end = top + (isWhole ? focused.height + room : height / 2);
+            contentY = Math.max(Math.min(contentY, top - room), end - height, 0);
         }
         anchors.fill: parent
         contentWidth: width

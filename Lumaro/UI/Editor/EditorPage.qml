@@ -236,7 +236,8 @@ FocusScope {
     EditorToast {
         id: toast
 
-        anchors.bottomMargin: page.isQuiet ? 0 : page.height - dock.y - Theme.size.medium
+        page: page
+        roomBelow: page.isQuiet ? 0 : page.height - dock.y - Theme.size.medium
         editor: page.editor
         pictures: page.pictures
     }
