@@ -141,6 +141,9 @@ class Person:
         self.screen, self.name, self.at, self.zone = screen, name, at, zone
         self.lumaro, self.lumaroctl = lumaro, lumaroctl
         self.profile = screen.folder / name
+        self.profile.mkdir(mode=0o700)
+        # They know already where it hangs.
+        (self.profile / "settings.ini").write_text("[General]\ntoldOfDesktop=true\n")
         self.start(room.url)
 
     def start(self, server):

@@ -52,4 +52,14 @@ AppModel::Ports Desktop::ports(WallpaperController& wallpaper) {
             .wallpaper = wallpaper};
 }
 
+BoardWallpaper::Ports Desktop::wallpaperPorts(BoardPainter& painter) {
+    return {.sleeper = sleeper,
+            .clock = clock,
+            .log = log,
+            .files = files,
+            .background = pictureBackground,
+            .door = system->wallpaperDoor(),
+            .painter = painter};
+}
+
 } // namespace lumaro

@@ -4,6 +4,7 @@
 #include "Lumaro/App/SystemServices.h"
 #include "Lumaro/App/ThreadedRoomLinks.h"
 #include "Lumaro/Model/AppModel.h"
+#include "Lumaro/Model/Computer/BoardWallpaper.h"
 #include "Lumaro/Pictures/QtCityPictureMaker.h"
 #include "Lumaro/Pictures/QtCoverMaker.h"
 #include "LumaroCore/Places/PlaceTable.h"
@@ -30,6 +31,7 @@ struct Desktop {
     Desktop(const SystemServices::Setup& setup, LogLevel level);
 
     AppModel::Ports ports(WallpaperController& wallpaper);
+    BoardWallpaper::Ports wallpaperPorts(BoardPainter& painter);
 
     StderrLog log;
     PosixFileSystem files;

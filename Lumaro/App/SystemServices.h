@@ -11,10 +11,12 @@
 #include "LumaroCore/Services/SecretStore.h"
 #include "LumaroCore/Services/SoundPlayer.h"
 #include "LumaroCore/Services/SystemSignals.h"
+#include "LumaroCore/Services/WallpaperDoor.h"
 
 #include <expected>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace lumaro {
@@ -32,6 +34,9 @@ public:
 
     /// Once, before anything else: the process behaves as the system likes it.
     static void prepareProcess();
+    /// Which window systems the toolkit is to try, as it names them; none leaves it to the toolkit. Before the
+    /// application object is made.
+    static std::optional<std::string> windowSystem();
     /// The folder of a person's files when they name none.
     static std::string defaultProfile();
     /// Whether this computer has something to draw with beside its processor.
@@ -53,6 +58,9 @@ public:
     virtual DownloadOrigin& downloadOrigin() = 0;
     virtual MusicPlayers players() = 0;
     virtual PositionSource& positions() = 0;
+    virtual WallpaperDoor& wallpaperDoor() = 0;
+    /// What the desktop calls itself; empty when it does not.
+    virtual std::string sessionName() = 0;
 
     /// Makes this program the one that opens the person's "lumaro:" links. The error is for the log.
     [[nodiscard]] virtual std::expected<void, std::string> claimLinks() = 0;

@@ -12,6 +12,7 @@
 #include <QtQuick/QQuickWindow>
 #include <QtWidgets/QApplication>
 
+#include <array>
 #include <cstdlib>
 #include <filesystem>
 #include <iostream>
@@ -27,6 +28,7 @@ struct Arguments {
     bool isHeadless = false;
     bool isHidden = false;
     bool isVerbose = false;
+    bool isPuttingBack = false;
     std::string profile;
     std::string server;
     std::string link;
@@ -92,6 +94,10 @@ int runHeadless(Desktop& desktop, QtLoop& loop, const std::string& profile, cons
     return serve(app, desktop, loop, profile, arguments, nullptr);
 }
 
+std::string wallpaperFolder(const std::string& profile) {
+    return profile + "/wallpaper";
+}
+
 int runWindows(Desktop& desktop, QtLoop& loop, const std::string& profile, const Arguments& arguments) {
     prepareWindows();
     // Where the processor draws, Qt's own painting takes a small part of what OpenGL's would. People may choose either.
@@ -102,17 +108,31 @@ int runWindows(Desktop& desktop, QtLoop& loop, const std::string& profile, const
     }
     Windows* windows = nullptr;
     DesktopBoards boards{desktop.defaults, [&](QScreen&) { return windows->makeDesktopWindow(); }};
-    const auto lock = desktop.system->onScreenLock([&](bool isLocked) { boards.setScreenLocked(isLocked); });
-    AppModel app{setupOf(profile, arguments.profile.empty()), desktop.ports(boards)};
+    WallpaperPainter painter{{.sleeper = desktop.sleeper,
+                              .background = desktop.pictureBackground,
+                              .files = desktop.files,
+                              .places = [&] { return boards.places(); },
+                              .makeWindow = [&](QScreen&) { return windows->makeDesktopWindow(); }}};
+    DesktopView hanging{{.folder = wallpaperFolder(profile), .session = desktop.system->sessionName()},
+                        {boards, desktop.defaults, desktop.wallpaperPorts(painter)}};
+    const auto lock = desktop.system->onScreenLock([&](bool isLocked) { hanging.setScreenLocked(isLocked); });
+    AppModel app{setupOf(profile, arguments.profile.empty()), desktop.ports(hanging)};
     auto made = std::make_unique<Windows>(
         AppView::Setup{.folder = QString::fromStdString(profile),
                        .version = QStringLiteral(LUMARO_VERSION),
                        .suggestedName = QString::fromStdString(desktop.system->contacts().ownCard().fullName)},
-        Windows::Ports{app, boards, desktop.clock, desktop.sleeper, desktop.ids, desktop.pictureBackground,
+        Windows::Ports{app, boards, hanging, desktop.clock, desktop.sleeper, desktop.ids, desktop.pictureBackground,
                        desktop.defaults, desktop.system->loginItem(), desktop.places},
         [&] { loop.quit(); });
     windows = made.get();
     return serve(app, desktop, loop, profile, arguments, std::move(made));
+}
+
+/// After a run that crashed, for people who do not start the program again.
+int putWallpaperBack(Desktop& desktop, const std::string& profile) {
+    const auto done =
+        BoardWallpaper::giveBack(desktop.files, desktop.system->wallpaperDoor(), wallpaperFolder(profile));
+    return done ? EXIT_SUCCESS : fail("the wallpaper is not put back: " + done.error());
 }
 
 void claimLinks(Desktop& desktop) {
@@ -131,7 +151,8 @@ int run(const Arguments& arguments) {
     }
     const auto lock = FolderLock::take(profile + "/app.lock");
     if (!lock) {
-        if (!arguments.isHeadless && handOver(profile, linkOf(arguments))) return EXIT_SUCCESS;
+        if (!arguments.isHeadless && !arguments.isPuttingBack && handOver(profile, linkOf(arguments)))
+            return EXIT_SUCCESS;
         return fail("another one has this profile");
     }
     // Where the program lies, by whatever name it was called.
@@ -140,6 +161,7 @@ int run(const Arguments& arguments) {
                     arguments.isVerbose ? LogLevel::debug : LogLevel::info};
     if (!arguments.server.empty()) desktop.defaults.setString("serverURL", arguments.server);
     if (!arguments.forecasts.empty()) desktop.defaults.setString(forecastsKey, arguments.forecasts);
+    if (arguments.isPuttingBack) return putWallpaperBack(desktop, profile);
     if (arguments.isHeadless) return runHeadless(desktop, loop, profile, arguments);
     if (isDefault) claimLinks(desktop);
     return runWindows(desktop, loop, profile, arguments);
@@ -154,6 +176,8 @@ int main(int argc, char** argv) {
     app.set_version_flag("--version", LUMARO_VERSION);
     app.add_flag("--headless", arguments.isHeadless, "run the session without a window");
     app.add_flag("--hidden", arguments.isHidden, "hang on the desktop, and open no window");
+    app.add_flag("--put-wallpaper-back", arguments.isPuttingBack,
+                 "give the desktop the person's own wallpaper back, and end");
     app.add_flag("--verbose", arguments.isVerbose, "log everything");
     app.add_option("--profile", arguments.profile, "the folder of this person's files")->type_name("DIR");
     app.add_option("--server", arguments.server, "the board's server, from now on")->type_name("URL");
@@ -163,9 +187,15 @@ int main(int argc, char** argv) {
     app.add_option("LINK", arguments.link, "an invite to join through")->type_name("");
     CLI11_PARSE(app, argc, argv);
     lumaro::SystemServices::prepareProcess();
+    // Not through the environment, which the programs that this one starts would have, too.
+    std::string option = "-platform";
+    std::string system =
+        arguments.isHeadless || arguments.isPuttingBack ? "" : lumaro::SystemServices::windowSystem().value_or("");
+    std::array<char*, 4> words{argv[0], option.data(), system.data(), nullptr};
+    int count = system.empty() ? 1 : 3;
     std::optional<QApplication> windows;
-    if (!arguments.isHeadless) {
-        windows.emplace(argc, argv);
+    if (!arguments.isHeadless && !arguments.isPuttingBack) {
+        windows.emplace(count, words.data());
         // The tray and the desktop stay when the board's window is closed.
         QApplication::setQuitOnLastWindowClosed(false);
     }

@@ -12,6 +12,7 @@
 #include "LumaroCore/Services/SecretStore.h"
 #include "LumaroCore/Services/SoundPlayer.h"
 #include "LumaroCore/Services/SystemSignals.h"
+#include "LumaroCore/Services/WallpaperDoor.h"
 #include "LumaroCore/Support/HttpClient.h"
 #include "LumaroCore/Support/Sleeper.h"
 #include "LumaroCore/Support/WallClock.h"
@@ -132,6 +133,16 @@ public:
         return std::make_unique<Run>();
     }
     std::optional<CityPicture> ofPicture(std::string_view, std::int64_t, std::int64_t) override { return std::nullopt; }
+};
+
+/// A desktop that has no wallpaper.
+class QuietWallpaper final : public WallpaperDoor {
+public:
+    bool isThere(WallpaperDesk) override { return false; }
+    std::expected<WallpaperSettings, std::string> read(WallpaperDesk) override { return std::unexpected("none"); }
+    std::expected<void, std::string> write(WallpaperDesk, const WallpaperSettings&) override {
+        return std::unexpected("none");
+    }
 };
 
 class QuietSignals final : public SystemSignals {

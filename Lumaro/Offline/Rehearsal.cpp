@@ -143,13 +143,21 @@ DemoBoard boardOf(Scene scene, Instant now) {
 
 Rehearsal::Rehearsal(Setup setup)
     : setup_(setup), profile_(folder_.path().toStdString() + "/profile"), defaults_(profile_ + "/settings.ini", log_),
-      towns_(towns()), desktop_(defaults_, [this](QScreen&) { return windows_->makeDesktopWindow(); }),
+      towns_(towns()), boards_(defaults_, [this](QScreen&) { return windows_->makeDesktopWindow(); }),
+      painter_({.sleeper = sleeper_,
+                .background = background_,
+                .files = files_,
+                .places = [this] { return boards_.places(); },
+                .makeWindow = [this](QScreen&) { return windows_->makeDesktopWindow(); }}),
+      desktop_({profile_ + "/wallpaper", {}},
+               {boards_, defaults_, {sleeper_, clock_, log_, files_, background_, wallpaper_, painter_}}),
       app_({.profile = profile_, .version = LUMARO_VERSION}, (settle(), ports())) {
     windows_ = std::make_unique<Windows>(
         AppView::Setup{.folder = qText(std::string_view{profile_}),
                        .version = QStringLiteral(LUMARO_VERSION),
                        .suggestedName = QStringLiteral("ana")},
-        Windows::Ports{app_, desktop_, clock_, sleeper_, ids_, background_, defaults_, loginItem_, towns_}, [] {});
+        Windows::Ports{app_, boards_, desktop_, clock_, sleeper_, ids_, background_, defaults_, loginItem_, towns_},
+        [] {});
     app_.onNews([this](const AppNews& news) { windows_->hear(news); });
 }
 
@@ -224,6 +232,7 @@ void Rehearsal::settle() {
     if (setup_.hour) setHour(*setup_.hour);
     settlePlace();
     defaults_.setBoolean("showsBoardOnDesktop", false);
+    defaults_.setBoolean("toldOfDesktop", true);
     defaults_.setString("myDisplayName", "ana");
     if (setup_.scene == Scene::welcome) return;
     const bool isStarted = setup_.scene == Scene::bringThemOver;

@@ -81,7 +81,7 @@ public:
     void open();
     Windows& windows() { return *windows_; }
     AppModel& app() { return app_; }
-    DesktopBoards& desktop() { return desktop_; }
+    DesktopView& desktop() { return desktop_; }
 
 private:
     AppModel::Ports ports();
@@ -120,7 +120,10 @@ private:
     QtSystemZone zone_;
     QtCoverMaker coverMaker_;
     QuietCity city_;
-    DesktopBoards desktop_;
+    QuietWallpaper wallpaper_;
+    DesktopBoards boards_;
+    WallpaperPainter painter_;
+    DesktopView desktop_;
     AppModel app_;
     std::unique_ptr<Windows> windows_;
     std::unique_ptr<Sleeper::Wait> cue_;

@@ -133,7 +133,7 @@ int main(int argc, char** argv) {
     app.add_option("--sky", arguments.sky, "over the partner's roofs")->check(oneOf<lumaro::Sky>());
     app.add_option("--hour", arguments.hour, "that the partner's clock strikes")->check(CLI::Range(0, 23));
     app.add_option("--show", arguments.show, "what is shown")
-        ->check(oneOf({"board", "desktop", "gallery", "boardPage", "settings", "help"}));
+        ->check(oneOf({"board", "desktop", "gallery", "boardPage", "settings", "hanging", "help"}));
     app.add_option("--appearance", arguments.appearance)->check(oneOf({"light", "dark"}));
     app.add_flag("--reduced-motion", arguments.isMotionReduced, "fades instead of springs");
     app.add_option("--width", arguments.width, "of the window, in points")->check(CLI::Range(1, lumaro::widest));

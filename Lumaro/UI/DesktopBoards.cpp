@@ -22,6 +22,10 @@ constexpr qsizetype mostLeftFree = 64;
 // In no name of a screen that we know.
 const QChar separator = u',';
 
+bool isHung(DesktopLevel level) {
+    return level == DesktopLevel::behindIcons || level == DesktopLevel::bottomMost;
+}
+
 } // namespace
 
 struct DesktopBoards::Board {
@@ -29,14 +33,19 @@ struct DesktopBoards::Board {
     std::unique_ptr<Coverage> coverage;
 };
 
-DesktopBoards::DesktopBoards(UserDefaults& defaults, MakeWindow make) : defaults_(defaults), make_(std::move(make)) {
+DesktopBoards::DesktopBoards(UserDefaults& defaults, MakeWindow make)
+    : defaults_(defaults), make_(std::move(make)), others_([this] {
+          hang();
+          Q_EMIT changed();
+      }) {
     migrate();
     connect(qGuiApp, &QGuiApplication::screenAdded, this, [this] {
         hang();
         Q_EMIT changed();
     });
     connect(qGuiApp, &QGuiApplication::screenRemoved, this, [this](QScreen* screen) {
-        take(screen);
+        boards_.erase(screen);
+        tellLevel();
         Q_EMIT changed();
     });
 }
@@ -48,6 +57,19 @@ void DesktopBoards::setEnabled(bool enabled) {
     hang();
 }
 
+DesktopLevel DesktopBoards::reach() const {
+    const auto free = leftFree();
+    auto worst = DesktopLevel::behindIcons;
+    for (const auto* screen : QGuiApplication::screens()) {
+        if (!free.contains(screen->name())) worst = std::max(worst, others_.levelOn(*screen));
+    }
+    return worst;
+}
+
+QString DesktopBoards::iconProgram() const {
+    return qText(others_.program());
+}
+
 std::vector<DesktopBoards::Choice> DesktopBoards::choices() const {
     const auto free = leftFree();
     std::vector<Choice> choices;
@@ -55,6 +77,13 @@ std::vector<DesktopBoards::Choice> DesktopBoards::choices() const {
         choices.push_back({screen->name(), !free.contains(screen->name())});
     }
     return choices;
+}
+
+std::vector<WallpaperPainter::Place> DesktopBoards::places() const {
+    const auto free = leftFree();
+    std::vector<WallpaperPainter::Place> places;
+    for (auto* screen : QGuiApplication::screens()) places.push_back({screen, !free.contains(screen->name())});
+    return places;
 }
 
 void DesktopBoards::choose(const QString& screen, bool isChosen) {
@@ -97,15 +126,27 @@ void DesktopBoards::migrate() {
 }
 
 void DesktopBoards::hang() {
+    others_.look();
     const auto free = leftFree();
     for (auto* screen : QGuiApplication::screens()) {
         const bool isWanted = isEnabled_ && !free.contains(screen->name());
-        if (!isWanted) {
-            take(screen);
+        if (!isWanted || !isHung(others_.levelOn(*screen))) {
+            boards_.erase(screen);
         } else if (!boards_.contains(screen)) {
             hangOn(*screen);
         }
     }
+    for (auto& [screen, board] : boards_) keepBehindOthers(*board->window);
+    tellLevel();
+}
+
+void DesktopBoards::tellLevel() {
+    const auto screens = QGuiApplication::screens();
+    const auto free = leftFree();
+    const bool isAnyWanted =
+        isEnabled_ && std::ranges::any_of(screens, [&](const auto* screen) { return !free.contains(screen->name()); });
+    const auto level = isAnyWanted ? std::optional{reach()} : std::nullopt;
+    if (std::exchange(level_, level) != level) Q_EMIT changed();
 }
 
 void DesktopBoards::hangOn(QScreen& screen) {
@@ -113,7 +154,7 @@ void DesktopBoards::hangOn(QScreen& screen) {
     if (!window) return;
     window->setScreen(&screen);
     window->setGeometry(screen.geometry());
-    const auto level = placeAtDesktopLevel(*window);
+    if (!isHung(placeAtDesktopLevel(*window))) return;
     setClickThrough(*window, true);
     auto& board = *boards_.emplace(&screen, std::make_unique<Board>()).first->second;
     board.window = std::move(window);
@@ -123,13 +164,6 @@ void DesktopBoards::hangOn(QScreen& screen) {
             [window = board.window.get()](const QRect& place) { window->setGeometry(place); });
     pauseAsNeeded(board);
     board.window->show();
-    if (std::exchange(level_, level) != level) Q_EMIT changed();
-}
-
-void DesktopBoards::take(QScreen* screen) {
-    if (boards_.erase(screen) == 0 || !boards_.empty()) return;
-    level_ = std::nullopt;
-    Q_EMIT changed();
 }
 
 void DesktopBoards::pauseAsNeeded(Board& board) const {

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "Lumaro/Model/AppModel.h"
-#include "LumaroCore/DesktopKit/DesktopLevel.h"
+#include "Lumaro/Model/Computer/DesktopSwitch.h"
+#include "Lumaro/UI/WallpaperPainter.h"
+#include "LumaroCore/DesktopKit/OtherDesktops.h"
 #include "LumaroCore/Services/UserDefaults.h"
 
 #include <QtCore/QObject>
@@ -21,7 +22,8 @@ class QScreen;
 namespace lumaro {
 
 /// The board on the desktop: one window on each screen but those that people left free, at the lowest level that the
-/// desktop grants. Follows screens that come, go and change. On the main thread.
+/// desktop grants, and none where it would cover icons or other windows. Follows screens, and programs that draw the
+/// desktop, as they come, go and change. On the main thread.
 ///
 /// A window that nobody can see, or that is behind the screen's lock, should do nothing: its property `isPaused`
 /// says so.
@@ -43,11 +45,17 @@ public:
 
     void setEnabled(bool enabled) override;
 
-    /// Behind the icons, or merely below other windows; none while no board is shown.
+    /// How low boards hang, or why none does: the worst of the wanted screens. None while none is wanted.
     std::optional<DesktopLevel> level() const { return level_; }
+    /// The same whether or not boards are wanted.
+    DesktopLevel reach() const;
+    /// The program whose icons are in the way; empty when nobody's are.
+    QString iconProgram() const;
     /// The screens there are. Each is chosen until people leave it free, so one that is plugged in for the first time
     /// is.
     std::vector<Choice> choices() const;
+    /// Each screen, and whether it is chosen.
+    std::vector<WallpaperPainter::Place> places() const;
     void choose(const QString& screen, bool isChosen);
     void setScreenLocked(bool isLocked);
 
@@ -63,7 +71,7 @@ private:
     void migrate();
     void hang();
     void hangOn(QScreen& screen);
-    void take(QScreen* screen);
+    void tellLevel();
     void pauseAsNeeded(Board& board) const;
 
     UserDefaults& defaults_;
@@ -71,6 +79,7 @@ private:
     bool isEnabled_ = false;
     bool isLocked_ = false;
     std::optional<DesktopLevel> level_;
+    OtherDesktops others_;
     std::map<QScreen*, std::unique_ptr<Board>> boards_;
 };
 

@@ -41,7 +41,7 @@ Windows::Windows(AppView::Setup setup, Ports ports, std::function<void()> quit)
               [towns = ports.towns](Coordinates point) { return towns.sceneryAt(point); }}),
       editor_(ports.app, ports.clock), pictures_(ports.app, ports.ids, ports.background),
       settings_(ports.defaults, ports.loginItem), music_(ports.app), place_({ports.app, scene_, ports.towns}),
-      speech_(ports.app, ports.sleeper), screens_(ports.desktop), tray_(verbs(std::move(quit))) {
+      speech_(ports.app, ports.sleeper), screens_(ports.boards), tray_(verbs(std::move(quit))) {
     furnish(engine_);
     settings_.dress(themeOf(engine_));
     const auto readTemperatures = [this] { scene_.setFahrenheit(settings_.isFahrenheit()); };
@@ -50,7 +50,10 @@ Windows::Windows(AppView::Setup setup, Ports ports, std::function<void()> quit)
     // People change what this program may do while they look at something else.
     QObject::connect(qGuiApp, &QGuiApplication::applicationStateChanged, &view_, [this](Qt::ApplicationState state) {
         if (state == Qt::ApplicationActive) ports_.app.becameActive();
+        if (state == Qt::ApplicationInactive) ports_.desktop.look();
     });
+    QObject::connect(&scene_, &BoardScene::settledChanged, &ports_.desktop, &DesktopView::boardChanged);
+    QObject::connect(&settings_, &SettingsView::changed, &ports_.desktop, &DesktopView::boardChanged);
 }
 
 Windows::~Windows() {
@@ -102,17 +105,16 @@ std::unique_ptr<QQuickWindow> Windows::make(const char* type, QVariantMap proper
 
 void Windows::openBoard() {
     if (!boardWindow_) {
-        boardWindow_ = make("BoardWindow",
-                            {{QStringLiteral("view"), shared(view_)},
-                             {QStringLiteral("scene"), shared(scene_)},
-                             {QStringLiteral("editor"), shared(editor_)},
-                             {QStringLiteral("pictures"), shared(pictures_)},
-                             {QStringLiteral("settings"), shared(settings_)},
-                             {QStringLiteral("music"), shared(music_)},
-                             {QStringLiteral("place"), shared(place_)},
-                             {QStringLiteral("speech"), shared(speech_)},
-                             {QStringLiteral("screens"), shared(screens_)},
-                             {QStringLiteral("hangsBehindIcons"), ports_.desktop.level() != DesktopLevel::bottomMost}});
+        boardWindow_ = make("BoardWindow", {{QStringLiteral("view"), shared(view_)},
+                                            {QStringLiteral("scene"), shared(scene_)},
+                                            {QStringLiteral("editor"), shared(editor_)},
+                                            {QStringLiteral("pictures"), shared(pictures_)},
+                                            {QStringLiteral("settings"), shared(settings_)},
+                                            {QStringLiteral("music"), shared(music_)},
+                                            {QStringLiteral("place"), shared(place_)},
+                                            {QStringLiteral("speech"), shared(speech_)},
+                                            {QStringLiteral("screens"), shared(screens_)},
+                                            {QStringLiteral("desktop"), shared(ports_.desktop)}});
         boardPlace_ = new WindowKeeper{*boardWindow_, ports_.defaults, boardWindowKey};
         QObject::connect(boardWindow_.get(), &QWindow::visibleChanged, &view_, [this](bool isVisible) {
             if (!isVisible) letGoOfBoard();

@@ -6,6 +6,7 @@
 #include "Lumaro/UI/Board/BoardScene.h"
 #include "Lumaro/UI/Board/PartnerSpeech.h"
 #include "Lumaro/UI/DesktopBoards.h"
+#include "Lumaro/UI/DesktopView.h"
 #include "Lumaro/UI/Editor/EditorView.h"
 #include "Lumaro/UI/Editor/PictureExchange.h"
 #include "Lumaro/UI/MusicView.h"
@@ -34,7 +35,8 @@ public:
     /// All outlive the windows.
     struct Ports {
         AppModel& app;
-        DesktopBoards& desktop; ///< which `makeDesktopWindow` makes the windows of
+        DesktopBoards& boards; ///< which `makeDesktopWindow` makes the windows of
+        DesktopView& desktop;
         WallClock& clock;
         Sleeper& sleeper;
         UUIDSource& ids;

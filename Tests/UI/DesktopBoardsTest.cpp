@@ -112,6 +112,23 @@ TEST_F(DesktopBoardsTest, WhatWasChosenOfFormerSettingsStaysAndTheRestIsLeftFree
     EXPECT_FALSE(defaults_.string("desktopScreens"));
 }
 
+TEST_F(DesktopBoardsTest, NoBoardHangsWhereItWouldCoverSomebodysIcons) {
+    boards_.setEnabled(true);
+    QWindow icons;
+    icons.setFlag(Qt::FramelessWindowHint);
+    icons.setGeometry(0, 0, 640, 800);
+    icons.create();
+    becomeDesktopOfAnother(icons);
+    icons.show();
+    waitUntil([&] { return hanging() == QStringList{right_}; });
+    EXPECT_EQ(boards_.level(), DesktopLevel::iconsInTheWay);
+    boards_.choose(left_, false);
+    EXPECT_EQ(boards_.level(), DesktopLevel::behindIcons);
+    boards_.choose(left_, true);
+    icons.hide();
+    waitUntil([&] { return hanging() == QStringList({left_, right_}); });
+}
+
 TEST_F(DesktopBoardsTest, ABoardThatNobodySeesRests) {
     boards_.setEnabled(true);
     waitUntil([&] { return windows_.at(left_)->isExposed() && windows_.at(right_)->isExposed(); });

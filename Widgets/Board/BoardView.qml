@@ -11,6 +11,8 @@ Item {
     required property var rows
     property string background: "butter"
     property bool isThreadTied: false
+    /// What hangs has the board's paper behind it, and nothing otherwise.
+    property bool hasPaper: true
     property alias topMargin: frame.topMargin
     property alias bottomMargin: frame.bottomMargin
     property alias sideMargin: frame.sideMargin
@@ -45,6 +47,7 @@ Item {
 
     BoardBackground {
         anchors.fill: parent
+        visible: view.hasPaper
         background: view.background
         dark: Theme.isDark
     }

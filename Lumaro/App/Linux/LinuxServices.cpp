@@ -3,6 +3,7 @@
 #include "Platform/Linux/AutostartEntry.h"
 #include "Platform/Linux/DesktopNotifications.h"
 #include "Platform/Linux/DesktopSound.h"
+#include "Platform/Linux/DesktopWallpaper.h"
 #include "Platform/Linux/DownloadAttributes.h"
 #include "Platform/Linux/GraphicsProcessor.h"
 #include "Platform/Linux/LoginSignals.h"
@@ -13,6 +14,7 @@
 #include "Platform/Linux/SystemPosition.h"
 #include "Platform/Linux/UrlScheme.h"
 #include "Platform/Linux/UserContactCard.h"
+#include "Platform/Linux/WindowSystemSearch.h"
 
 #include <cstdlib>
 #include <filesystem>
@@ -50,6 +52,8 @@ public:
     DownloadOrigin& downloadOrigin() override { return origin_; }
     MusicPlayers players() override { return {players_, players_, players_, players_}; }
     PositionSource& positions() override { return positions_; }
+    WallpaperDoor& wallpaperDoor() override { return wallpaper_; }
+    std::string sessionName() override { return environment("XDG_CURRENT_DESKTOP"); }
     std::expected<void, std::string> claimLinks() override { return links_.claim(); }
     Listening onScreenLock(std::function<void(bool isLocked)> changed) override {
         return std::make_shared<ScreenLock>(std::move(changed));
@@ -66,12 +70,18 @@ private:
     MprisPlayers players_;
     SystemPosition positions_;
     UrlScheme links_;
+    DesktopWallpaper wallpaper_;
 };
 
 } // namespace
 
 void SystemServices::prepareProcess() {
     giveBackPictureMemory();
+}
+
+std::optional<std::string> SystemServices::windowSystem() {
+    const auto system = windowSystemFor(findWindowSystems());
+    return system ? std::optional{std::string{*system}} : std::nullopt;
 }
 
 std::string SystemServices::defaultProfile() {

@@ -13,43 +13,17 @@ Sheet {
     required property PlaceView place
     /// The screens there are, a list model with the roles `name` and `isShown`, which is written.
     required property var screens
-    /// Whether this desktop lets the board hang behind its icons.
-    required property bool hangsBehindIcons
+    required property DesktopView desktop
 
     title: qsTr("settings")
     paperWidth: 560
 
-    Section {
-        heading: qsTr("on the desktop")
+    DesktopSection {
         isFirst: true
-
-        Toggle {
-            width: parent.width
-            text: qsTr("show the board on the desktop")
-            helper: page.hangsBehindIcons ? qsTr("behind the icons; clicks go through it.") : qsTr("this desktop keeps its own picture in front, so our board hangs just behind your windows.")
-            checked: page.view.face.showsOnDesktop
-            onClicked: page.view.setShowsOnDesktop(checked)
-        }
-        Repeater {
-            model: page.view.face.showsOnDesktop ? page.screens : null
-
-            Toggle {
-                required property var model
-
-                x: Theme.size.large
-                width: parent ? parent.width - x : 0
-                text: model.name
-                checked: model.isShown
-                onClicked: model.isShown = checked
-            }
-        }
-        Toggle {
-            width: parent.width
-            text: qsTr("open at login")
-            helper: page.settings.fault === "" ? qsTr("so it hangs there when you come in.") : page.settings.fault
-            checked: page.settings.opensAtLogin
-            onClicked: page.settings.opensAtLogin = checked
-        }
+        view: page.view
+        settings: page.settings
+        desktop: page.desktop
+        screens: page.screens
     }
     MusicSection {
         music: page.music

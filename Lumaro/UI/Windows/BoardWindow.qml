@@ -16,15 +16,15 @@ Window {
     required property PlaceView place
     required property PartnerSpeech speech
     required property var screens
-    required property bool hangsBehindIcons
+    required property DesktopView desktop
     property alias weatherMoves: page.weatherMoves
 
-    /// Opens a page: "settings", "boardPage" or "help".
+    /// Opens a page: "settings", "boardPage", "hanging" or "help".
     function showPage(name: string): void {
         if (name === "help")
             page.sheets.help();
         else
-            ((name === "settings" ? settingsPage : boardPage).create() as Sheet).open();
+            ((name === "settings" ? settingsPage : name === "hanging" ? hangsHere : boardPage).create() as Sheet).open();
     }
 
     /// The board without a page over it.
@@ -81,6 +81,19 @@ Window {
     }
 
     OnDemand {
+        id: hangsHere
+
+        sourceComponent: HangsHere {}
+        properties: ({
+                view: window.view,
+                settings: window.settings,
+                desktop: window.desktop
+            })
+        isWanted: window.desktop.isToBeTold && window.view.face.isOnBoard && !window.view.face.needsPerson
+        onClosed: page.giveKeysBack()
+    }
+
+    OnDemand {
         sourceComponent: InviteQuestion {}
         properties: ({
                 view: window.view
@@ -109,7 +122,7 @@ Window {
                 music: window.music,
                 place: window.place,
                 screens: window.screens,
-                hangsBehindIcons: window.hangsBehindIcons
+                desktop: window.desktop
             })
         onClosed: page.giveKeysBack()
     }

@@ -11,10 +11,14 @@ Window {
     required property BoardScene scene
     required property SettingsView settings
     property bool isPaused: false
+    /// A picture is taken of it: nothing springs, turns or rains.
+    property bool isStill: false
+    /// What hangs is to be seen without the board's paper.
+    property bool isOverOwn: false
     property alias weatherMoves: board.weatherMoves
 
     title: qsTr("lumaro · desktop")
-    color: Theme.color.room
+    color: isOverOwn ? "transparent" : Theme.color.room
 
     DesktopScene {
         id: desktop
@@ -32,8 +36,9 @@ Window {
         isThreadTied: desktop.isThreadTied
         isFilling: true
         isRead: false
-        isPaused: window.isPaused
-        weatherMoves: window.settings.weatherMoves
+        hasPaper: !window.isOverOwn
+        isPaused: window.isPaused || window.isStill
+        weatherMoves: window.settings.weatherMoves && !window.isStill
         onDensityChanged: window.scene.wantPixels(density)
     }
 

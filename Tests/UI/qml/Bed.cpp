@@ -81,6 +81,8 @@ void Bed::build() {
     // Pages let go of what there was when they hear of the new; then it goes, the application last.
     const auto app = std::move(app_);
     const auto settings = std::move(settings_);
+    const auto desktop = std::move(desktop_);
+    const auto boards = std::move(boards_);
     const auto music = std::move(music_);
     const auto speech = std::move(speech_);
     const auto view = std::move(view_);
@@ -92,6 +94,14 @@ void Bed::build() {
     view_ = std::make_unique<AppView>(AppView::Setup{QStringLiteral("/profile"), QStringLiteral("1"), {}}, *app_->app,
                                       app_->clock, app_->sleeper);
     settings_ = std::make_unique<SettingsView>(app_->defaults, app_->loginItem);
+    app_->defaults.setBoolean("toldOfDesktop", true);
+    boards_ = std::make_unique<DesktopBoards>(app_->defaults, [](QScreen&) { return nullptr; });
+    desktop_ = std::make_unique<DesktopView>(DesktopView::Setup{"/profile/wallpaper", "GNOME"},
+                                             DesktopView::Ports{*boards_,
+                                                                app_->defaults,
+                                                                {app_->sleeper, app_->clock, app_->log, app_->files,
+                                                                 app_->background, wallpaperDoor_, painter_}});
+    desktop_->setEnabled(true);
     music_ = std::make_unique<MusicView>(*app_->app);
     scene_ = std::make_unique<BoardScene>(BoardScene::Ports{*app_->app, app_->clock, app_->sleeper, app_->background});
     place_ = std::make_unique<PlaceView>(PlaceView::Ports{*app_->app, *scene_, towns_});
@@ -301,6 +311,18 @@ QVariantMap Bed::item(const QString& itemId) const {
     const auto* const found = app_->app->board().find(idOf(itemId));
     if (found == nullptr) return {};
     return QJsonDocument::fromJson(QByteArray::fromStdString(*Wire::encode(*found))).object().toVariantMap();
+}
+
+bool Bed::hangsAsWallpaper() {
+    app_->background.runAll();
+    painter_.finish();
+    app_->background.runAll();
+    return isBoardPicture(wallpaperDoor_.settings);
+}
+
+void Bed::forgetTelling() {
+    app_->defaults.remove("toldOfDesktop");
+    Q_EMIT desktop_->changed();
 }
 
 QStringList Bed::items() const {

@@ -5,11 +5,13 @@
 #include "Lumaro/UI/AppView.h"
 #include "Lumaro/UI/Board/BoardScene.h"
 #include "Lumaro/UI/Board/PartnerSpeech.h"
+#include "Lumaro/UI/DesktopView.h"
 #include "Lumaro/UI/Editor/EditorView.h"
 #include "Lumaro/UI/Editor/PictureExchange.h"
 #include "Lumaro/UI/MusicView.h"
 #include "Lumaro/UI/PlaceView.h"
 #include "Lumaro/UI/SettingsView.h"
+#include "Tests/Fakes/FakeWallpaper.h"
 #include "Tests/Model/AppFixture.h"
 #include "Tests/UI/qml/PseudoLanguage.h"
 
@@ -29,6 +31,7 @@ class Bed final : public QObject {
     Q_OBJECT
     Q_PROPERTY(lumaro::AppView* view READ view NOTIFY made)
     Q_PROPERTY(lumaro::SettingsView* settings READ settings NOTIFY made)
+    Q_PROPERTY(lumaro::DesktopView* desktop READ desktop NOTIFY made)
     Q_PROPERTY(lumaro::MusicView* music READ music NOTIFY made)
     Q_PROPERTY(lumaro::PlaceView* place READ place NOTIFY made)
     Q_PROPERTY(lumaro::PartnerSpeech* speech READ speech NOTIFY made)
@@ -43,6 +46,7 @@ public:
 
     AppView* view() const { return view_.get(); }
     SettingsView* settings() const { return settings_.get(); }
+    DesktopView* desktop() const { return desktop_.get(); }
     MusicView* music() const { return music_.get(); }
     PlaceView* place() const { return place_.get(); }
     PartnerSpeech* speech() const { return speech_.get(); }
@@ -81,6 +85,10 @@ public:
     Q_INVOKABLE void makeOnBoard();
     /// The partner writes that item, as the wire has it; what it does not name is as usual. Its id.
     Q_INVOKABLE QString hang(QVariantMap item);
+    /// Nobody has told this person yet that the board hangs on the desktop.
+    Q_INVOKABLE void forgetTelling();
+    /// The desktop has a picture of the board.
+    Q_INVOKABLE bool hangsAsWallpaper();
     /// The partner listens to that now.
     Q_INVOKABLE void partnerPlays(const QString& title, const QString& artist);
     /// What the computer answers when it is asked where it is: "denied", "restricted", or that it is in Lisbon.
@@ -156,6 +164,10 @@ private:
     std::unique_ptr<AppFixture> app_;
     std::unique_ptr<AppView> view_;
     std::unique_ptr<SettingsView> settings_;
+    FakeWallpaperDoor wallpaperDoor_;
+    FakeBoardPainter painter_;
+    std::unique_ptr<DesktopBoards> boards_;
+    std::unique_ptr<DesktopView> desktop_;
     std::unique_ptr<MusicView> music_;
     std::unique_ptr<BoardScene> scene_;
     std::unique_ptr<PlaceView> place_;

@@ -28,7 +28,7 @@ Item {
             place: Bed.place
             speech: Bed.speech
             screens: screenList
-            hangsBehindIcons: false
+            desktop: Bed.desktop
         }
     }
     ListModel {
@@ -137,6 +137,11 @@ Item {
 
         function test_everyTextIsTranslatedAndHasRoom_data() {
             const pages = {
+                hangsHere: [4, () => {
+                        Bed.makeOnBoard();
+                        Bed.forgetTelling();
+                        open();
+                    }],
                 welcome: [2, () => {
                         Bed.make();
                         open();

@@ -26,7 +26,7 @@ Item {
             settings: Bed.settings
             music: Bed.music
             place: Bed.place
-            hangsBehindIcons: false
+            desktop: Bed.desktop
             screens: screenList
         }
     }
@@ -132,6 +132,23 @@ Item {
             comeTo(data.control);
             keyClick(Qt.Key_Space);
             compare(Bed.settings[data.tag], !before);
+            sheet.close();
+        }
+
+        function test_theBoardIsTheWallpaperWhenItIsWishedAndNoLonger() {
+            Bed.make();
+            const sheet = open(settingsPage);
+            for (const [control, setting] of [["as the wallpaper", "isPicture"], ["over my own picture", "isOverOwn"]]) {
+                verify(!Bed.desktop[setting]);
+                comeTo(control);
+                keyClick(Qt.Key_Space);
+                verify(Bed.desktop[setting]);
+            }
+            compare(Bed.desktop.words, "as the wallpaper, behind the icons.");
+            verify(Bed.hangsAsWallpaper());
+            comeTo("as the wallpaper");
+            keyClick(Qt.Key_Space);
+            verify(!Bed.desktop.isPicture && !Bed.hangsAsWallpaper());
             sheet.close();
         }
 

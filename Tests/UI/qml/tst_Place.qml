@@ -21,7 +21,7 @@ Item {
             music: Bed.music
             place: Bed.place
             screens: []
-            hangsBehindIcons: false
+            desktop: Bed.desktop
         }
     }
 

@@ -24,7 +24,7 @@ Item {
             place: Bed.place
             speech: Bed.speech
             screens: []
-            hangsBehindIcons: false
+            desktop: Bed.desktop
         }
     }
 
@@ -96,6 +96,23 @@ Item {
             data.lay();
             wait(0);
             hear(data.least);
+        }
+        function test_thatItHangsAndOpensAtLoginIsToldOnceAndUndoneThere() {
+            Bed.makeOnBoard();
+            Bed.forgetTelling();
+            verify(Bed.settings.opensAtLogin && Bed.view.face.showsOnDesktop);
+            open();
+            tryVerify(() => focused() === "all right");
+            hear(3);
+            comeTo("it hangs on your desktop");
+            keyClick(Qt.Key_Space);
+            comeTo("it opens when you log in");
+            keyClick(Qt.Key_Space);
+            verify(!Bed.settings.opensAtLogin && !Bed.view.face.showsOnDesktop);
+            comeTo("all right");
+            keyClick(Qt.Key_Return);
+            tryVerify(() => focused() === "the board");
+            verify(!Bed.desktop.isToBeTold);
         }
         function test_firstRunLiesOverTheBoardUntilThereIsOne() {
             Bed.make();
