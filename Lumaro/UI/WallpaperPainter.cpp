@@ -9,6 +9,7 @@
 #include <QtGui/QImageReader>
 #include <QtGui/QPainter>
 #include <QtGui/QScreen>
+#include <QtQuick/QQuickItem>
 #include <QtQuick/QQuickWindow>
 
 #include <utility>
@@ -133,6 +134,8 @@ bool WallpaperPainter::makeReady(bool isOverOwn) {
         window->setScreen(screen);
         window->setGeometry(screen->geometry());
         if (window->handle() == nullptr) window->create();
+        // No window system tells a window that is not shown how large it is.
+        window->contentItem()->setSize(QSizeF{screen->size()});
     }
     return isAnyNew;
 }

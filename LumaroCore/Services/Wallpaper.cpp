@@ -113,6 +113,18 @@ std::string unescaped(std::string_view text) {
     return out;
 }
 
+bool isMarked(const std::optional<std::string>& value) {
+    return value && value->contains(boardPictureMark);
+}
+
+/// The setting of how the picture lies that the setting `name` names; empty where there is none of its own.
+std::string wayOf(std::string_view name) {
+    if (name == "picture-uri" || name == "picture-filename") return "picture-options";
+    if (name == "wallpaper") return "wallpaper_mode";
+    if (!name.ends_with(lastImage)) return {};
+    return std::string{name.substr(0, name.size() - lastImage.size())}.append(imageStyle);
+}
+
 } // namespace
 
 std::optional<WallpaperDesk> wallpaperDeskOf(std::string_view session, std::string_view iconProgram) {
@@ -161,18 +173,27 @@ WallpaperSettings settingsFor(WallpaperDesk desk, const WallpaperSettings& now,
 }
 
 bool isBoardPicture(const WallpaperSettings& settings) {
-    return std::ranges::any_of(
-        settings, [](const auto& setting) { return setting.second && setting.second->contains(boardPictureMark); });
+    return std::ranges::any_of(settings, [](const auto& setting) { return isMarked(setting.second); });
+}
+
+bool hasMadeWay(const WallpaperSettings& set, const WallpaperSettings& now) {
+    return std::ranges::any_of(set, [&](const auto& setting) {
+        const auto found = now.find(setting.first);
+        return isMarked(setting.second) && (found == now.end() || !isMarked(found->second));
+    });
 }
 
 WallpaperSettings settingsBack(const WallpaperSettings& own, const WallpaperSettings& now) {
-    auto back = own;
+    WallpaperSettings back;
+    const auto giveBack = [&](const std::string& name) {
+        const auto found = own.find(name);
+        back[name] = found == own.end() ? std::nullopt : found->second;
+    };
     for (const auto& [name, value] : now) {
-        if (own.contains(name) || !value || !value->contains(boardPictureMark)) continue;
-        // A place that was not set at all before the board hung there.
-        back[name] = std::nullopt;
-        if (!name.ends_with(lastImage)) continue;
-        back.try_emplace(name.substr(0, name.size() - lastImage.size()).append(imageStyle), std::nullopt);
+        if (!isMarked(value)) continue;
+        giveBack(name);
+        // How the picture lies goes with it.
+        if (const auto how = wayOf(name); !how.empty()) giveBack(how);
     }
     return back;
 }

@@ -50,7 +50,10 @@ constexpr std::string_view boardPictureMark = "lumaro-board-";
 /// Whether the wallpaper is a picture of the board.
 bool isBoardPicture(const WallpaperSettings& settings);
 
-/// What is to be set so that `own` is the wallpaper again, where `now` is set.
+/// Whether somebody has chosen another picture where the board was `set`, anywhere.
+bool hasMadeWay(const WallpaperSettings& set, const WallpaperSettings& now);
+
+/// What is to be set so that `own` is the wallpaper again wherever `now` has the board.
 WallpaperSettings settingsBack(const WallpaperSettings& own, const WallpaperSettings& now);
 
 /// The file of the picture on that screen; empty where there is none that a file holds.

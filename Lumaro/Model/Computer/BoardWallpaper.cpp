@@ -55,7 +55,6 @@ void removeOld(FileSystem& files, const std::string& folder, std::size_t screens
 
 struct BoardWallpaper::Begun {
     WallpaperSettings own;
-    bool hasHung = false; ///< before a crash
 };
 
 BoardWallpaper::BoardWallpaper(std::string folder, Ports ports, std::function<void()> changed)
@@ -71,8 +70,8 @@ std::expected<void, std::string> BoardWallpaper::giveBack(FileSystem& files, Wal
     const auto now = door.read((*kept)->desk);
     if (!now) return std::unexpected(now.error());
     // Unless the person has chosen another since.
-    if (isBoardPicture(*now)) {
-        const auto back = settingsBack((*kept)->settings, *now);
+    const auto back = settingsBack((*kept)->settings, *now);
+    if (!back.empty()) {
         if (auto written = door.write((*kept)->desk, back); !written) return written;
     }
     return forget(files, folder);
@@ -100,12 +99,12 @@ void BoardWallpaper::hang(WallpaperDesk desk, bool isOverOwn) {
             if (!now) return std::unexpected(now.error());
             auto kept = readKept(files, folder);
             const bool isOurs = isBoardPicture(*now);
-            if (isOurs && kept && *kept && (*kept)->desk == desk) return Begun{(*kept)->settings, true};
+            if (isOurs && kept && *kept && (*kept)->desk == desk) return Begun{(*kept)->settings};
             if (isOurs) return std::unexpected("a board hangs there, and it is not known what was there before it");
             if (auto made = replaceFile(files, folder, ownName, written({desk, *now})); !made) {
                 return std::unexpected(wordsOf(made.error()));
             }
-            return Begun{std::move(*now), false};
+            return Begun{std::move(*now)};
         },
         [this](std::expected<Begun, std::string> begun) { took(std::move(begun)); });
 }
@@ -113,7 +112,7 @@ void BoardWallpaper::hang(WallpaperDesk desk, bool isOverOwn) {
 void BoardWallpaper::took(std::expected<Begun, std::string> begun) {
     if (!begun) return end(State::failed, begun.error());
     own_ = std::move(begun->own);
-    hasHung_ = begun->hasHung;
+    set_.clear();
     isStale_ = true;
     paint();
 }
@@ -137,30 +136,31 @@ void BoardWallpaper::paint() {
 
 void BoardWallpaper::painted(std::expected<std::vector<BoardPicture>, std::string> pictures) {
     if (!pictures) return end(State::failed, pictures.error());
-    enum class Outcome : std::uint8_t { shown, otherWallpaper };
+    // What is set for the board then; none where somebody chose another wallpaper.
+    using Set = std::expected<std::optional<WallpaperSettings>, std::string>;
     task_ = inBackground(
         ports_.background,
-        [&files = ports_.files, &door = ports_.door, folder = folder_, desk = desk_, own = *own_, hasHung = hasHung_,
-         pictures = std::move(*pictures)]() -> std::expected<Outcome, std::string> {
+        [&files = ports_.files, &door = ports_.door, folder = folder_, desk = desk_, own = *own_, before = set_,
+         pictures = std::move(*pictures)]() -> Set {
             const auto now = door.read(desk);
             if (!now) return std::unexpected(now.error());
-            if (!isBoardPicture(*now) && hasHung) return Outcome::otherWallpaper;
+            if (hasMadeWay(before, *now)) return std::nullopt;
+            // Another one than a moment ago, and no board yet.
             if (!isBoardPicture(*now) && *now != own) {
                 if (auto made = replaceFile(files, folder, ownName, written({desk, *now})); !made) {
                     return std::unexpected(wordsOf(made.error()));
                 }
             }
-            if (const auto set = door.write(desk, settingsFor(desk, *now, pictures)); !set) {
-                return std::unexpected(set.error());
-            }
+            auto wanted = settingsFor(desk, *now, pictures);
+            if (const auto done = door.write(desk, wanted); !done) return std::unexpected(done.error());
             removeOld(files, folder, pictures.size());
-            return Outcome::shown;
+            return wanted;
         },
-        [this](std::expected<Outcome, std::string> outcome) {
+        [this](Set done) {
             isPainting_ = false;
-            if (!outcome) return end(State::failed, outcome.error());
-            if (*outcome == Outcome::otherWallpaper) return end(State::madeWay, "");
-            hasHung_ = true;
+            if (!done) return end(State::failed, done.error());
+            if (!*done) return end(State::madeWay, "");
+            set_ = std::move(**done);
             pause_ = ports_.sleeper.wait(pause, [this] {
                 pause_ = nullptr;
                 paint();

@@ -103,7 +103,7 @@ private:
     State state_ = State::off;
     WallpaperDesk desk_ = WallpaperDesk::gnome;
     std::optional<WallpaperSettings> own_; ///< once it is kept
-    bool hasHung_ = false;
+    WallpaperSettings set_;                ///< last, for the board
     bool isOverOwn_ = false;
     bool isAsleep_ = false;
     bool isStale_ = false;
