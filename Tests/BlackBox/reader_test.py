@@ -48,7 +48,7 @@ class Evening:
         until("the note over there", lambda: self.bo.item("buy oranges"))
         self.ana.keys("Escape")
         self.reader.hears(lambda: self.ana.keys("Tab"), "note from you, pinned today", "buy oranges")
-        self.ana.keys("k")
+        self.reader.hears(lambda: self.ana.keys("k"), "kept up")
         until("it is kept", lambda: "expiresAt" not in self.bo.item("buy oranges")["payload"])
 
     def the_partners_deeds_are_told(self):

@@ -152,6 +152,8 @@ TEST_F(NetworkVerbs, KeepEditsForLaterWhereTheRoomIsOutOfReach) {
     pair();
     const auto note = run({"put", "note", "buy oranges", "--keep", "--paper", "sky", "--at", "10,20"});
     EXPECT_EQ(note.err, queued);
+    for (const char* line : {"put note x --paper velvet", "put note x --pin nail"})
+        EXPECT_EQ(run(wordsOf(line)).status, 64) << line;
     for (const char* line : {"put countdown Lisbon --to 2026-06-01Z", "put pomodoro --minutes 50 --start",
                              "put location", "background lilac"}) {
         EXPECT_EQ(run(wordsOf(line)).err, queued) << line;

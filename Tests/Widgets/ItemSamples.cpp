@@ -86,7 +86,7 @@ Sheet looks() {
         "שלום\nسلام\nпривет",
         "the family 👩‍👩‍👧, the flag 🏳️‍🌈, and number 1️⃣ of all ❤️‍🔥 in space "
         "🧑🏽‍🚀",
-        "hi",
+        "你好、早安\n안녕 おはよう",
         "see https://lumaro.app/for/us, then call me"};
     std::size_t at = 0;
     for (const auto pin : notePins) {

@@ -13,6 +13,8 @@ FocusScope {
     required property PictureExchange pictures
     /// The selected item says that something is to be fixed: a click is enough.
     property bool isFixOffered: false
+    /// Where what is selected lies, for what is opened by a key.
+    property rect frame
     readonly property alias isDragging: pointer.isDragging
     readonly property bool isLassoing: pointer.drag === BoardPointer.Lasso
 
@@ -22,6 +24,8 @@ FocusScope {
     signal captionWanted
     /// One's own music is to be shared, or no longer.
     signal sharingWanted
+    /// The same of one's hours.
+    signal hoursWanted
     signal noteWanted
     /// The selected note is to be read large; a link in it is to be opened.
     signal readWanted
@@ -126,7 +130,7 @@ FocusScope {
                 linkWanted();
             return true;
         case Qt.Key_K:
-            editor.setKept(!editor.selected.isKept);
+            toggle("isKept", kept => editor.setKept(kept), qsTr("kept up"), qsTr("comes down after a day"));
             return true;
         case Qt.Key_F:
             editor.bringToFront();
@@ -135,16 +139,24 @@ FocusScope {
             editor.putToBack();
             return true;
         case Qt.Key_L:
-            editor.setLocked(!editor.selected.isLocked);
+            toggle("isLocked", locked => editor.setLocked(locked), qsTr("locked"), qsTr("unlocked"));
             return true;
         case Qt.Key_H:
             editor.giveHeart();
             return true;
         case Qt.Key_Menu:
-            menuWanted(Qt.point(width / 2, height / 2));
+            menuWanted(Qt.point(frame.x + frame.width / 2, frame.y + frame.height / 2));
             return true;
         }
         return false;
+    }
+
+    // The item's name says how it is now, but not by itself while a screen reader is with it.
+    function toggle(name: string, set: var, whenSet: string, whenNot: string): void {
+        const was = editor.selected[name];
+        set(!was);
+        if (editor.selected[name] !== was)
+            spoken.say(was ? whenNot : whenSet);
     }
 
     function command(key: int, isShift: bool): bool {
@@ -171,6 +183,10 @@ FocusScope {
             return true;
         }
         return false;
+    }
+
+    SpokenLine {
+        id: spoken
     }
 
     BoardPointer {

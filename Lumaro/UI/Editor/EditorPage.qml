@@ -98,10 +98,12 @@ FocusScope {
         editor: page.editor
         pictures: page.pictures
         isFixOffered: page.editor.selected.isOwnPlace && page.place.isOff
+        frame: selection.flat
         onMenuWanted: place => (menu.create() as ItemMenu).popup(place.x, place.y)
         onEditWanted: sheets.editSelected()
         onCaptionWanted: sheets.editCaption()
         onSharingWanted: sheets.changeSharing()
+        onHoursWanted: sheets.shareHours()
         onNoteWanted: page.editor.beginNote()
         onReadWanted: sheets.readNote()
         onLinkWanted: sheets.openLinks()

@@ -148,6 +148,11 @@ T.Menu {
         onTriggered: menu.hands.sharingWanted()
     }
     MenuEntry {
+        visible: menu.item.kind === "timezones" && !menu.place.areHoursKnown
+        text: qsTr("let them see your hours")
+        onTriggered: menu.hands.hoursWanted()
+    }
+    MenuEntry {
         visible: menu.item.kind === "location"
         text: menu.item.isOwnPlace ? menu.place.offer : qsTr("where they are")
         hint: qsTr("Enter")

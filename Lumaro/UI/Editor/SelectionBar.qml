@@ -64,7 +64,7 @@ Rectangle {
 
         anchors.horizontalCenter: parent.horizontalCenter
         scene: bar.scene
-        itemId: bar.item.itemId
+        itemId: bar.item.count === 1 ? bar.item.itemId : ""
     }
 
     TrackLines {
