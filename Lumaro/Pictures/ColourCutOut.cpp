@@ -269,8 +269,8 @@ QImage ColourCutOut::sticker() const {
         cv::Rect{kept.x - trimMargin, kept.y - trimMargin, kept.width + 2 * trimMargin, kept.height + 2 * trimMargin} &
         cv::Rect{{0, 0}, work_.now.soft.size()};
     const double scale = work_.scale;
-    const QRect place = QRectF{kept.x / scale, kept.y / scale, kept.width / scale, kept.height / scale}.toRect() &
-                        work_.picture.rect();
+    const QRect place =
+        QRectF{kept.x / scale, kept.y / scale, kept.width / scale, kept.height / scale}.toRect() & work_.picture.rect();
     const QImage piece = fitted(work_.picture.copy(place), CutOut::stickerSide);
     if (work_.isCutAlready) return piece.convertToFormat(QImage::Format_ARGB32_Premultiplied);
     cv::Mat alpha;

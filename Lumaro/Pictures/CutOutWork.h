@@ -5,8 +5,8 @@
 
 namespace lumaro {
 
-/// What `CutOut` does, as the module that is loaded for it has it: the library that knows pictures' colours is large, and
-/// few starts of the program need it. The calls are those of `CutOut`.
+/// What `CutOut` does, as the module that is loaded for it has it: the library that knows pictures' colours is large,
+/// and few starts of the program need it. The calls are those of `CutOut`.
 class CutOutWork {
 public:
     CutOutWork() = default;

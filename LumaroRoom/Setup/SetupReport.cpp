@@ -95,7 +95,8 @@ struct Judge {
     SetupReport report;
 
     void found(SetupFault fault, std::string sentence, std::string remedy) {
-        report.findings.push_back({fault, onOneLine(std::string_view{sentence}.substr(0, longestSentence)), onOneLine(remedy)});
+        report.findings.push_back(
+            {fault, onOneLine(std::string_view{sentence}.substr(0, longestSentence)), onOneLine(remedy)});
     }
 
     // Whether there is a room to say more of.
@@ -161,7 +162,8 @@ void Judge::judgeOtherServer() {
 bool Judge::reachesRoom() {
     if (!reachesServer()) return false;
     if (!sight.plain) {
-        found(SetupFault::notReachable, "the server takes the connection and does not answer (" + sight.plain.error() + ").",
+        found(SetupFault::notReachable,
+              "the server takes the connection and does not answer (" + sight.plain.error() + ").",
               "look at the log of the proxy; an http URL on a port for https looks like this, too.");
         return false;
     }
@@ -197,7 +199,8 @@ void Judge::judgePublicURL() {
         return;
     }
     found(SetupFault::wrongPublicURL, "its invites begin with " + *link + ", where you asked for " + wanted + ".",
-          "set LUMARO_ROOM_PUBLIC_URL=" + wanted + " in /etc/lumaro-room.conf and start the room again, or use that URL.");
+          "set LUMARO_ROOM_PUBLIC_URL=" + wanted +
+              " in /etc/lumaro-room.conf and start the room again, or use that URL.");
 }
 
 void Judge::judgeClock() {

@@ -63,7 +63,7 @@ struct SetupReport {
         std::string sentence; ///< what is wrong
         std::string remedy;   ///< what to do
     };
-    std::vector<Finding> findings;    ///< the first one is that which a device meets first
+    std::vector<Finding> findings;      ///< the first one is that which a device meets first
     std::vector<std::string> goodSigns; ///< what was found to be right
     std::vector<std::string> remarks;   ///< what could not be told, or is no fault of the setup
 

@@ -24,8 +24,8 @@ int main(int argc, char** argv) {
         QPainter painter{&icon};
         picture.render(&painter);
         painter.end();
-        const auto file = QString::fromLocal8Bit(arguments[2]) + QLatin1Char{'/'} + QString::number(size) +
-                          QStringLiteral(".png");
+        const auto file =
+            QString::fromLocal8Bit(arguments[2]) + QLatin1Char{'/'} + QString::number(size) + QStringLiteral(".png");
         if (!picture.isValid() || !icon.save(file)) {
             std::cerr << "draw-icons: " << file.toStdString() << " cannot be drawn\n";
             return EXIT_FAILURE;
