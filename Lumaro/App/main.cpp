@@ -26,6 +26,7 @@ namespace {
 struct Arguments {
     bool isHeadless = false;
     bool isHidden = false;
+    bool isQuickNote = false;
     bool isVerbose = false;
     std::string profile;
     std::string server;
@@ -62,8 +63,10 @@ int serve(AppModel& app, Desktop& desktop, QtLoop& loop, const std::string& prof
     });
     loop.onTermination([&] { loop.quit(); });
     // The board under one's hands is drawn before the desktop's, which takes longer.
-    if (windows && !(arguments.isHidden && app.state().showsBoardOnDesktop)) windows->openBoard();
+    const bool isInTheBackground = arguments.isHidden || arguments.isQuickNote;
+    if (windows && !(isInTheBackground && app.state().showsBoardOnDesktop)) windows->openBoard();
     app.start();
+    if (arguments.isQuickNote) app.requestQuickNote(std::nullopt);
     if (const auto link = linkOf(arguments)) app.pairing().joinByLink(*link);
     loop.run();
     app.onNews(nullptr);
@@ -131,6 +134,7 @@ int run(const Arguments& arguments) {
     }
     const auto lock = FolderLock::take(profile + "/app.lock");
     if (!lock) {
+        if (arguments.isQuickNote && handOverQuickNote(profile)) return EXIT_SUCCESS;
         if (!arguments.isHeadless && handOver(profile, linkOf(arguments))) return EXIT_SUCCESS;
         return fail("another one has this profile");
     }
@@ -154,6 +158,7 @@ int main(int argc, char** argv) {
     app.set_version_flag("--version", LUMARO_VERSION);
     app.add_flag("--headless", arguments.isHeadless, "run the session without a window");
     app.add_flag("--hidden", arguments.isHidden, "hang on the desktop, and open no window");
+    app.add_flag("--quick-note", arguments.isQuickNote, "open the composer of a quick note")->excludes("--headless");
     app.add_flag("--verbose", arguments.isVerbose, "log everything");
     app.add_option("--profile", arguments.profile, "the folder of this person's files")->type_name("DIR");
     app.add_option("--server", arguments.server, "the board's server, from now on")->type_name("URL");
