@@ -45,8 +45,7 @@ private:
 };
 
 std::unique_ptr<CutOutWork> workOn(QImage picture) {
-    static auto* const make =
-        reinterpret_cast<MakeCutOutWork*>(functionOfModule("lumaro-cutout", makeCutOutWorkName));
+    static auto* const make = reinterpret_cast<MakeCutOutWork*>(functionOfModule("lumaro-cutout", makeCutOutWorkName));
     if (make != nullptr) return std::unique_ptr<CutOutWork>{make(picture)};
     return std::make_unique<WholePicture>(std::move(picture));
 }
