@@ -30,6 +30,11 @@ add_compile_options(-Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wswitch -Wno
 if(NOT CMAKE_BUILD_TYPE STREQUAL "Release")
     add_compile_options(-Werror)
 endif()
+# What is passed on names no folder of whoever built it, and is the same from any.
+option(LUMARO_WITHOUT_PATHS "Leave the folder of the sources out of what is built" OFF)
+if(LUMARO_WITHOUT_PATHS)
+    add_compile_options("-fmacro-prefix-map=${PROJECT_SOURCE_DIR}/=")
+endif()
 # Both devices and the room must reach the same doubles: no fused multiply-add where the source has none.
 add_compile_options(-ffp-contract=off)
 # g++ 12 alone: it calls the helper of a fold over no alternatives unused, takes a pointer to a place on the stack that is reset

@@ -4,6 +4,7 @@
 #include "LumaroRoom/Server/LineLog.h"
 #include "LumaroRoom/Server/Server.h"
 #include "LumaroRoom/Server/SystemRandomSource.h"
+#include "LumaroRoom/Setup/SetupProbe.h"
 #include "LumaroRoom/Sqlite/DatabaseFiles.h"
 #include "LumaroRoom/Sqlite/Maintenance.h"
 #include "LumaroRoom/Sqlite/SqliteStore.h"
@@ -80,6 +81,14 @@ int check(const CheckCommand& command) {
     return report->isSound() ? 0 : failed;
 }
 
+int checkSetup(const CheckSetupCommand& command) {
+    static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
+    SystemClock clock;
+    const auto report = judge(lookAt(command.url, clock));
+    std::cout << report.text();
+    return report.exitStatus();
+}
+
 } // namespace
 } // namespace lumaro
 
@@ -99,6 +108,7 @@ int main(int argc, char** argv) {
                               return ended(Maintenance::restore(restore.file, restore.databasePath), "restore");
                           },
                           [](const CheckCommand& asked) { return check(asked); },
+                          [](const CheckSetupCommand& asked) { return checkSetup(asked); },
                           [](const HelpCommand& help) {
                               std::cout << help.text << '\n';
                               return 0;

@@ -14,10 +14,8 @@ namespace {
 
 constexpr Seconds patience{5};
 
-} // namespace
-
-bool handOver(const std::string& profile, const std::optional<std::string>& link) {
-    const auto line = Wire::encode(BoardRequest{.verb = {BoardRequest::Open{link}}, .wait = 0});
+bool handOverRequest(const std::string& profile, const BoardRequest& request) {
+    const auto line = Wire::encode(request);
     if (!line) return false;
     QEventLoop loop;
     bool isTaken = false;
@@ -30,6 +28,16 @@ bool handOver(const std::string& profile, const std::optional<std::string>& link
                                }};
     loop.exec();
     return isTaken;
+}
+
+} // namespace
+
+bool handOver(const std::string& profile, const std::optional<std::string>& link) {
+    return handOverRequest(profile, BoardRequest{.verb = {BoardRequest::Open{link}}, .wait = 0});
+}
+
+bool handOverQuickNote(const std::string& profile) {
+    return handOverRequest(profile, BoardRequest{.verb = {BoardRequest::QuickNote{}}, .wait = 0});
 }
 
 } // namespace lumaro

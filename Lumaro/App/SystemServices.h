@@ -6,8 +6,10 @@
 #include "LumaroCore/Outbox/FileSystem.h"
 #include "LumaroCore/Services/ContactCard.h"
 #include "LumaroCore/Services/DownloadOrigin.h"
+#include "LumaroCore/Services/HomeRoom.h"
 #include "LumaroCore/Services/LoginItem.h"
 #include "LumaroCore/Services/NotificationCenter.h"
+#include "LumaroCore/Services/RoomsNearby.h"
 #include "LumaroCore/Services/SecretStore.h"
 #include "LumaroCore/Services/SoundPlayer.h"
 #include "LumaroCore/Services/SystemSignals.h"
@@ -61,6 +63,8 @@ public:
     virtual WallpaperDoor& wallpaperDoor() = 0;
     /// What the desktop calls itself; empty when it does not.
     virtual std::string sessionName() = 0;
+    virtual HomeRoom& homeRoom() = 0;
+    virtual RoomsNearby& roomsNearby() = 0;
 
     /// Makes this program the one that opens the person's "lumaro:" links. The error is for the log.
     [[nodiscard]] virtual std::expected<void, std::string> claimLinks() = 0;

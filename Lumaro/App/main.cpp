@@ -4,6 +4,7 @@
 #include "Lumaro/App/HandOver.h"
 #include "Lumaro/Windows/Windows.h"
 #include "LumaroControl/ProfileSocket.h"
+#include "LumaroCore/Protocol/ServerAddress.h"
 #include "Platform/Posix/FolderLock.h"
 #include "Platform/Qt/QtLoop.h"
 
@@ -27,6 +28,7 @@ namespace {
 struct Arguments {
     bool isHeadless = false;
     bool isHidden = false;
+    bool isQuickNote = false;
     bool isVerbose = false;
     bool isPuttingBack = false;
     std::string profile;
@@ -64,8 +66,10 @@ int serve(AppModel& app, Desktop& desktop, QtLoop& loop, const std::string& prof
     });
     loop.onTermination([&] { loop.quit(); });
     // The board under one's hands is drawn before the desktop's, which takes longer.
-    if (windows && !(arguments.isHidden && app.state().showsBoardOnDesktop)) windows->openBoard();
+    const bool isInTheBackground = arguments.isHidden || arguments.isQuickNote;
+    if (windows && !(isInTheBackground && app.state().showsBoardOnDesktop)) windows->openBoard();
     app.start();
+    if (arguments.isQuickNote) app.requestQuickNote(std::nullopt);
     if (const auto link = linkOf(arguments)) app.pairing().joinByLink(*link);
     loop.run();
     app.onNews(nullptr);
@@ -76,7 +80,7 @@ int serve(AppModel& app, Desktop& desktop, QtLoop& loop, const std::string& prof
 }
 
 AppModel::Setup setupOf(const std::string& profile, bool isDefault) {
-    AppModel::Setup setup{.profile = profile, .version = LUMARO_VERSION};
+    AppModel::Setup setup{.profile = profile, .version = LUMARO_VERSION, .defaultServerURL = LUMARO_DEFAULT_SERVER};
     // "de_CH": of the language and of the country.
     const auto country = QLocale::system().name().section(QLatin1Char{'_'}, 1, 1);
     if (country.size() == 2) setup.artwork.country = country.toStdString();
@@ -145,21 +149,24 @@ int run(const Arguments& arguments) {
     const bool isDefault = arguments.profile.empty();
     const auto folder = isDefault ? SystemServices::defaultProfile() : arguments.profile;
     const auto profile = std::filesystem::absolute(folder).string();
+    const auto server = ServerAddress::parse(arguments.server);
+    if (!arguments.server.empty() && !server) return fail("--server: " + std::string{textOf(server.error())});
     QtLoop loop;
     if (const auto made = PosixFileSystem{}.createDirectories(profile); !made) {
         return fail("the profile's folder cannot be made: " + made.error().message);
     }
     const auto lock = FolderLock::take(profile + "/app.lock");
     if (!lock) {
-        if (!arguments.isHeadless && !arguments.isPuttingBack && handOver(profile, linkOf(arguments)))
-            return EXIT_SUCCESS;
+        if (arguments.isQuickNote && handOverQuickNote(profile)) return EXIT_SUCCESS;
+        const bool opens = !arguments.isHeadless && !arguments.isPuttingBack;
+        if (opens && handOver(profile, linkOf(arguments))) return EXIT_SUCCESS;
         return fail("another one has this profile");
     }
     // Where the program lies, by whatever name it was called.
     const auto program = QCoreApplication::applicationFilePath().toStdString();
     Desktop desktop{{.profile = profile, .isDefaultProfile = isDefault, .program = program},
                     arguments.isVerbose ? LogLevel::debug : LogLevel::info};
-    if (!arguments.server.empty()) desktop.defaults.setString("serverURL", arguments.server);
+    if (server) desktop.defaults.setString("serverURL", server->url());
     if (!arguments.forecasts.empty()) desktop.defaults.setString(forecastsKey, arguments.forecasts);
     if (arguments.isPuttingBack) return putWallpaperBack(desktop, profile);
     if (arguments.isHeadless) return runHeadless(desktop, loop, profile, arguments);
@@ -178,6 +185,7 @@ int main(int argc, char** argv) {
     app.add_flag("--hidden", arguments.isHidden, "hang on the desktop, and open no window");
     app.add_flag("--put-wallpaper-back", arguments.isPuttingBack,
                  "give the desktop the person's own wallpaper back, and end");
+    app.add_flag("--quick-note", arguments.isQuickNote, "open the composer of a quick note")->excludes("--headless");
     app.add_flag("--verbose", arguments.isVerbose, "log everything");
     app.add_option("--profile", arguments.profile, "the folder of this person's files")->type_name("DIR");
     app.add_option("--server", arguments.server, "the board's server, from now on")->type_name("URL");

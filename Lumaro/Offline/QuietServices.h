@@ -145,6 +145,20 @@ public:
     }
 };
 
+/// This computer keeps no room, and knows of none nearby.
+class QuietHomeRoom final : public HomeRoom {
+public:
+    bool isInstalled() override { return false; }
+    void start(std::uint16_t, Started) override {}
+    void stop() override {}
+};
+
+class QuietNearby final : public RoomsNearby {
+public:
+    std::unique_ptr<Handle> announce(const std::string&, std::uint16_t) override { return std::make_unique<Handle>(); }
+    std::unique_ptr<Handle> browse(Heard) override { return std::make_unique<Handle>(); }
+};
+
 class QuietSignals final : public SystemSignals {
 public:
     std::unique_ptr<Listening> listen(SystemListener&) override { return std::make_unique<Listening>(); }

@@ -139,6 +139,11 @@ DemoBoard boardOf(Scene scene, Instant now) {
     return demo;
 }
 
+// A new person says where their board is to live.
+std::string serverOf(Scene scene) {
+    return scene == Scene::welcome ? "" : "https://board.example";
+}
+
 } // namespace
 
 Rehearsal::Rehearsal(Setup setup)
@@ -151,7 +156,8 @@ Rehearsal::Rehearsal(Setup setup)
                 .makeWindow = [this](QScreen&) { return windows_->makeDesktopWindow(); }}),
       desktop_({profile_ + "/wallpaper", {}},
                {boards_, defaults_, {sleeper_, clock_, log_, files_, background_, wallpaper_, painter_}}),
-      app_({.profile = profile_, .version = LUMARO_VERSION}, (settle(), ports())) {
+      app_({.profile = profile_, .version = LUMARO_VERSION, .defaultServerURL = serverOf(setup.scene)},
+           (settle(), ports())) {
     windows_ = std::make_unique<Windows>(
         AppView::Setup{.folder = qText(std::string_view{profile_}),
                        .version = QStringLiteral(LUMARO_VERSION),
@@ -192,6 +198,8 @@ AppModel::Ports Rehearsal::ports() {
             .positions = positions_,
             .geocoder = geocoder_,
             .zone = zone_,
+            .homeRoom = homeRoom_,
+            .nearby = nearby_,
             .wallpaper = desktop_};
 }
 

@@ -124,6 +124,8 @@ private:
     DesktopBoards boards_;
     WallpaperPainter painter_;
     DesktopView desktop_;
+    QuietHomeRoom homeRoom_;
+    QuietNearby nearby_;
     AppModel app_;
     std::unique_ptr<Windows> windows_;
     std::unique_ptr<Sleeper::Wait> cue_;

@@ -12,13 +12,16 @@
 
 namespace lumaro {
 
+class CutOutWork;
+
 /// Cuts what a picture is of, or what people point at, out of it. They look at the edge that was guessed, scribble
 /// where it is wrong, or draw a frame around what they mean instead. All places are in pixels of the picture.
 ///
 /// A picture that is transparent in places is cut along them, and nothing that people point at changes that.
 ///
 /// Pure: the same gestures cut the same edge. On a slow computer the first gesture takes a second and each further one
-/// a quarter of that, so this is used on any one thread at a time that may wait.
+/// a quarter of that, so this is used on any one thread at a time that may wait. The first one of a process also loads
+/// the module that does the work; where that is missing, all of a picture is kept, as if it had been cut before.
 class CutOut {
 public:
     enum class Scribble : std::uint8_t { keep, drop };
@@ -55,8 +58,7 @@ public:
     static constexpr int mostUndoable = 40;
 
 private:
-    struct Work;
-    std::unique_ptr<Work> work_;
+    std::unique_ptr<CutOutWork> work_;
 };
 
 } // namespace lumaro

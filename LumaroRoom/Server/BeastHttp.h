@@ -5,6 +5,7 @@
 // minute.
 
 #include "LumaroRoom/Server/Asio.h"
+#include "LumaroRoom/Server/HttpDate.h"
 #include "LumaroRoom/Server/ServerHttp.h"
 #include "LumaroRoom/Server/Shard.h"
 
@@ -32,8 +33,10 @@ struct UpgradeRequest {
     IpAddress client;
 };
 
-inline BeastResponse beastResponse(ServerResponse response, unsigned version, bool keepsAlive) {
+/// `now` is for "Date", which says when it was made (RFC 9110, 6.6.1).
+inline BeastResponse beastResponse(ServerResponse response, unsigned version, bool keepsAlive, Instant now) {
     BeastResponse written{static_cast<http::status>(response.status), version};
+    written.set(http::field::date, httpDate(now));
     for (const auto& header : response.headers) written.set(header.name, header.value);
     written.keep_alive(keepsAlive);
     written.body() = std::move(response.body);

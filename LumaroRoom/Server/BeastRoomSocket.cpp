@@ -140,7 +140,7 @@ Awaitable<bool> BeastRoomSocket<Next>::isAdmitted(const UpgradeRequest& upgrade)
 template <class Next>
 Awaitable<bool> BeastRoomSocket<Next>::refuse(const BeastRequest& request, ServerResponse response) {
     ++shard().figures().answers[static_cast<std::size_t>(response.status / 100)];
-    const auto written = beastResponse(std::move(response), request.version(), false);
+    const auto written = beastResponse(std::move(response), request.version(), false, shard().shared().clock.now());
     co_await http::async_write(ws_.next_layer().next_layer(), written, asTuple);
     error_code ignored;
     beast::get_lowest_layer(ws_).shutdown(Tcp::socket::shutdown_send, ignored);

@@ -2,7 +2,6 @@
 #include "LumaroRoom/Server/CommandLine.h"
 
 #include "LumaroCore/Support/OneLine.h"
-#include "LumaroRoom/Server/Url.h"
 
 #include <CLI/CLI.hpp>
 
@@ -81,6 +80,7 @@ struct Options {
     std::string certificate;
     std::string key;
     std::vector<std::string> proxies;
+    std::vector<std::string> onlyFrom;
     WindowKey windowKey;
     std::string logLevel = "info";
     std::string file;
@@ -117,6 +117,10 @@ void addPlaces(CLI::App& app, Options& options) {
         ->delimiter(',')
         ->check(checkRange)
         ->type_name("RANGE,...");
+    addOption(app, "--only-from", options.onlyFrom, "addresses and networks that may connect; all when left out")
+        ->delimiter(',')
+        ->check(checkRange)
+        ->type_name("RANGE,...");
     addOption(app, "--weather-upstream", options.config.weatherUpstream, "forecast service")
         ->check(checkUrl)
         ->type_name("URL")
@@ -133,10 +137,9 @@ void addPlaces(CLI::App& app, Options& options) {
 void addNumbers(CLI::App& app, Options& options) {
     auto& limits = options.config.limits;
     options.config.threads = defaultThreads();
-    addOption(app, "--threads", options.config.threads, "threads for rooms and connections")
+    addOption(app, "--threads", options.config.threads, "threads for rooms and connections; the cores, at most 4")
         ->check(CLI::Range(1, 64))
-        ->type_name("N")
-        ->capture_default_str();
+        ->type_name("N");
     addOption(app, "--messages-per-second", limits.messagesPerSecond, "what a socket may send for long")
         ->check(CLI::Range(1.0, 1e9))
         ->type_name("N")
@@ -170,6 +173,7 @@ std::expected<Command, std::string> serveCommand(Options& options) {
     if (!options.windowKey.page.empty()) config.windowKey = std::move(options.windowKey);
     for (const auto& range : options.proxies)
         config.trustedProxies.push_back(IpRange::parse(range).value_or(IpRange{}));
+    for (const auto& range : options.onlyFrom) config.onlyFrom.push_back(IpRange::parse(range).value_or(IpRange{}));
     config.logLevel = logLevels.at(options.logLevel);
     return ServeCommand{std::move(config)};
 }
@@ -180,6 +184,7 @@ std::expected<Command, std::string> parseCommandLine(std::span<char* const> argu
     CLI::App app{"The room where two people's devices meet, and the pairing service that brings them there.",
                  "lumaro-room"};
     app.footer("With no subcommand it serves until SIGTERM or SIGINT. lumaro-room(1) says more.");
+    app.set_version_flag("--version", "lumaro-room " LUMARO_VERSION, "print the version");
     Options options;
     addPlaces(app, options);
     addNumbers(app, options);
@@ -190,16 +195,22 @@ std::expected<Command, std::string> parseCommandLine(std::span<char* const> argu
     auto* restore = app.add_subcommand("restore", "Put the copy in FILE in the database's place; the server is down.");
     restore->add_option("FILE", options.file, "what backup made")->required();
     auto* check = app.add_subcommand("check", "Read the whole database and say whether it is sound.");
+    auto* checkSetup =
+        app.add_subcommand("check-setup", "Look at the room at URL as a device would, and say what is wrong.");
+    checkSetup->add_option("URL", options.file, "the room, as people reach it")->required()->check(checkUrl);
     try {
         app.parse(static_cast<int>(arguments.size()), arguments.data());
     } catch (const CLI::CallForHelp&) {
         return HelpCommand{app.help()};
+    } catch (const CLI::CallForVersion& version) {
+        return HelpCommand{version.what()};
     } catch (const CLI::ParseError& error) {
         return std::unexpected(onOneLine(error.what()));
     }
     if (*backup) return BackupCommand{options.database, options.file};
     if (*restore) return RestoreCommand{options.database, options.file};
     if (*check) return CheckCommand{options.database};
+    if (*checkSetup) return CheckSetupCommand{Url::parse(options.file).value_or(Url{})};
     return serveCommand(options);
 }
 

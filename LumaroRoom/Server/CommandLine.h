@@ -2,6 +2,7 @@
 #pragma once
 
 #include "LumaroRoom/Server/ServerConfig.h"
+#include "LumaroRoom/Server/Url.h"
 
 #include <expected>
 #include <span>
@@ -25,10 +26,14 @@ struct RestoreCommand {
 struct CheckCommand {
     std::string databasePath;
 };
+/// A look at a room from outside.
+struct CheckSetupCommand {
+    Url url;
+};
 struct HelpCommand {
     std::string text;
 };
-using Command = std::variant<ServeCommand, BackupCommand, RestoreCommand, CheckCommand, HelpCommand>;
+using Command = std::variant<ServeCommand, BackupCommand, RestoreCommand, CheckCommand, CheckSetupCommand, HelpCommand>;
 
 /// Reads the arguments, the program's own name first, and the environment; a line for people when they make no sense.
 std::expected<Command, std::string> parseCommandLine(std::span<char* const> arguments);

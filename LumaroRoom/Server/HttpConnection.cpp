@@ -168,7 +168,7 @@ Awaitable<typename HttpConnection<Stream>::Next> HttpConnection<Stream>::reply(S
                                                                                bool keepsAlive) {
     constexpr unsigned version = 11;
     ++shard().figures().answers[static_cast<std::size_t>(response.status / 100)];
-    const auto written = beastResponse(std::move(response), version, keepsAlive);
+    const auto written = beastResponse(std::move(response), version, keepsAlive, shard().shared().clock.now());
     allow(shard().limits().requestTime);
     const auto [error, size] = co_await http::async_write(stream(), written, asTuple);
     if (error) co_return Next::gone;

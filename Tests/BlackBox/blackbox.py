@@ -31,6 +31,8 @@ def options(*programs, **numbers):
 class Server:
     """`lumaro-room` on a free port, which it keeps, with a database that outlives its processes."""
 
+    host = "127.0.0.1"  # as requests name it
+
     def __init__(self, binary, *flags):
         self.folder = tempfile.TemporaryDirectory(prefix="lumaro-blackbox-")
         self.binary, self.flags, self.process, self.port = binary, flags, None, 0
@@ -92,7 +94,7 @@ class Server:
 
     def call(self, method, path, body=None, token=None, source="127.0.0.1", headers=None):
         """Status, headers and JSON of the answer; a body is JSON unless it is bytes."""
-        line = http.client.HTTPConnection("127.0.0.1", self.port)
+        line = http.client.HTTPConnection(self.host, self.port)
         line.sock = self.connect(source)
         sent = dict(headers or {})
         if token:
@@ -138,9 +140,9 @@ class Server:
         return board
 
 
-def upgrade(path, token, *extra):
+def upgrade(path, token, *extra, host="127.0.0.1"):
     """The request that opens a socket."""
-    lines = [f"GET {path} HTTP/1.1", "Host: 127.0.0.1", "Upgrade: websocket", "Connection: Upgrade",
+    lines = [f"GET {path} HTTP/1.1", f"Host: {host}", "Upgrade: websocket", "Connection: Upgrade",
              "Sec-WebSocket-Version: 13", "Sec-WebSocket-Key: " + base64.b64encode(os.urandom(16)).decode(),
              f"Authorization: Bearer {token}", *extra]
     return "\r\n".join(lines).encode() + b"\r\n\r\n"
@@ -181,7 +183,7 @@ class WebSocket:
         try:
             self.stream = server.connect()
             self.stream.setsockopt(socket.IPPROTO_TCP, socket.TCP_NODELAY, 1)
-            self.stream.sendall(upgrade(f"/couples/{couple}/ws", token))
+            self.stream.sendall(upgrade(f"/couples/{couple}/ws", token, host=server.host))
             while b"\r\n\r\n" not in self.buffer:
                 self._more()
         except OSError as error:

@@ -5,6 +5,7 @@
 #include <QPainter>
 #include <QPainterPath>
 #include <QRadialGradient>
+#include <QtCore/QCoreApplication>
 
 #include <algorithm>
 #include <cmath>
@@ -222,7 +223,14 @@ private:
 } // namespace
 
 CutOutScene CutOutScene::make(Subject subject, unsigned seed, int width) {
+    becomeApplication();
     return Painting{subject, seed, {width, width * 3 / 4}}.made();
+}
+
+void becomeApplication() {
+    if (QCoreApplication::instance() != nullptr) return;
+    static int count = 0;
+    static QCoreApplication application{count, nullptr};
 }
 
 double likeness(const QImage& mask, const QImage& truth) {

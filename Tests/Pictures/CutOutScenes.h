@@ -24,6 +24,9 @@ constexpr std::string_view nameOf(CutOutScene::Subject subject) {
     return subject == CutOutScene::Subject::person ? "person" : subject == CutOutScene::Subject::cat ? "cat" : "cup";
 }
 
+/// Makes the process an application, which looks for its modules beside itself. Twice is once.
+void becomeApplication();
+
 /// Shared area over joint area of what a mask keeps and the truth.
 double likeness(const QImage& mask, const QImage& truth);
 

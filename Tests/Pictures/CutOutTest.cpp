@@ -17,6 +17,7 @@ namespace {
 class CutOutTest : public testing::Test {
 protected:
     static void SetUpTestSuite() {
+        becomeApplication();
         std::mt19937 random{3};
         for (int y = 0; y < 600; ++y) {
             for (int x = 0; x < 800; ++x) {
@@ -105,6 +106,7 @@ TEST(SubjectGuessTest, WhatAPhotoIsOfIsCutOutByItself) {
 }
 
 TEST(SubjectGuessTest, NothingStandsOutOfAPlainPicture) {
+    becomeApplication();
     for (const QSize size : {QSize{1, 1}, QSize{3, 400}, QSize{640, 480}}) {
         QImage plain{size, QImage::Format_RGB32};
         plain.fill(QColor{120, 130, 140});

@@ -130,6 +130,9 @@ Sheet {
             onClicked: page.settings.reducesMotion = checked
         }
     }
+    HomeSection {
+        home: page.view.home
+    }
     Body {
         width: parent.width
         isSmall: true
@@ -140,6 +143,6 @@ Sheet {
         width: parent.width
         isSmall: true
         isSoft: true
-        text: "lumaro " + page.view.version + "  ·  " + page.view.server
+        text: "lumaro " + page.view.version
     }
 }

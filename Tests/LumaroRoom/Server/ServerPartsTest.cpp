@@ -147,6 +147,7 @@ TEST(CommandLineTest, WhatMakesNoSenseIsRefusedInOneLine) {
                                                       {"--window-page", "https://a", "--window-key", "secret two"},
                                                       {"--window-page", "http://city.example", "--window-key", "k"},
                                                       {"backup"},
+                                                      {"check-setup", "board.example"},
                                                       {"check", "more"}}) {
         const auto command = parsed(arguments);
         ASSERT_FALSE(command) << arguments.front();
