@@ -217,6 +217,17 @@ struct BoardRequest {
         }
         bool operator==(const Place&) const = default;
     };
+    /// Answered with where the board lives. What is said counts from now on; an address once a room has answered there.
+    struct Server {
+        static constexpr std::string_view tag = "server";
+        std::optional<std::string> address;
+        std::optional<bool> here; ///< whether this computer keeps the room
+
+        static constexpr auto fields() {
+            return std::tuple{Field{"address", &Server::address}, Field{"here", &Server::here}};
+        }
+        bool operator==(const Server&) const = default;
+    };
     /// The person's answer where there is no keyring: whether a file of the profile may hold the token.
     struct Secrets {
         static constexpr std::string_view tag = "secrets";
@@ -231,7 +242,7 @@ struct BoardRequest {
     struct Verb {
         std::variant<PutUp, Move, Turn, Resize, ToFront, ToBack, TakeDown, Keep, Unkeep, Lock, Unlock, SetBackground,
                      Show, Pending, Status, Start, Join, Code, Link, Leave, Undo, Redo, QuickNote, Open, Presence,
-                     Listening, Place, Secrets, UnlockKeyring>
+                     Listening, Place, Server, Secrets, UnlockKeyring>
             value;
 
         bool operator==(const Verb&) const = default;

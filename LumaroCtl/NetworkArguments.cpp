@@ -48,6 +48,8 @@ struct NetworkValues {
     bool leave = false;
     bool share = false;
     bool shareNoLonger = false;
+    bool isHere = false;
+    bool isHereNoLonger = false;
 
     BoardRequest request(decltype(BoardRequest::Verb::value) verb) const { return {{std::move(verb)}, network.wait}; }
     ExitStatus send(Streams streams, decltype(BoardRequest::Verb::value) verb) const {
@@ -186,6 +188,16 @@ public:
                                           "let the partner see the song, the artist and the cover from now on");
         listening->add_flag("--no-share", values_.shareNoLonger, "let them see it no longer")->excludes(share);
         addPlace();
+        auto* server =
+            verb("server", "Print where the board lives, or say it (--app).", [](const V& v, Streams streams) {
+                BoardRequest::Server asked;
+                if (!v.text.empty()) asked.address = v.text;
+                if (v.isHere || v.isHereNoLonger) asked.here = v.isHere;
+                return v.send(streams, asked);
+            });
+        server->add_option("ADDRESS", values_.text, "of a room; it must answer")->type_name("");
+        auto* here = server->add_flag("--here", values_.isHere, "this computer keeps it from now on");
+        server->add_flag("--not-here", values_.isHereNoLonger, "it keeps it no longer")->excludes(here);
         auto* secrets = verb("secrets", "Answer where there is no keyring (--app).", [](const V& v, Streams streams) {
             return v.send(streams, BoardRequest::Secrets{v.inFile});
         });

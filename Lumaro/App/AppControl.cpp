@@ -22,6 +22,7 @@
 namespace lumaro {
 namespace {
 
+constexpr std::string_view serverWhileOnABoard = "a board cannot be moved to another server yet: `leave` it first";
 constexpr std::string_view emptyName = "a name cannot be empty";
 
 BoardAnswer refusal(ExitStatus status, std::string_view line) {
@@ -284,6 +285,31 @@ AppControl::Outcome AppControl::answer(const BoardRequest::Place& place) {
         {0, place.json ? whereaboutsJson(known) : whereaboutsText(known, nameOfSlot(namesOf(state), partner)), ""});
 }
 
+AppControl::Outcome AppControl::answer(const BoardRequest::Server& server) {
+    auto& home = app_.home();
+    if (server.address && app_.state().token) return atOnce(refusal(ExitStatus::refused, serverWhileOnABoard));
+    if (server.address) home.checkAndUse(*server.address);
+    if (server.here) *server.here ? home.keepHere() : home.stopKeeping();
+    return [this, isNew = server.address.has_value()]() -> std::optional<BoardAnswer> {
+        const auto& state = app_.state();
+        if (const auto* const bad = std::get_if<AddressCheck::Bad>(&state.addressCheck.value);
+            bad != nullptr && isNew) {
+            return refusal(ExitStatus::unavailable, bad->message);
+        }
+        if (std::holds_alternative<KeptHere::Failed>(state.keptHere.value)) {
+            return refusal(ExitStatus::unavailable, "the room does not run on this computer");
+        }
+        if (std::holds_alternative<KeptHere::Starting>(state.keptHere.value)) return std::nullopt;
+        if (isNew && std::holds_alternative<AddressCheck::Asking>(state.addressCheck.value)) return std::nullopt;
+        const auto* const kept = std::get_if<KeptHere::Kept>(&state.keptHere.value);
+        auto out = state.serverURL.empty() ? "no server is set" : state.serverURL;
+        if (kept != nullptr) {
+            out += "\nkept here: http://" + kept->running.host + ":" + std::to_string(kept->running.port);
+        }
+        return BoardAnswer{0, out + "\n", ""};
+    };
+}
+
 // What answers have in common.
 
 AppControl::Outcome AppControl::carriedOut(const AskedVerb& verb) {
@@ -329,6 +355,9 @@ AppControl::Outcome AppControl::paired() {
                        },
                        [](const PairingPhase::Asking&) -> std::optional<BoardAnswer> {
                            return refusal(ExitStatus::refused, "the application's window asks about that invite");
+                       },
+                       [](const PairingPhase::NeedsServer&) -> std::optional<BoardAnswer> {
+                           return refusal(ExitStatus::usage, "no server is set: `server URL` sets one");
                        },
                        [](const PairingPhase::Failed& failed) -> std::optional<BoardAnswer> {
                            return refusal(ExitStatus::refused, failed.message);

@@ -80,6 +80,7 @@ private:
     Outcome answer(const BoardRequest::Presence& seen);
     Outcome answer(const BoardRequest::Listening& listening);
     Outcome answer(const BoardRequest::Place& place);
+    Outcome answer(const BoardRequest::Server& server);
 
     Outcome carriedOut(const AskedVerb& verb);
     Outcome takenBack(const EditorAct& act);

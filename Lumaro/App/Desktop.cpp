@@ -49,6 +49,8 @@ AppModel::Ports Desktop::ports(WallpaperController& wallpaper) {
             .positions = system->positions(),
             .geocoder = geocoder,
             .zone = zone,
+            .homeRoom = system->homeRoom(),
+            .nearby = system->roomsNearby(),
             .wallpaper = wallpaper};
 }
 

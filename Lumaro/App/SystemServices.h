@@ -6,8 +6,10 @@
 #include "LumaroCore/Outbox/FileSystem.h"
 #include "LumaroCore/Services/ContactCard.h"
 #include "LumaroCore/Services/DownloadOrigin.h"
+#include "LumaroCore/Services/HomeRoom.h"
 #include "LumaroCore/Services/LoginItem.h"
 #include "LumaroCore/Services/NotificationCenter.h"
+#include "LumaroCore/Services/RoomsNearby.h"
 #include "LumaroCore/Services/SecretStore.h"
 #include "LumaroCore/Services/SoundPlayer.h"
 #include "LumaroCore/Services/SystemSignals.h"
@@ -53,6 +55,8 @@ public:
     virtual DownloadOrigin& downloadOrigin() = 0;
     virtual MusicPlayers players() = 0;
     virtual PositionSource& positions() = 0;
+    virtual HomeRoom& homeRoom() = 0;
+    virtual RoomsNearby& roomsNearby() = 0;
 
     /// Makes this program the one that opens the person's "lumaro:" links. The error is for the log.
     [[nodiscard]] virtual std::expected<void, std::string> claimLinks() = 0;

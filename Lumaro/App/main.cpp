@@ -4,6 +4,7 @@
 #include "Lumaro/App/HandOver.h"
 #include "Lumaro/Windows/Windows.h"
 #include "LumaroControl/ProfileSocket.h"
+#include "LumaroCore/Protocol/ServerAddress.h"
 #include "Platform/Posix/FolderLock.h"
 #include "Platform/Qt/QtLoop.h"
 
@@ -77,7 +78,7 @@ int serve(AppModel& app, Desktop& desktop, QtLoop& loop, const std::string& prof
 }
 
 AppModel::Setup setupOf(const std::string& profile, bool isDefault) {
-    AppModel::Setup setup{.profile = profile, .version = LUMARO_VERSION};
+    AppModel::Setup setup{.profile = profile, .version = LUMARO_VERSION, .defaultServerURL = LUMARO_DEFAULT_SERVER};
     // "de_CH": of the language and of the country.
     const auto country = QLocale::system().name().section(QLatin1Char{'_'}, 1, 1);
     if (country.size() == 2) setup.artwork.country = country.toStdString();
@@ -128,6 +129,8 @@ int run(const Arguments& arguments) {
     const bool isDefault = arguments.profile.empty();
     const auto folder = isDefault ? SystemServices::defaultProfile() : arguments.profile;
     const auto profile = std::filesystem::absolute(folder).string();
+    const auto server = ServerAddress::parse(arguments.server);
+    if (!arguments.server.empty() && !server) return fail("--server: " + std::string{textOf(server.error())});
     QtLoop loop;
     if (const auto made = PosixFileSystem{}.createDirectories(profile); !made) {
         return fail("the profile's folder cannot be made: " + made.error().message);
@@ -142,7 +145,7 @@ int run(const Arguments& arguments) {
     const auto program = QCoreApplication::applicationFilePath().toStdString();
     Desktop desktop{{.profile = profile, .isDefaultProfile = isDefault, .program = program},
                     arguments.isVerbose ? LogLevel::debug : LogLevel::info};
-    if (!arguments.server.empty()) desktop.defaults.setString("serverURL", arguments.server);
+    if (server) desktop.defaults.setString("serverURL", server->url());
     if (!arguments.forecasts.empty()) desktop.defaults.setString(forecastsKey, arguments.forecasts);
     if (arguments.isHeadless) return runHeadless(desktop, loop, profile, arguments);
     if (isDefault) claimLinks(desktop);

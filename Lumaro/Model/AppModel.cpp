@@ -42,7 +42,20 @@ AppModel::AppModel(Setup setup, Ports ports)
                 .leaving = leaving_,
                 .service = service_,
                 .announcer = announcer_,
-                .itemsOnBoard = [this] { return board().items.size(); }}),
+                .itemsOnBoard = [this] { return board().items.size(); },
+                .serversNearby = [this] { return home_.serversNearby(); }}),
+      home_({.sleeper = ports.sleeper,
+             .http = ports.http,
+             .log = ports.log,
+             .defaults = ports.defaults,
+             .homeRoom = ports.homeRoom,
+             .nearby = ports.nearby},
+            state_,
+            {.membership = membership_,
+             .who = state_,
+             .myName = state_.myDisplayName,
+             .pairing = pairing_,
+             .announcer = announcer_}),
       connection_({ports.sleeper, ports.log, ports.http, ports.background, ports.rooms}, state_, media_, announcer_,
                   *this),
       board_(setup_.profile + "/boards",
@@ -103,6 +116,7 @@ void AppModel::start() {
     if (setup_.offersLaunchAtLogin) offerLaunchAtLogin(ports_.defaults, ports_.loginItem, ports_.log);
     permissions_.refreshNotifications();
     listening_ = ports_.signals.listen(*this);
+    home_.start();
     membership_.restore();
 }
 
@@ -169,6 +183,7 @@ void AppModel::cameOntoBoard(bool isAnotherBoard) {
     if (!editor_.inHand().isNew()) {
         if (auto note = drafts_.enter(token.coupleId)) editor_.offerNote(std::move(*note));
     }
+    home_.lookAround();
     connect();
 }
 
@@ -179,6 +194,7 @@ void AppModel::foundLeftBoard(const CoupleToken& token) {
 
 void AppModel::sessionRestored(bool isNew) {
     if (!state_.keychainLocked) leaving_.tellWhatIsKept(state_.token);
+    home_.lookAround();
     pairing_.sessionRestored(isNew);
 }
 
@@ -197,6 +213,7 @@ void AppModel::leaveBoard() {
     membership_.forget();
     forgetBoard();
     invitations_.keepLink(std::nullopt);
+    home_.lookAround();
     pairing_.begunAnew();
 }
 
@@ -282,6 +299,7 @@ void AppModel::completeNews(const AppNews& news) {
     if (news.changed.has(AppChange::editor)) {
         presence().setActivity(editor_.isBusy() ? Activity::editing : Activity::idle);
     }
+    if (news.changed.has(AppChange::people)) home_.tellName();
     feeds_.follow(news.changed, board(), slot());
 }
 

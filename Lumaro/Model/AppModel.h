@@ -26,7 +26,7 @@ public:
         std::string profile; ///< the folder that all files are in
         std::string version; ///< of this program
         std::string keychainService = std::string{lumaro::keychainService};
-        std::string defaultServerURL = "https://board.lumaro.app";
+        std::string defaultServerURL{};  ///< of the build; empty: it has none
         bool offersLaunchAtLogin = true; ///< not where there are no windows to open
         ArtworkFinder::Setup artwork{};
     };
@@ -42,6 +42,7 @@ public:
 
     Membership& membership() { return membership_; }
     Pairing& pairing() { return pairing_; }
+    BoardHome& home() { return home_; }
     Invitations& invitations() { return invitations_; }
     People& people() { return people_; }
     LiveBoard& liveBoard() { return board_; }
@@ -73,7 +74,7 @@ public:
     /// The answer to `SecretPlace::asking`.
     void keepSecretsInFile(bool agreed);
     void retryKeychain() { membership_.retry(); }
-    std::string serverURL() const { return membership_.serverURL(); }
+    const std::string& serverURL() const { return membership_.serverURL(); }
     /// The person has turned to the application.
     void becameActive();
     /// The board's window is the one that the person has before them, or no longer.
@@ -128,6 +129,7 @@ private:
     People people_;
     Leaving leaving_;
     Pairing pairing_;
+    BoardHome home_;
     Connection connection_;
     LiveBoard board_;
     NoteDrafts drafts_;

@@ -13,8 +13,10 @@
 #include "LumaroCore/Outbox/FileSystem.h"
 #include "LumaroCore/Services/ContactCard.h"
 #include "LumaroCore/Services/DownloadOrigin.h"
+#include "LumaroCore/Services/HomeRoom.h"
 #include "LumaroCore/Services/LoginItem.h"
 #include "LumaroCore/Services/NotificationCenter.h"
+#include "LumaroCore/Services/RoomsNearby.h"
 #include "LumaroCore/Services/SecretStore.h"
 #include "LumaroCore/Services/SoundPlayer.h"
 #include "LumaroCore/Services/SystemSignals.h"
@@ -56,6 +58,8 @@ struct AppPorts {
     PositionSource& positions;
     ReverseGeocoder& geocoder;
     SystemZone& zone;
+    HomeRoom& homeRoom;
+    RoomsNearby& nearby;
     WallpaperController& wallpaper;
 };
 

@@ -4,6 +4,7 @@
 #include "Lumaro/Model/Board/LiveBoard.h"
 #include "Lumaro/Model/Computer/DesktopSwitch.h"
 #include "Lumaro/Model/Computer/Permissions.h"
+#include "Lumaro/Model/Membership/BoardHome.h"
 #include "Lumaro/Model/Membership/Invitations.h"
 #include "Lumaro/Model/Membership/Membership.h"
 #include "Lumaro/Model/Membership/Pairing.h"
@@ -19,6 +20,7 @@ namespace lumaro {
 /// thread.
 struct AppState : MembershipState,
                   PairingState,
+                  BoardHomeState,
                   InvitationState,
                   PeopleState,
                   LineState,

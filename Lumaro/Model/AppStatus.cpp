@@ -58,6 +58,12 @@ std::string_view nameOf(const ConnectionState& state) {
                       state.value);
 }
 
+std::vector<std::string> namesOf(const std::vector<NearbyRoom>& rooms) {
+    std::vector<std::string> names;
+    for (const auto& room : rooms) names.push_back(room.name);
+    return names;
+}
+
 } // namespace
 
 // Outside of the unnamed namespace: found by what they write.
@@ -88,6 +94,7 @@ static void writeJson(JsonWriter& writer, const PairingPhase& pairing) {
                                   .put("leavesBoard", one.leavesBoard)
                                   .put("byCode", one.isByCode);
                           },
+                          [&](const PairingPhase::NeedsServer&) { entries.put("phase", "needsServer"); },
                           [&](const PairingPhase::Failed& one) {
                               entries.put("phase", "failed").put("message", one.message);
                           }},
@@ -110,10 +117,26 @@ static void writeJson(JsonWriter& writer, const Arrival& arrival) {
     Entries{writer}.put("partnerName", arrival.partnerName).put("status", arrival.status).put("at", arrival.at);
 }
 
+static void writeJson(JsonWriter& writer, const KeptHere& kept) {
+    writer.string(std::visit(
+        Overloaded{[](const KeptHere::No&) { return "no"; }, [](const KeptHere::Starting&) { return "starting"; },
+                   [](const KeptHere::Kept&) { return "kept"; }, [](const KeptHere::Failed&) { return "failed"; }},
+        kept.value));
+}
+
+static void writeJson(JsonWriter& writer, const std::vector<std::string>& texts) {
+    writer.openArray();
+    for (const auto& text : texts) writer.string(text);
+    writer.closeArray();
+}
+
 static void writeJson(JsonWriter& writer, const AppState& state) {
     Entries{writer}
         .put("session", sessionOf(state))
         .put("token", state.token ? std::optional{state.token->redacted()} : std::nullopt)
+        .put("server", state.serverURL)
+        .put("keptHere", state.keptHere)
+        .put("roomsNearby", namesOf(state.roomsNearby))
         .put("connection", nameOf(state.connection))
         .put("items", state.board.items.size())
         .put("pendingBatches", state.pendingBatches)

@@ -134,6 +134,20 @@ public:
     std::optional<CityPicture> ofPicture(std::string_view, std::int64_t, std::int64_t) override { return std::nullopt; }
 };
 
+/// This computer keeps no room, and knows of none nearby.
+class QuietHomeRoom final : public HomeRoom {
+public:
+    bool isInstalled() override { return false; }
+    void start(std::uint16_t, Started) override {}
+    void stop() override {}
+};
+
+class QuietNearby final : public RoomsNearby {
+public:
+    std::unique_ptr<Handle> announce(const std::string&, std::uint16_t) override { return std::make_unique<Handle>(); }
+    std::unique_ptr<Handle> browse(Heard) override { return std::make_unique<Handle>(); }
+};
+
 class QuietSignals final : public SystemSignals {
 public:
     std::unique_ptr<Listening> listen(SystemListener&) override { return std::make_unique<Listening>(); }

@@ -139,12 +139,18 @@ DemoBoard boardOf(Scene scene, Instant now) {
     return demo;
 }
 
+// A new person says where their board is to live.
+std::string serverOf(Scene scene) {
+    return scene == Scene::welcome ? "" : "https://board.example";
+}
+
 } // namespace
 
 Rehearsal::Rehearsal(Setup setup)
     : setup_(setup), profile_(folder_.path().toStdString() + "/profile"), defaults_(profile_ + "/settings.ini", log_),
       towns_(towns()), desktop_(defaults_, [this](QScreen&) { return windows_->makeDesktopWindow(); }),
-      app_({.profile = profile_, .version = LUMARO_VERSION}, (settle(), ports())) {
+      app_({.profile = profile_, .version = LUMARO_VERSION, .defaultServerURL = serverOf(setup.scene)},
+           (settle(), ports())) {
     windows_ = std::make_unique<Windows>(
         AppView::Setup{.folder = qText(std::string_view{profile_}),
                        .version = QStringLiteral(LUMARO_VERSION),
@@ -184,6 +190,8 @@ AppModel::Ports Rehearsal::ports() {
             .positions = positions_,
             .geocoder = geocoder_,
             .zone = zone_,
+            .homeRoom = homeRoom_,
+            .nearby = nearby_,
             .wallpaper = desktop_};
 }
 

@@ -120,6 +120,8 @@ private:
     QtSystemZone zone_;
     QtCoverMaker coverMaker_;
     QuietCity city_;
+    QuietHomeRoom homeRoom_;
+    QuietNearby nearby_;
     DesktopBoards desktop_;
     AppModel app_;
     std::unique_ptr<Windows> windows_;

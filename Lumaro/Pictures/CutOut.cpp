@@ -2,10 +2,7 @@
 #include "Lumaro/Pictures/CutOut.h"
 
 #include "Lumaro/Pictures/CutOutWork.h"
-
-#include <QtCore/QCoreApplication>
-#include <QtCore/QLibrary>
-#include <QtCore/QStringList>
+#include "Lumaro/Pictures/Module.h"
 
 #include <algorithm>
 #include <utility>
@@ -47,23 +44,8 @@ private:
     QImage picture_;
 };
 
-/// The module's function; none when there is no module beside the program. Loaded once, and kept.
-MakeCutOutWork* loadedModule() {
-    const auto program = QCoreApplication::applicationDirPath();
-    QString why;
-    for (const auto& folder : QStringLiteral(LUMARO_MODULE_FOLDERS).split(u':')) {
-        QLibrary module{program + u'/' + folder + QStringLiteral("/lumaro-cutout")};
-        // The programs and the module share no symbols but Qt's.
-        module.setLoadHints(QLibrary::ResolveAllSymbolsHint);
-        if (auto* const found = module.resolve(makeCutOutWorkName)) return reinterpret_cast<MakeCutOutWork*>(found);
-        why = module.errorString();
-    }
-    qWarning("nothing can be cut out of pictures: %s", qUtf8Printable(why));
-    return nullptr;
-}
-
 std::unique_ptr<CutOutWork> workOn(QImage picture) {
-    static MakeCutOutWork* const make = loadedModule();
+    static auto* const make = reinterpret_cast<MakeCutOutWork*>(functionOfModule("lumaro-cutout", makeCutOutWorkName));
     if (make != nullptr) return std::unique_ptr<CutOutWork>{make(picture)};
     return std::make_unique<WholePicture>(std::move(picture));
 }

@@ -27,8 +27,7 @@ public:
     [[nodiscard]] virtual QImage sticker() const = 0;
 };
 
-/// The module's one function, by this name. Whoever changes the class above changes the number: a program that runs
-/// while it is upgraded then finds no module of its own, and not another one's.
+/// The module's one function, by this name.
 inline constexpr const char* makeCutOutWorkName = "lumaro_make_cut_out_work_1";
 /// The caller owns what is returned.
 using MakeCutOutWork = CutOutWork*(const QImage& picture);

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+// The module that reads HEIF files.
 #include "Lumaro/Pictures/PictureReading.h"
 
 #include <QColorSpace>
@@ -50,8 +51,6 @@ QImage pixelsOf(const heif_image* picture, bool hasAlpha) {
     return QImage{rows, width, height, stride, hasAlpha ? QImage::Format_RGBA8888 : QImage::Format_RGB888};
 }
 
-} // namespace
-
 std::expected<QImage, ImportRefusal> readHeif(std::string_view file) {
     const Context context{heif_context_alloc(), heif_context_free};
     if (const auto read = heif_context_read_from_memory_without_copy(context.get(), file.data(), file.size(), nullptr);
@@ -82,4 +81,11 @@ std::expected<QImage, ImportRefusal> readHeif(std::string_view file) {
     return coloured;
 }
 
+} // namespace
 } // namespace lumaro
+
+// By the name in `lumaro::readHeifName`.
+extern "C" Q_DECL_EXPORT void lumaro_read_heif_1(std::string_view file,
+                                                 std::expected<QImage, lumaro::ImportRefusal>& read) {
+    read = lumaro::readHeif(file);
+}

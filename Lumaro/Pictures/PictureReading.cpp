@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Lumaro/Pictures/PictureReading.h"
 
+#include "Lumaro/Pictures/Module.h"
 #include "Lumaro/Pictures/WholeFile.h"
 
 #include <QBuffer>
@@ -13,7 +14,6 @@
 #include <array>
 #include <cmath>
 #include <mutex>
-#include <string>
 #include <utility>
 
 namespace lumaro {
@@ -60,16 +60,20 @@ qint64 heldAtOnce(std::string_view file, const QImageReader& reader, QSize size)
     return pixels * std::max(bits, 8) / 8;
 }
 
+// Without the module they are in no format that is read.
+std::expected<QImage, ImportRefusal> readHeif(std::string_view file) {
+    static auto* const read = reinterpret_cast<ReadHeif*>(functionOfModule("lumaro-heif", readHeifName));
+    std::expected<QImage, ImportRefusal> picture = std::unexpected(ImportRefusal{ImportFault::notAPicture});
+    if (read != nullptr) read(file, picture);
+    return picture;
+}
+
 } // namespace
 
 // One limit for all readers of the program; those for smaller pictures have their own below it.
 void allowLargePictures() {
     static std::once_flag once;
     std::call_once(once, [] { QImageReader::setAllocationLimit(static_cast<int>(mostDecodedBytes / 1024 / 1024)); });
-}
-
-ImportRefusal tooLarge(QSize size) {
-    return {ImportFault::tooManyPixels, std::to_string(size.width()) + " × " + std::to_string(size.height())};
 }
 
 QImage madeSmall(QImage picture) {

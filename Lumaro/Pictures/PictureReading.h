@@ -6,6 +6,7 @@
 #include <QImage>
 
 #include <expected>
+#include <string>
 #include <string_view>
 
 namespace lumaro {
@@ -24,9 +25,13 @@ std::expected<QImage, ImportRefusal> readPicture(std::string_view file);
 /// The same for one that is decoded already.
 QImage madeSmall(QImage picture);
 
-/// Pixels as HEIF files hold them: HEIC and AVIF, whose turns are the file's own and done. `file` is one of those.
-std::expected<QImage, ImportRefusal> readHeif(std::string_view file);
+inline ImportRefusal tooLarge(QSize size) {
+    return {ImportFault::tooManyPixels, std::to_string(size.width()) + " × " + std::to_string(size.height())};
+}
 
-ImportRefusal tooLarge(QSize size);
+/// What the module that reads HEIF files gives: pixels as they hold them, HEIC and AVIF, whose turns are the file's own
+/// and done. `file` is one of those. On any thread.
+using ReadHeif = void(std::string_view file, std::expected<QImage, ImportRefusal>& read);
+inline constexpr const char* readHeifName = "lumaro_read_heif_1";
 
 } // namespace lumaro

@@ -56,6 +56,7 @@ void takePairing(AppFace& face, const PairingPhase& pairing) {
                                               .isPartnerOnOwn = face.hasPartner,
                                               .items = static_cast<int>(std::min<std::size_t>(asking.items, 9999))};
                    },
+                   [](const PairingPhase::NeedsServer&) {},
                    [&](const PairingPhase::Failed& failed) { face.failure = Words::of(failed.message); }},
         pairing.value);
 }

@@ -20,12 +20,9 @@ namespace lumaro {
 
 AppView::AppView(Setup setup, AppModel& app, WallClock& clock, Sleeper& sleeper)
     : setup_(std::move(setup)), app_(app), clock_(clock), sleeper_(sleeper),
-      isRetrying_(isRetrying(false, app.state().connection)), face_(appFace(app.state(), clock.now(), isRetrying_)) {
+      isRetrying_(isRetrying(false, app.state().connection)), face_(appFace(app.state(), clock.now(), isRetrying_)),
+      home_(app) {
     watchCode();
-}
-
-QString AppView::server() const {
-    return qText(app_.serverURL());
 }
 
 void AppView::refresh() {
@@ -34,6 +31,7 @@ void AppView::refresh() {
     const bool isNew = face != face_;
     face_ = std::move(face);
     watchCode();
+    home_.refresh();
     if (isNew) Q_EMIT faceChanged();
 }
 

@@ -3,6 +3,7 @@
 
 #include "Lumaro/Model/AppModel.h"
 #include "Lumaro/UI/AppFace.h"
+#include "Lumaro/UI/HomeView.h"
 
 #include <QtCore/QObject>
 #include <QtCore/QUrl>
@@ -21,7 +22,7 @@ class AppView final : public QObject {
     Q_PROPERTY(QString folder READ folder CONSTANT)
     Q_PROPERTY(QString version READ version CONSTANT)
     Q_PROPERTY(QString suggestedName READ suggestedName CONSTANT)
-    Q_PROPERTY(QString server READ server NOTIFY faceChanged)
+    Q_PROPERTY(lumaro::HomeView* home READ home CONSTANT)
 
 public:
     struct Setup {
@@ -37,7 +38,7 @@ public:
     QString folder() const { return setup_.folder; }
     QString version() const { return setup_.version; }
     QString suggestedName() const { return setup_.suggestedName; }
-    QString server() const;
+    HomeView* home() { return &home_; }
 
     /// Whoever listens to `AppModel::onNews` calls this.
     void refresh();
@@ -89,6 +90,7 @@ private:
     Sleeper& sleeper_;
     bool isRetrying_;
     AppFace face_;
+    HomeView home_;
     std::unique_ptr<Sleeper::Wait> codeTask_;
 };
 

@@ -12,8 +12,14 @@ namespace lumaro {
 
 DesktopLevel placeAtDesktopLevel(QWindow& window) {
     window.setFlags(Qt::FramelessWindowHint | Qt::WindowStaysOnBottomHint | Qt::WindowDoesNotAcceptFocus);
+    prepareDesktop(window);
     window.create();
-    return becomeDesktop(window) ? DesktopLevel::behindIcons : DesktopLevel::bottomMost;
+    if (becomeDesktop(window)) return DesktopLevel::behindIcons;
+    return lowestLevel() == DesktopLevel::bottomMost ? DesktopLevel::bottomMost : DesktopLevel::refused;
+}
+
+void keepBehindOthers(QWindow& window) {
+    lowerDesktop(window);
 }
 
 void setClickThrough(QWindow& window, bool isClickThrough) {

@@ -4,8 +4,18 @@
 
 namespace lumaro {
 
+DesktopLevel lowestLevel() {
+    return DesktopLevel::bottomMost;
+}
+
+void prepareDesktop(QWindow& /*window*/) {
+}
+
 bool becomeDesktop(QWindow& /*window*/) {
     return false;
+}
+
+void lowerDesktop(QWindow& /*window*/) {
 }
 
 bool letClicksThrough(QWindow& /*window*/, bool /*isClickThrough*/) {
@@ -18,6 +28,18 @@ bool askForVisibility(QWindow& /*window*/) {
 
 std::optional<bool> coverageIn(const QByteArray& /*eventType*/, const void* /*event*/, WId /*window*/) {
     return std::nullopt;
+}
+
+std::vector<OtherDesktop> otherDesktops() {
+    return {};
+}
+
+bool askForOtherDesktops() {
+    return false;
+}
+
+bool isOfOtherDesktops(const QByteArray& /*eventType*/, const void* /*event*/) {
+    return false;
 }
 
 } // namespace lumaro

@@ -80,6 +80,7 @@ struct Options {
     std::string certificate;
     std::string key;
     std::vector<std::string> proxies;
+    std::vector<std::string> onlyFrom;
     WindowKey windowKey;
     std::string logLevel = "info";
     std::string file;
@@ -113,6 +114,10 @@ void addPlaces(CLI::App& app, Options& options) {
         ->type_name("PATH")
         ->needs(certificate);
     addOption(app, "--trusted-proxies", options.proxies, "addresses and networks whose X-Forwarded-For counts")
+        ->delimiter(',')
+        ->check(checkRange)
+        ->type_name("RANGE,...");
+    addOption(app, "--only-from", options.onlyFrom, "addresses and networks that may connect; all when left out")
         ->delimiter(',')
         ->check(checkRange)
         ->type_name("RANGE,...");
@@ -168,6 +173,7 @@ std::expected<Command, std::string> serveCommand(Options& options) {
     if (!options.windowKey.page.empty()) config.windowKey = std::move(options.windowKey);
     for (const auto& range : options.proxies)
         config.trustedProxies.push_back(IpRange::parse(range).value_or(IpRange{}));
+    for (const auto& range : options.onlyFrom) config.onlyFrom.push_back(IpRange::parse(range).value_or(IpRange{}));
     config.logLevel = logLevels.at(options.logLevel);
     return ServeCommand{std::move(config)};
 }

@@ -40,6 +40,7 @@ constexpr std::array patterns{
     Pattern{"GET", "/for/*", Route::invitePage, "invite_page"},
     Pattern{"GET", "/dl/*", Route::inviteDownloadPage, "invite_download_page"},
     Pattern{"GET", "/download", Route::downloadPage, "download_page"},
+    Pattern{"GET", "/room", Route::room, "room"},
     Pattern{"GET", "/healthz", Route::health, "health"},
     Pattern{"GET", "/metrics", Route::metrics, "metrics"},
 };

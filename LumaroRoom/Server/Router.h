@@ -32,10 +32,11 @@ enum class Route : std::uint8_t {
     windowKey,
     connectCalendar,
     roomSocket,
-    // of browsers and operators
+    // of anybody, browsers and operators
     invitePage,
     inviteDownloadPage,
     downloadPage,
+    room,
     health,
     metrics,
 };

@@ -2,6 +2,7 @@
 #include "LumaroRoom/Server/Routes.h"
 
 #include "LumaroCore/BoardModel/Board.h"
+#include "LumaroCore/Pairing/RoomCheck.h"
 #include "LumaroCore/Support/Overloaded.h"
 #include "LumaroCore/Support/Wire.h"
 #include "LumaroRoom/Pairing/Secrets.h"
@@ -24,6 +25,11 @@ ServerResponse textResponse(std::string text) {
 
 constexpr PartnerID otherOf(PartnerID slot) {
     return slot == PartnerID::a ? PartnerID::b : PartnerID::a;
+}
+
+ServerResponse roomCard() {
+    auto text = Wire::encode(RoomCard{std::string{RoomCard::ours}, RoomCard::version});
+    return text ? jsonResponse(200, std::move(*text)) : unavailable();
 }
 
 } // namespace
@@ -101,6 +107,7 @@ void Routes::answer(Call call, Respond respond) {
     case Route::invitePage: return invitePage(call, std::move(respond));
     case Route::inviteDownloadPage: return respond(downloadPage(call.match.id, ports_.pairing.publicURL()));
     case Route::downloadPage: return respond(downloadPage({}, ports_.pairing.publicURL()));
+    case Route::room: return respond(roomCard());
     case Route::health: return health(std::move(respond));
     case Route::metrics:
         return ports_.neighbours.metrics(

@@ -10,6 +10,7 @@
 #include <boost/asio/detached.hpp>
 #include <boost/asio/ssl/context.hpp>
 
+#include <algorithm>
 #include <chrono>
 #include <future>
 #include <optional>
@@ -48,6 +49,7 @@ struct Server::Parts {
     void makeShards();
     void run();
     Awaitable<void> accept();
+    bool mayConnect(const TcpSocket& socket) const;
     void stop();
 
     ServerConfig config;
@@ -122,6 +124,14 @@ void Server::Parts::run() {
     ports.log.write(LogLevel::info, "server", "listening on " + url);
 }
 
+bool Server::Parts::mayConnect(const TcpSocket& socket) const {
+    if (config.onlyFrom.empty()) return true;
+    error_code error;
+    const auto endpoint = socket.remote_endpoint(error);
+    const auto peer = error ? std::nullopt : IpAddress::parse(endpoint.address().to_string());
+    return peer && std::ranges::any_of(config.onlyFrom, [&](const IpRange& range) { return range.contains(*peer); });
+}
+
 // Connections go to the shards in turn. Those that open a room's socket go on to the shard of their couple.
 Awaitable<void> Server::Parts::accept() {
     SteadyTimer pause{accepting};
@@ -136,6 +146,7 @@ Awaitable<void> Server::Parts::accept() {
             co_await pause.async_wait(asTuple);
             continue;
         }
+        if (!mayConnect(socket)) continue;
         asio::post(shard.executor(), [&shard, socket = std::move(socket), tls = tls.get()]() mutable {
             serveConnection(shard, std::move(socket), tls);
         });

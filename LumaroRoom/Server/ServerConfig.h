@@ -46,6 +46,7 @@ struct ServerConfig {
     };
     std::optional<Tls> tls;
     std::vector<IpRange> trustedProxies;
+    std::vector<IpRange> onlyFrom; ///< who may connect; everybody when it is empty
     std::string weatherUpstream = "https://api.open-meteo.com";
     std::optional<WindowKey> windowKey; ///< none: this server has no city page
     std::size_t threads = 1;

@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: Apache-2.0
 """The room server from without: its answers over HTTP, WebSockets and TLS, each deed at a server of its own."""
+import http.client
 import http.server
 import json
 import os
@@ -97,6 +98,8 @@ def faulty_requests_get_their_status(server):
     couple, token, _ = found(server)
     home = f"/couples/{couple}"
     answers(server,
+            ("GET", "/room", None, None, 200, "{'room': 'lumaro', 'v': 1}"),
+            ("POST", "/room", {}, None, 405, "'method_not_allowed'"),
             ("GET", "/nowhere", None, token, 404, "'not_found'"),
             ("PATCH", "/couples", None, token, 405, "'method_not_allowed'"),
             ("POST", "/couples", b"{", token, 400, "'bad_request'"),
@@ -248,6 +251,15 @@ def a_reader_that_stands_still_is_cut_off(server):
     assert end_of(ben) == 0
 
 
+def strangers_are_not_let_in(server):
+    assert server.call("GET", "/room", source="127.0.0.2")[0] == 200
+    try:
+        status = server.call("GET", "/room")[0]
+    except (OSError, http.client.HTTPException):
+        return
+    assert False, status
+
+
 def a_server_that_goes_down_says_goodbye(server):
     """P21: with code 1001."""
     couple, token, _ = found(server)
@@ -361,6 +373,7 @@ def main():
             (Server, pages_of_other_sites_open_no_socket, "--public-url", "https://board.example"),
             (Server, a_replaced_token_closes_its_sockets),
             (Server, an_address_has_so_many_sockets, "--sockets-per-address", "2"),
+            (Server, strangers_are_not_let_in, "--only-from", "127.0.0.2,10.0.0.0/8"),
             (Server, a_fast_sender_is_read_slowly_and_loses_nothing, "--messages-per-second", "1000", "--burst", "10"),
             (Server, a_reader_that_stands_still_is_cut_off),
             (Server, a_server_that_goes_down_says_goodbye),

@@ -6,6 +6,9 @@
 #include <QWindow>
 
 #include <chrono>
+#include <cstdlib>
+#include <cstring>
+#include <xcb/xcb.h>
 
 namespace lumaro {
 namespace {
@@ -91,6 +94,32 @@ void OwnDisplayTest::click(int x, int y) {
 
 QString OwnDisplayTest::property(const QString& name, const QWindow& window) {
     return said(QStringLiteral("xprop"), {QStringLiteral("-id"), idOf(window), name});
+}
+
+void OwnDisplayTest::becomeDesktopOfAnother(const QWindow& window) {
+    said(QStringLiteral("xprop"),
+         {QStringLiteral("-id"), idOf(window), QStringLiteral("-f"), QStringLiteral("_NET_WM_WINDOW_TYPE"),
+          QStringLiteral("32a"), QStringLiteral("-set"), QStringLiteral("_NET_WM_WINDOW_TYPE"),
+          QStringLiteral("_NET_WM_WINDOW_TYPE_DESKTOP")});
+}
+
+OwnDisplayTest::SelectionOwner::SelectionOwner(const char* name) {
+    auto* const server = qGuiApp->nativeInterface<QNativeInterface::QX11Application>()->connection();
+    const auto asked = xcb_intern_atom(server, 0, static_cast<std::uint16_t>(std::strlen(name)), name);
+    auto* const atom = xcb_intern_atom_reply(server, asked, nullptr);
+    selection_ = atom->atom;
+    std::free(atom);
+    const auto owner = xcb_generate_id(server);
+    xcb_create_window(server, XCB_COPY_FROM_PARENT, owner, xcb_setup_roots_iterator(xcb_get_setup(server)).data->root,
+                      0, 0, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0, nullptr);
+    xcb_set_selection_owner(server, owner, selection_, XCB_CURRENT_TIME);
+    xcb_flush(server);
+}
+
+OwnDisplayTest::SelectionOwner::~SelectionOwner() {
+    auto* const server = qGuiApp->nativeInterface<QNativeInterface::QX11Application>()->connection();
+    xcb_set_selection_owner(server, XCB_NONE, selection_, XCB_CURRENT_TIME);
+    xcb_flush(server);
 }
 
 QStringList OwnDisplayTest::stacking() {

@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 
@@ -16,6 +17,22 @@ namespace lumaro {
 
 /// A test on an X server and a window manager that nobody else sees; both end with the program's tests.
 class OwnDisplayTest : public testing::Test {
+public:
+    /// The window, which is not shown yet, is the desktop of a program that is not ours.
+    static void becomeDesktopOfAnother(const QWindow& window);
+
+    /// Owns a selection of the X server, as a compositor does that has none of its windows yet.
+    class SelectionOwner {
+    public:
+        explicit SelectionOwner(const char* name);
+        SelectionOwner(const SelectionOwner&) = delete;
+        SelectionOwner& operator=(const SelectionOwner&) = delete;
+        ~SelectionOwner();
+
+    private:
+        std::uint32_t selection_;
+    };
+
 protected:
     static void SetUpTestSuite();
 

@@ -7,6 +7,7 @@
 #include "LumaroCore/NoteRender/PMNode.h"
 #include "Tests/Fakes/CountingUUIDs.h"
 #include "Tests/Fakes/FakeDesktop.h"
+#include "Tests/Fakes/FakeHomeRoom.h"
 #include "Tests/Fakes/FakeNotifications.h"
 #include "Tests/Fakes/FakePlaces.h"
 #include "Tests/Fakes/FakePlayers.h"
@@ -87,13 +88,15 @@ public:
 struct AppFixture {
     static constexpr std::string_view token = "lm1.q3m7xk2p.a.nbswy3dpo5xxe3de";
 
-    AppFixture() { rebuild(); }
+    /// Of a build with a server, unless that is empty.
+    explicit AppFixture(std::string server = "https://board.example") : builtIn(std::move(server)) { rebuild(); }
 
     /// The program ends and is started again; what outlives it stays.
     void rebuild() {
         app.reset();
         background.runAll();
-        app = std::make_unique<AppModel>(AppModel::Setup{.profile = "/profile", .version = "1"}, ports());
+        app = std::make_unique<AppModel>(
+            AppModel::Setup{.profile = "/profile", .version = "1", .defaultServerURL = builtIn}, ports());
         background.runAll();
     }
     void start() {
@@ -153,9 +156,12 @@ struct AppFixture {
                 .positions = positions,
                 .geocoder = geocoder,
                 .zone = zone,
+                .homeRoom = homeRoom,
+                .nearby = nearby,
                 .wallpaper = wallpaper};
     }
 
+    std::string builtIn; ///< the server of the build
     ManualSleeper sleeper;
     ManualClock clock{sleeper, Instant{std::chrono::seconds{1'790'000'000}}};
     RecordingLog log;
@@ -179,6 +185,8 @@ struct AppFixture {
     FakePositions positions;
     FakeGeocoder geocoder;
     FakeZone zone;
+    FakeHomeRoom homeRoom;
+    FakeRoomsNearby nearby;
     CountingWallpaper wallpaper;
     std::unique_ptr<AppModel> app;
 };

@@ -38,7 +38,7 @@ TEST_F(AppSessionTest, StartGoesThroughItsStepsInOrder) {
     EXPECT_EQ(wallpaper.calls, std::vector<std::string>{"on"});
     EXPECT_EQ(log.lines, (std::vector<std::string>{"app: registered to open at login",
                                                    "app: restoreSession: no token and never paired"}));
-    EXPECT_EQ(http.requests.back().url, "https://board.lumaro.app/handoff");
+    EXPECT_EQ(http.requests.back().url, "https://board.example/handoff");
 }
 
 TEST_F(AppSessionTest, LaunchAtLoginIsOfferedOnceEvenWhenItFails) {
@@ -173,7 +173,7 @@ TEST_F(AppSessionTest, AnInviteOpenedOnABoardAsksAndKeepsTheOldBoardOnNo) {
     EXPECT_TRUE(app->board().items.empty());
     EXPECT_EQ(state().partnerNames, (std::map<PartnerID, std::string>{{PartnerID::a, "Cleo"}}));
     EXPECT_EQ(http.requests.back().method + " " + http.requests.back().url,
-              "DELETE https://board.lumaro.app/couples/q3m7xk2p/devices/self");
+              "DELETE https://board.example/couples/q3m7xk2p/devices/self");
 }
 
 TEST_F(AppSessionTest, AJoinThatFailsLeavesTheOldBoardAlone) {
@@ -184,7 +184,7 @@ TEST_F(AppSessionTest, AJoinThatFailsLeavesTheOldBoardAlone) {
     http.answer(std::unexpected(HttpFailure{"no route"}));
     background.runAll();
     EXPECT_EQ(state().token->raw, token);
-    EXPECT_EQ(app->serverURL(), "https://board.lumaro.app");
+    EXPECT_EQ(app->serverURL(), "https://board.example");
     app->pairing().joinByCode("123456");
     EXPECT_EQ(std::get<PairingPhase::Failed>(state().pairing.value).message,
               "you're on a board already; leave it first");
@@ -198,7 +198,7 @@ TEST_F(AppSessionTest, ALinkBringsItsServer) {
     const std::vector<Row> rows{
         {"https://room.example:8443/base/for/k7pq2m5x", "https://room.example:8443/base/joins/link"},
         {"come: http://192.168.1.4:7700/dl/k7pq2m5x.", "http://192.168.1.4:7700/joins/link"},
-        {"lumaro://join-invite?i=k7pq2m5x", "https://board.lumaro.app/joins/link"},
+        {"lumaro://join-invite?i=k7pq2m5x", "https://board.example/joins/link"},
         // Any page can open such a link, so a strange server is asked about first.
         {"lumaro://join-invite?i=k7pq2m5x&s=https%3A%2F%2Froom.example", "https://room.example/handoff"},
     };
@@ -208,7 +208,7 @@ TEST_F(AppSessionTest, ALinkBringsItsServer) {
         one.start();
         one.app->pairing().joinByLink(row.text);
         EXPECT_EQ(one.http.requests.back().url, row.url);
-        EXPECT_EQ(one.app->serverURL(), "https://board.lumaro.app") << "not before the board is joined";
+        EXPECT_EQ(one.app->serverURL(), "https://board.example") << "not before the board is joined";
     }
 }
 

@@ -112,6 +112,8 @@ SimApp::SimApp(SimDevice& device)
                                                      .positions = positions_,
                                                      .geocoder = geocoder_,
                                                      .zone = zone_,
+                                                     .homeRoom = homeRoom_,
+                                                     .nearby = nearby_,
                                                      .wallpaper = *wallpaper_})) {
     truth_ = {LocationAccess::authorized, alfama};
     positions_.answerBy(device.parts().time);

@@ -86,6 +86,8 @@ private:
     PositionSource::Answer truth_; ///< where the computer is, and whether it says so
     FakeGeocoder geocoder_;
     FakeZone zone_;
+    QuietHomeRoom homeRoom_;
+    QuietNearby nearby_;
     std::unique_ptr<NoWallpaper> wallpaper_;
     std::unique_ptr<Background> background_;
     std::unique_ptr<AppModel> app_;

@@ -31,7 +31,7 @@ QImage drawn(const QString& text, int width, int height) {
 }
 
 TEST(QrCodeTest, ACameraReadsTheLinkAtAnySizeInItsColours) {
-    for (const auto& text : {QStringLiteral("https://board.lumaro.app/join#k=aZ09-_~%20"), QStringLiteral("x"),
+    for (const auto& text : {QStringLiteral("https://boards.example/join#k=aZ09-_~%20"), QStringLiteral("x"),
                              QStringLiteral("für dich 💌"), QString{600, u'7'}}) {
         for (const int side : {260, 417}) EXPECT_EQ(readBack(drawn(text, side, side + 37)), text) << side;
     }

@@ -61,7 +61,7 @@ void paintFigure(QPainter& painter, const CountdownFace& face, QSizeF size) {
 
 // What a moment ago was thrown into the air.
 void paintConfetti(QPainter& painter, QSizeF size) {
-    static const std::array<QColor, 5> colours{tint::coral, tint::mint, tint::sun, tint::sky, tint::plum};
+    const std::array<QColor, 5> colours{tint::coral, tint::mint, tint::sun, tint::sky, tint::plum};
     painter.setPen(Qt::NoPen);
     for (int i = 0; i < 44; ++i) {
         const double along = std::fmod(i * 0.618034, 1.0);

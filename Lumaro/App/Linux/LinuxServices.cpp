@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Lumaro/App/SystemServices.h"
 #include "Platform/Linux/AutostartEntry.h"
+#include "Platform/Linux/AvahiRooms.h"
 #include "Platform/Linux/DesktopNotifications.h"
 #include "Platform/Linux/DesktopSound.h"
 #include "Platform/Linux/DownloadAttributes.h"
@@ -13,6 +14,10 @@
 #include "Platform/Linux/SystemPosition.h"
 #include "Platform/Linux/UrlScheme.h"
 #include "Platform/Linux/UserContactCard.h"
+#include "Platform/Linux/UserRoom.h"
+
+#include <QtCore/QByteArray>
+#include <QtCore/QCryptographicHash>
 
 #include <cstdlib>
 #include <filesystem>
@@ -33,13 +38,24 @@ AutostartEntry::Program startedAtLogin(const SystemServices::Setup& setup) {
             .command = {setup.program, "--profile", setup.profile, "--hidden"}};
 }
 
+// Profiles have a room each.
+UserRoom::Setup keptRoom(const SystemServices::Setup& setup) {
+    // Of folders of one name in different places, too.
+    const auto path = QByteArray::fromStdString(setup.profile);
+    const auto mark = QCryptographicHash::hash(path, QCryptographicHash::Sha256).toHex().left(12).toStdString();
+    return {.program = UserRoom::programBeside(setup.program),
+            .database = setup.profile + "/room/room.db",
+            .unitName = setup.isDefaultProfile ? "lumaro-room.service" : "lumaro-room-" + mark + ".service",
+            .unitFolder = UserRoom::userUnitFolder()};
+}
+
 class LinuxServices final : public SystemServices {
 public:
     LinuxServices(const Setup& setup, FileSystem& files)
         : loginItem_(files, AutostartEntry::userFolder(), startedAtLogin(setup)),
           contacts_(UserContactCard::ownAccount()), sounds_(DesktopSound::userFolders()),
           origin_({.program = setup.program, .folder = DownloadAttributes::userFolder()}),
-          links_(files, UrlScheme::userFolders(), {setup.program}) {}
+          homeRoom_(files, keptRoom(setup)), links_(files, UrlScheme::userFolders(), {setup.program}) {}
 
     Keyring& keyring() override { return keyring_; }
     NotificationCenter& notifications() override { return notifications_; }
@@ -50,6 +66,8 @@ public:
     DownloadOrigin& downloadOrigin() override { return origin_; }
     MusicPlayers players() override { return {players_, players_, players_, players_}; }
     PositionSource& positions() override { return positions_; }
+    HomeRoom& homeRoom() override { return homeRoom_; }
+    RoomsNearby& roomsNearby() override { return nearby_; }
     std::expected<void, std::string> claimLinks() override { return links_.claim(); }
     Listening onScreenLock(std::function<void(bool isLocked)> changed) override {
         return std::make_shared<ScreenLock>(std::move(changed));
@@ -65,6 +83,8 @@ private:
     DownloadAttributes origin_;
     MprisPlayers players_;
     SystemPosition positions_;
+    UserRoom homeRoom_;
+    AvahiRooms nearby_;
     UrlScheme links_;
 };
 

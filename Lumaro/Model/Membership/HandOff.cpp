@@ -20,6 +20,14 @@ std::vector<HandOff::Invite> invitesIn(const std::vector<std::string>& origins) 
     return invites;
 }
 
+PairingFailure nobodyAsked() {
+    constexpr int notFound = 404;
+    PairingFailure failure;
+    failure.kind = PairingFailure::Case::linkNotFound;
+    failure.status = notFound;
+    return failure;
+}
+
 } // namespace
 
 void HandOff::look(Found then) {
@@ -37,12 +45,14 @@ void HandOff::stop() {
 
 void HandOff::ask(std::vector<Invite> waiting) {
     const auto named = waiting.empty() ? std::nullopt : waiting.front().serverURL;
+    const auto server = named.value_or(membership_.serverURL());
+    // A build that knows no server has nobody to ask.
+    if (server.empty()) return answered(std::move(waiting), std::unexpected(nobodyAsked()));
     const auto id = waiting.empty() ? std::nullopt : std::optional{waiting.front().id};
-    call_ = service_.client(named.value_or(membership_.serverURL()))
-                .handoff(id, [this, waiting = std::move(waiting)](
-                                 const std::expected<Handoff, PairingFailure>& answer) mutable {
-                    answered(std::move(waiting), answer);
-                });
+    call_ = service_.client(server).handoff(
+        id, [this, waiting = std::move(waiting)](const std::expected<Handoff, PairingFailure>& answer) mutable {
+            answered(std::move(waiting), answer);
+        });
 }
 
 void HandOff::answered(std::vector<Invite> waiting, const std::expected<Handoff, PairingFailure>& answer) {

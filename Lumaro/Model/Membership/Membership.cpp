@@ -28,6 +28,8 @@ bool isWebURL(std::string_view url) {
 Membership::Membership(Setup setup, Ports ports, MembershipState& state, Announcer& announcer, Listener& listener)
     : setup_(std::move(setup)), ports_(ports), state_(state), announcer_(announcer), listener_(listener) {
     state_.wasPaired = ports_.defaults.string("pairedCoupleId").has_value();
+    const auto url = ports_.defaults.string("serverURL");
+    state_.serverURL = url && isWebURL(*url) ? *url : setup_.defaultServerURL;
     if (ports_.defaults.string("secretPlace") == nameOf(SecretPlace::file)) state_.secretPlace = SecretPlace::file;
 }
 
@@ -36,9 +38,11 @@ KeychainStore Membership::keychain() const {
     return KeychainStore{store, setup_.keychainService};
 }
 
-std::string Membership::serverURL() const {
-    const auto url = ports_.defaults.string("serverURL");
-    return url && isWebURL(*url) ? *url : setup_.defaultServerURL;
+void Membership::setServerURL(const std::string& url) {
+    if (state_.token || state_.isSettling) return;
+    state_.serverURL = url;
+    ports_.defaults.setString("serverURL", url);
+    announcer_.changed(AppChange::membership);
 }
 
 std::string Membership::deviceId() {
@@ -164,7 +168,9 @@ void Membership::tokenSaved(KeychainStore::Result<void> saved) {
         log(LogLevel::error, "the token could not be kept (OSStatus " + numberOf(saved.error()) + ")");
         return keeping.then(std::unexpected("this computer's keyring would not keep the key to your board"));
     }
-    if (keeping.serverURL && isWebURL(*keeping.serverURL)) ports_.defaults.setString("serverURL", *keeping.serverURL);
+    if (keeping.serverURL && isWebURL(*keeping.serverURL)) state_.serverURL = std::move(*keeping.serverURL);
+    // Whatever a later build has built in, this board lives here.
+    ports_.defaults.setString("serverURL", state_.serverURL);
     ports_.defaults.setString("pairedCoupleId", keeping.token.coupleId);
     ports_.defaults.remove(leftCoupleIdKey);
     state_.wasPaired = true;

@@ -39,6 +39,7 @@ struct MembershipState {
     bool wasPaired = false;
     bool isRestoring = true;
     bool keychainLocked = false;
+    std::string serverURL;   ///< of the board's server; empty where neither the person nor the build has named one
     bool isSettling = false; ///< a new token is on its way to its place
     SecretPlace secretPlace = SecretPlace::keyring;
 };
@@ -58,7 +59,7 @@ public:
     };
     struct Setup {
         std::string keychainService;
-        std::string defaultServerURL;
+        std::string defaultServerURL; ///< where the person has named none; may be empty
     };
 
     class Listener {
@@ -97,9 +98,12 @@ public:
     /// This device is on no board any more, and holds no token.
     void forget();
 
+    /// From now on this device's server, while it is on no board.
+    void setServerURL(const std::string& url);
+
     /// Stable for this installation.
     std::string deviceId();
-    std::string serverURL() const;
+    const std::string& serverURL() const { return state_.serverURL; }
     /// Where this device's secrets are; used on the background's thread.
     KeychainStore keychain() const;
 

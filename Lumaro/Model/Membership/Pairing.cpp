@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Lumaro/Model/Membership/Pairing.h"
 
+#include "LumaroCore/Protocol/ServerAddress.h"
 #include "LumaroCore/Support/EnumNames.h"
 #include "LumaroCore/Support/Unicode.h"
 #include "LumaroCore/Support/Wire.h"
@@ -16,6 +17,9 @@ constexpr Seconds greetingSpan{6};
 constexpr std::size_t maxNameCharacters = 64;
 constexpr std::string_view noLinkYet = "paste the link they sent you, and in you come.";
 constexpr std::string_view noLink = "that's no lumaro link. paste the whole message they sent you?";
+constexpr std::string_view linkNotSafe =
+    "that link's board can't be reached safely: out on the internet it needs https. ask them for another one?";
+constexpr std::string_view noServerYet = "first say where our board is to live.";
 constexpr std::string_view onBoardAlready = "you're on a board already; leave it first";
 
 /// Keys that were used once.
@@ -110,6 +114,7 @@ void Pairing::handedOff(const std::expected<HandOff::Invite, PairingFailure>& in
 void Pairing::startOurBoard(std::optional<std::string> name) {
     whenRestored([this, name = std::move(name)] {
         if (neighbours_.who.token) return enter(PairingPhase::Failed{std::string{onBoardAlready}});
+        if (neighbours_.membership.serverURL().empty()) return enter(PairingPhase::Failed{std::string{noServerYet}});
         call_ = neighbours_.service.client().createCouple(
             neighbours_.membership.deviceId(), name.value_or(neighbours_.names.myDisplayName),
             [this, name](const std::expected<CreatedCouple, PairingFailure>& created) {
@@ -179,6 +184,9 @@ void Pairing::joinByLink(std::string_view text, JoinTerms terms) {
         const bool isEmpty = trimmed(text).empty();
         return enter(PairingPhase::Failed{std::string{isEmpty ? noLinkYet : noLink}});
     }
+    const auto server = inviteServerIn(text);
+    const auto address = server ? std::optional{ServerAddress::parse(*server)} : std::nullopt;
+    if (address && !*address) return enter(PairingPhase::Failed{std::string{linkNotSafe}});
     whenRestored([this, text = std::string{text}, invite = std::move(*invite), terms = std::move(terms)]() mutable {
         join_ = Join{.door = JoinDoor::link,
                      .key = std::move(invite),
@@ -227,7 +235,22 @@ void Pairing::chooseOneself(PartnerID slot) {
     join();
 }
 
+void Pairing::goOn() {
+    if (join_ && std::holds_alternative<PairingPhase::NeedsServer>(state_.pairing.value)) join();
+}
+
+// Where no server is set, a code may be of a room in this network.
+bool Pairing::tryNextNearby() {
+    if (join_->door != JoinDoor::code) return false;
+    if (!join_->nearby) join_->nearby = neighbours_.serversNearby();
+    if (join_->nearby->empty()) return false;
+    join_->serverURL = std::move(join_->nearby->front());
+    join_->nearby->erase(join_->nearby->begin());
+    return true;
+}
+
 void Pairing::join() {
+    if (serverOf(*join_).empty() && !tryNextNearby()) return enter(PairingPhase::NeedsServer{});
     if (!join_->isQuiet) enter(PairingPhase::Working{});
     const PairingClient::Joiner joiner{neighbours_.membership.deviceId(),
                                        join_->name.value_or(neighbours_.names.myDisplayName), join_->slot};
@@ -244,6 +267,12 @@ void Pairing::joined(const std::expected<Joined, PairingFailure>& answer) {
     if (answer) return keepToken(*answer);
     if (answer.error().kind == PairingFailure::Case::choosePerson) {
         return enter(PairingPhase::Choosing{answer.error().names, answer.error().suggested});
+    }
+    using Case = PairingFailure::Case;
+    const auto why = answer.error().kind;
+    if (join_->nearby && (why == Case::codeNotFound || why == Case::offline || why == Case::server)) {
+        join_->serverURL.reset();
+        return join();
     }
     const bool isQuiet = join_->isQuiet;
     join_.reset();

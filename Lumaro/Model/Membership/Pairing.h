@@ -16,6 +16,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace lumaro {
 
@@ -58,6 +59,7 @@ public:
         PairingClients& service;
         Announcer& announcer;
         std::function<std::size_t()> itemsOnBoard; ///< with those that wait for the room
+        std::function<std::vector<std::string>()> serversNearby;
     };
 
     Pairing(Ports ports, PairingState& state, Neighbours neighbours);
@@ -77,6 +79,8 @@ public:
     void joinByLink(std::string_view text, JoinTerms terms = {});
     /// The answer to `PairingPhase::Asking`; without it everything stays as it was.
     void acceptInvite(bool accepts);
+    /// After `PairingPhase::NeedsServer`, once there is a server.
+    void goOn();
     /// The answer to `PairingPhase::Choosing`.
     void chooseOneself(PartnerID slot);
     /// Takes a failure off the screen, and drops what waits for an answer of the person.
@@ -93,6 +97,7 @@ private:
         std::optional<PartnerID> slot;
         bool isQuiet = false; ///< nobody has asked for it
         std::optional<std::string> name{};
+        std::optional<std::vector<std::string>> nearby{}; ///< servers that the code is still to be tried on
     };
     using Asked = std::move_only_function<void()>;
 
@@ -105,6 +110,7 @@ private:
     bool needsAsking(const Join& join, std::string_view text) const;
     void askAboutInvite();
     void join();
+    bool tryNextNearby();
     void joined(const std::expected<Joined, PairingFailure>& answer);
     void keepToken(const Joined& joined);
     void settled(const Joined& joined, const std::optional<std::string>& name);

@@ -46,11 +46,15 @@ struct PairingPhase {
         std::size_t items = 0;   ///< that hang on the board that would be left
         bool operator==(const Asking&) const = default;
     };
+    /// No server is known that the code could be tried on: the person must give its address.
+    struct NeedsServer {
+        bool operator==(const NeedsServer&) const = default;
+    };
     struct Failed {
         std::string message; ///< for people
         bool operator==(const Failed&) const = default;
     };
-    using Value = std::variant<Idle, Working, Choosing, Asking, Failed>;
+    using Value = std::variant<Idle, Working, Choosing, Asking, NeedsServer, Failed>;
     Value value;
 
     bool operator==(const PairingPhase&) const = default;

@@ -58,6 +58,9 @@ Sheet {
             onAgreed: page.view.resetLinks()
         }
     }
+    HomeSection {
+        home: page.view.home
+    }
     Section {
         heading: qsTr("where it lies")
 

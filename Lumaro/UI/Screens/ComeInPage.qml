@@ -14,6 +14,7 @@ SheetPage {
     readonly property string fault: view.face.failure
 
     signal backAsked
+    signal elsewhereAsked
 
     function goOn(): void {
         if (page.view.face.isWorking)
@@ -110,6 +111,13 @@ SheetPage {
         onAccepted: page.goOn()
         onEdited: page.forgetFault()
     }
+    Body {
+        visible: page.door === "code" && !page.view.home.face.isSet && page.view.home.face.nearby !== ""
+        width: parent.width
+        isSmall: true
+        isSoft: true
+        text: qsTr("in this network there is the room of %1. the code is tried there.").arg(page.view.home.face.nearby)
+    }
     PaperButton {
         width: parent.width
         kind: PaperButton.Primary
@@ -120,5 +128,10 @@ SheetPage {
             return page.isStart ? qsTr("hang up our board") : qsTr("come in");
         }
         onClicked: page.goOn()
+    }
+    HomeLine {
+        visible: page.door !== "link" && page.view.home.face.isSet && page.view.home.face.isChangeable
+        home: page.view.home
+        onElsewhereAsked: page.elsewhereAsked()
     }
 }

@@ -11,6 +11,11 @@ Sheet {
     required property AppView view
     /// How this person comes in, once they have said so: "start", "code" or "link".
     property string door
+    /// They want another room than the one that is set.
+    property bool isElsewhere: false
+    /// They have a room, and are asked for its address.
+    property bool hasRoom: false
+    readonly property bool isKeptHere: view.home.face.isKeptHere && !view.home.face.isStarting
     readonly property string stage: view.face.stage
     /// The page that it shows; it stays the last one while the sheet closes.
     property string page: wanted
@@ -18,8 +23,14 @@ Sheet {
         if (view.face.isChoosing)
             return "choosing";
         const canComeIn = ["welcome", "makeItYours", "offBoard", "refused", "bringThemOver"].includes(stage);
-        if (canComeIn && (door !== "" || stage === "makeItYours"))
-            return "comeIn";
+        if (view.home.face.needsServer)
+            return "address";
+        if (canComeIn && (door !== "" || stage === "makeItYours")) {
+            const isNowhere = !view.home.face.isSet && (door === "" || door === "start");
+            if (!isNowhere && !isElsewhere)
+                return "comeIn";
+            return view.home.face.canKeepHere && door !== "code" && !hasRoom ? "where" : "address";
+        }
         return view.face.failure !== "" || stage === "board" ? "failure" : stage;
     }
 
@@ -29,8 +40,21 @@ Sheet {
             view.goTo("makeItYours");
     }
     function goBack(): void {
-        door = "";
+        view.home.forgetCheck();
+        const hadRoom = hasRoom && page === "address" && view.home.face.canKeepHere;
+        hasRoom = false;
+        if (hadRoom)
+            return;
+        const wasElsewhere = isElsewhere;
+        isElsewhere = false;
+        if (wasElsewhere)
+            return;
+        // From the question for an address back to the digits.
+        const wasWaiting = view.home.face.needsServer && door !== "";
         view.forgetPairingFailure();
+        if (wasWaiting)
+            return;
+        door = "";
         if (stage === "makeItYours")
             view.goTo("welcome");
     }
@@ -42,6 +66,7 @@ Sheet {
     // From here on nobody is to come in, unless they ask for it anew.
     onStageChanged: if (stage === "bringThemOver") door = ""
     onWantedChanged: if (view.face.needsPerson) page = wanted
+    onIsKeptHereChanged: if (isKeptHere) isElsewhere = false
     onClosed: door = ""
 
     // The board is to be seen behind it.
@@ -59,6 +84,25 @@ Sheet {
         focus: visible
         view: firstRun.view
         door: firstRun.door === "" ? "start" : firstRun.door
+        onBackAsked: firstRun.goBack()
+        onElsewhereAsked: firstRun.isElsewhere = true
+    }
+    AddressPage {
+        visible: firstRun.page === "address"
+        focus: visible
+        home: firstRun.view.home
+        isForCode: firstRun.view.home.face.needsServer
+        onBackAsked: firstRun.goBack()
+        onUsed: {
+            firstRun.isElsewhere = false;
+            firstRun.hasRoom = false;
+        }
+    }
+    WherePage {
+        visible: firstRun.page === "where"
+        focus: visible
+        home: firstRun.view.home
+        onAddressAsked: firstRun.hasRoom = true
         onBackAsked: firstRun.goBack()
     }
     BringThemOverPage {

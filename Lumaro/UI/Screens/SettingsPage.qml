@@ -156,6 +156,9 @@ Sheet {
             onClicked: page.settings.reducesMotion = checked
         }
     }
+    HomeSection {
+        home: page.view.home
+    }
     Body {
         width: parent.width
         isSmall: true
@@ -166,6 +169,6 @@ Sheet {
         width: parent.width
         isSmall: true
         isSoft: true
-        text: "lumaro " + page.view.version + "  ·  " + page.view.server
+        text: "lumaro " + page.view.version
     }
 }

@@ -77,7 +77,7 @@ FocusNodes focusNodes(QQuickItem& root) {
 
 } // namespace
 
-void Bed::build() {
+void Bed::build(const std::string& server) {
     // Pages let go of what there was when they hear of the new; then it goes, the application last.
     const auto app = std::move(app_);
     const auto settings = std::move(settings_);
@@ -88,7 +88,7 @@ void Bed::build() {
     const auto place = std::move(place_);
     const auto editor = std::move(editor_);
     const auto pictures = std::move(pictures_);
-    app_ = std::make_unique<AppFixture>();
+    app_ = std::make_unique<AppFixture>(server);
     view_ = std::make_unique<AppView>(AppView::Setup{QStringLiteral("/profile"), QStringLiteral("1"), {}}, *app_->app,
                                       app_->clock, app_->sleeper);
     settings_ = std::make_unique<SettingsView>(app_->defaults, app_->loginItem);
@@ -114,6 +114,25 @@ void Bed::make() {
     build();
     app_->start();
     answer(404, QStringLiteral(R"({"code":"not_found","message":""})"));
+}
+
+void Bed::makeNowhere() {
+    build({});
+    app_->start();
+}
+
+void Bed::answerHomeRoom(bool starts) {
+    if (!starts) return app_->homeRoom.answer(std::unexpected("no such program"));
+    app_->homeRoom.answer(HomeRoom::Running{.port = 7700, .host = "ada-laptop.local"});
+}
+
+void Bed::roomsNearby(const QStringList& owners) {
+    std::vector<NearbyRoom> rooms;
+    for (const auto& owner : owners) {
+        const auto host = "192.168.1." + std::to_string(rooms.size() + 1);
+        rooms.push_back({.name = owner.toStdString(), .host = host, .port = 7700});
+    }
+    app_->nearby.tell(rooms);
 }
 
 void Bed::makeLocked() {
@@ -154,6 +173,7 @@ bool Bed::answer(int status, const QString& body) {
 }
 
 QString Bed::lastRequest() const {
+    if (app_->http.requests.empty()) return {};
     const auto& request = app_->http.requests.back();
     return qText(request.method + " " + request.url + " " + request.body);
 }

@@ -52,6 +52,12 @@ public:
 
     /// A new person at a new computer, whose program has just been started; no invite waits for them.
     Q_INVOKABLE void make();
+    /// The same, of a build that has no server.
+    Q_INVOKABLE void makeNowhere();
+    /// The room of this computer starts, or does not; then it has to answer, too.
+    Q_INVOKABLE void answerHomeRoom(bool starts);
+    /// These people keep rooms in this network, at 192.168.1.1 and on.
+    Q_INVOKABLE void roomsNearby(const QStringList& owners);
     /// The same, when the keychain will not open.
     Q_INVOKABLE void makeLocked();
     Q_INVOKABLE void openKeychain();
@@ -145,7 +151,7 @@ Q_SIGNALS:
 private:
     QByteArray pictureBytes() const;
     void fall(QQuickItem& on, QPointF place, QMimeData& dragged) const;
-    void build();
+    void build(const std::string& server = "https://board.example");
 
     QTemporaryDir folder_;
     PseudoLanguage pseudo_;

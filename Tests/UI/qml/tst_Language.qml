@@ -61,7 +61,7 @@ Item {
         property BoardWindow window
 
         // What people wrote, numbers, keys, and names of things.
-        readonly property var own: ["ann?|bo|left|right", "[A-Za-z?]", "[0-9 ·:/-]+", "°[CF]", "alfama|lisbo[an]|zzzz|Lisboa  ·  .*", "https://\\S+|/profile", "lumaro .*", "the train", "that evening", "(mon|tue|wed|thu|fri|sat|sun)", "([a-z]+day, )?([0-9]+ )?[a-z]+ [0-9]{4}"]
+        readonly property var own: ["ann?|bo|left|right", "[A-Za-z?]", "[0-9 ·:/-]+", "°[CF]", "alfama|lisbo[an]|zzzz|Lisboa  ·  .*", "https://\\S+|/profile|board.example", "lumaro .*", "the train", "that evening", "(mon|tue|wed|thu|fri|sat|sun)", "([a-z]+day, )?([0-9]+ )?[a-z]+ [0-9]{4}"]
         readonly property string board: '{"coupleId":"q3m7xk2p","token":"lm1.q3m7xk2p.a.nbswy3dpo5xxe3de","invite":{"inviteId":"abcdefgh12","link":"https://x/for/abcdefgh12","expiresAt":1900000000000}}'
         readonly property string joined: '{"coupleId":"q3m7xk2p","token":"lm1.q3m7xk2p.b.nbswy3dpo5xxe3de","partnerName":"ann","slot":"b","status":"joined"}'
         readonly property string choose: '{"code":"choose_person","message":"","names":{"a":"ann","b":"bo"},"suggested":"b"}'
@@ -158,6 +158,18 @@ Item {
                         Bed.make();
                         open();
                         chooseDoor("link");
+                    }],
+                where: [4, () => {
+                        Bed.makeNowhere();
+                        open();
+                        chooseDoor("start");
+                    }],
+                address: [4, () => {
+                        Bed.makeNowhere();
+                        open();
+                        Bed.view.joinByCode("123456");
+                        Bed.view.home.check("192.168.1.4:7700");
+                        Bed.answer(200, '{"room":"lumaro","v":1}');
                     }],
                 working: [3, () => {
                         Bed.make();
