@@ -109,10 +109,10 @@ class Announcing final : public AvahiTask {
 
 public:
     Announcing(QDBusConnection bus, const std::string& name, std::uint16_t port)
-        : AvahiTask(std::move(bus)), name_(instanceName(name)), port_(port) {
+        : AvahiTask(std::move(bus)), wanted_(instanceName(name)), port_(port) {
         this->bus().connect(avahi(), QString{}, groupInterface(), QStringLiteral("StateChanged"), this,
                             SLOT(stateChanged(int, QString, QDBusMessage)));
-        begin();
+        if (this->bus().isConnected()) begin();
     }
 
 private Q_SLOTS:
@@ -122,6 +122,8 @@ private Q_SLOTS:
 
 private:
     void begin() override {
+        name_ = wanted_;
+        tries_ = 0;
         ask(serverCall(QStringLiteral("EntryGroupNew")), [this](const QDBusMessage& reply) {
             setObject(reply.arguments().value(0).value<QDBusObjectPath>().path(), groupInterface());
             add();
@@ -165,7 +167,8 @@ private:
         });
     }
 
-    QString name_;
+    QString wanted_;
+    QString name_; ///< that one, or one like it that is free
     std::uint16_t port_;
     int tries_ = 0;
 };
@@ -180,7 +183,7 @@ public:
                             SLOT(itemNew(int, int, QString, QString, QString, uint)));
         this->bus().connect(avahi(), QString{}, browserInterface(), QStringLiteral("ItemRemove"), this,
                             SLOT(itemRemove(int, int, QString, QString, QString, uint)));
-        begin();
+        if (this->bus().isConnected()) begin();
     }
 
 private Q_SLOTS:
