@@ -112,7 +112,7 @@ public:
         : AvahiTask(std::move(bus)), wanted_(instanceName(name)), port_(port) {
         this->bus().connect(avahi(), QString{}, groupInterface(), QStringLiteral("StateChanged"), this,
                             SLOT(stateChanged(int, QString, QDBusMessage)));
-        if (this->bus().isConnected()) begin();
+        begin();
     }
 
 private Q_SLOTS:
@@ -183,7 +183,7 @@ public:
                             SLOT(itemNew(int, int, QString, QString, QString, uint)));
         this->bus().connect(avahi(), QString{}, browserInterface(), QStringLiteral("ItemRemove"), this,
                             SLOT(itemRemove(int, int, QString, QString, QString, uint)));
-        if (this->bus().isConnected()) begin();
+        begin();
     }
 
 private Q_SLOTS:
@@ -261,10 +261,12 @@ private:
 } // namespace
 
 std::unique_ptr<RoomsNearby::Handle> AvahiRooms::announce(const std::string& name, std::uint16_t port) {
+    if (!bus_.isConnected()) return std::make_unique<Handle>();
     return std::make_unique<Announcing>(bus_, name, port);
 }
 
 std::unique_ptr<RoomsNearby::Handle> AvahiRooms::browse(Heard heard) {
+    if (!bus_.isConnected()) return std::make_unique<Handle>();
     return std::make_unique<Browsing>(bus_, std::move(heard));
 }
 

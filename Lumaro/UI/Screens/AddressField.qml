@@ -33,7 +33,7 @@ Column {
         id: field
 
         width: parent.width
-        focus: true
+        focus: place.focus
         label: qsTr("the address of your room")
         placeholder: "board.example"
         maximumLength: 200
