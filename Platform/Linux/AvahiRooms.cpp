@@ -189,10 +189,15 @@ public:
 private Q_SLOTS:
     void itemNew(int interface, int protocol, const QString& name, const QString& type, const QString& domain,
                  uint flags) {
-        // Of each interface and protocol there is one; the same room is told of once.
-        if (type != serviceType() || (flags & ownResult) != 0 || find(name) != found_.end()) return;
-        if (found_.size() == RoomsNearby::maxRooms) return;
-        found_.push_back({.name = name, .room = {}, .isResolved = false});
+        if (type != serviceType() || (flags & ownResult) != 0) return;
+        // One for each interface and protocol: the first that tells an address counts.
+        auto known = find(name);
+        if (known == found_.end()) {
+            if (found_.size() == RoomsNearby::maxRooms) return;
+            known = found_.insert(found_.end(), Found{.name = name, .room = {}, .isResolved = false});
+        }
+        ++known->ways;
+        if (known->isResolved) return;
         ask(serverCall(QStringLiteral("ResolveService"), {interface, protocol, name, type, domain, protocolInet, 0U}),
             [this, name](const QDBusMessage& reply) { resolved(name, reply.arguments()); });
     }
@@ -200,7 +205,7 @@ private Q_SLOTS:
     void itemRemove(int /*interface*/, int /*protocol*/, const QString& name, const QString& type,
                     const QString& /*domain*/, uint /*flags*/) {
         const auto gone = type == serviceType() ? find(name) : found_.end();
-        if (gone == found_.end()) return;
+        if (gone == found_.end() || --gone->ways > 0) return;
         found_.erase(gone);
         tell();
     }
@@ -210,6 +215,7 @@ private:
         QString name;
         NearbyRoom room;
         bool isResolved = false;
+        int ways = 0; ///< on which it is told of
     };
 
     void begin() override {
@@ -231,15 +237,17 @@ private:
         const auto port = answer.value(8).toUInt();
         constexpr uint maxPort = 65535;
         if (address.isEmpty() || port == 0 || port > maxPort) return;
+        const auto place = find(name);
+        if (place == found_.end() || std::exchange(place->isResolved, true)) return;
+        place->room = {
+            .name = name.toStdString(), .host = address.toStdString(), .port = static_cast<std::uint16_t>(port)};
+        tell();
         // A name outlasts an address, where this computer can look it up.
+        if (!host.endsWith(QStringLiteral(".local"))) return;
         QHostInfo::lookupHost(host, this, [=, this](const QHostInfo& known) {
-            const auto place = find(name);
-            if (place == found_.end()) return;
-            const bool isKnown = known.error() == QHostInfo::NoError && host.endsWith(QStringLiteral(".local"));
-            place->room = {.name = name.toStdString(),
-                           .host = (isKnown ? host : address).toStdString(),
-                           .port = static_cast<std::uint16_t>(port)};
-            place->isResolved = true;
+            const auto named = find(name);
+            if (known.error() != QHostInfo::NoError || named == found_.end()) return;
+            named->room.host = host.toStdString();
             tell();
         });
     }

@@ -123,6 +123,7 @@ void BoardHome::keepHere() {
 void BoardHome::startRoom() {
     if (std::holds_alternative<KeptHere::Starting>(state_.keptHere.value)) return;
     const Announcer::Update update{neighbours_.announcer};
+    if (!state_.canKeepHere) return couldNotKeep("its program is not installed");
     state_.keptHere.value = KeptHere::Starting{};
     neighbours_.announcer.changed(AppChange::membership);
     const auto text = ports_.defaults.string(portKey).value_or("");
