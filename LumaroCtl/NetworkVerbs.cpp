@@ -2,6 +2,7 @@
 #include "LumaroCtl/NetworkVerbs.h"
 #include "LumaroControl/ProfileSocket.h"
 
+#include "LumaroCore/Protocol/ServerAddress.h"
 #include "LumaroCore/Support/Overloaded.h"
 #include "LumaroCore/Support/Wire.h"
 
@@ -69,10 +70,15 @@ Profile::Result<std::string> Network::serverFor(const Profile& profile) const {
     if (server.empty() && profile.token()) server = profile.facts().server;
     if (server.empty()) server = environment("LUMARO_SERVER");
     if (server.empty()) server = defaultServer;
-    while (server.ends_with('/')) server.pop_back();
-    if (server.starts_with("http://") || server.starts_with("https://")) return server;
+    const auto address = ServerAddress::parse(server);
+    if (address && server.contains("://")) return address->url();
+    // A board that is on such a server already stays there.
+    const bool isRemembered = options.server.empty() && profile.token();
+    if (isRemembered && server.starts_with("http://")) return server;
+    const bool isOpen = !address && address.error() == ServerAddress::Fault::notEncrypted;
     return std::unexpected(
-        VerbFailure{ExitStatus::usage, "\"" + server + "\" is no server like https://board.example"});
+        VerbFailure{ExitStatus::usage, "\"" + server + "\" is no server like https://board.example" +
+                                           (isOpen ? ", and without https one must be nearby" : "")});
 }
 
 void Network::pause() {

@@ -69,7 +69,7 @@ it as a service of the system is in lumaro-room-server.")
 lumaro_package(room-server lumaro-room-server net "room of Lumaro boards as a service of the system"
     ALL_ARCHITECTURES
     DEPENDS "lumaro-room (>= ${PROJECT_VERSION})"
-    RECOMMENDS "nginx | caddy | httpd"
+    SUGGESTS "caddy | nginx"
     DESCRIPTION "Runs lumaro-room under systemd, in a sandbox and under a user of its own, for
 everybody who knows its address.
 .

@@ -15,13 +15,13 @@ namespace {
 using Fault = ServerAddress::Fault;
 using Ipv4 = std::array<unsigned, 4>;
 
-constexpr char lowered(char c) {
+constexpr char lowerCased(char c) {
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
 }
 
 std::string inLowerCase(std::string_view text) {
     std::string result{text};
-    std::ranges::transform(result, result.begin(), lowered);
+    std::ranges::transform(result, result.begin(), lowerCased);
     return result;
 }
 
@@ -60,7 +60,7 @@ bool isIpv6(std::string_view text) {
 }
 
 // As RFC 1123 has names, and without a number at its end, which would make it an IPv4 address of another spelling.
-bool isName(std::string_view host) {
+bool isDomainName(std::string_view host) {
     if (host.empty() || host.size() > 253) return false;
     std::string_view last;
     for (const auto part : std::views::split(host, '.')) {
@@ -74,9 +74,9 @@ bool isName(std::string_view host) {
     return !(last.front() >= '0' && last.front() <= '9');
 }
 
-bool isHost(std::string_view host) {
+bool isAddressHost(std::string_view host) {
     if (host.starts_with('[')) return host.size() > 2 && host.ends_with(']') && isIpv6(host.substr(1, host.size() - 2));
-    return ipv4In(host) || isName(host);
+    return ipv4In(host) || isDomainName(host);
 }
 
 // "host:7700" and "[fe80::1]:7700" in two; the port keeps its colon.
@@ -87,7 +87,7 @@ std::pair<std::string_view, std::string_view> hostAndPort(std::string_view autho
     return {authority.substr(0, end), authority.substr(end)};
 }
 
-bool isPath(std::string_view path) {
+bool isBasePath(std::string_view path) {
     const bool isPlain = std::ranges::all_of(path, [](char c) { return c > ' ' && c < '\x7f'; });
     return isPlain && path.find_first_of("\"<>\\^`{|}?#@") == std::string_view::npos;
 }
@@ -125,7 +125,7 @@ std::expected<ServerAddress, Fault> ServerAddress::parse(std::string_view typed)
     auto host = inLowerCase(written);
     constexpr unsigned maxPort = 65535;
     const bool isPort = port.empty() || numberIn(port.substr(1), maxPort).value_or(0) > 0;
-    if (!isHost(host) || !isPort || !isPath(path)) return std::unexpected(Fault::noAddress);
+    if (!isAddressHost(host) || !isPort || !isBasePath(path)) return std::unexpected(Fault::noAddress);
     const bool isNear = isNearbyHost(host);
     if (scheme.empty()) scheme = isNear ? "http" : "https";
     if (scheme == "http" && !isNear) return std::unexpected(Fault::notEncrypted);

@@ -121,8 +121,8 @@ bool Judge::reachesServer() {
     report.goodSigns.push_back(asked.host + " is " + places);
     if (sight.unreachable) {
         found(SetupFault::notReachable,
-              "nothing answers at " + asked.authority() + " port " + std::to_string(asked.port) + " (" +
-                  *sight.unreachable + ").",
+              "nothing answers at " + asked.host + " port " + std::to_string(asked.port) + " (" + *sight.unreachable +
+                  ").",
               "start your proxy, and let port " + std::to_string(asked.port) +
                   " through the server's firewall and the router before it.");
         return false;

@@ -109,7 +109,7 @@ class Announcing final : public AvahiTask {
 
 public:
     Announcing(QDBusConnection bus, const std::string& name, std::uint16_t port)
-        : AvahiTask(std::move(bus)), name_(instanceName(name)), port_(port) {
+        : AvahiTask(std::move(bus)), wanted_(instanceName(name)), port_(port) {
         this->bus().connect(avahi(), QString{}, groupInterface(), QStringLiteral("StateChanged"), this,
                             SLOT(stateChanged(int, QString, QDBusMessage)));
         begin();
@@ -122,6 +122,8 @@ private Q_SLOTS:
 
 private:
     void begin() override {
+        name_ = wanted_;
+        tries_ = 0;
         ask(serverCall(QStringLiteral("EntryGroupNew")), [this](const QDBusMessage& reply) {
             setObject(reply.arguments().value(0).value<QDBusObjectPath>().path(), groupInterface());
             add();
@@ -165,7 +167,8 @@ private:
         });
     }
 
-    QString name_;
+    QString wanted_;
+    QString name_; ///< that one, or one like it that is free
     std::uint16_t port_;
     int tries_ = 0;
 };
@@ -186,10 +189,15 @@ public:
 private Q_SLOTS:
     void itemNew(int interface, int protocol, const QString& name, const QString& type, const QString& domain,
                  uint flags) {
-        // Of each interface and protocol there is one; the same room is told of once.
-        if (type != serviceType() || (flags & ownResult) != 0 || find(name) != found_.end()) return;
-        if (found_.size() == RoomsNearby::maxRooms) return;
-        found_.push_back({.name = name, .room = {}, .isResolved = false});
+        if (type != serviceType() || (flags & ownResult) != 0) return;
+        // One for each interface and protocol: the first that tells an address counts.
+        auto known = find(name);
+        if (known == found_.end()) {
+            if (found_.size() == RoomsNearby::maxRooms) return;
+            known = found_.insert(found_.end(), Found{.name = name, .room = {}, .isResolved = false});
+        }
+        ++known->ways;
+        if (known->isResolved) return;
         ask(serverCall(QStringLiteral("ResolveService"), {interface, protocol, name, type, domain, protocolInet, 0U}),
             [this, name](const QDBusMessage& reply) { resolved(name, reply.arguments()); });
     }
@@ -197,7 +205,7 @@ private Q_SLOTS:
     void itemRemove(int /*interface*/, int /*protocol*/, const QString& name, const QString& type,
                     const QString& /*domain*/, uint /*flags*/) {
         const auto gone = type == serviceType() ? find(name) : found_.end();
-        if (gone == found_.end()) return;
+        if (gone == found_.end() || --gone->ways > 0) return;
         found_.erase(gone);
         tell();
     }
@@ -207,6 +215,7 @@ private:
         QString name;
         NearbyRoom room;
         bool isResolved = false;
+        int ways = 0; ///< on which it is told of
     };
 
     void begin() override {
@@ -228,15 +237,17 @@ private:
         const auto port = answer.value(8).toUInt();
         constexpr uint maxPort = 65535;
         if (address.isEmpty() || port == 0 || port > maxPort) return;
+        const auto place = find(name);
+        if (place == found_.end() || std::exchange(place->isResolved, true)) return;
+        place->room = {
+            .name = name.toStdString(), .host = address.toStdString(), .port = static_cast<std::uint16_t>(port)};
+        tell();
         // A name outlasts an address, where this computer can look it up.
+        if (!host.endsWith(QStringLiteral(".local"))) return;
         QHostInfo::lookupHost(host, this, [=, this](const QHostInfo& known) {
-            const auto place = find(name);
-            if (place == found_.end()) return;
-            const bool isKnown = known.error() == QHostInfo::NoError && host.endsWith(QStringLiteral(".local"));
-            place->room = {.name = name.toStdString(),
-                           .host = (isKnown ? host : address).toStdString(),
-                           .port = static_cast<std::uint16_t>(port)};
-            place->isResolved = true;
+            const auto named = find(name);
+            if (known.error() != QHostInfo::NoError || named == found_.end()) return;
+            named->room.host = host.toStdString();
             tell();
         });
     }
@@ -258,10 +269,12 @@ private:
 } // namespace
 
 std::unique_ptr<RoomsNearby::Handle> AvahiRooms::announce(const std::string& name, std::uint16_t port) {
+    if (!bus_.isConnected()) return std::make_unique<Handle>();
     return std::make_unique<Announcing>(bus_, name, port);
 }
 
 std::unique_ptr<RoomsNearby::Handle> AvahiRooms::browse(Heard heard) {
+    if (!bus_.isConnected()) return std::make_unique<Handle>();
     return std::make_unique<Browsing>(bus_, std::move(heard));
 }
 

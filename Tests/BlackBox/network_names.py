@@ -47,7 +47,8 @@ class Group(dbus.service.Object):
         for name in [name for name, (group, _, _) in Network.services.items() if group is self]:
             _, kind, _ = Network.services.pop(name)
             for browser in Network.browsers:
-                browser.ItemRemove(-1, 0, name, kind, "local", dbus.UInt32(LOCAL))
+                for protocol in (0, 1):
+                    browser.ItemRemove(-1, protocol, name, kind, "local", dbus.UInt32(LOCAL))
 
     @dbus.service.method(AVAHI + ".EntryGroup")
     def Free(self):

@@ -106,7 +106,7 @@ TEST_F(AppControlTest, WhatCannotBeAJoinIsNotAskedOfTheService) {
 
 TEST_F(AppControlTest, WhoeverSaysSoLeavesABoardForALinkWithoutBeingAskedAgain) {
     app_.goOnBoard();
-    const auto& joined = ask(BoardRequest::Join{"http://other.example/for/abcdefghijklmnop", "Ann", {}, true});
+    const auto& joined = ask(BoardRequest::Join{"https://other.example/for/abcdefghijklmnop", "Ann", {}, true});
     EXPECT_NE(app_.http.requests.back().url.find("other.example/joins/link"), std::string::npos);
     ASSERT_TRUE(app_.http.answer(HttpResponse{404, R"({"code":"invite_not_found","message":""})"}));
     waitUntil([&] { return joined.has_value(); });

@@ -81,5 +81,74 @@ TEST_F(BoardHomeTest, ALinkBringsItsServerUnlessStrangersWouldReadAlong) {
     EXPECT_EQ(app->serverURL(), "http://ada-laptop.local:7700");
 }
 
+TEST_F(BoardHomeTest, ARoomOfOnesOwnIsKeptOnceItAnswersAndComesBackWithTheProgram) {
+    app->people().setMyName("Ann");
+    app->home().keepHere();
+    app->home().keepHere();
+    EXPECT_EQ(homeRoom.asked, std::vector<std::uint16_t>{0}) << "one at a time";
+    homeRoom.answer(HomeRoom::Running{.port = 7712, .host = "ada-laptop.local"});
+    EXPECT_EQ(http.requests.back().url, "http://127.0.0.1:7712/room");
+    http.answer(std::unexpected(HttpFailure{"refused"}));
+    EXPECT_EQ(app->serverURL(), "");
+    pass(Seconds{1});
+    http.answer(HttpResponse{200, std::string{roomCard}});
+    EXPECT_EQ(app->serverURL(), "http://127.0.0.1:7712");
+    app->people().setMyName("Anna");
+    EXPECT_EQ(nearby.announced, (std::vector<std::string>{"Ann:7712", "Anna:7712"}));
+    EXPECT_EQ(nearby.announcing, 1);
+    give("board.example");
+    rebuild();
+    start();
+    EXPECT_EQ(homeRoom.asked.back(), 7712) << "the partner knows no other port";
+    homeRoom.answer(HomeRoom::Running{.port = 7712, .host = "ada-laptop.local"});
+    while (http.answer(HttpResponse{200, std::string{roomCard}})) {
+    }
+    EXPECT_EQ(app->serverURL(), "https://board.example") << "what was said last counts";
+    app->home().keepHere();
+    homeRoom.answer(HomeRoom::Running{.port = 7712, .host = "ada-laptop.local"});
+    http.answer(HttpResponse{200, std::string{roomCard}});
+    EXPECT_EQ(app->serverURL(), "http://127.0.0.1:7712");
+    app->home().stopKeeping();
+    EXPECT_TRUE(homeRoom.stops == 1 && nearby.announcing == 0 && app->serverURL().empty());
+    const auto asked = homeRoom.asked.size();
+    rebuild();
+    start();
+    EXPECT_EQ(homeRoom.asked.size(), asked) << "switched off is switched off";
+}
+
+TEST_F(BoardHomeTest, ARoomThatDoesNotAnswerIsNotKept) {
+    app->home().keepHere();
+    homeRoom.answer(HomeRoom::Running{.port = 7712, .host = "ada-laptop.local"});
+    for (int knock = 0; http.answer(std::unexpected(HttpFailure{"refused"})); ++knock) {
+        ASSERT_LT(knock, 100);
+        pass(Seconds{1});
+    }
+    EXPECT_EQ(state().keptHere, KeptHere{KeptHere::Failed{}});
+    EXPECT_FALSE(defaults.boolean("keepsRoom").value_or(false));
+    EXPECT_EQ(nearby.announcing, 0);
+}
+
+TEST_F(BoardHomeTest, ACodeIsTriedOnTheRoomsNearbyWhereNoServerIsSet) {
+    nearby.tell({{"Ann\nor so", "ada-laptop.local", 7700}, {"far", "board.example", 80}, {"Cleo", "10.0.0.7", 7701}});
+    ASSERT_EQ(state().roomsNearby.size(), 2U) << "one that is far is none";
+    EXPECT_EQ(state().roomsNearby.at(0).name.find('\n'), std::string::npos);
+    EXPECT_TRUE(http.requests.empty()) << "nobody joins a room because it is there";
+    for (const auto* url : {"http://ada-laptop.local:7700/joins/code", "http://10.0.0.7:7701/joins/code"}) {
+        if (http.requests.empty()) app->pairing().joinByCode("123456");
+        EXPECT_EQ(http.requests.back().url, url);
+        http.answer(HttpResponse{404, R"({"code":"code_not_found","message":""})"});
+    }
+    EXPECT_TRUE(isIn<PairingPhase::NeedsServer>());
+    EXPECT_EQ(app->serverURL(), "");
+    app->pairing().joinByCode("654321");
+    http.answer(std::unexpected(HttpFailure{"it has just gone"}));
+    http.answer(HttpResponse{200, std::string{joinedHome}});
+    background.runAll();
+    EXPECT_EQ(app->serverURL(), "http://10.0.0.7:7701");
+    EXPECT_TRUE(nearby.browsing == 0 && state().roomsNearby.empty()) << "on a board nobody looks for others";
+    app->leaveBoard();
+    EXPECT_EQ(nearby.browsing, 1);
+}
+
 } // namespace
 } // namespace lumaro

@@ -32,7 +32,7 @@ constexpr std::string_view portKey = "homeRoomPort";
 // A service takes a moment until it answers.
 constexpr int mostKnocks = 20;
 constexpr Seconds knockPause{0.5};
-constexpr std::size_t maxNameCharacters = 40;
+constexpr std::size_t maxOwnerCharacters = 40;
 
 /// Of the room that this computer keeps: it answers here, whatever becomes of the network.
 ServerAddress ownAddress(std::uint16_t port) {
@@ -40,7 +40,7 @@ ServerAddress ownAddress(std::uint16_t port) {
 }
 
 // Whoever tells of a room far away is not in this network.
-std::optional<ServerAddress> addressOf(const NearbyRoom& room) {
+std::optional<ServerAddress> nearbyAddress(const NearbyRoom& room) {
     const auto address = ServerAddress::parse("http://" + room.host + ":" + std::to_string(room.port));
     return address ? std::optional{*address} : std::nullopt;
 }
@@ -123,6 +123,7 @@ void BoardHome::keepHere() {
 void BoardHome::startRoom() {
     if (std::holds_alternative<KeptHere::Starting>(state_.keptHere.value)) return;
     const Announcer::Update update{neighbours_.announcer};
+    if (!state_.canKeepHere) return couldNotKeep("its program is not installed");
     state_.keptHere.value = KeptHere::Starting{};
     neighbours_.announcer.changed(AppChange::membership);
     const auto text = ports_.defaults.string(portKey).value_or("");
@@ -203,9 +204,9 @@ void BoardHome::heard(const std::vector<NearbyRoom>& rooms) {
     state_.roomsNearby.clear();
     for (const auto& room : rooms) {
         if (state_.roomsNearby.size() == RoomsNearby::maxRooms) break;
-        if (!addressOf(room)) continue;
+        if (!nearbyAddress(room)) continue;
         state_.roomsNearby.push_back(
-            {std::string{firstCharacters(onOneLine(room.name), maxNameCharacters)}, room.host, room.port});
+            {std::string{firstCharacters(onOneLine(room.name), maxOwnerCharacters)}, room.host, room.port});
     }
     neighbours_.announcer.changed(AppChange::membership);
 }
@@ -213,7 +214,7 @@ void BoardHome::heard(const std::vector<NearbyRoom>& rooms) {
 std::vector<std::string> BoardHome::serversNearby() const {
     std::vector<std::string> servers;
     for (const auto& room : state_.roomsNearby) {
-        if (const auto address = addressOf(room)) servers.push_back(address->url());
+        if (const auto address = nearbyAddress(room)) servers.push_back(address->url());
     }
     return servers;
 }

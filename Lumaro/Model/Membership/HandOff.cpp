@@ -2,6 +2,7 @@
 #include "Lumaro/Model/Membership/HandOff.h"
 
 #include "LumaroCore/Pairing/InviteLink.h"
+#include "LumaroCore/Protocol/ServerAddress.h"
 
 #include <algorithm>
 #include <utility>
@@ -14,7 +15,9 @@ std::vector<HandOff::Invite> invitesIn(const std::vector<std::string>& origins) 
     for (const auto& origin : origins) {
         auto id = inviteIdIn(origin);
         if (!id || std::ranges::find(invites, *id, &HandOff::Invite::id) != invites.end()) continue;
-        invites.push_back({std::move(*id), inviteServerIn(origin)});
+        auto server = inviteServerIn(origin);
+        if (server && !ServerAddress::parse(*server)) continue;
+        invites.push_back({std::move(*id), std::move(server)});
         if (invites.size() == DownloadOrigin::maxOrigins) break;
     }
     return invites;

@@ -10,6 +10,8 @@ Column {
     required property HomeView home
     /// What the button says once a room has answered.
     required property string yes
+    /// On a page of its own the keys go here at once.
+    property bool takesKeys: false
     property alias text: field.text
 
     signal used
@@ -33,7 +35,7 @@ Column {
         id: field
 
         width: parent.width
-        focus: true
+        focus: place.takesKeys
         label: qsTr("the address of your room")
         placeholder: "board.example"
         maximumLength: 200

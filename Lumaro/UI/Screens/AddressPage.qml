@@ -30,7 +30,7 @@ SheetPage {
     AddressField {
         id: address
 
-        focus: true
+        takesKeys: true
         home: page.home
         onUsed: page.used()
         yes: page.isForCode ? qsTr("try the code there") : qsTr("our board lives there")

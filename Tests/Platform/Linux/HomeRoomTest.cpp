@@ -20,9 +20,10 @@ const auto managerName = QStringLiteral("org.freedesktop.systemd1");
 class RoomsNearbyTest : public BusTest {
 protected:
     /// Another program of this network.
-    QDBusConnection other() {
+    static QDBusConnection other() {
+        static int count = 0;
         return QDBusConnection::connectToBus(qEnvironmentVariable("DBUS_SYSTEM_BUS_ADDRESS"),
-                                             QStringLiteral("rooms-%1").arg(++others_));
+                                             QStringLiteral("rooms-%1").arg(++count));
     }
     QProcess& startAvahi() {
         return startService(avahiName, QStringLiteral("/usr/bin/python3"),
@@ -33,7 +34,6 @@ protected:
     }
 
     std::vector<NearbyRoom> heard_;
-    int others_ = 0;
 };
 
 TEST_F(RoomsNearbyTest, WhatOneAnnouncesTheOtherFindsUntilItEnds) {
