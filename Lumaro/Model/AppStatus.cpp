@@ -60,6 +60,7 @@ std::string_view nameOf(const ConnectionState& state) {
 
 std::vector<std::string> namesOf(const std::vector<NearbyRoom>& rooms) {
     std::vector<std::string> names;
+    names.reserve(rooms.size());
     for (const auto& room : rooms) names.push_back(room.name);
     return names;
 }

@@ -3,8 +3,7 @@
 #include "LumaroCore/DesktopKit/LayerShell.h"
 
 extern "C" {
-extern const wl_interface xdg_popup_interface;
+#include <wlr-layer-shell.inc>
 // A layer may have popups, which belong to another protocol. Ours has none, so its name is enough.
 const wl_interface xdg_popup_interface{"xdg_popup", 1, 0, nullptr, 0, nullptr};
-#include <wlr-layer-shell.inc>
 }

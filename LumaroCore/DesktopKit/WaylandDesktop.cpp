@@ -76,10 +76,11 @@ const Globals& globals() {
 // The role of one window's surface. It ends before the surface does: when the window is hidden or goes.
 class Layer final : public QObject {
 public:
-    explicit Layer(QWindow& window) : QObject(&window), window_(window) {
-        // Newer surfaces of a layer go below older ones, so that whoever draws the wallpaper would hide the lowest.
-        role_ = zwlr_layer_shell_v1_get_layer_surface(globals().layers, surfaceOf(window), outputOf(*window.screen()),
-                                                      ZWLR_LAYER_SHELL_V1_LAYER_BOTTOM, "lumaro-board");
+    // Newer surfaces of a layer go below older ones, so that whoever draws the wallpaper would hide the lowest.
+    explicit Layer(QWindow& window)
+        : QObject(&window), window_(window),
+          role_(zwlr_layer_shell_v1_get_layer_surface(globals().layers, surfaceOf(window), outputOf(*window.screen()),
+                                                      ZWLR_LAYER_SHELL_V1_LAYER_BOTTOM, "lumaro-board")) {
         zwlr_layer_surface_v1_set_anchor(role_, everyEdge);
         zwlr_layer_surface_v1_set_exclusive_zone(role_, underPanelsToo);
         static constexpr zwlr_layer_surface_v1_listener listener{fit, end};
@@ -106,7 +107,7 @@ private:
     static void end(void* layer, zwlr_layer_surface_v1* /*role*/) { static_cast<Layer*>(layer)->drop(); }
 
     QWindow& window_;
-    zwlr_layer_surface_v1* role_ = nullptr;
+    zwlr_layer_surface_v1* role_;
 };
 
 } // namespace

@@ -71,7 +71,7 @@ bool isDomainName(std::string_view host) {
                              });
         if (!isLabel) return false;
     }
-    return !(last.front() >= '0' && last.front() <= '9');
+    return last.front() < '0' || last.front() > '9';
 }
 
 bool isAddressHost(std::string_view host) {

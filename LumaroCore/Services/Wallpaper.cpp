@@ -5,6 +5,7 @@
 #include "LumaroCore/Support/PercentEncoding.h"
 
 #include <algorithm>
+#include <initializer_list>
 #include <set>
 #include <utility>
 
@@ -125,6 +126,12 @@ std::string wayOf(std::string_view name) {
     return std::string{name.substr(0, name.size() - lastImage.size())}.append(imageStyle);
 }
 
+WallpaperSettings settingsOf(std::initializer_list<std::pair<std::string_view, std::string>> named) {
+    WallpaperSettings settings;
+    for (const auto& [name, value] : named) settings.emplace(name, value);
+    return settings;
+}
+
 } // namespace
 
 std::optional<WallpaperDesk> wallpaperDeskOf(std::string_view session, std::string_view iconProgram) {
@@ -161,12 +168,14 @@ WallpaperSettings settingsFor(WallpaperDesk desk, const WallpaperSettings& now,
     switch (desk) {
     // The picture has the shape of all screens together, so that nothing is cut off of one alone either.
     case WallpaperDesk::gnome:
-        return {{"picture-uri", quoted(uriOf(path))},
-                {"picture-uri-dark", quoted(uriOf(path))},
-                {"picture-options", quoted("spanned")}};
-    case WallpaperDesk::cinnamon: return {{"picture-uri", quoted(uriOf(path))}, {"picture-options", quoted("spanned")}};
-    case WallpaperDesk::mate: return {{"picture-filename", quoted(path)}, {"picture-options", quoted("spanned")}};
-    case WallpaperDesk::pcmanfm: return {{"wallpaper", path}, {"wallpaper_mode", "screen"}};
+        return settingsOf({{"picture-uri", quoted(uriOf(path))},
+                           {"picture-uri-dark", quoted(uriOf(path))},
+                           {"picture-options", quoted("spanned")}});
+    case WallpaperDesk::cinnamon:
+        return settingsOf({{"picture-uri", quoted(uriOf(path))}, {"picture-options", quoted("spanned")}});
+    case WallpaperDesk::mate:
+        return settingsOf({{"picture-filename", quoted(path)}, {"picture-options", quoted("spanned")}});
+    case WallpaperDesk::pcmanfm: return settingsOf({{"wallpaper", path}, {"wallpaper_mode", "screen"}});
     case WallpaperDesk::xfce: break;
     }
     std::unreachable();

@@ -52,7 +52,7 @@ CertificateFault::Kind kindOf(long verified) {
 // A new connection for each request: what one of them does to it tells nothing of the next.
 class Visit {
 public:
-    explicit Visit(const Url& url) : url_(url), resolver_(context_), socket_(context_, tls_) {
+    explicit Visit(Url url) : url_(std::move(url)), resolver_(context_), socket_(context_, tls_) {
         error_code ignored; // without the system's certificates no handshake succeeds, and says so
         tls_.set_default_verify_paths(ignored);
     }

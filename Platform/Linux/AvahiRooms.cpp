@@ -210,12 +210,20 @@ private Q_SLOTS:
         tell();
     }
 
+    void looked(const QHostInfo& known) {
+        const auto named = std::ranges::find(found_, known.lookupId(), &Found::lookUp);
+        if (known.error() != QHostInfo::NoError || named == found_.end()) return;
+        named->room.host = known.hostName().toStdString();
+        tell();
+    }
+
 private:
     struct Found {
         QString name;
         NearbyRoom room;
         bool isResolved = false;
-        int ways = 0; ///< on which it is told of
+        int ways = 0;    ///< on which it is told of
+        int lookUp = -1; ///< of its host's name
     };
 
     void begin() override {
@@ -244,12 +252,7 @@ private:
         tell();
         // A name outlasts an address, where this computer can look it up.
         if (!host.endsWith(QStringLiteral(".local"))) return;
-        QHostInfo::lookupHost(host, this, [=, this](const QHostInfo& known) {
-            const auto named = find(name);
-            if (known.error() != QHostInfo::NoError || named == found_.end()) return;
-            named->room.host = host.toStdString();
-            tell();
-        });
+        place->lookUp = QHostInfo::lookupHost(host, this, SLOT(looked(QHostInfo)));
     }
 
     std::list<Found>::iterator find(const QString& name) { return std::ranges::find(found_, name, &Found::name); }

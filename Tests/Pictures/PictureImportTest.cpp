@@ -3,6 +3,7 @@
 
 #include "LumaroCore/BoardModel/BoardSpec.h"
 #include "LumaroCore/Protocol/ImageType.h"
+#include "Tests/Pictures/CutOutScenes.h"
 #include "Tests/Pictures/PictureFile.h"
 #include "Tests/Support/ScratchFolder.h"
 
@@ -189,6 +190,7 @@ TEST(PictureImportTest, NoRuinOfAFileIsMoreThanRefused) {
 }
 
 TEST(PictureImportTest, PhonesPicturesStandUprightInTheUsualColours) {
+    becomeApplication();
     for (const auto compression : {heif_compression_HEVC, heif_compression_AV1}) {
         const auto file = heifOf(compression);
         const auto taken = importPicture(file);

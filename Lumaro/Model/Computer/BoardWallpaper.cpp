@@ -22,8 +22,12 @@ std::string wordsOf(const FileError& error) {
     return error.path + ": " + error.message;
 }
 
+std::string pathIn(const std::string& folder, std::string_view name) {
+    return std::string{folder}.append("/").append(name);
+}
+
 Kept readKept(FileSystem& files, const std::string& folder) {
-    const auto text = files.readFile(folder + "/" + ownName);
+    const auto text = files.readFile(pathIn(folder, ownName));
     if (!text && text.error().fault == FileFault::notFound) return std::nullopt;
     if (!text) return std::unexpected(wordsOf(text.error()));
     auto own = readOwnWallpaper(*text);
@@ -34,9 +38,9 @@ Kept readKept(FileSystem& files, const std::string& folder) {
 Done forget(FileSystem& files, const std::string& folder) {
     const auto names = files.listFiles(folder);
     for (const auto& name : names.value_or(std::vector<std::string>{})) {
-        if (name.starts_with(boardPictureMark)) static_cast<void>(files.removeFile(folder + "/" + name));
+        if (name.starts_with(boardPictureMark)) static_cast<void>(files.removeFile(pathIn(folder, name)));
     }
-    const auto gone = files.removeFile(folder + "/" + ownName);
+    const auto gone = files.removeFile(pathIn(folder, ownName));
     if (!gone && gone.error().fault != FileFault::notFound) return std::unexpected(wordsOf(gone.error()));
     return {};
 }
@@ -47,7 +51,7 @@ void removeOld(FileSystem& files, const std::string& folder, std::size_t screens
     std::ranges::sort(names);
     const auto kept = screens * picturesKept;
     for (std::size_t i = 0; i + kept < names.size(); ++i) {
-        static_cast<void>(files.removeFile(folder + "/" + names[i]));
+        static_cast<void>(files.removeFile(pathIn(folder, names[i])));
     }
 }
 
