@@ -24,7 +24,7 @@ char lower(char letter) {
 }
 
 // As GLib writes a text among values: in single quotes.
-std::string quoted(std::string_view text) {
+std::string inQuotes(std::string_view text) {
     std::string out{"'"};
     for (const char letter : text) {
         if (letter == '\'' || letter == '\\') out += '\\';
@@ -33,7 +33,7 @@ std::string quoted(std::string_view text) {
     return out + "'";
 }
 
-std::string unquoted(std::string_view text) {
+std::string outOfQuotes(std::string_view text) {
     if (text.size() < 2 || text.front() != text.back() || (text.front() != '\'' && text.front() != '"')) return {};
     std::string out;
     for (std::size_t i = 1; i + 1 < text.size(); ++i) {
@@ -168,13 +168,13 @@ WallpaperSettings settingsFor(WallpaperDesk desk, const WallpaperSettings& now,
     switch (desk) {
     // The picture has the shape of all screens together, so that nothing is cut off of one alone either.
     case WallpaperDesk::gnome:
-        return settingsOf({{"picture-uri", quoted(uriOf(path))},
-                           {"picture-uri-dark", quoted(uriOf(path))},
-                           {"picture-options", quoted("spanned")}});
+        return settingsOf({{"picture-uri", inQuotes(uriOf(path))},
+                           {"picture-uri-dark", inQuotes(uriOf(path))},
+                           {"picture-options", inQuotes("spanned")}});
     case WallpaperDesk::cinnamon:
-        return settingsOf({{"picture-uri", quoted(uriOf(path))}, {"picture-options", quoted("spanned")}});
+        return settingsOf({{"picture-uri", inQuotes(uriOf(path))}, {"picture-options", inQuotes("spanned")}});
     case WallpaperDesk::mate:
-        return settingsOf({{"picture-filename", quoted(path)}, {"picture-options", quoted("spanned")}});
+        return settingsOf({{"picture-filename", inQuotes(path)}, {"picture-options", inQuotes("spanned")}});
     case WallpaperDesk::pcmanfm: return settingsOf({{"wallpaper", path}, {"wallpaper_mode", "screen"}});
     case WallpaperDesk::xfce: break;
     }
@@ -214,8 +214,8 @@ std::string pictureIn(WallpaperDesk desk, const WallpaperSettings& settings, std
     };
     switch (desk) {
     case WallpaperDesk::gnome:
-    case WallpaperDesk::cinnamon: return fileOf(unquoted(valueOf("picture-uri")));
-    case WallpaperDesk::mate: return fileOf(unquoted(valueOf("picture-filename")));
+    case WallpaperDesk::cinnamon: return fileOf(outOfQuotes(valueOf("picture-uri")));
+    case WallpaperDesk::mate: return fileOf(outOfQuotes(valueOf("picture-filename")));
     case WallpaperDesk::pcmanfm: return fileOf(valueOf("wallpaper"));
     case WallpaperDesk::xfce: {
         const auto value = valueOf(std::string{backdrop}.append(screen).append("/workspace0").append(lastImage));

@@ -21,7 +21,7 @@ constexpr int patience = 3000; // ms
 const QString xfconfName = QStringLiteral("org.xfce.Xfconf");
 const QString xfceChannel = QStringLiteral("xfce4-desktop");
 const QString pcmanfmProgram = QStringLiteral("pcmanfm");
-constexpr qint64 largestConfiguration = 64 * 1024;
+constexpr qint64 largestConfiguration = qint64{64} * 1024;
 
 QDBusMessage toXfconf(const QString& method, const QVariantList& arguments) {
     auto call = QDBusMessage::createMethodCall(xfconfName, QStringLiteral("/org/xfce/Xfconf"), xfconfName, method);

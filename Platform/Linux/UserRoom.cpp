@@ -243,7 +243,7 @@ UserRoom::UserRoom(FileSystem& files, Setup setup, QDBusConnection session, QDBu
 UserRoom::~UserRoom() = default;
 
 void UserRoom::start(std::uint16_t port, Started then) {
-    Running running{.port = port == 0 ? freePort() : port, .host = hostInNetwork(system_)};
+    const Running running{.port = port == 0 ? freePort() : port, .host = hostInNetwork(system_)};
     auto* const names = session_.isConnected() ? session_.interface() : nullptr;
     const bool hasManager = names != nullptr && names->isServiceRegistered(QStringLiteral("org.freedesktop.systemd1"));
     if (!run_ && hasManager) run_ = std::make_unique<Unit>(files_, setup_, session_);
