@@ -105,18 +105,8 @@ struct BoardRequest {
         static constexpr auto fields() { return std::tuple{Field{"json", &Show::json}}; }
         bool operator==(const Show&) const = default;
     };
-    struct Pending {
-        static constexpr std::string_view tag = "pending";
-
-        static constexpr auto fields() { return std::tuple{}; }
-        bool operator==(const Pending&) const = default;
-    };
-    struct Status {
-        static constexpr std::string_view tag = "status";
-
-        static constexpr auto fields() { return std::tuple{}; }
-        bool operator==(const Status&) const = default;
-    };
+    using Pending = Bare<"pending">;
+    using Status = Bare<"status">;
 
     // What the application alone can do.
 
@@ -141,25 +131,10 @@ struct BoardRequest {
         }
         bool operator==(const Join&) const = default;
     };
-    struct Code {
-        static constexpr std::string_view tag = "code";
-
-        static constexpr auto fields() { return std::tuple{}; }
-        bool operator==(const Code&) const = default;
-    };
+    using Code = Bare<"code">;
     /// Answered with the board's link, which is made where this device has none.
-    struct Link {
-        static constexpr std::string_view tag = "link";
-
-        static constexpr auto fields() { return std::tuple{}; }
-        bool operator==(const Link&) const = default;
-    };
-    struct Leave {
-        static constexpr std::string_view tag = "leave";
-
-        static constexpr auto fields() { return std::tuple{}; }
-        bool operator==(const Leave&) const = default;
-    };
+    using Link = Bare<"link">;
+    using Leave = Bare<"leave">;
     using Undo = Bare<"undo">;
     using Redo = Bare<"redo">;
     /// Opens the composer of a quick note, with a text in it perhaps.
