@@ -38,24 +38,6 @@ Item {
             isShown: true
         }
     }
-    QuickNote {
-        id: note
-
-        visible: false
-    }
-    SignalSpy {
-        id: accepted
-
-        target: note
-        signalName: "accepted"
-    }
-    SignalSpy {
-        id: closed
-
-        target: note
-        signalName: "closed"
-    }
-
     TestCase {
         name: "Pages"
         when: windowShown
@@ -237,26 +219,6 @@ Item {
             comeTo("this screen");
             keyClick(Qt.Key_Space);
             compare(screenList.get(0).isShown, false);
-        }
-
-        function test_aQuickNoteGoesUpAtEnter() {
-            note.visible = true;
-            note.forceActiveFocus();
-            keyClick(Qt.Key_Return);
-            compare(accepted.count, 0);
-            keyClick("a");
-            keyClick(Qt.Key_Return, Qt.ShiftModifier);
-            keyClick("b");
-            keyClick(Qt.Key_Return);
-            compare(accepted.signalArguments[0][0], "a\nb");
-            // It stays until whoever puts it up has done so.
-            compare(note.text, "a\nb");
-            note.problem = "full";
-            keyClick("c");
-            compare(note.problem, "");
-            keyClick(Qt.Key_Escape);
-            compare(closed.count, 1);
-            compare(Bed.unnamed(note), []);
         }
     }
 }
